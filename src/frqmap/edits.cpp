@@ -1,0 +1,72 @@
+#include "frqmap/edits.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <system_error>
+
+namespace {
+
+constexpr int kDecimals = 8;
+// A file may hold frequencies up to 1e308: all their digits, the point and the decimals must fit.
+constexpr int kLongestText = std::numeric_limits<double>::max_exponent10 + 1 + 1 + kDecimals;
+
+bool IsBlank(wchar_t c) {
+  return c == L' ' || (c >= L'\t' && c <= L'\r');
+}
+
+bool StartsNumber(std::string_view text) {
+  return !text.empty() && (text.front() == '.' || (text.front() >= '0' && text.front() <= '9'));
+}
+
+// What is beyond ASCII ends a number like any other odd character.
+std::string NarrowDigits(std::wstring_view text) {
+  std::string narrow(text.size(), '?');
+  std::ranges::transform(text, narrow.begin(), [](wchar_t c) { return c < 0x80 ? static_cast<char>(c) : '?'; });
+  return narrow;
+}
+
+// Only an exponent takes a short text out of a double's range: it gives 0 downward and infinity upward.
+double BeyondRange(std::string_view text) {
+  return text.find_first_of('-') == text.npos ? HUGE_VAL : 0.0;
+}
+
+double ParseUnsigned(std::string_view text) {
+  if (!StartsNumber(text)) return 0.0;
+  double value = 0.0;
+  const char* end = text.data() + text.size();
+  const std::from_chars_result result = std::from_chars(text.data(), end, value);
+  if (result.ec != std::errc::result_out_of_range) return value;
+  return BeyondRange(text.substr(0, static_cast<std::size_t>(result.ptr - text.data())));
+}
+
+}  // namespace
+
+double ClampFrequency(double hz, FrqType workingKind, bool singlePrecision) {
+  if (std::isnan(hz)) return FrqNoPitch;
+  if (singlePrecision) hz = static_cast<double>(static_cast<float>(hz));
+  hz = std::min(hz, MaxFrequencyOfKind(workingKind));
+  return hz < MinFrequencyOfKind(workingKind) ? FrqNoPitch : hz;
+}
+
+std::wstring FrequencyText(double hz) {
+  if (!(hz > FrqNoPitch)) return {};
+  std::array<char, kLongestText> text;
+  const auto result = std::to_chars(text.data(), text.data() + text.size(), hz, std::chars_format::fixed, kDecimals);
+  return std::wstring(text.data(), result.ptr);
+}
+
+std::wstring FrameRowText(double hz) {
+  std::wstring text = FrequencyText(hz);
+  return text.empty() ? L"----" : text;
+}
+
+double ParseFrequency(std::wstring_view text) {
+  text.remove_prefix(static_cast<std::size_t>(std::ranges::find_if_not(text, IsBlank) - text.begin()));
+  const bool negative = text.starts_with(L'-');
+  if (negative || text.starts_with(L'+')) text.remove_prefix(1);
+  const double value = ParseUnsigned(NarrowDigits(text));
+  return negative ? -value : value;
+}

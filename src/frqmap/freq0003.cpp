@@ -1,0 +1,63 @@
+#include "frqmap/freq0003.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+namespace {
+
+constexpr std::size_t kHeaderBytes = 40;
+constexpr std::size_t kFrameBytes = 16;
+
+// The digits behind the letters are not tested: other writers use their own.
+bool IsFreqMagic(const std::array<char, 8>& magic) {
+  return std::string_view(magic.data(), 4) == "FREQ";
+}
+
+FrqFrame ReadFrame(ByteReader& reader) {
+  const auto frequency = reader.Read<double>();
+  FrqFrame frame;
+  // Other writers put 0.0 where there is no pitch, and a NaN compares false.
+  frame.Voiced = frequency > FrqNoPitch;
+  if (frame.Voiced) frame.Frequency = frequency;
+  frame.Amplitude = reader.Read<double>();
+  return frame;
+}
+
+}  // namespace
+
+std::optional<FrqMap> DecodeFreq0003(ByteSpan file) {
+  ByteReader reader(file);
+  FrqMap map;
+  map.Magic = reader.Read<std::array<char, 8>>();
+  map.Hop = reader.Read<SampleCount>();
+  map.Average = reader.Read<double>();
+  map.Tag = reader.Read<std::array<char, 16>>();
+  map.FrameCount = reader.Read<SampleCount>();
+  if (!IsFreqMagic(map.Magic) || !reader.Holds(map.FrameCount, kFrameBytes)) return std::nullopt;
+
+  map.Frames.resize(static_cast<std::size_t>(map.FrameCount));
+  for (FrqFrame& frame : map.Frames) frame = ReadFrame(reader);
+  return map;
+}
+
+Bytes EncodeFreq0003(const FrqMap& map, FrqType kind) {
+  ByteWriter writer;
+  writer.Reserve(kHeaderBytes + map.Frames.size() * kFrameBytes);
+  writer.Write(Freq0003Magic);
+  writer.Write(map.Hop);
+  writer.Write(map.Average);
+  writer.Write(Freq0003Tag(kind));
+  writer.Write(map.FrameCount);
+  for (const FrqFrame& frame : map.Frames) {
+    writer.Write(frame.Frequency);
+    writer.Write(frame.Amplitude);
+  }
+  return writer.Take();
+}
+
+std::array<char, 16> Freq0003Tag(FrqType kind) {
+  std::array<char, 16> tag{};
+  if (kind == FrqTypeFrc) std::ranges::copy(std::string_view("m4      "), tag.begin());
+  return tag;
+}

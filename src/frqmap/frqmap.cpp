@@ -1,0 +1,150 @@
+#include "frqmap/frqmap.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+
+#include "base/note.h"
+#include "frqmap/freq0003.h"
+
+namespace {
+
+constexpr SampleCount kOwnHop = 256;  // samples per frame of every map that we make
+constexpr double kMiddleC = 60.0;     // note number
+
+// Pitch of a voiced frame in whole cents. A frequency may be infinite: it counts as the greatest number there is.
+std::int32_t CentsOf(double hz) {
+  constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+  const double cents = HzToNote(hz) * 100.0;
+  return cents < kMost ? static_cast<std::int32_t>(cents) : kMost;
+}
+
+std::vector<std::int32_t> VoicedCents(const std::vector<FrqFrame>& frames) {
+  std::vector<std::int32_t> cents;
+  cents.reserve(frames.size());
+  for (const FrqFrame& frame : frames) {
+    if (frame.Frequency > FrqNoPitch) cents.push_back(CentsOf(frame.Frequency));
+  }
+  return cents;
+}
+
+// Truncated mean, none of none. The sum takes 64 bits: a long map outgrows 32.
+std::optional<std::int32_t> MeanOf(const std::vector<std::int32_t>& cents) {
+  if (cents.empty()) return std::nullopt;
+  std::int64_t sum = 0;
+  for (const std::int32_t value : cents) sum += value;
+  return static_cast<std::int32_t>(sum / static_cast<std::int64_t>(cents.size()));
+}
+
+// Index of the frame at a sample position, none outside the map.
+std::optional<std::size_t> IndexWithin(const FrqMap& map, SampleCount position) {
+  const std::optional<SampleCount> frame = map.FrameAt(position);
+  if (position < 0 || !frame || *frame >= map.FrameCount) return std::nullopt;
+  return static_cast<std::size_t>(*frame);
+}
+
+}  // namespace
+
+void FrqMap::Clear() {
+  *this = FrqMap();
+}
+
+int FrqMap::Create(SampleCount frameCount, FrqType kind) {
+  Clear();
+  const bool isFreq0003 = kind == FrqTypeFrq || kind == FrqTypeFrc;
+  if (isFreq0003) {
+    Magic = Freq0003Magic;
+    Tag = Freq0003Tag(kind);
+  }
+  if (isFreq0003 || kind == FrqTypeDio || kind == FrqTypeMrq) Hop = kOwnHop;
+  FrameCount = std::max(frameCount, 0);
+  Frames.resize(static_cast<std::size_t>(FrameCount));
+  return 0;
+}
+
+int FrqMap::CopyTo(FrqMap& destination) const {
+  destination = *this;
+  destination.UpdateFrequencyRange();
+  return 0;
+}
+
+bool FrqMap::Equals(const FrqMap& other) const {
+  if (!Loaded || !other.Loaded || Average != other.Average || Hop != other.Hop) return false;
+  return std::ranges::equal(Frames, other.Frames, [](const FrqFrame& a, const FrqFrame& b) {
+    return a.Frequency == b.Frequency && a.Amplitude == b.Amplitude;
+  });
+}
+
+std::optional<SampleCount> FrqMap::FrameAt(SampleCount position) const {
+  if (Hop <= 0) return std::nullopt;
+  return position / Hop;
+}
+
+SampleCount FrqMap::PositionOf(SampleCount frame) const {
+  const std::int64_t position = std::int64_t{frame} * Hop;
+  return static_cast<SampleCount>(std::min<std::int64_t>(position, std::numeric_limits<SampleCount>::max()));
+}
+
+double FrqMap::FrequencyAt(SampleCount position) const {
+  const std::optional<std::size_t> index = IndexWithin(*this, position);
+  return index ? Frames[*index].Frequency : FrqNoPitch;
+}
+
+void FrqMap::SetFrequency(SampleCount position, double hz) {
+  const std::optional<std::size_t> index = IndexWithin(*this, position);
+  if (!index) return;
+  FrqFrame& frame = Frames[*index];
+  frame.Voiced = hz > FrqNoPitch;
+  frame.Frequency = frame.Voiced ? hz : FrqNoPitch;
+  Modified = true;
+}
+
+void FrqMap::SelectRange(SampleCount first, SampleCount second, bool clearOthers) {
+  std::optional<SampleCount> from = FrameAt(first);
+  std::optional<SampleCount> to = FrameAt(second);
+  if (FrameCount == 0 || !from || !to) return;
+  // A range that begins before the map selects its first frame alone.
+  if (*from < 0) from = to = 0;
+  const auto [low, high] = std::minmax({std::min(*from, FrameCount - 1), std::clamp(*to, 0, FrameCount - 1)});
+  if (clearOthers) ClearSelection();
+  for (SampleCount i = low; i <= high; ++i) Frames[static_cast<std::size_t>(i)].Selected = true;
+}
+
+void FrqMap::ClearSelection() {
+  for (FrqFrame& frame : Frames) frame.Selected = false;
+}
+
+void FrqMap::UpdateFrequencyRange() {
+  MinFrequency = 999999.0;
+  MaxFrequency = FrqNoPitch;
+  for (const FrqFrame& frame : Frames) {
+    if (!(frame.Frequency > FrqNoPitch)) continue;
+    MinFrequency = std::min(MinFrequency, frame.Frequency);
+    MaxFrequency = std::max(MaxFrequency, frame.Frequency);
+  }
+}
+
+double FrqMap::ComputeAverage(int windowSemitones) const {
+  std::vector<std::int32_t> cents = VoicedCents(Frames);
+  std::optional<std::int32_t> mean = MeanOf(cents);
+  if (mean && windowSemitones > 0) {
+    const std::int64_t width = std::int64_t{windowSemitones} * 100;
+    std::erase_if(cents, [&](std::int32_t value) { return std::abs(std::int64_t{value} - *mean) >= width; });
+    mean = MeanOf(cents);
+  }
+  // Without a frame to go by the average is middle C, also where a wide split leaves none near the mean of all.
+  return NoteToHz(mean ? *mean / 100.0 : kMiddleC);
+}
+
+double FrqMap::ShownAverage() const {
+  return DerivedAverage ? ComputeAverage(2) : Average;
+}
+
+void FrqMap::ClearMarks() {
+  for (FrqFrame& frame : Frames) {
+    frame.Mark = 0;
+    frame.SuggestedFrequency = 0.0;
+  }
+  HasMarks = false;
+}

@@ -1,0 +1,99 @@
+// The frequency map of one wave file: pitch and level of the voice, frame by frame.
+//
+// A map has no lock and knows no window. Who may touch it, and when, is the business of its owner, the syllable list.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "base/sample.h"
+#include "frqmap/frqtype.h"
+
+class MrqStore;
+
+struct FrqFrame {
+  double Frequency = FrqNoPitch;    // [Hz]; FrqNoPitch where the frame has no pitch
+  double Amplitude = 0.0;           // level in units of 16-bit samples
+  SampleCount SamplePosition = 0;   // written by the readers of .pmk and .dio, read by nothing
+  bool Voiced = false;              // the frame has a pitch
+  bool Selected = false;            // in the selection of the frequency table control
+  bool Sounding = false;            // in a sound region
+  std::uint32_t Mark = 0;           // nonzero: the check has marked this frame
+  double SuggestedFrequency = 0.0;  // [Hz] what the check offers for a marked frame; 0.0 = nothing
+};
+
+class FrqMap {
+ public:
+  bool Loaded = false;          // a Load, or a copy of a loaded map
+  std::array<char, 8> Magic{};  // as read, or as set by Create
+  std::array<char, 16> Tag{};   // the 16-byte field of a FREQ0003 file as read; never written back
+  double Average = 0.0;         // [Hz] as the file says, or as computed on saving
+  SampleCount Hop = 1;          // samples per frame; whatever a file held, 0 and less included
+  SampleCount FrameCount = 0;   // size of Frames
+  std::vector<FrqFrame> Frames;
+  double MinFrequency = 0.0;      // [Hz] least pitch, see UpdateFrequencyRange
+  double MaxFrequency = 0.0;      // [Hz] greatest pitch
+  bool DerivedAverage = false;    // the file kind holds no average: it is computed when needed
+  bool Modified = false;          // a frequency was changed since the load
+  FrqType Kind = FrqTypeUnknown;  // kind of the file that was loaded
+  bool HasMarks = false;          // at least one frame has a Mark
+  bool SinglePrecision = false;   // the file holds 32-bit floats: round an edited frequency before it is set
+
+  // Back to the state of a new map.
+  void Clear();
+
+  // Reads the map file; its extension tells the kind. 0, or nonzero with the map cleared. `narrowPath` is in code
+  // page 932; `store` serves .mrq alone and may be null.
+  int Load(std::string_view narrowPath, MrqStore* store);
+
+  // Writes the map as the kind of the path's extension, which may differ from the map's own. 0, or nonzero with the
+  // file as it was if nothing could be opened. A map without frames is refused (-1) and touches no file. Renews
+  // Average where it is derived, and changes nothing else.
+  int Save(std::string_view narrowPath, MrqStore* store);
+
+  // An empty map of `frameCount` default frames, to be filled by SetFrequency and saved. Not Loaded. Result 0.
+  int Create(SampleCount frameCount, FrqType kind);
+
+  // Deep copy; the destination's frequency range is computed anew, also for an empty map. Result 0.
+  int CopyTo(FrqMap& destination) const;
+
+  // Both loaded, with the same average, hop and frames (Frequency and Amplitude). A NaN equals nothing.
+  bool Equals(const FrqMap& other) const;
+
+  // Frame that holds a sample position; none for a map whose hop is 0 or less. Not limited to the frames there are.
+  // The only place that divides by Hop.
+  std::optional<SampleCount> FrameAt(SampleCount position) const;
+
+  // Sample position of a frame; the last one there is for a frame that lies beyond 32 bits.
+  SampleCount PositionOf(SampleCount frame) const;
+
+  // Frequency [Hz] of the frame at a sample position, FrqNoPitch outside the map.
+  double FrequencyAt(SampleCount position) const;
+
+  // Sets the frame at a sample position; 55 Hz or less, or no number, makes it one without pitch. Outside the map
+  // nothing happens.
+  void SetFrequency(SampleCount position, double hz);
+
+  // Selects all frames between two sample positions, both ends included and limited to the map.
+  void SelectRange(SampleCount first, SampleCount second, bool clearOthers);
+  void ClearSelection();
+
+  // MinFrequency and MaxFrequency over the frames with pitch; 999999 and 55 without any.
+  void UpdateFrequencyRange();
+
+  // Average pitch [Hz], taken in whole cents: of all frames, or, with a window in semitones, of those closer than that
+  // to the average of all. Middle C where there is no frame to go by.
+  double ComputeAverage(int windowSemitones) const;
+
+  // The average to show: computed within two semitones where the file kind holds none, else the stored one.
+  double ShownAverage() const;
+
+  void ClearMarks();
+
+ private:
+  int Read(std::string_view narrowPath, FrqType kind, MrqStore* store);
+  int Write(std::string_view narrowPath, FrqType kind, MrqStore* store) const;
+};

@@ -1,0 +1,87 @@
+// The numbers and texts of the frame list and its boxes.
+#include "frqmap/edits.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "native/vectors.h"
+
+namespace {
+
+using vectors::Json;
+using vectors::Number;
+using vectors::Wide;
+
+constexpr double kHighest = 7902.132820097988;
+
+TEST(Edits, ATypedFrequencyBecomesWhatTheKindCanHold) {
+  for (const Json& test : vectors::Expected("edits")) {
+    for (const Json& step : test["steps"]) {
+      const Json& operation = step["op"];
+      const bool isKey = operation[0] == "key_text";
+      const bool isRow = operation[0] == "set" && operation[1] >= 0 && operation[1] < test["rows"].size();
+      if (!isKey && !isRow) continue;
+      const double value = ClampFrequency(ParseFrequency(Wide(operation.back())), test["frq_type"].get<FrqType>(),
+                                          test["single_precision"]);
+      EXPECT_EQ(value, Number(isKey ? step["average"] : step["frequency"][operation[1].get<int>()])) << operation;
+    }
+  }
+}
+
+TEST(Edits, RowsAndKeyShowTheMap) {
+  for (const Json& test : vectors::Expected("edits")) {
+    const Json& last = test["steps"].back();
+    EXPECT_EQ(FrequencyText(Number(last["average"])), Wide(last["key"]));
+    for (std::size_t row = 0; row < test["rows"].size(); ++row) {
+      EXPECT_EQ(FrameRowText(Number(last["frequency"][row])), Wide(test["rows"][row])) << test["case"] << row;
+    }
+  }
+}
+
+TEST(Edits, UnusualFrequenciesHaveATextToo) {
+  EXPECT_EQ(FrequencyText(64.001953125), L"64.00195312") << "a tie goes to the even digit";
+  EXPECT_EQ(FrequencyText(std::nextafter(55.0, 56.0)), L"55.00000000");
+  EXPECT_EQ(FrequencyText(1e300).size(), 310u);
+  EXPECT_EQ(FrequencyText(std::numeric_limits<double>::max()).size(), 318u);
+  for (const double none : {55.0, 0.0, -100.0, std::nan("")}) {
+    EXPECT_EQ(FrequencyText(none), L"");
+    EXPECT_EQ(FrameRowText(none), L"----");
+  }
+}
+
+TEST(Edits, LimitsHoldForEveryNumber) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  const struct {
+    double hz;
+    FrqType kind;
+    bool single;
+    double result;
+  } tests[] = {
+      {std::nan(""), FrqTypeFrq, false, 55.0},     {std::nan(""), FrqTypeMrq, true, 55.0},
+      {infinity, FrqTypeFrq, false, kHighest},     {-infinity, FrqTypeFrq, false, 55.0},
+      {1e300, FrqTypeMrq, true, kHighest},         {kHighest, FrqTypeMrq, true, 7902.1328125},
+      {55.0000001, FrqTypeFrq, false, 55.0000001}, {55.0000001, FrqTypeMrq, true, 55.0},
+      {882.0, FrqTypePmk, false, 882.0},           {33.3, FrqTypePmk, false, 55.0},
+  };
+  for (const auto& test : tests) {
+    EXPECT_EQ(ClampFrequency(test.hz, test.kind, test.single), test.result) << test.hz << " " << test.kind;
+  }
+}
+
+TEST(Edits, TypedTextIsReadUpToTheFirstOddCharacter) {
+  const struct {
+    const wchar_t* text;
+    double value;
+  } tests[] = {
+      {L"", 0.0},       {L"  \t440", 440.0},  {L"+1.5", 1.5},         {L"-1.5", -1.5},       {L".5", 0.5},
+      {L"5.", 5.0},     {L"1e2", 100.0},      {L"1E+2x", 100.0},      {L"1e", 1.0},          {L"1.2.3", 1.2},
+      {L"1,5", 1.0},    {L"--5", 0.0},        {L"+-5", 0.0},          {L"- 5", 0.0},         {L".", 0.0},
+      {L"0x1F", 0.0},   {L"inf", 0.0},        {L"-nan", 0.0},         {L"440\x3042", 440.0}, {L"\xFF15", 0.0},
+      {L"1e-999", 0.0}, {L"1e999", HUGE_VAL}, {L"-1e999", -HUGE_VAL},
+  };
+  for (const auto& test : tests) EXPECT_EQ(ParseFrequency(test.text), test.value) << test.text;
+}
+
+}  // namespace

@@ -1,0 +1,87 @@
+// Names of maps and waves, and what the kinds can hold.
+#include "frqmap/frqtype.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "base/note.h"
+#include "native/vectors.h"
+
+namespace {
+
+using vectors::Json;
+using vectors::Wide;
+
+// The narrow form of a name, for the names that are the same bytes in every encoding.
+std::optional<std::string> Ascii(const Json& name) {
+  const auto text = name.get<std::string>();
+  return std::ranges::all_of(text, [](char c) { return c > 0; }) ? std::optional(text) : std::nullopt;
+}
+
+TEST(FrqType, MapsAreNamedAfterTheirWaves) {
+  for (const Json& test : vectors::Expected("names")["map_path_from_wave"]) {
+    const std::optional<std::string> ascii = Ascii(test["wave"]);
+    for (const auto& [name, kind] :
+         {std::pair("frq", FrqTypeFrq), std::pair("vs4ufrq", FrqTypeVs4ufrq), std::pair("frc", FrqTypeFrc),
+          std::pair("pmk", FrqTypePmk), std::pair("dio", FrqTypeDio), std::pair("mrq", FrqTypeMrq)}) {
+      EXPECT_EQ(MapPathFromWaveW(Wide(test["wave"]), kind), Wide(test[name]));
+      EXPECT_TRUE(!ascii || MapPathFromWaveA(*ascii, kind) == test[name]) << test[name];
+    }
+  }
+  EXPECT_EQ(LlsmPathFromWave(L"a.2.wav"), L"a.2.wav.llsm");
+}
+
+TEST(FrqType, WavesAndKindsAreFoundFromMaps) {
+  for (const Json& test : vectors::Expected("names")["wave_path_from_map_a"]) {
+    const std::optional<std::string> ascii = Ascii(test["map"]);
+    EXPECT_EQ(WavePathFromMapW(Wide(test["map"])), Wide(test["wave"]));
+    EXPECT_TRUE(!ascii || WavePathFromMapA(*ascii) == test["wave"]) << test;
+  }
+  for (const Json& test : vectors::Expected("names")["frq_type_from_path_a"]) {
+    const std::optional<std::string> ascii = Ascii(test["path"]);
+    EXPECT_EQ(FrqTypeFromPathW(Wide(test["path"])), test["type"]) << test;
+    EXPECT_TRUE(!ascii || FrqTypeFromPathA(*ascii) == test["type"]) << test;
+  }
+  EXPECT_EQ(FrqTypeFromPathA("a.frq b"), FrqTypeUnknown);
+}
+
+TEST(FrqType, JapaneseNamesAreNotCutInsideACharacter) {
+  const struct {
+    std::string map, wave;
+    FrqType kind;
+  } tests[] = {
+      {"\x83\x5F.frq", "\x83\x5F.frq", FrqTypeFrq},                          // ダ, whose second byte is "_"
+      {"\x83\x5F_wav.frq", "\x83\x5F.wav", FrqTypeFrq},                      // ダ
+      {"ka_\x83\x5F\x83\x5F.frc", "ka.wav", FrqTypeFrc},                     // ka_ダダ
+      {"\x95\x5C\\\x83\x5C_wav.pmk", "\x95\x5C\\\x83\x5C.wav", FrqTypePmk},  // 表\ソ, whose second bytes are "\"
+      {"\x83\x5C.dio", "\x83\x5C.wav", FrqTypeDio},                          // ソ
+      {"\xB1_wav.frq", "\xB1.wav", FrqTypeFrq},                              // half-width ア, a single byte
+  };
+  for (const auto& test : tests) {
+    EXPECT_EQ(WavePathFromMapA(test.map), test.wave);
+    EXPECT_EQ(FrqTypeFromPathA(test.map), test.kind);
+  }
+}
+
+TEST(FrqType, FileSizesTellTheNumberOfFrames) {
+  const Json& names = vectors::Expected("names");
+  for (const Json& test : names["frame_count_from_file_size"]) {
+    for (std::size_t i = 0; i < test["counts"].size(); ++i) {
+      const auto kind = names["frame_count_kinds"][i].get<FrqType>();
+      EXPECT_EQ(FrameCountFromFileSize(test["size"], kind), test["counts"][i]) << test["size"] << " of " << kind;
+    }
+  }
+}
+
+TEST(FrqType, TheHighestFrequencyIsThatOfTheKind) {
+  const std::vector<double> highest = vectors::Numbers(vectors::Expected("names")["max_frequency_of_kind"]);
+  for (std::size_t kind = 0; kind < highest.size(); ++kind) {
+    EXPECT_EQ(MaxFrequencyOfKind(static_cast<FrqType>(kind)), highest[kind]);
+  }
+  EXPECT_DOUBLE_EQ(NoteToHz(119.0), MaxFrequencyOfKind(FrqTypeFrq));
+  EXPECT_DOUBLE_EQ(HzToNote(MaxFrequencyOfKind(FrqTypeFrq)), 119.0);
+}
+
+}  // namespace
