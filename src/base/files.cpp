@@ -1,0 +1,61 @@
+#include "base/files.h"
+
+#include <windows.h>
+
+#include "base/handle.h"
+
+namespace {
+
+constexpr LONGLONG kLargestFile = LONGLONG{1} << 30;
+
+// Windows refuses to replace a read-only file by itself. Wine leaves that to the host system, where an administrator
+// may write any file: the mark must hold there as well.
+bool RefuseReadOnly(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_READONLY)) return false;
+  SetLastError(ERROR_ACCESS_DENIED);
+  return true;
+}
+
+bool WriteAll(HANDLE file, ByteSpan bytes) {
+  DWORD written = 0;
+  SetLastError(ERROR_SUCCESS);
+  if (WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) && written == bytes.size()) {
+    return true;
+  }
+  // WriteFile counts a short write as a success.
+  if (GetLastError() == ERROR_SUCCESS) SetLastError(ERROR_DISK_FULL);
+  return false;
+}
+
+}  // namespace
+
+std::optional<Bytes> ReadWholeFile(const std::wstring& path) {
+  const FileHandle file(
+      CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  LARGE_INTEGER size{};
+  if (!file || !GetFileSizeEx(file.get(), &size) || size.QuadPart > kLargestFile) return std::nullopt;
+
+  Bytes bytes(static_cast<std::size_t>(size.QuadPart));
+  DWORD read = 0;
+  if (!ReadFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr)) return std::nullopt;
+  bytes.resize(read);
+  return bytes;
+}
+
+bool WriteWholeFile(const std::wstring& path, ByteSpan bytes) {
+  if (RefuseReadOnly(path)) return false;
+  FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return false;
+  const bool complete = WriteAll(file.get(), bytes);
+  const DWORD error = GetLastError();
+  file.reset();
+  SetLastError(error);
+  return complete;
+}
+
+bool FileExists(const std::wstring& path) {
+  WIN32_FIND_DATAW found{};
+  const FindHandle search(FindFirstFileW(path.c_str(), &found));
+  return search && !(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY);
+}

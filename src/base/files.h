@@ -1,0 +1,19 @@
+// Whole files: one open, one read or write, one close. The only place that opens the files of maps and voicebanks.
+//
+// Codecs work on bytes, so that nothing is half written because of what a map holds.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "base/bytes.h"
+
+// The bytes of a file; none if it cannot be opened or read, or is larger than 1 GiB.
+std::optional<Bytes> ReadWholeFile(const std::wstring& path);
+
+// Writes the file in place, with these bytes as its whole content. False, with the reason in GetLastError, if it
+// cannot be opened, which leaves it as it was, or not written to the end, which leaves it as far as it got.
+bool WriteWholeFile(const std::wstring& path, ByteSpan bytes);
+
+// Whether something of that name exists and is no folder.
+bool FileExists(const std::wstring& path);

@@ -1,0 +1,26 @@
+// Texts of the program and of the system.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+// A text of the string table; empty if there is none.
+std::wstring LoadResString(UINT id);
+
+// Bytes of a code page as wide text. Invalid bytes become what the system makes of them.
+std::wstring Widen(std::string_view bytes, UINT codePage);
+
+// The system's words for an error code, in the user's language, as they come: with a line break at their end. "Error 5"
+// where the system has none.
+std::wstring SystemErrorText(DWORD error);
+
+// The text of a window.
+std::wstring WindowText(HWND window);
+
+// A message box with the program's name as its caption; the answer.
+int ShowMessage(HWND owner, const std::wstring& text, UINT style);
+
+// printf over wide text, "%s" being wide. The format is the program's own or a resource, never a text from a file.
+std::wstring FormatText(const wchar_t* format, ...);

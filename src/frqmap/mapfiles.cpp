@@ -1,0 +1,113 @@
+#include "frqmap/mapfiles.h"
+
+#include <windows.h>
+
+#include <array>
+#include <utility>
+
+#include "base/files.h"
+#include "frqmap/freq0003.h"
+
+namespace {
+
+constexpr UINT kCodePage = 932;
+constexpr std::size_t kLongestNarrowPath = 259;
+
+std::wstring WithExtension(const std::wstring& path, std::wstring_view extension) {
+  return path.substr(0, path.rfind(L'.')).append(extension);
+}
+
+// What the analysis of this kind keeps beside its map. Nothing is lost if one of them is not there.
+void DeleteDioCompanions(const std::wstring& mapPath) {
+  DeleteFileW(WithExtension(mapPath, L".star").c_str());
+  DeleteFileW(WithExtension(mapPath, L".platinum").c_str());
+}
+
+std::optional<FrqMap> ReadFreq0003(const std::wstring& path) {
+  const std::optional<Bytes> file = ReadWholeFile(path);
+  return file ? DecodeFreq0003(*file) : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> NarrowPath(std::wstring_view wide) {
+  std::array<char, kLongestNarrowPath> narrow;
+  BOOL replaced = FALSE;
+  const int size = WideCharToMultiByte(kCodePage, WC_NO_BEST_FIT_CHARS, wide.data(), static_cast<int>(wide.size()),
+                                       narrow.data(), static_cast<int>(narrow.size()), nullptr, &replaced);
+  if (size == 0 || replaced) return std::nullopt;
+  return std::string(narrow.data(), static_cast<std::size_t>(size));
+}
+
+std::wstring WidePath(std::string_view narrow) {
+  // A character takes at least one byte.
+  std::wstring wide(narrow.size(), L'\0');
+  const int size = MultiByteToWideChar(kCodePage, 0, narrow.data(), static_cast<int>(narrow.size()), wide.data(),
+                                       static_cast<int>(wide.size()));
+  wide.resize(static_cast<std::size_t>(size));
+  return wide;
+}
+
+int FrqMap::Load(std::string_view narrowPath, MrqStore* store) {
+  Clear();
+  const FrqType kind = FrqTypeFromPathA(narrowPath);
+  const int result = Read(narrowPath, kind, store);
+  if (result != 0) {
+    Clear();
+    return result;
+  }
+  Kind = kind;
+  UpdateFrequencyRange();
+  Loaded = true;
+  return 0;
+}
+
+int FrqMap::Save(std::string_view narrowPath, MrqStore* store) {
+  if (FrameCount == 0) return -1;
+  if (DerivedAverage) Average = ComputeAverage(-1);
+  return Write(narrowPath, FrqTypeFromPathA(narrowPath), store);
+}
+
+int FrqMap::Read(std::string_view narrowPath, FrqType kind, MrqStore* /*store*/) {
+  std::optional<FrqMap> map;
+  switch (kind) {
+    case FrqTypeFrq:
+    case FrqTypeFrc: map = ReadFreq0003(WidePath(narrowPath)); break;
+    default: break;
+  }
+  if (!map) return -1;
+  *this = std::move(*map);
+  return 0;
+}
+
+int FrqMap::Write(std::string_view narrowPath, FrqType kind, MrqStore* /*store*/) const {
+  switch (kind) {
+    case FrqTypeFrq:
+    case FrqTypeFrc: return WriteWholeFile(WidePath(narrowPath), EncodeFreq0003(*this, kind)) ? 0 : -1;
+    default: return -1;
+  }
+}
+
+bool MapFileExists(const std::wstring& mapPath, MrqStore* /*store*/) {
+  return FileExists(mapPath);
+}
+
+bool DeleteMapFile(const std::wstring& mapPath, MrqStore* /*store*/, bool /*keepEntry*/) {
+  const FrqType kind = FrqTypeFromPathW(mapPath);
+  if (kind == FrqTypeMrq) return false;
+  const bool deleted = DeleteFileW(mapPath.c_str());
+  if (kind == FrqTypeDio) DeleteDioCompanions(mapPath);
+  return deleted;
+}
+
+int LoadMap(FrqMap& map, const std::wstring& wavePath, FrqType kind, MrqStore* store) {
+  if (const auto path = NarrowPath(MapPathFromWaveW(wavePath, kind))) return map.Load(*path, store);
+  map.Clear();
+  return -1;
+}
+
+int SaveMap(FrqMap& map, const std::wstring& wavePath, FrqType kind, MrqStore* store) {
+  if (const auto path = NarrowPath(MapPathFromWaveW(wavePath, kind))) return map.Save(*path, store);
+  SetLastError(ERROR_PATH_NOT_FOUND);
+  return -1;
+}

@@ -1,0 +1,201 @@
+// The numbers of every resource. The resource compiler reads this header as well, so it holds macros only.
+//
+// Numbers of controls are given per dialog: the same number stands for different controls in different dialogs.
+#pragma once
+
+// Strings.
+#define IDS_DISCARD 130
+#define IDS_NAME 131
+#define IDS_SAVEFAILED 132
+#define IDS_SAVED 133
+#define IDS_COLUMN_NAME 134
+#define IDS_KIND_FRQ 135
+#define IDS_MARK 136
+#define IDS_FILES 137
+#define IDS_COLUMN_EDITED 138
+#define IDS_RESAMPLERFILTER 139  // "|" stands for the terminators of an open dialog's filter
+#define IDS_ASKINITIALIZE 140
+#define IDS_ASKREMOVEALL 141
+#define IDS_ASKCREATEALL 142
+#define IDS_PLAY 143
+#define IDS_STOP 144
+#define IDS_KIND_VS4UFRQ 145
+#define IDS_RANGE_VOCAL 146
+#define IDS_RANGE_MALE 147
+#define IDS_RANGE_FEMALE 148
+#define IDS_RANGE_ALL 149
+#define IDS_RANGE_CUSTOM 150
+#define IDS_FROMTO 151
+#define IDS_KIND_FRC 152
+#define IDS_KIND_PMK 153
+#define IDS_KIND_DIO 154
+#define IDS_CHECKLIBRARYFAILED 155
+#define IDS_COLUMN_TOBECHECKED 156
+#define IDS_ASKMANUAL 157
+#define IDS_KIND_MRQ 158
+#define IDS_NONE 159
+#define IDS_FOLDERNOTFOUND 160
+#define IDS_FILENOTFOUND 161
+#define IDS_WAVEINFO 162
+#define IDS_MONAURAL 163
+#define IDS_STEREO 164
+
+// The editor's menu is the one resource that goes by a name.
+#define IDR_MENU1 L"IDR_MENU1"
+
+// Menu commands.
+#define ID_RECENT_FIRST 2000  // one for each recent folder
+#define ID_RECENT_LAST 2009
+
+#define ID_FILE_EXIT 32771
+#define ID_FILE_SAVE 32772
+#define ID_FILE_SAVEALL 32773
+#define ID_FILE_OPEN 32795
+#define ID_FILE_EDITALL 32799
+#define ID_FILE_RECENT 32858
+
+#define ID_EDIT_RELOAD 32774
+#define ID_EDIT_RELOADALL 32775
+#define ID_EDIT_INITIALIZE 32803
+#define ID_EDIT_INITIALIZEALL 32804
+#define ID_EDIT_REMOVEALL 32806
+#define ID_EDIT_CREATEMISSING 32811
+#define ID_EDIT_CONVERT 32814
+#define ID_EDIT_SELECTALL 32817
+#define ID_EDIT_RELOADSELECTED 32825
+
+#define ID_VIEW_ZOOMIN 32776
+#define ID_VIEW_ZOOMOUT 32777
+#define ID_VIEW_NEXT 32788
+#define ID_VIEW_PREVIOUS 32789
+#define ID_VIEW_THUMBNAIL 32812
+#define ID_VIEW_SPECTRUM 32832
+#define ID_VIEW_COLOR_FIRST 32835
+#define ID_VIEW_COLOR_COOL 32835
+#define ID_VIEW_COLOR_PURPLE 32836
+#define ID_VIEW_COLOR_JADE 32837
+#define ID_VIEW_COLOR_GRASSY 32838
+#define ID_VIEW_COLOR_FLAME 32839
+#define ID_VIEW_COLOR_RUBY 32840
+#define ID_VIEW_COLOR_LAST 32840
+#define ID_VIEW_BRIGHTEN 32843
+#define ID_VIEW_DARKEN 32844
+
+#define ID_TOOL_OPTION 32801
+#define ID_TOOL_CHECK 32822
+#define ID_TOOL_MODIFYALL 32829
+
+#define ID_HELP_ABOUT 32778
+#define ID_HELP_MANUAL 32827
+
+#define IDR_ACCELERATORS 138
+
+// The editor.
+#define IDD_EDITOR 129
+#define IDC_EDITOR_TABLE 1001
+#define IDC_EDITOR_KEY 1002
+#define IDC_EDITOR_FRAMES 1004
+#define IDC_EDITOR_FREQUENCY 1005
+#define IDC_EDITOR_SET 1006
+#define IDC_EDITOR_UPDATE 1007
+#define IDC_EDITOR_TRIPLE 1009
+#define IDC_EDITOR_DOUBLE 1010
+#define IDC_EDITOR_UNVOICE 1011
+#define IDC_EDITOR_HALVE 1012
+#define IDC_EDITOR_THIRD 1013
+#define IDC_EDITOR_AVERAGE 1014
+#define IDC_EDITOR_RELOAD 1015
+#define IDC_EDITOR_KEYFROMSELECTION 1016
+#define IDC_EDITOR_PLAY 1018
+#define IDC_EDITOR_PITCH 1021
+#define IDC_EDITOR_PITCHTEXT 1022
+#define IDC_EDITOR_MODULATION 1033
+#define IDC_EDITOR_FLAGS 1034
+#define IDC_EDITOR_DIRECT 1035
+// The labels of the preview have ids in the Japanese form only, where they are greyed together with their boxes.
+#define IDC_EDITOR_PITCHLABEL 1036
+#define IDC_EDITOR_MODULATIONLABEL 1037
+#define IDC_EDITOR_PERCENTLABEL 1038
+#define IDC_EDITOR_FLAGSLABEL 1039
+#define IDC_EDITOR_WAVEINFO 1045
+
+// The syllable list.
+#define IDD_FILELIST 131
+#define IDC_LIST_FILES 1010
+
+// The about box.
+#define IDD_ABOUT 139
+#define IDC_ABOUT_NAME 1011
+
+// Options.
+#define IDD_OPTION 140
+#define IDC_OPTION_RESAMPLER 1012
+#define IDC_OPTION_BROWSE 1013
+#define IDC_OPTION_PARALLEL 1044
+#define IDC_OPTION_DELETELLSM 1051
+
+// The progress of creating or converting maps.
+#define IDD_CREATEFRQ 141
+#define IDC_CREATEFRQ_FILE 1014
+#define IDC_CREATEFRQ_PROGRESS 1015
+
+// Thumbnails.
+#define IDD_THUMBNAIL 142
+#define IDC_THUMBNAIL_NONE 1023
+
+// What vs4ufrq maps are made from.
+#define IDD_OPTIONVS4UFRQ 143
+#define IDC_VS4UFRQ_PRESET 1024
+#define IDC_VS4UFRQ_LOWNOTE 1025
+#define IDC_VS4UFRQ_LOWOCTAVE 1026
+#define IDC_VS4UFRQ_HIGHNOTE 1027
+#define IDC_VS4UFRQ_HIGHOCTAVE 1028
+#define IDC_VS4UFRQ_USEFRQ 1030
+
+// Converting maps to another kind.
+#define IDD_CONVERT 144
+#define IDC_CONVERT_ONE 1032
+#define IDC_CONVERT_ALL 1033
+#define IDC_CONVERT_TO 1034
+#define IDC_CONVERT_FROM 1043
+
+// The settings of a check.
+#define IDD_CHECK 146
+#define IDC_CHECK_LOWNOTE 1025
+#define IDC_CHECK_LOWOCTAVE 1026
+#define IDC_CHECK_HIGHNOTE 1027
+#define IDC_CHECK_HIGHOCTAVE 1028
+#define IDC_CHECK_TRANSITION 1041
+#define IDC_CHECK_BEGINNING 1042
+#define IDC_CHECK_END 1043
+
+// The bar that walks through what a check has marked.
+#define IDD_MODIFY 147
+#define IDC_MODIFY_PREVIOUS 1042
+#define IDC_MODIFY_NEXT 1043
+#define IDC_MODIFY_MODIFY 1044
+#define IDC_MODIFY_MODIFYALL 1045
+#define IDC_MODIFY_IGNORE 1046
+
+// The warning about a folder in which writing is restricted.
+#define IDD_VIRTUALSTORE 148
+#define IDC_VIRTUALSTORE_ICON 1048
+#define IDC_VIRTUALSTORE_FOLDER 1049
+#define IDC_VIRTUALSTORE_LINK 1050
+
+// What to initialize of an mrq map: one syllable, and all of them.
+#define IDD_INITMRQ 150
+#define IDD_INITMRQALL 151
+#define IDC_INITMRQ_BOTH 1052
+#define IDC_INITMRQ_ONLYLLSM 1053
+
+// Pictures.
+#define IDI_MARLIT 128
+#define IDC_CURSOR_SELECT 1024
+#define IDC_CURSOR_PEN 1025
+#define IDC_CURSOR_ERASE 1026
+
+// Controls that no code asks for, as the resource compiler's own headers call them.
+#ifndef IDC_STATIC
+#define IDC_STATIC -1
+#endif

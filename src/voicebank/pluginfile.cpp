@@ -1,0 +1,5 @@
+#include "voicebank/pluginfile.h"
+
+bool IsPluginFile(const std::wstring&) {
+  return false;
+}

@@ -1,0 +1,116 @@
+#include "window/dialogbase.h"
+
+namespace {
+
+constexpr wchar_t kDialogProperty[] = L"{97C9657A-B5C4-4eae-BE4C-AD2144ACD85E}";
+
+INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_INITDIALOG) {
+    auto* const created = reinterpret_cast<CDlgBase*>(lParam);
+    created->Hwnd = window;
+    SetPropW(window, kDialogProperty, created);
+  }
+  auto* const dialog = static_cast<CDlgBase*>(GetPropW(window, kDialogProperty));
+  return dialog ? dialog->OnDialogMessage(message, wParam, lParam) : 0;
+}
+
+}  // namespace
+
+int CDlgBase::Run(bool modeless) {
+  const HWND owner = ParentWindow ? ParentWindow : GetActiveWindow();
+  const HINSTANCE module = GetModuleHandleW(nullptr);
+  const wchar_t* const dialogTemplate = MAKEINTRESOURCEW(GetTemplateId());
+  const auto self = reinterpret_cast<LPARAM>(this);
+  Modeless = modeless;
+  if (!modeless) {
+    const auto result = static_cast<int>(DialogBoxParamW(module, dialogTemplate, owner, DialogProc, self));
+    OnDialogEnd();
+    return result;
+  }
+  const HWND window = CreateDialogParamW(module, dialogTemplate, owner, DialogProc, self);
+  if (!window) return -1;
+  ShowWindow(window, SW_SHOW);
+  RunLoop();
+  OnDialogEnd();
+  return Result;
+}
+
+void CDlgBase::RunLoop() {
+  MSG message;
+  for (;;) {
+    const BOOL got = GetMessageW(&message, nullptr, 0, 0);
+    if (got == 0 || got == -1) return;
+    if (Accelerators && TranslateAcceleratorW(Hwnd, Accelerators, &message)) continue;
+    if (IsDialogMessageW(Hwnd, &message)) continue;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+}
+
+INT_PTR CDlgBase::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_INITDIALOG: return OnInitDialog(lParam);
+    case WM_MENUSELECT: DispatchMenuSelect(wParam, lParam); return 1;
+    case WM_DESTROY:
+    case WM_SIZE:
+    case WM_ACTIVATE:
+    case WM_GETMINMAXINFO:
+    case WM_NOTIFY:
+    case WM_COMMAND:
+    case WM_HSCROLL:
+    case WM_VSCROLL:
+    case WM_MOUSEWHEEL:
+    case WM_ENTERSIZEMOVE:
+    case WM_EXITSIZEMOVE:
+    case WM_DROPFILES: Dispatch(Hwnd, message, wParam, lParam); return 1;
+    default: return 0;
+  }
+}
+
+LRESULT CDlgBase::DispatchMenuSelect(WPARAM wParam, LPARAM lParam) {
+  const auto menu = reinterpret_cast<HMENU>(lParam);
+  const UINT item = LOWORD(wParam);
+  const int flags = HIWORD(wParam) == 0xFFFF ? -1 : HIWORD(wParam);
+  const bool opensSubMenu = flags != -1 && (flags & MF_POPUP);
+  if (opensSubMenu) return OnMenuSelect(0, flags, GetSubMenu(menu, static_cast<int>(item)), menu);
+  return OnMenuSelect(item, flags, nullptr, menu);
+}
+
+LRESULT CDlgBase::OnDestroy() {
+  if (Modeless) PostQuitMessage(Result);
+  return 0;
+}
+
+LRESULT CDlgBase::OnCommand(WPARAM wParam, UINT, HWND) {
+  if (LOWORD(wParam) == IDOK) OnOK();
+  if (LOWORD(wParam) == IDCANCEL) OnCancel();
+  return 0;
+}
+
+LRESULT CDlgBase::OnNotify(WPARAM, NMHDR*) {
+  return 1;
+}
+LRESULT CDlgBase::OnMenuSelect(UINT, int, HMENU, HMENU) {
+  return 1;
+}
+void CDlgBase::OnOK() {
+  End(IDOK);
+}
+void CDlgBase::OnCancel() {
+  End(IDCANCEL);
+}
+void CDlgBase::OnDialogEnd() {}
+
+INT_PTR CDlgBase::Answered() {
+  SetWindowLongPtrW(Hwnd, DWLP_MSGRESULT, 0);
+  return 1;
+}
+
+void CDlgBase::End(int result) {
+  Result = result;
+  if (Modeless) {
+    DestroyWindow(Hwnd);
+  } else {
+    EndDialog(Hwnd, result);
+  }
+}

@@ -1,0 +1,31 @@
+#include "window/flatbutton.h"
+
+#include "base/handle.h"
+#include "base/text.h"
+
+bool CFlatButton::Draw(HDC dc, const RECT& client) {
+  const Pen frame(CreatePen(PS_SOLID, 1, GetSysColor(COLOR_BTNTEXT)));
+  const SelectGuard selectPen(dc, frame.get());
+  const SelectGuard selectBrush(dc, GetSysColorBrush(COLOR_3DFACE));
+  Rectangle(dc, client.left, client.top, client.right, client.bottom);
+  const std::wstring text = WindowText(Hwnd);
+  RECT area = client;
+  const int oldMode = SetBkMode(dc, TRANSPARENT);
+  DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &area, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+  SetBkMode(dc, oldMode);
+  return true;
+}
+
+LRESULT CFlatButton::OnLButtonDblClk(WPARAM, int, int) {
+  const HWND window = Hwnd;
+  const auto id = static_cast<WORD>(GetDlgCtrlID(window));
+  SendMessageW(GetParent(window), WM_COMMAND, MAKEWPARAM(id, BN_DOUBLECLICKED), reinterpret_cast<LPARAM>(window));
+  return 0;
+}
+
+const wchar_t* CFlatButton::GetWindowClassName() const {
+  return L"FlatButtonControl";
+}
+UINT CFlatButton::GetClassStyle(UINT defaultStyle) const {
+  return defaultStyle | CS_DBLCLKS;
+}

@@ -1,0 +1,14 @@
+// CFlatButton: a small flat button that acts on a double click alone.
+//
+// Its commands change a whole range of frames, so that a stray click must do nothing.
+#pragma once
+
+#include "window/controlbase.h"
+
+class CFlatButton : public CCtrlBase {
+ public:
+  bool Draw(HDC dc, const RECT& client) override;
+  LRESULT OnLButtonDblClk(WPARAM keys, int x, int y) override;
+  const wchar_t* GetWindowClassName() const override;
+  UINT GetClassStyle(UINT defaultStyle) const override;
+};

@@ -1,0 +1,38 @@
+#include "window/subclass.h"
+
+namespace {
+
+constexpr wchar_t kSubclassProperty[] = L"{8BC1469F-72BD-4b5b-8DDD-820FFCCB954D}";
+
+// The property is there for as long as this procedure is.
+LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto* const object = static_cast<CSubclassWindow*>(GetPropW(window, kSubclassProperty));
+  return object->OnMessage(window, message, wParam, lParam);
+}
+
+}  // namespace
+
+bool IsSubclassed(HWND window) {
+  return GetPropW(window, kSubclassProperty) != nullptr;
+}
+
+void BindSubclass(HWND window, CSubclassWindow* object) {
+  object->Hwnd = window;
+  // The property first: from the next line on the procedure looks for it.
+  SetPropW(window, kSubclassProperty, object);
+  object->PreviousProc =
+      reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SubclassProc)));
+}
+
+LRESULT CSubclassWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message != WM_DESTROY) return CallPrevious(message, wParam, lParam);
+  SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(PreviousProc));
+  RemovePropW(window, kSubclassProperty);
+  const LRESULT result = CallPrevious(message, wParam, lParam);
+  delete this;
+  return result;
+}
+
+LRESULT CSubclassWindow::CallPrevious(UINT message, WPARAM wParam, LPARAM lParam) {
+  return CallWindowProcW(PreviousProc, Hwnd, message, wParam, lParam);
+}
