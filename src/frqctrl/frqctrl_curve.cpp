@@ -1,0 +1,113 @@
+// CFrqCtrl: the curve of a map, a square marker for each frame with a pitch and the lines that join them.
+#include "frqctrl/frqctrl.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "frqctrl/drawing.h"
+
+namespace {
+
+enum CurveInk { InkPlain, InkSelected, InkUnvoiced, CurveInkCount };
+
+struct CurveValue {
+  double Hz;  // shown if it is above FrqNoPitch
+  bool Voiced;
+};
+
+CurveValue ValueOf(const FrqFrame& frame, bool suggested) {
+  if (!suggested) return {frame.Frequency, frame.Voiced};
+  return {frame.Mark != 0 ? frame.SuggestedFrequency : FrqNoPitch, true};
+}
+
+CurveInk InkOf(bool voiced, bool selected) {
+  if (!voiced) return InkUnvoiced;
+  return selected ? InkSelected : InkPlain;
+}
+
+// Joins points, with one Polyline for as long as the ink stays the same: the same pixels as a LineTo for each segment
+// gives, in a quarter of the time.
+class CurveLine {
+ public:
+  CurveLine(HDC dc, const std::array<COLORREF, CurveInkCount>& colors, double penWidth) : dc_(dc) {
+    for (std::size_t i = 0; i < pens_.size(); ++i) pens_[i] = SolidPen(penWidth, colors[i]);
+  }
+
+  // A segment is selected if either end is, and unvoiced if its right end is.
+  void Add(const POINT& point, bool voiced, bool selected) {
+    const CurveInk ink = InkOf(voiced, selected || lastSelected_);
+    if (points_.size() > 1 && ink != ink_) {
+      const POINT joint = points_.back();
+      Break();
+      points_.push_back(joint);
+    }
+    points_.push_back(point);
+    ink_ = ink;
+    lastSelected_ = selected;
+  }
+
+  // Draws what is pending; the next point begins a new line.
+  void Break() {
+    if (points_.size() > 1) {
+      const SelectGuard selectPen(dc_, pens_[ink_].get());
+      Polyline(dc_, points_.data(), static_cast<int>(points_.size()));
+    }
+    points_.clear();
+  }
+
+ private:
+  HDC dc_;
+  std::array<Pen, CurveInkCount> pens_;
+  std::vector<POINT> points_;
+  CurveInk ink_ = InkPlain;    // of the segments of points_
+  bool lastSelected_ = false;  // the frame of the last point
+};
+
+// One curve: what it shows and how large its markers are.
+struct Curve {
+  const TableGeometry& Table;
+  const FrqMap& Map;
+  bool Suggested;  // the frequencies that the check offers, at marked frames only
+  int MarkerSize;  // pixels
+
+  int ToY(double hz) const { return Table.FrequencyToY(hz, Table.PlotRect.bottom); }
+};
+
+void DrawMarkers(HDC dc, const Curve& curve, const std::array<COLORREF, CurveInkCount>& colors) {
+  std::array<Brush, CurveInkCount> brushes;
+  for (std::size_t i = 0; i < brushes.size(); ++i) brushes[i] = SolidBrush(colors[i]);
+  const int size = curve.MarkerSize;
+  WalkFrames(curve.Table, curve.Map, [&](const FrqFrame& frame, double x) {
+    const CurveValue value = ValueOf(frame, curve.Suggested);
+    if (!(value.Hz > FrqNoPitch)) return;
+    const int top = curve.ToY(value.Hz) - size / 2;
+    const Brush& brush = brushes[InkOf(value.Voiced, frame.Selected)];
+    Fill(dc, brush, {static_cast<int>(x), top, static_cast<int>(x + size), top + size});
+  });
+}
+
+// A frame without a shown value breaks the line; an unvoiced one does not.
+void DrawLines(HDC dc, const Curve& curve, const std::array<COLORREF, CurveInkCount>& colors) {
+  CurveLine line(dc, colors, curve.Table.DpiScaleY);
+  WalkFrames(curve.Table, curve.Map, [&](const FrqFrame& frame, double x) {
+    const CurveValue value = ValueOf(frame, curve.Suggested);
+    if (value.Hz > FrqNoPitch) {
+      line.Add({static_cast<int>(x + curve.MarkerSize / 2), curve.ToY(value.Hz)}, value.Voiced, frame.Selected);
+    } else {
+      line.Break();
+    }
+  });
+  line.Break();
+}
+
+}  // namespace
+
+void CFrqCtrl::DrawCurve(HDC dc, const FrqMap& map, COLORREF color, COLORREF selectedColor, bool suggested) {
+  const std::array<COLORREF, CurveInkCount> colors = {color, selectedColor, Colors[ColorUnvoiced]};
+  const int markerSize = std::max(static_cast<int>(Geometry.ColumnWidth() * 8.0 / 10.0), 2);
+  const Curve curve{Geometry, map, suggested, markerSize};
+  // All lines lie over all markers.
+  DrawMarkers(dc, curve, colors);
+  DrawLines(dc, curve, colors);
+}
