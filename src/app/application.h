@@ -1,0 +1,7 @@
+// The process: what runs before any window exists, the hand-over to the two threads, and the end.
+#pragma once
+
+#include <string>
+
+// Runs the program on an argument, empty for none, until its windows have gone. The exit code.
+int RunApplication(const std::wstring& argument);

@@ -1,0 +1,34 @@
+// The commands of the editor's menu as rows of a table, and the walk that carries their state into the menu.
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+class CEditorDlg;
+
+// What the menu's state hangs on, collected once for all commands.
+struct EditorState {
+  int rows = 0;          // of the syllable list
+  int selectedRow = -1;  //
+  int mapCount = 0;      // rows that have a map
+  bool selectedHasMap = false;
+  bool currentEdited = false;
+  bool anyEdited = false;
+  bool anyMarks = false;
+  int zoomCount = 0;
+  int zoom = 0;
+  bool pluginMode = false;
+};
+
+struct EditorCommand {
+  using Test = bool (*)(const EditorState&);
+
+  UINT id;
+  void (CEditorDlg::*handler)(UINT id);  // null: nothing answers the command in this version, and its item is grey
+  Test enabled = nullptr;                // null: always
+  Test removed = nullptr;                // taken out of the menu for good; null: never
+};
+
+// Enables, greys and removes the items of the menu and all its submenus. Items without a row are left alone.
+void ApplyCommandState(HMENU menu, const std::vector<EditorCommand>& commands, const EditorState& state);

@@ -1,0 +1,131 @@
+#include "app/editordlg.h"
+
+#include <commctrl.h>
+
+#include "app/filelistdlg.h"
+#include "base/registry.h"
+#include "base/text.h"
+#include "resources/ids.h"
+#include "voicebank/pluginfile.h"
+#include "window/realnumberbox.h"
+#include "window/subclassedlistbox.h"
+
+namespace {
+
+constexpr wchar_t kPlacementValue[] = L"EditorDlg";
+constexpr wchar_t kZoomValue[] = L"FrqCtrlZoom";
+
+constexpr int kNumberBoxLimit = 16;  // characters
+constexpr int kPitchSteps = 24;      // a semitone each, the middle one being no change
+
+// Waits for a window of another thread to go. After some ten seconds the wait gives up and things go on regardless.
+void WaitForWindowToGo(HWND window) {
+  for (int attempt = 0; attempt < 99 && IsWindow(window); ++attempt) Sleep(100);
+}
+
+DWORD ProcessorCount() {
+  SYSTEM_INFO info;
+  GetSystemInfo(&info);
+  return info.dwNumberOfProcessors;
+}
+
+}  // namespace
+
+CEditorDlg::CEditorDlg(const std::wstring& argument)
+    : ReadyEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+      MaxParallelCount(ProcessorCount()),
+      PluginMode(!argument.empty() && IsPluginFile(argument)) {}
+
+INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
+  RememberLayout();
+  PrepareControls();
+  MakeTempFolder();
+  ReloadCurrentMap();
+  ShowFrames();
+  EnableWindow(Item(IDC_EDITOR_FREQUENCY), TRUE);
+  EnableWindow(Item(IDC_EDITOR_SET), TRUE);
+  BuildRecentMenu();
+  Table().SetViewMode(ViewMode);
+  Table().SetBrightness(Brightness);
+  Table().SetColorTable(Color);
+  RestoreWindowPlacement(Hwnd, kPlacementValue);
+  int zoom = 0;
+  if (RegReadValue(kZoomValue, zoom)) Table().SetZoom(zoom);
+  SetEvent(ReadyEvent.get());
+  return 1;
+}
+
+void CEditorDlg::PrepareControls() {
+  for (const int box : {IDC_EDITOR_KEY, IDC_EDITOR_FREQUENCY}) {
+    SendDlgItemMessageW(Hwnd, box, EM_LIMITTEXT, kNumberBoxLimit, 0);
+    SubclassControl<CTextBoxRealNumberCtrl>(Item(box));
+  }
+  SubclassControl<CSubclassedListbox>(Item(IDC_EDITOR_FRAMES));
+  SendDlgItemMessageW(Hwnd, IDC_EDITOR_PITCH, TBM_SETRANGE, TRUE, MAKELPARAM(0, kPitchSteps));
+  SendDlgItemMessageW(Hwnd, IDC_EDITOR_PITCH, TBM_SETPOS, TRUE, kPitchSteps / 2);
+  SetDlgItemTextW(Hwnd, IDC_EDITOR_MODULATION, L"0");
+}
+
+void CEditorDlg::MakeTempFolder() {
+  wchar_t folder[MAX_PATH + 1] = L"";
+  GetTempPathW(MAX_PATH + 1, folder);
+  TempFolder = folder + FormatText(L"marlit_%d_%d", GetCurrentProcessId(), GetCurrentThreadId());
+  CreateDirectoryW(TempFolder.c_str(), nullptr);
+}
+
+// The files directly in it, and then the folder, which stays if a folder was put into it.
+void CEditorDlg::RemoveTempFolder() {
+  WIN32_FIND_DATAW item;
+  FindHandle find(FindFirstFileW((TempFolder + L"\\*.*").c_str(), &item));
+  if (find) {
+    do {
+      if (item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) continue;
+      DeleteFileW((TempFolder + L"\\" + item.cFileName).c_str());
+    } while (FindNextFileW(find.get(), &item));
+    find.reset();  // an open search would keep the folder
+  }
+  RemoveDirectoryW(TempFolder.c_str());
+}
+
+// The one orderly way out: the close box, Exit and Escape all come here. The list goes first, then this window.
+void CEditorDlg::OnCancel() {
+  if (!ConfirmDiscard()) return;
+  ToList().Cancel();
+  WaitForWindowToGo(FileList->Hwnd);
+  End(IDCANCEL);
+}
+
+LRESULT CEditorDlg::OnDestroy() {
+  SaveWindowPlacement(Hwnd, kPlacementValue);
+  RegWriteValue(kZoomValue, Table().Zoom());
+  SaveSettings();
+  RemoveTempFolder();
+  return CDlgBase::OnDestroy();
+}
+
+// Enter in the window ends nothing.
+void CEditorDlg::OnOK() {}
+
+INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case EDM_SETMAP: OnSetMap(reinterpret_cast<FrqMap*>(wParam), reinterpret_cast<FrqMap*>(lParam)); return Answered();
+    case EDM_SETSYLLABLE: OnSetSyllable(reinterpret_cast<const wchar_t*>(lParam)); return Answered();
+    case EDM_UPDATESTATE: UpdateState(); return Answered();
+    case EDM_FOLDEROPENED: OnFolderOpened(reinterpret_cast<const wchar_t*>(lParam)); return Answered();
+    case EDM_REFRESHMAP: OnRefreshMap(lParam != 0); return Answered();
+    default: return CDlgBase::OnDialogMessage(message, wParam, lParam);
+  }
+}
+
+std::unique_ptr<CDlgBase> CEditorDlg::CreateInstance() const {
+  return std::make_unique<CEditorDlg>(std::wstring());
+}
+int CEditorDlg::GetTemplateId() const {
+  return IDD_EDITOR;
+}
+FileListSender CEditorDlg::ToList() const {
+  return FileListSender(FileList->Hwnd);
+}
+FrqCtrlSender CEditorDlg::Table() const {
+  return FrqCtrlSender(Item(IDC_EDITOR_TABLE));
+}

@@ -1,0 +1,123 @@
+// CEditorDlg: the main window, with the frames of one map, its boxes and commands, and the frequency table.
+//
+// It runs on the main thread and owns no map: it shows and edits those of the syllable that the list has handed over,
+// and asks the list for all else through messages.h. Sources: editordlg.cpp is the window from its start to its end,
+// _settings what it keeps in the registry, _state the commands and what enables them, _layout its sizes, _frames the
+// frame list and the boxes, _saving what becomes of edits, _folders how voicebanks are opened.
+#pragma once
+
+#include <list>
+#include <string>
+
+#include "app/commandtable.h"
+#include "app/messages.h"
+#include "base/handle.h"
+#include "frqctrl/frqctrlmessages.h"
+#include "frqmap/frqmap.h"
+#include "window/dialogbase.h"
+
+class CFileListDlg;
+
+class CEditorDlg : public CDlgBase {
+ public:
+  // `argument`: what the process was given, empty for nothing.
+  explicit CEditorDlg(const std::wstring& argument);
+
+  // The two dialogs know each other; set before either thread starts.
+  CFileListDlg* FileList = nullptr;
+  // Set when this window is complete. Until then the list may tell of an opened folder and of nothing else.
+  EventHandle ReadyEvent;
+
+  // Before either window exists.
+  void LoadSettings();
+
+  LRESULT OnDestroy() override;
+  LRESULT OnSize(WPARAM kind, int width, int height) override;
+  LRESULT OnHScroll(UINT code, int position, HWND scrollBar) override;
+  LRESULT OnGetMinMaxInfo(MINMAXINFO* info) override;
+  LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
+  LRESULT OnMouseWheel(WPARAM keys, int x, int y, int delta) override;
+  INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  INT_PTR OnInitDialog(LPARAM lParam) override;
+  LRESULT OnMenuSelect(UINT item, int flags, HMENU subMenu, HMENU menu) override;
+  void OnOK() override;
+  void OnCancel() override;
+  std::unique_ptr<CDlgBase> CreateInstance() const override;
+  int GetTemplateId() const override;
+
+ private:
+  // Start and end.
+  void RememberLayout();
+  void PrepareControls();
+  void MakeTempFolder();
+  void RemoveTempFolder();
+  void SaveSettings();
+  void ApplyResamplerKind();
+
+  // Commands and state.
+  static const std::vector<EditorCommand>& Commands();
+  EditorState CollectState() const;
+  void UpdateState();
+  bool RunCommand(UINT id);
+  void RunControlCommand(UINT id, UINT code);
+  void OnExit(UINT id);
+  void OnZoom(UINT id);
+  void OnNeighbour(UINT id);
+
+  // What the list tells.
+  void OnSetMap(FrqMap* saved, FrqMap* map);
+  void OnSetSyllable(const wchar_t* wavePath);
+  void OnRefreshMap(bool rebuildFrames);
+  void OnFolderOpened(const wchar_t* folder);
+  std::wstring WaveInformation() const;
+
+  // Frames.
+  void ShowFrames();
+  void ShowKey();
+  void SendLimits();
+  void UpdateFrameRow(int row, bool select, double frequency);
+  void RefreshFrequencyBox();
+  void OnFrameListSelChange();
+  void OnSelectAll(UINT id);
+  void OnSetFrequency();
+  void OnKeyEdited();
+  double Clamp(double hz) const;
+  double FrequencyOfRow(int row) const;
+
+  // Saving.
+  bool ConfirmDiscard();
+  void OnSave(UINT id);
+  void OnSaveAll(UINT id);
+  void FinishSave(DWORD error);
+  void ReloadCurrentMap();
+
+  // Folders.
+  void OnOpen(UINT id);
+  void OnRecentFolder(UINT id);
+  void OpenFolderWaiting(const std::wstring& path);
+  void BuildRecentMenu();
+
+  FileListSender ToList() const;
+  FrqCtrlSender Table() const;
+
+  std::wstring CurrentPath;      // the wave shown now
+  FrqMap* CurrentMap = nullptr;  // working map of the current syllable; the list's
+  FrqMap* SavedMap = nullptr;    // last saved copy of the same; the list's
+  std::wstring ResamplerPath;
+  bool ResamplerChanged = false;   // since the start, so that it must be written back
+  ::FrqType FrqType = FrqTypeFrq;  // the kind at work, which the resampler decides
+  DWORD MaxParallelCount = 1;      // most creations that run at once
+  bool AutoDeleteLlsm = true;      // delete a syllable's .llsm file when its map is saved
+  int ViewMode = 0;                // the control's start values; read back from it only at the end
+  int Brightness = 0;
+  int Color = 0;
+  int MinTrackWidth = 0;  // the size of the window when it was made is its smallest
+  int MinTrackHeight = 0;
+  int BottomMargin = 0;                   // from the frame list to the bottom of the window
+  bool ShowingKey = false;                // ShowKey writes the key box: no edit of the user's
+  bool PluginMode = false;                // started on a plug-in file of the host
+  bool AllSyllables = false;              // in plug-in mode: the whole voicebank was asked for
+  std::wstring TempFolder;                // private to this process, for scratch files
+  std::list<std::wstring> RecentFolders;  // the newest first
+  HMENU RecentMenu = nullptr;             // hangs in the File menu, which owns it
+};

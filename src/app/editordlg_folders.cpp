@@ -1,0 +1,113 @@
+// How voicebanks are opened from the running editor, and the folders that were opened before.
+#include <windows.h>
+#include <shlwapi.h>
+
+#include "app/editordlg.h"
+#include "app/filelistdlg.h"
+#include "base/text.h"
+#include "dialogs/folderpicker.h"
+#include "resources/ids.h"
+#include "voicebank/inifile.h"
+#include "window/waitcursor.h"
+
+namespace {
+
+// A single "&" would be taken for an access key.
+std::wstring DoubleAmpersands(const std::wstring& text) {
+  std::wstring doubled;
+  for (const wchar_t character : text) doubled.append(character == L'&' ? 2 : 1, character);
+  return doubled;
+}
+
+void InsertRecentItem(HMENU menu, UINT position, UINT id, UINT state, std::wstring text) {
+  MENUITEMINFOW item{};
+  item.cbSize = sizeof(item);
+  item.fMask = MIIM_ID | MIIM_DATA | MIIM_STATE | MIIM_STRING | MIIM_FTYPE;
+  item.fType = MFT_STRING;
+  item.fState = state;
+  item.wID = id;
+  item.dwItemData = position;
+  item.dwTypeData = text.data();
+  InsertMenuItemW(menu, position, TRUE, &item);
+}
+
+}  // namespace
+
+void CEditorDlg::OnOpen(UINT) {
+  if (!ConfirmDiscard()) return;
+  std::wstring folder;
+  if (BrowseForFolder(Hwnd, folder) == 0) OpenFolderWaiting(folder);
+}
+
+void CEditorDlg::OpenFolderWaiting(const std::wstring& path) {
+  const WaitCursor waiting;
+  ToList().OpenFolder(path.c_str());
+}
+
+// The list waits while this runs.
+void CEditorDlg::OnFolderOpened(const wchar_t* folder) {
+  if (!PluginMode) {
+    RecentFolders.remove(folder);
+    RecentFolders.push_front(folder);
+    BuildRecentMenu();
+  }
+  Table().SetMaps(SavedMap, CurrentMap);
+  Table().DropLayer();
+  Table().RepaintNow();
+  ShowFrames();
+  UpdateState();
+  SetWindowTextW(Hwnd, VoicebankCaption(folder).c_str());
+}
+
+void CEditorDlg::OnRecentFolder(UINT id) {
+  MENUITEMINFOW item{};
+  item.cbSize = sizeof(item);
+  item.fMask = MIIM_DATA;
+  if (!GetMenuItemInfoW(RecentMenu, id, FALSE, &item) || item.dwItemData >= RecentFolders.size()) return;
+  if (!ConfirmDiscard()) return;
+  // A copy: the list of folders changes under it.
+  const std::wstring path = *std::next(RecentFolders.begin(), static_cast<std::ptrdiff_t>(item.dwItemData));
+  if (PathIsDirectoryW(path.c_str())) {
+    OpenFolderWaiting(path);
+    return;
+  }
+  ShowMessage(Hwnd, LoadResString(IDS_FOLDERNOTFOUND) + L"\r\n\r\n" + path, MB_ICONWARNING);
+  RecentFolders.remove(path);
+  BuildRecentMenu();
+}
+
+// The newest ten, with the keys 1 to 9 and 0.
+void CEditorDlg::BuildRecentMenu() {
+  const HMENU fileMenu = GetSubMenu(GetMenu(Hwnd), 0);
+  if (!fileMenu) return;
+  MENUITEMINFOW host{};
+  host.cbSize = sizeof(host);
+  if (PluginMode) {
+    host.fMask = MIIM_STATE;
+    host.fState = MFS_DISABLED | MFS_GRAYED;
+    SetMenuItemInfoW(fileMenu, ID_FILE_RECENT, FALSE, &host);
+    return;
+  }
+  if (RecentMenu) {
+    for (int last = GetMenuItemCount(RecentMenu) - 1; last >= 0; --last) {
+      RemoveMenu(RecentMenu, static_cast<UINT>(last), MF_BYPOSITION);
+    }
+  } else {
+    RecentMenu = CreateMenu();
+    host.fMask = MIIM_SUBMENU;
+    host.hSubMenu = RecentMenu;
+    SetMenuItemInfoW(fileMenu, ID_FILE_RECENT, FALSE, &host);
+  }
+  if (RecentFolders.empty()) {
+    InsertRecentItem(RecentMenu, 0, 0, MFS_DISABLED | MFS_GRAYED, LoadResString(IDS_NONE));
+    return;
+  }
+  UINT position = 0;
+  for (const std::wstring& folder : RecentFolders) {
+    if (position > ID_RECENT_LAST - ID_RECENT_FIRST) break;
+    const int number = static_cast<int>(position) + 1;
+    const std::wstring text = FormatText(L"%d %s(&%d)", number, DoubleAmpersands(folder).c_str(), number % 10);
+    InsertRecentItem(RecentMenu, position, ID_RECENT_FIRST + position, MFS_ENABLED, text);
+    ++position;
+  }
+}

@@ -1,0 +1,164 @@
+// The commands of the editor, what enables each, and what it does with what the list tells.
+#include <windows.h>
+
+#include "app/editordlg.h"
+#include "app/filelistdlg.h"
+#include "base/text.h"
+#include "resources/ids.h"
+#include "voicebank/waveheader.h"
+
+// Every command of the menu has its row here and nowhere else.
+const std::vector<EditorCommand>& CEditorDlg::Commands() {
+  using S = const EditorState&;
+  static constexpr auto inPluginMode = [](S s) { return s.pluginMode; };
+  static constexpr auto notInPluginMode = [](S s) { return !s.pluginMode; };
+  static constexpr auto currentEdited = [](S s) { return s.currentEdited; };
+  static constexpr auto anyEdited = [](S s) { return s.anyEdited; };
+  static constexpr auto always = [](S) { return true; };
+  using E = CEditorDlg;
+  static const std::vector<EditorCommand> commands = {
+      {ID_FILE_OPEN, &E::OnOpen, notInPluginMode, inPluginMode},
+      {ID_FILE_EDITALL, nullptr, inPluginMode, notInPluginMode},
+      {ID_FILE_SAVE, &E::OnSave, currentEdited},
+      {ID_FILE_SAVEALL, &E::OnSaveAll, anyEdited},
+      {ID_FILE_EXIT, &E::OnExit},
+      {ID_EDIT_RELOADSELECTED, nullptr},
+      {ID_EDIT_RELOAD, nullptr},
+      {ID_EDIT_RELOADALL, nullptr},
+      {ID_EDIT_SELECTALL, &E::OnSelectAll},
+      {ID_EDIT_INITIALIZE, nullptr},
+      {ID_EDIT_INITIALIZEALL, nullptr},
+      {ID_EDIT_CREATEMISSING, nullptr},
+      {ID_EDIT_REMOVEALL, nullptr},
+      {ID_EDIT_CONVERT, nullptr},
+      {ID_VIEW_ZOOMIN, &E::OnZoom, [](S s) { return s.zoom < s.zoomCount - 1; }},
+      {ID_VIEW_ZOOMOUT, &E::OnZoom, [](S s) { return s.zoom > 0; }},
+      {ID_VIEW_PREVIOUS, &E::OnNeighbour, [](S s) { return s.selectedRow > 0; }},
+      {ID_VIEW_NEXT, &E::OnNeighbour, [](S s) { return s.selectedRow < s.rows - 1; }},
+      {ID_VIEW_SPECTRUM, nullptr},
+      {ID_VIEW_COLOR_COOL, nullptr},
+      {ID_VIEW_COLOR_PURPLE, nullptr},
+      {ID_VIEW_COLOR_JADE, nullptr},
+      {ID_VIEW_COLOR_GRASSY, nullptr},
+      {ID_VIEW_COLOR_FLAME, nullptr},
+      {ID_VIEW_COLOR_RUBY, nullptr},
+      {ID_VIEW_BRIGHTEN, nullptr},
+      {ID_VIEW_DARKEN, nullptr},
+      {ID_VIEW_THUMBNAIL, nullptr},
+      {ID_TOOL_CHECK, nullptr},
+      // Reached from the modify bar only: its item stands in the menu's template and goes at the first update.
+      {ID_TOOL_MODIFYALL, nullptr, nullptr, always},
+      {ID_TOOL_OPTION, nullptr},
+      {ID_HELP_MANUAL, nullptr},
+      {ID_HELP_ABOUT, nullptr},
+  };
+  return commands;
+}
+
+EditorState CEditorDlg::CollectState() const {
+  const FileListSender list = ToList();
+  EditorState state;
+  state.rows = list.Count();
+  state.selectedRow = list.Selection();
+  state.mapCount = list.CountMaps();
+  state.selectedHasMap = state.selectedRow >= 0 && list.HasMap(state.selectedRow);
+  state.currentEdited = list.IsCurrentEdited();
+  state.anyEdited = list.IsAnyEdited();
+  state.anyMarks = list.IsAnyFailed();
+  state.zoomCount = Table().ZoomCount();
+  state.zoom = Table().Zoom();
+  state.pluginMode = PluginMode;
+  return state;
+}
+
+void CEditorDlg::UpdateState() {
+  const EditorState state = CollectState();
+  ApplyCommandState(GetMenu(Hwnd), Commands(), state);
+  EnableWindow(Item(IDC_EDITOR_PITCH), state.selectedHasMap);
+  EnableWindow(Item(IDC_EDITOR_PLAY), state.selectedHasMap);
+}
+
+LRESULT CEditorDlg::OnMenuSelect(UINT, int, HMENU, HMENU) {
+  UpdateState();
+  return 1;
+}
+
+LRESULT CEditorDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
+  const UINT id = LOWORD(wParam);
+  if (RunCommand(id)) return 0;
+  if (id >= ID_RECENT_FIRST && id <= ID_RECENT_LAST) {
+    OnRecentFolder(id);
+  } else if (id >= IDC_EDITOR_TABLE && id <= IDC_EDITOR_DIRECT) {
+    RunControlCommand(id, code);
+  } else {
+    CDlgBase::OnCommand(wParam, code, control);
+  }
+  return 0;
+}
+
+bool CEditorDlg::RunCommand(UINT id) {
+  for (const EditorCommand& command : Commands()) {
+    if (command.id != id) continue;
+    if (command.handler) (this->*command.handler)(id);
+    return true;
+  }
+  return false;
+}
+
+// What the boxes, lists and buttons tell. The button "Update" is not here: it works by taking the focus from the key
+// box, and that alone.
+void CEditorDlg::RunControlCommand(UINT id, UINT code) {
+  if (id == IDC_EDITOR_KEY && code == EN_KILLFOCUS) OnKeyEdited();
+  if (id == IDC_EDITOR_FRAMES && code == LBN_SELCHANGE) OnFrameListSelChange();
+  if (id == IDC_EDITOR_SET) OnSetFrequency();
+  if (id == IDC_EDITOR_TABLE && code == FCN_ZOOMCHANGED) UpdateState();
+}
+
+// Through the message queue, so that the command has returned when the window goes.
+void CEditorDlg::OnExit(UINT) {
+  PostMessageW(Hwnd, WM_COMMAND, IDCANCEL, 0);
+}
+
+void CEditorDlg::OnZoom(UINT id) {
+  Table().StepZoom(id == ID_VIEW_ZOOMOUT);
+  UpdateState();
+}
+
+// Through the list's selection, so that the syllable changes as by a click.
+void CEditorDlg::OnNeighbour(UINT id) {
+  ToList().PostSelectNeighbour(id == ID_VIEW_PREVIOUS);
+}
+
+// The very map that is shown brings nothing new: a caller who changed what is in it sends EDM_REFRESHMAP.
+void CEditorDlg::OnSetMap(FrqMap* saved, FrqMap* map) {
+  if (map == CurrentMap) return;
+  CurrentMap = map;
+  SavedMap = saved;
+  Table().SetMaps(SavedMap, CurrentMap);
+  ShowFrames();
+  Table().RepaintNow();
+  UpdateState();
+}
+
+void CEditorDlg::OnSetSyllable(const wchar_t* wavePath) {
+  CurrentPath = wavePath;
+  SetDlgItemTextW(Hwnd, IDC_EDITOR_TABLE, CurrentPath.substr(CurrentPath.find_last_of(L'\\') + 1).c_str());
+  Table().SetWavePath(CurrentPath.c_str());
+  Table().SetKind(FrqType);
+  SetDlgItemTextW(Hwnd, IDC_EDITOR_WAVEINFO, WaveInformation().c_str());
+}
+
+// Rate, bits, channels and length of the wave; empty if its header cannot be read.
+std::wstring CEditorDlg::WaveInformation() const {
+  WaveHeader wave;
+  if (wave.Load(CurrentPath, true) != 0) return {};
+  const std::wstring channels = LoadResString(wave.format.channels == 1 ? IDS_MONAURAL : IDS_STEREO);
+  return FormatText(LoadResString(IDS_WAVEINFO).c_str(), wave.format.samplesPerSec, wave.format.bitsPerSample,
+                    channels.c_str(), wave.LengthSeconds());
+}
+
+void CEditorDlg::OnRefreshMap(bool rebuildFrames) {
+  Table().DropLayer();
+  Table().RepaintNow();
+  if (rebuildFrames) ShowFrames();
+}

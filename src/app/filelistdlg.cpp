@@ -1,0 +1,122 @@
+#include "app/filelistdlg.h"
+
+#include <commctrl.h>
+
+#include "app/editordlg.h"
+#include "base/registry.h"
+#include "base/text.h"
+#include "resources/ids.h"
+
+namespace {
+
+constexpr wchar_t kPlacementValue[] = L"FileListDlg";
+
+}  // namespace
+
+CFileListDlg::CFileListDlg(const std::wstring& argument)
+    : Argument(argument), ReadyEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {}
+
+INT_PTR CFileListDlg::OnInitDialog(LPARAM) {
+  {
+    const HDC screen = GetDC(nullptr);
+    DpiScaleX = GetDeviceCaps(screen, LOGPIXELSX) / 96.0;
+    DpiScaleY = GetDeviceCaps(screen, LOGPIXELSY) / 96.0;
+    ReleaseDC(nullptr, screen);
+  }
+  RECT window{};
+  GetWindowRect(Hwnd, &window);
+  MinTrackWidth = window.right - window.left;
+  MinTrackHeight = window.bottom - window.top;
+  RECT list{};
+  GetWindowRect(ListView(), &list);
+  MapWindowPoints(nullptr, Hwnd, reinterpret_cast<POINT*>(&list), 2);
+  LeftMargin = list.left;
+  TopMargin = list.top;
+
+  SetWindowTextW(Hwnd, LoadResString(IDS_FILES).c_str());
+  // The list goes with the editor and has no close command of its own.
+  DeleteMenu(GetSystemMenu(Hwnd, FALSE), SC_CLOSE, MF_BYCOMMAND);
+  ListView_SetExtendedListViewStyleEx(ListView(), LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
+  SetupColumns();
+
+  SeenPaths.clear();
+  const bool filled = FillFromArguments();
+  SeenPaths.clear();
+
+  if (!filled) SetEvent(ReadyEvent.get());
+  WaitForSingleObject(Editor->ReadyEvent.get(), INFINITE);
+  if (!filled) {
+    ToEditor().PostCancel();
+    return 1;
+  }
+  SelectRow(0);
+  if (!RestoreWindowPlacement(Hwnd, kPlacementValue)) PlaceBesideEditor();
+  SetEvent(ReadyEvent.get());
+  ToEditor().UpdateState();
+  return 1;
+}
+
+void CFileListDlg::PlaceBesideEditor() {
+  RECT editor{};
+  GetWindowRect(Editor->Hwnd, &editor);
+  RECT window{};
+  GetWindowRect(Hwnd, &window);
+  const int left = editor.left - (window.right - window.left);
+  SetWindowPos(Hwnd, nullptr, left < 0 ? 0 : left, editor.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+LRESULT CFileListDlg::OnDestroy() {
+  SaveWindowPlacement(Hwnd, kPlacementValue);
+  return CDlgBase::OnDestroy();
+}
+
+LRESULT CFileListDlg::OnSize(WPARAM kind, int width, int height) {
+  if (kind == SIZE_MINIMIZED) return 0;
+  SetWindowPos(ListView(), nullptr, 0, 0, width - 2 * LeftMargin, height - 2 * TopMargin,
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  return 0;
+}
+
+LRESULT CFileListDlg::OnGetMinMaxInfo(MINMAXINFO* info) {
+  info->ptMinTrackSize = {MinTrackWidth, MinTrackHeight};
+  return 0;
+}
+
+LRESULT CFileListDlg::OnNotify(WPARAM, NMHDR* header) {
+  if (header->idFrom != IDC_LIST_FILES || header->code != LVN_ITEMCHANGED) return 1;
+  const auto* const change = reinterpret_cast<const NMLISTVIEW*>(header);
+  if (change->uNewState & LVIS_SELECTED) ShowSyllable(IndexOfRow(change->iItem));
+  return 1;
+}
+
+// The road from a click to the editor: both sends come back only when the editor has taken the syllable over, and it
+// asks back through messages meanwhile.
+void CFileListDlg::ShowSyllable(int index) {
+  SyllableEntry* const entry = EntryAt(index);
+  if (!entry) return;
+  CurrentIndex = index;
+  EnsureLoaded(*entry);
+  ToEditor().SetSyllable(entry->Path.c_str());
+  ToEditor().SetMap(&entry->SavedMap, &entry->Map);
+}
+
+// Enter in the list does nothing.
+void CFileListDlg::OnOK() {}
+
+// Also reached by Escape in this window, which ends the list alone: the editor runs on without it.
+void CFileListDlg::OnCancel() {
+  EndDialog(Hwnd, IDCANCEL);
+}
+
+std::unique_ptr<CDlgBase> CFileListDlg::CreateInstance() const {
+  return std::make_unique<CFileListDlg>(Argument);
+}
+int CFileListDlg::GetTemplateId() const {
+  return IDD_FILELIST;
+}
+HWND CFileListDlg::ListView() const {
+  return Item(IDC_LIST_FILES);
+}
+EditorSender CFileListDlg::ToEditor() const {
+  return EditorSender(Editor->Hwnd);
+}

@@ -1,0 +1,116 @@
+// CFileListDlg: the window "Files", which lists the syllables of a voicebank and owns all of their maps.
+//
+// It runs on the list thread. The other threads reach it through the FLM_ messages alone (messages.h); its handlers,
+// and so every change of an entry, run on the list thread. Sources: filelistdlg.cpp is the window, _scan how it is
+// filled, _view the rows and columns, _messages what it answers, _maps the work on maps that a message asks for.
+#pragma once
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "app/messages.h"
+#include "app/syllable.h"
+#include "base/handle.h"
+#include "voicebank/folderlisting.h"
+#include "window/dialogbase.h"
+
+class CEditorDlg;
+
+class CFileListDlg : public CDlgBase {
+ public:
+  // `argument`: a folder or a wave to begin with; empty for none.
+  explicit CFileListDlg(const std::wstring& argument);
+
+  // The two dialogs know each other; set before either thread starts.
+  CEditorDlg* Editor = nullptr;
+
+  // The working kind. The main thread writes it when the resampler changes, which takes effect with the next
+  // RefreshMaps: a single aligned number, so no lock.
+  ::FrqType FrqType = FrqTypeFrq;
+
+  // The folder of the process. Read by the main thread too, which passes this very buffer to FLM_OPENFOLDER.
+  std::wstring Folder;
+
+  // The entries of desc.mrq files; null while no kind of map uses it.
+  MrqStore* Store = nullptr;
+
+  LRESULT OnDestroy() override;
+  LRESULT OnSize(WPARAM kind, int width, int height) override;
+  LRESULT OnGetMinMaxInfo(MINMAXINFO* info) override;
+  LRESULT OnNotify(WPARAM wParam, NMHDR* header) override;
+  INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  INT_PTR OnInitDialog(LPARAM lParam) override;
+  void OnOK() override;
+  void OnCancel() override;
+  std::unique_ptr<CDlgBase> CreateInstance() const override;
+  int GetTemplateId() const override;
+
+ private:
+  // Start.
+  bool FillFromArguments();
+  void WaitForEditorWindow() const;
+  void PlaceBesideEditor();
+
+  // Filling.
+  int ScanFolder(const std::wstring& folder, bool withSubfolders);
+  int ScanFolderWaiting(const std::wstring& folder, bool withSubfolders);
+  void AddSyllable(const std::wstring& path, ListedFolders& listed);
+  void OpenFolder(const wchar_t* path);
+  void SortEntries();
+
+  // Rows and columns.
+  void SetupColumns();
+  void UpdateColumns();
+  void InsertColumn(int position, int id, const std::wstring& title, int width, int format);
+  int ColumnIndexOf(int columnId) const;
+  void SortAndShow();
+  void InsertRow(int index);
+  void SetCell(int row, int columnId, bool marked);
+  void SetMarkedCell(int index, bool marked);
+  void UpdateLlsmCell(int index);
+  void SelectRow(int row);
+  int SelectedRow() const;
+  int RowCount() const;
+  int IndexOfRow(int row) const;
+
+  // State of entries. An index that is none is ignored.
+  SyllableEntry* EntryAt(int index);
+  void SetEdited(int index, bool edited, bool notify);
+  void SetHasMap(int index, bool hasMap, bool notify);
+  void RefreshMaps();
+  void EnsureLoaded(SyllableEntry& entry);
+  void ShowSyllable(int index);
+  void RereadMap(SyllableEntry& entry);
+  int SaveEntry(SyllableEntry& entry, int index, bool deleteLlsm, DWORD& error);
+
+  // Answers to messages.
+  void ServeMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  DWORD SaveCurrent(bool deleteLlsm);
+  DWORD SaveAll(bool deleteLlsm);
+  void SelectNeighbour(bool previous);
+  void SelectSyllable(int index);
+  void SetEditedByMessage(int index, bool edited);
+  bool IsAnyEdited() const;
+  bool IsAnyFailed() const;
+  int CountMaps();
+
+  HWND ListView() const;
+  EditorSender ToEditor() const;
+  // The window of thumbnails is not there yet, so what is posted to it is dropped.
+  ThumbnailSender ToThumbnail() const { return ThumbnailSender(nullptr); }
+
+  std::wstring Argument;
+  std::vector<SyllableEntry> Entries;  // ordered by SortEntries; no entry moves while its maps are shown
+  int CurrentIndex = -1;               // the syllable shown in the editor
+  int MinTrackWidth = 0;
+  int MinTrackHeight = 0;
+  int LeftMargin = 0;  // of the list view in the window, kept at the right too
+  int TopMargin = 0;
+  EventHandle ReadyEvent;  // set at the end of OnInitDialog
+  double DpiScaleX = 1.0;
+  double DpiScaleY = 1.0;
+  int SavedCount = 0;                // maps saved since the start
+  std::set<std::wstring> SeenPaths;  // waves already added; lives during a fill only
+};

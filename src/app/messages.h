@@ -1,0 +1,185 @@
+// The private messages between the editor, the syllable list and the thumbnail window, which run on threads of their
+// own, and a typed sender for each receiver.
+//
+// A number is unique within its receiver only. Every message gives 0 and answers through a pointer in lParam. A sender
+// to a window that is not there, or no longer, is harmless: the message is lost and the answer is 0 or empty. A send
+// blocks the sender, which serves sends to itself meanwhile: the two threads may well wait for each other.
+//
+// This header knows plain types only, so that any module that must talk to the windows can take it.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+
+class FrqMap;
+struct CheckFrqSettings;
+
+enum FileListMessage : UINT {
+  FLM_SETCURRENTEDITED = 32769,    // flag, -                   marks the current syllable edited or not
+  FLM_ISCURRENTEDITED = 32770,     // -, u32 out
+  FLM_ISANYEDITED = 32771,         // -, u32 out
+  FLM_SAVECURRENT = 32772,         // delete .llsm, error out
+  FLM_SAVEALL = 32773,             // delete .llsm, error out
+  FLM_RELOADMAPS = 32774,          // all, u32 out or null      out: 1 if the current syllable was reloaded
+  FLM_SELECTNEIGHBOUR = 32775,     // 1 previous, 0 next
+  FLM_OPENFOLDER = 32776,          // -, path                   the caller has asked about unsaved edits
+  FLM_GETCOUNT = 32777,            // -, u32 out or null        rows of the list
+  FLM_GETSELECTION = 32778,        // -, i32 out or null        selected row, -1 none
+  FLM_GETPATH = 32779,             // index, buffer of 260
+  FLM_SETHASMAP = 32780,           // index, low word flag, high word: nonzero keeps the thumbnails as they are
+  FLM_GETHASMAP = 32781,           // index, u32 out
+  FLM_REFRESHMAPS = 32782,         // -, -                      looks at the disk again
+  FLM_COUNTMAPS = 32783,           // -, u32 out
+  FLM_GETMAP = 32784,              // index, FrqMap* out
+  FLM_GETFRAMEESTIMATE = 32785,    // index, u32 out
+  FLM_SHOWTHUMBNAIL = 32786,       // show, -
+  FLM_ISTHUMBNAILVISIBLE = 32787,  // -, u32 out
+  FLM_GETTHUMBNAILWINDOW = 32788,  // -, HWND out
+  FLM_SETEDITED = 32789,           // index or -1: current, flag   false on an edited one reads its map again
+  FLM_GETEDITED = 32790,           // index, u32 out
+  FLM_REFRESHTHUMBNAIL = 32791,    // -, -
+  FLM_GETSAVEDMAP = 32792,         // index, FrqMap* out
+  FLM_SELECTSYLLABLE = 32793,      // index, -
+  FLM_RUNCHECK = 32794,            // -, CheckFrqSettings*
+  FLM_SETFAILED = 32795,           // index, marked
+  FLM_GETFAILED = 32796,           // index or -1: any, u32 out
+  FLM_MODIFY = 32797,              // index or -1: all, sample position
+  FLM_IGNORE = 32798,              // index, sample position
+  FLM_FINDFAILURE = 32799,         // -, FindFailureRecord*
+  FLM_SHOWMODIFYBAR = 32800,       // show, by need
+};
+
+enum EditorMessage : UINT {
+  EDM_SETMAP = 32769,        // saved map or null, map or null
+  EDM_SETSYLLABLE = 32770,   // -, path of the wave
+  EDM_UPDATESTATE = 32771,   // -, -
+  WM_PREVIEW_DONE = 32772,   // -, -
+  EDM_FOLDEROPENED = 32773,  // -, path of the folder
+  EDM_REFRESHMAP = 32774,    // -, nonzero: rebuild the frame list too
+  EDM_SHOWFAILURE = 32775,   // first and last sample position
+};
+
+enum ThumbnailMessage : UINT {
+  TNM_REFRESHITEM = 32769,  // index, -
+  TNM_REFRESHALL = 32770,   // -, -
+};
+
+// What FLM_FINDFAILURE asks and answers.
+struct FindFailureRecord {
+  std::int32_t Index;    // in: where to start, negative for the first in the direction; out: where it was found
+  std::int32_t Sample;   // in: position to start after, negative for the start of that syllable; out: position found
+  std::uint8_t Forward;  // direction
+  std::uint8_t Show;     // also select the syllable and show the run of marks
+  std::uint8_t Found;    // out
+};
+
+inline constexpr int kPathBufferSize = 260;
+
+namespace messages_detail {
+
+template <typename T>
+LPARAM Pointer(T* pointer) {
+  return reinterpret_cast<LPARAM>(pointer);
+}
+
+// Sends a question and gives what the receiver wrote; `fallback` if nobody did.
+template <typename T>
+T Ask(HWND window, UINT message, WPARAM wParam, T fallback) {
+  T answer = fallback;
+  SendMessageW(window, message, wParam, Pointer(&answer));
+  return answer;
+}
+
+}  // namespace messages_detail
+
+class FileListSender {
+ public:
+  explicit FileListSender(HWND list) : list_(list) {}
+
+  void SetCurrentEdited(bool edited) const { Send(FLM_SETCURRENTEDITED, edited); }
+  bool IsCurrentEdited() const { return AskNumber(FLM_ISCURRENTEDITED) != 0; }
+  bool IsAnyEdited() const { return AskNumber(FLM_ISANYEDITED) != 0; }
+  // The system's error code of the first save that failed, 0 if none did or none left a code.
+  DWORD SaveCurrent(bool deleteLlsm) const { return AskNumber(FLM_SAVECURRENT, deleteLlsm); }
+  DWORD SaveAll(bool deleteLlsm) const { return AskNumber(FLM_SAVEALL, deleteLlsm); }
+  void PostSelectNeighbour(bool previous) const { PostMessageW(list_, FLM_SELECTNEIGHBOUR, previous, 0); }
+  void OpenFolder(const wchar_t* folder) const { Send(FLM_OPENFOLDER, 0, messages_detail::Pointer(folder)); }
+  int Count() const { return static_cast<int>(AskNumber(FLM_GETCOUNT)); }
+  int Selection() const { return messages_detail::Ask<std::int32_t>(list_, FLM_GETSELECTION, 0, -1); }
+  std::wstring Path(int index) const {
+    wchar_t path[kPathBufferSize] = L"";
+    Send(FLM_GETPATH, static_cast<WPARAM>(index), messages_detail::Pointer(path));
+    return path;
+  }
+  void SetHasMap(int index, bool hasMap, bool refreshThumbnail) const {
+    Send(FLM_SETHASMAP, static_cast<WPARAM>(index), MAKELPARAM(hasMap, !refreshThumbnail));
+  }
+  bool HasMap(int index) const { return AskNumber(FLM_GETHASMAP, index) != 0; }
+  void RefreshMaps() const { Send(FLM_REFRESHMAPS); }
+  int CountMaps() const { return static_cast<int>(AskNumber(FLM_COUNTMAPS)); }
+  FrqMap* Map(int index) const { return AskMap(FLM_GETMAP, index); }
+  FrqMap* SavedMap(int index) const { return AskMap(FLM_GETSAVEDMAP, index); }
+  int FrameEstimate(int index) const { return static_cast<int>(AskNumber(FLM_GETFRAMEESTIMATE, index)); }
+  // A negative index is the current syllable. False on an edited one throws its edits away: its map is read again.
+  void SetEdited(int index, bool edited) const { Send(FLM_SETEDITED, static_cast<WPARAM>(index), edited); }
+  bool IsEdited(int index) const { return AskNumber(FLM_GETEDITED, index) != 0; }
+  void PostSelectSyllable(int index) const { PostMessageW(list_, FLM_SELECTSYLLABLE, static_cast<WPARAM>(index), 0); }
+  void SetFailed(int index, bool failed) const { Send(FLM_SETFAILED, static_cast<WPARAM>(index), failed); }
+  bool IsAnyFailed() const { return AskNumber(FLM_GETFAILED, -1) != 0; }
+  // Ends the list's window as its own Cancel would.
+  void Cancel() const { SendMessageW(list_, WM_COMMAND, IDCANCEL, 0); }
+
+ private:
+  void Send(FileListMessage message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+    SendMessageW(list_, message, wParam, lParam);
+  }
+  std::uint32_t AskNumber(FileListMessage message, int wParam = 0) const {
+    return messages_detail::Ask<std::uint32_t>(list_, message, static_cast<WPARAM>(wParam), 0);
+  }
+  FrqMap* AskMap(FileListMessage message, int index) const {
+    return messages_detail::Ask<FrqMap*>(list_, message, static_cast<WPARAM>(index), nullptr);
+  }
+
+  HWND list_;
+};
+
+class EditorSender {
+ public:
+  explicit EditorSender(HWND editor) : editor_(editor) {}
+
+  // The maps stay the list's; both null: the editor has no map any more.
+  void SetMap(FrqMap* saved, FrqMap* map) const {
+    SendMessageW(editor_, EDM_SETMAP, reinterpret_cast<WPARAM>(saved), messages_detail::Pointer(map));
+  }
+  void SetSyllable(const wchar_t* wavePath) const {
+    SendMessageW(editor_, EDM_SETSYLLABLE, 0, messages_detail::Pointer(wavePath));
+  }
+  void UpdateState() const { SendMessageW(editor_, EDM_UPDATESTATE, 0, 0); }
+  void FolderOpened(const wchar_t* folder) const {
+    SendMessageW(editor_, EDM_FOLDEROPENED, 0, messages_detail::Pointer(folder));
+  }
+  void RefreshMap(bool rebuildFrames) const { SendMessageW(editor_, EDM_REFRESHMAP, 0, rebuildFrames); }
+  void PostCancel() const { PostMessageW(editor_, WM_COMMAND, IDCANCEL, 0); }
+
+ private:
+  HWND editor_;
+};
+
+// The list posts to the thumbnail window; while there is none the posts are dropped, since the window reads all afresh
+// when it opens.
+class ThumbnailSender {
+ public:
+  explicit ThumbnailSender(HWND thumbnail) : thumbnail_(thumbnail) {}
+
+  void PostRefreshItem(int index) const { Post(TNM_REFRESHITEM, static_cast<WPARAM>(index)); }
+  void PostRefreshAll() const { Post(TNM_REFRESHALL, 0); }
+
+ private:
+  void Post(ThumbnailMessage message, WPARAM wParam) const {
+    if (thumbnail_) PostMessageW(thumbnail_, message, wParam, 0);
+  }
+
+  HWND thumbnail_;
+};

@@ -1,0 +1,9 @@
+// The system's folder picker.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+// 0 and the full path of the folder that the user picked, or -1.
+int BrowseForFolder(HWND owner, std::wstring& out);
