@@ -39,10 +39,13 @@ int RunApplication(const std::wstring& argument) {
     list.Editor = &editor;
     editor.FileList = &list;
     editor.LoadSettings();
-    const ThreadHandle thread(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, ListThread, &list, 0, nullptr)));
+    ThreadHandle thread(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, ListThread, &list, 0, nullptr)));
     editor.Accelerators = accelerators;
     editor.Run(accelerators != nullptr);
+    // Without an editor the list would wait for it for ever.
+    if (!editor.Hwnd) ExitProcess(1);
     WaitForSingleObject(thread.get(), INFINITE);
+    thread.reset();
     CoUninitialize();
   }
   return 0;

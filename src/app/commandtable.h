@@ -9,13 +9,11 @@ class CEditorDlg;
 
 // What the menu's state hangs on, collected once for all commands.
 struct EditorState {
-  int rows = 0;          // of the syllable list
-  int selectedRow = -1;  //
-  int mapCount = 0;      // rows that have a map
+  int rows = 0;  // of the syllable list
+  int selectedRow = -1;
   bool selectedHasMap = false;
   bool currentEdited = false;
   bool anyEdited = false;
-  bool anyMarks = false;
   int zoomCount = 0;
   int zoom = 0;
   bool pluginMode = false;

@@ -75,6 +75,7 @@ void CEditorDlg::MakeTempFolder() {
 
 // The files directly in it, and then the folder, which stays if a folder was put into it.
 void CEditorDlg::RemoveTempFolder() {
+  if (TempFolder.empty()) return;  // it would be the root of the drive
   WIN32_FIND_DATAW item;
   FindHandle find(FindFirstFileW((TempFolder + L"\\*.*").c_str(), &item));
   if (find) {

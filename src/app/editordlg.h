@@ -2,12 +2,15 @@
 //
 // It runs on the main thread and owns no map: it shows and edits those of the syllable that the list has handed over,
 // and asks the list for all else through messages.h. Sources: editordlg.cpp is the window from its start to its end,
-// _settings what it keeps in the registry, _state the commands and what enables them, _layout its sizes, _frames the
-// frame list and the boxes, _saving what becomes of edits, _folders how voicebanks are opened.
+// _settings what it keeps in the registry, _state the commands and what enables them, _syllable what the list hands
+// over, _layout its sizes, _frames the frame list and the boxes, _saving what becomes of edits, _folders how voicebanks
+// are opened.
 #pragma once
 
 #include <list>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "app/commandtable.h"
 #include "app/messages.h"
@@ -78,7 +81,8 @@ class CEditorDlg : public CDlgBase {
   void UpdateFrameRow(int row, bool select, double frequency);
   void RefreshFrequencyBox();
   void OnFrameListSelChange();
-  void OnSelectAll(UINT id);
+  void OnSelectAllFrames(UINT id);
+  void SelectAllFrames();
   void OnSetFrequency();
   void OnKeyEdited();
   double Clamp(double hz) const;
@@ -96,6 +100,7 @@ class CEditorDlg : public CDlgBase {
   void OnRecentFolder(UINT id);
   void OpenFolderWaiting(const std::wstring& path);
   void BuildRecentMenu();
+  void UpdateVoicebankCaption(const std::wstring& folder);
 
   FileListSender ToList() const;
   FrqCtrlSender Table() const;

@@ -2,12 +2,15 @@
 #include <windows.h>
 #include <shlwapi.h>
 
+#include <iterator>
+
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
 #include "base/text.h"
 #include "dialogs/folderpicker.h"
 #include "resources/ids.h"
 #include "voicebank/inifile.h"
+#include "window/messagebox.h"
 #include "window/waitcursor.h"
 
 namespace {
@@ -56,7 +59,16 @@ void CEditorDlg::OnFolderOpened(const wchar_t* folder) {
   Table().RepaintNow();
   ShowFrames();
   UpdateState();
-  SetWindowTextW(Hwnd, VoicebankCaption(folder).c_str());
+  UpdateVoicebankCaption(folder);
+}
+
+// The name that the voicebank's character.txt gives it, else the folder's.
+void CEditorDlg::UpdateVoicebankCaption(const std::wstring& folder) {
+  UtauCommon::INIFILE character;
+  character.Load(folder + L"\\character.txt");
+  std::wstring name = character.GetValue(L"name", L"");
+  if (name.empty()) name = PathFindFileNameW(folder.c_str());
+  SetWindowTextW(Hwnd, (name + L" - " + LoadResString(IDS_NAME)).c_str());
 }
 
 void CEditorDlg::OnRecentFolder(UINT id) {

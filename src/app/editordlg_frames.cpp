@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "frqmap/edits.h"
 #include "resources/ids.h"
+#include "window/redrawonce.h"
 
 namespace {
 
@@ -25,37 +26,41 @@ int CaretRow(HWND list) {
   return static_cast<int>(SendMessageW(list, LB_GETCARETINDEX, 0, 0));
 }
 
-// Rows are replaced, never edited. For the length of the scope the list box draws nothing, and in the end it stands
-// where it stood: the same first row, the same caret.
+// Rows are replaced, never edited. In the end of the scope the list box stands where it stood: the same first row, the
+// same caret.
 class FrameListChange {
  public:
   explicit FrameListChange(HWND list)
-      : list_(list), top_(SendMessageW(list, LB_GETTOPINDEX, 0, 0)), caret_(CaretRow(list)) {
-    SendMessageW(list_, WM_SETREDRAW, FALSE, 0);
-  }
+      : redraw_(list), list_(list), top_(SendMessageW(list, LB_GETTOPINDEX, 0, 0)), caret_(CaretRow(list)) {}
   ~FrameListChange() {
     if (caret_ >= 0) SendMessageW(list_, LB_SETCARETINDEX, static_cast<WPARAM>(caret_), TRUE);
     SendMessageW(list_, LB_SETTOPINDEX, static_cast<WPARAM>(top_), 0);
-    SendMessageW(list_, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(list_, nullptr, TRUE);
   }
   FrameListChange(const FrameListChange&) = delete;
   FrameListChange& operator=(const FrameListChange&) = delete;
 
  private:
+  RedrawOnce redraw_;
   HWND list_;
   LRESULT top_;
   int caret_;
 };
 
-// A map whose hop is no hop has frames that no position leads to: none is shown.
+// Adds a row at the end, past the procedure that subclasses the list box: it has no interest in this message, and the
+// way through it would be half the time of a long list.
+LRESULT AppendRow(HWND list, WNDPROC procedure, const wchar_t* text) {
+  return CallWindowProcW(procedure, list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+}
+
+// A frame that no sample position leads to cannot be edited and is not shown: with a hop of 0 or less that is every
+// frame, with a huge one all but the first.
 void FillFrameList(HWND list, const FrqMap& map) {
-  if (map.Hop <= 0) return;
   SendMessageW(list, LB_INITSTORAGE, static_cast<WPARAM>(map.FrameCount), map.FrameCount * LPARAM{32});
-  for (const FrqFrame& frame : map.Frames) {
-    const std::wstring text = FrameRowText(frame.Frequency);
-    const LRESULT row = SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
-    if (frame.Selected) SendMessageW(list, LB_SETSEL, TRUE, row);
+  const auto procedure = reinterpret_cast<WNDPROC>(GetClassLongPtrW(list, GCLP_WNDPROC));
+  for (SampleCount i = 0; i < map.FrameCount && map.PositionOf(i) >= 0; ++i) {
+    const FrqFrame& frame = map.Frames[static_cast<std::size_t>(i)];
+    const LRESULT row = AppendRow(list, procedure, FrameRowText(frame.Frequency).c_str());
+    if (frame.Selected && row >= 0) SendMessageW(list, LB_SETSEL, TRUE, row);
   }
 }
 
@@ -65,12 +70,11 @@ void CEditorDlg::ShowFrames() {
   ShowKey();
   SetDlgItemTextW(Hwnd, IDC_EDITOR_FREQUENCY, L"");
   const HWND list = Item(IDC_EDITOR_FRAMES);
-  // Tens of thousands of rows: drawn once, at the end.
-  SendMessageW(list, WM_SETREDRAW, FALSE, 0);
-  SendMessageW(list, LB_RESETCONTENT, 0, 0);
-  if (CurrentMap) FillFrameList(list, *CurrentMap);
-  SendMessageW(list, WM_SETREDRAW, TRUE, 0);
-  InvalidateRect(list, nullptr, TRUE);
+  {
+    const RedrawOnce redraw(list);  // tens of thousands of rows
+    SendMessageW(list, LB_RESETCONTENT, 0, 0);
+    if (CurrentMap) FillFrameList(list, *CurrentMap);
+  }
   SendLimits();
   EnableWindow(Item(IDC_EDITOR_FREQUENCY), TRUE);
   EnableWindow(Item(IDC_EDITOR_SET), TRUE);
@@ -126,7 +130,11 @@ void CEditorDlg::OnFrameListSelChange() {
   Table().SetSelection(rows);
 }
 
-void CEditorDlg::OnSelectAll(UINT) {
+void CEditorDlg::OnSelectAllFrames(UINT) {
+  SelectAllFrames();
+}
+
+void CEditorDlg::SelectAllFrames() {
   SendDlgItemMessageW(Hwnd, IDC_EDITOR_FRAMES, LB_SETSEL, TRUE, -1);
   OnFrameListSelChange();
 }
@@ -137,7 +145,8 @@ void CEditorDlg::OnSetFrequency() {
   const double frequency = Clamp(ReadNumber(Item(IDC_EDITOR_FREQUENCY)));
   const HWND list = Item(IDC_EDITOR_FRAMES);
   const int row = CaretRow(list);
-  if (row < 0 || row >= CurrentMap->FrameCount) return;
+  // Behind the last row, and so in a list that shows none, there is nothing to set.
+  if (row < 0 || row >= SendMessageW(list, LB_GETCOUNT, 0, 0)) return;
   {
     const FrameListChange change(list);
     UpdateFrameRow(row, true, frequency);
@@ -145,7 +154,7 @@ void CEditorDlg::OnSetFrequency() {
   CurrentMap->SetFrequency(CurrentMap->PositionOf(row), frequency);
   Table().RepaintNow();
   RefreshFrequencyBox();
-  ToList().SetCurrentEdited(true);
+  ToList().SetCurrentEdited(true, CurrentMap);
   UpdateState();
 }
 
@@ -158,6 +167,6 @@ void CEditorDlg::OnKeyEdited() {
   if (CurrentMap->Average != typed) ShowKey();
   Table().SetMaps(SavedMap, CurrentMap);
   Table().RepaintNow();
-  ToList().SetCurrentEdited(true);
+  ToList().SetCurrentEdited(true, CurrentMap);
   UpdateState();
 }

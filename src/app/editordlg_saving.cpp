@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "frqmap/mapfiles.h"
 #include "resources/ids.h"
+#include "window/messagebox.h"
 
 // True if nothing is edited or the user lets it go. No is the default, and saving is not offered.
 bool CEditorDlg::ConfirmDiscard() {
@@ -25,8 +26,10 @@ void CEditorDlg::OnSaveAll(UINT) {
 // The saved copy follows the map even where the save failed: the second curve then shows what did not reach the file.
 // Users know that curve as the state of the last attempt. After Save All it is renewed for the current syllable alone.
 void CEditorDlg::FinishSave(DWORD error) {
+  const FrqMap* const saved = CurrentMap;
   if (error != 0) ShowMessage(Hwnd, LoadResString(IDS_SAVEFAILED) + SystemErrorText(error), MB_ICONERROR);
-  if (CurrentMap) CurrentMap->CopyTo(*SavedMap);
+  // While the box stood, the user may have chosen another row, whose saved copy is none of this save's business.
+  if (CurrentMap && CurrentMap == saved) CurrentMap->CopyTo(*SavedMap);
   Table().SetMaps(SavedMap, CurrentMap);
   UpdateState();
 }
@@ -36,6 +39,6 @@ void CEditorDlg::ReloadCurrentMap() {
   if (!CurrentMap) return;
   LoadMap(*CurrentMap, CurrentPath, FrqType, FileList->Store);
   CurrentMap->CopyTo(*SavedMap);
-  ToList().SetCurrentEdited(false);
+  ToList().SetCurrentEdited(false, CurrentMap);
   UpdateState();
 }

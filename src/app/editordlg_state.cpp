@@ -1,11 +1,9 @@
-// The commands of the editor, what enables each, and what it does with what the list tells.
+// The commands of the editor and what enables each.
 #include <windows.h>
 
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
-#include "base/text.h"
 #include "resources/ids.h"
-#include "voicebank/waveheader.h"
 
 // Every command of the menu has its row here and nowhere else.
 const std::vector<EditorCommand>& CEditorDlg::Commands() {
@@ -25,7 +23,7 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_EDIT_RELOADSELECTED, nullptr},
       {ID_EDIT_RELOAD, nullptr},
       {ID_EDIT_RELOADALL, nullptr},
-      {ID_EDIT_SELECTALL, &E::OnSelectAll},
+      {ID_EDIT_SELECTALL, &E::OnSelectAllFrames},
       {ID_EDIT_INITIALIZE, nullptr},
       {ID_EDIT_INITIALIZEALL, nullptr},
       {ID_EDIT_CREATEMISSING, nullptr},
@@ -60,11 +58,9 @@ EditorState CEditorDlg::CollectState() const {
   EditorState state;
   state.rows = list.Count();
   state.selectedRow = list.Selection();
-  state.mapCount = list.CountMaps();
   state.selectedHasMap = state.selectedRow >= 0 && list.HasMap(state.selectedRow);
   state.currentEdited = list.IsCurrentEdited();
   state.anyEdited = list.IsAnyEdited();
-  state.anyMarks = list.IsAnyFailed();
   state.zoomCount = Table().ZoomCount();
   state.zoom = Table().Zoom();
   state.pluginMode = PluginMode;
@@ -111,7 +107,6 @@ void CEditorDlg::RunControlCommand(UINT id, UINT code) {
   if (id == IDC_EDITOR_KEY && code == EN_KILLFOCUS) OnKeyEdited();
   if (id == IDC_EDITOR_FRAMES && code == LBN_SELCHANGE) OnFrameListSelChange();
   if (id == IDC_EDITOR_SET) OnSetFrequency();
-  if (id == IDC_EDITOR_TABLE && code == FCN_ZOOMCHANGED) UpdateState();
 }
 
 // Through the message queue, so that the command has returned when the window goes.
@@ -127,38 +122,4 @@ void CEditorDlg::OnZoom(UINT id) {
 // Through the list's selection, so that the syllable changes as by a click.
 void CEditorDlg::OnNeighbour(UINT id) {
   ToList().PostSelectNeighbour(id == ID_VIEW_PREVIOUS);
-}
-
-// The very map that is shown brings nothing new: a caller who changed what is in it sends EDM_REFRESHMAP.
-void CEditorDlg::OnSetMap(FrqMap* saved, FrqMap* map) {
-  if (map == CurrentMap) return;
-  CurrentMap = map;
-  SavedMap = saved;
-  Table().SetMaps(SavedMap, CurrentMap);
-  ShowFrames();
-  Table().RepaintNow();
-  UpdateState();
-}
-
-void CEditorDlg::OnSetSyllable(const wchar_t* wavePath) {
-  CurrentPath = wavePath;
-  SetDlgItemTextW(Hwnd, IDC_EDITOR_TABLE, CurrentPath.substr(CurrentPath.find_last_of(L'\\') + 1).c_str());
-  Table().SetWavePath(CurrentPath.c_str());
-  Table().SetKind(FrqType);
-  SetDlgItemTextW(Hwnd, IDC_EDITOR_WAVEINFO, WaveInformation().c_str());
-}
-
-// Rate, bits, channels and length of the wave; empty if its header cannot be read.
-std::wstring CEditorDlg::WaveInformation() const {
-  WaveHeader wave;
-  if (wave.Load(CurrentPath, true) != 0) return {};
-  const std::wstring channels = LoadResString(wave.format.channels == 1 ? IDS_MONAURAL : IDS_STEREO);
-  return FormatText(LoadResString(IDS_WAVEINFO).c_str(), wave.format.samplesPerSec, wave.format.bitsPerSample,
-                    channels.c_str(), wave.LengthSeconds());
-}
-
-void CEditorDlg::OnRefreshMap(bool rebuildFrames) {
-  Table().DropLayer();
-  Table().RepaintNow();
-  if (rebuildFrames) ShowFrames();
 }

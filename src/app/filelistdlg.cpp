@@ -17,22 +17,7 @@ CFileListDlg::CFileListDlg(const std::wstring& argument)
     : Argument(argument), ReadyEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {}
 
 INT_PTR CFileListDlg::OnInitDialog(LPARAM) {
-  {
-    const HDC screen = GetDC(nullptr);
-    DpiScaleX = GetDeviceCaps(screen, LOGPIXELSX) / 96.0;
-    DpiScaleY = GetDeviceCaps(screen, LOGPIXELSY) / 96.0;
-    ReleaseDC(nullptr, screen);
-  }
-  RECT window{};
-  GetWindowRect(Hwnd, &window);
-  MinTrackWidth = window.right - window.left;
-  MinTrackHeight = window.bottom - window.top;
-  RECT list{};
-  GetWindowRect(ListView(), &list);
-  MapWindowPoints(nullptr, Hwnd, reinterpret_cast<POINT*>(&list), 2);
-  LeftMargin = list.left;
-  TopMargin = list.top;
-
+  RememberLayout();
   SetWindowTextW(Hwnd, LoadResString(IDS_FILES).c_str());
   // The list goes with the editor and has no close command of its own.
   DeleteMenu(GetSystemMenu(Hwnd, FALSE), SC_CLOSE, MF_BYCOMMAND);
@@ -54,6 +39,22 @@ INT_PTR CFileListDlg::OnInitDialog(LPARAM) {
   SetEvent(ReadyEvent.get());
   ToEditor().UpdateState();
   return 1;
+}
+
+void CFileListDlg::RememberLayout() {
+  const HDC screen = GetDC(nullptr);
+  DpiScaleX = GetDeviceCaps(screen, LOGPIXELSX) / 96.0;
+  DpiScaleY = GetDeviceCaps(screen, LOGPIXELSY) / 96.0;
+  ReleaseDC(nullptr, screen);
+  RECT window{};
+  GetWindowRect(Hwnd, &window);
+  MinTrackWidth = window.right - window.left;
+  MinTrackHeight = window.bottom - window.top;
+  RECT list{};
+  GetWindowRect(ListView(), &list);
+  MapWindowPoints(nullptr, Hwnd, reinterpret_cast<POINT*>(&list), 2);
+  LeftMargin = list.left;
+  TopMargin = list.top;
 }
 
 void CFileListDlg::PlaceBesideEditor() {
@@ -87,17 +88,6 @@ LRESULT CFileListDlg::OnNotify(WPARAM, NMHDR* header) {
   const auto* const change = reinterpret_cast<const NMLISTVIEW*>(header);
   if (change->uNewState & LVIS_SELECTED) ShowSyllable(IndexOfRow(change->iItem));
   return 1;
-}
-
-// The road from a click to the editor: both sends come back only when the editor has taken the syllable over, and it
-// asks back through messages meanwhile.
-void CFileListDlg::ShowSyllable(int index) {
-  SyllableEntry* const entry = EntryAt(index);
-  if (!entry) return;
-  CurrentIndex = index;
-  EnsureLoaded(*entry);
-  ToEditor().SetSyllable(entry->Path.c_str());
-  ToEditor().SetMap(&entry->SavedMap, &entry->Map);
 }
 
 // Enter in the list does nothing.

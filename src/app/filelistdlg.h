@@ -5,7 +5,8 @@
 // filled, _view the rows and columns, _messages what it answers, _maps the work on maps that a message asks for.
 #pragma once
 
-#include <optional>
+#include <atomic>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -27,8 +28,8 @@ class CFileListDlg : public CDlgBase {
   CEditorDlg* Editor = nullptr;
 
   // The working kind. The main thread writes it when the resampler changes, which takes effect with the next
-  // RefreshMaps: a single aligned number, so no lock.
-  ::FrqType FrqType = FrqTypeFrq;
+  // RefreshMaps.
+  std::atomic<::FrqType> FrqType = FrqTypeFrq;
 
   // The folder of the process. Read by the main thread too, which passes this very buffer to FLM_OPENFOLDER.
   std::wstring Folder;
@@ -50,6 +51,7 @@ class CFileListDlg : public CDlgBase {
  private:
   // Start.
   bool FillFromArguments();
+  void RememberLayout();
   void WaitForEditorWindow() const;
   void PlaceBesideEditor();
 
@@ -92,8 +94,12 @@ class CFileListDlg : public CDlgBase {
   void SelectNeighbour(bool previous);
   void SelectSyllable(int index);
   void SetEditedByMessage(int index, bool edited);
+  void SetCurrentEdited(bool edited, const FrqMap* map);
+  void AnswerOfEntry(UINT message, int index, LPARAM target);
+  bool IsEdited(int index);
   bool IsAnyEdited() const;
-  bool IsAnyFailed() const;
+  bool IsFailed(int index);
+  bool HasMap(int index);
   int CountMaps();
 
   HWND ListView() const;
@@ -103,6 +109,7 @@ class CFileListDlg : public CDlgBase {
 
   std::wstring Argument;
   std::vector<SyllableEntry> Entries;  // ordered by SortEntries; no entry moves while its maps are shown
+  int FillCount = 0;                   // folders opened so far: tells a handler that the entries were replaced under it
   int CurrentIndex = -1;               // the syllable shown in the editor
   int MinTrackWidth = 0;
   int MinTrackHeight = 0;

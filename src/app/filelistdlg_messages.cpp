@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "app/filelistdlg.h"
-#include "frqmap/mapfiles.h"
 
 namespace {
 
@@ -31,33 +30,44 @@ INT_PTR CFileListDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam
 
 void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const int index = static_cast<int>(wParam);
-  SyllableEntry* const entry = EntryAt(index);
-  const SyllableEntry* const current = EntryAt(CurrentIndex);
+  const bool flag = wParam != 0;
   switch (message) {
-    case FLM_SETCURRENTEDITED: return SetEdited(CurrentIndex, wParam != 0, true);
-    case FLM_ISCURRENTEDITED: return AnswerNumber(lParam, current && current->Edited);
+    case FLM_SETCURRENTEDITED: return SetCurrentEdited(flag, reinterpret_cast<const FrqMap*>(lParam));
+    case FLM_ISCURRENTEDITED: return AnswerNumber(lParam, IsEdited(CurrentIndex));
     case FLM_ISANYEDITED: return AnswerNumber(lParam, IsAnyEdited());
-    case FLM_SAVECURRENT: return AnswerNumber(lParam, SaveCurrent(wParam != 0));
-    case FLM_SAVEALL: return AnswerNumber(lParam, SaveAll(wParam != 0));
-    case FLM_SELECTNEIGHBOUR: return SelectNeighbour(wParam != 0);
+    case FLM_SAVECURRENT: return AnswerNumber(lParam, SaveCurrent(flag));
+    case FLM_SAVEALL: return AnswerNumber(lParam, SaveAll(flag));
+    case FLM_SELECTNEIGHBOUR: return SelectNeighbour(flag);
     case FLM_OPENFOLDER: return OpenFolder(reinterpret_cast<const wchar_t*>(lParam));
     case FLM_GETCOUNT: return AnswerNumber(lParam, static_cast<std::uint32_t>(RowCount()));
     case FLM_GETSELECTION: return AnswerNumber(lParam, static_cast<std::uint32_t>(SelectedRow()));
-    case FLM_GETPATH:
-      if (entry) lstrcpynW(reinterpret_cast<wchar_t*>(lParam), entry->Path.c_str(), kPathBufferSize);
-      return;
     case FLM_SETHASMAP: return SetHasMap(index, LOWORD(lParam) != 0, HIWORD(lParam) == 0);
-    case FLM_GETHASMAP: return AnswerNumber(lParam, entry && entry->HasMap);
+    case FLM_GETHASMAP: return AnswerNumber(lParam, HasMap(index));
     case FLM_REFRESHMAPS: return RefreshMaps();
     case FLM_COUNTMAPS: return AnswerNumber(lParam, static_cast<std::uint32_t>(CountMaps()));
-    case FLM_GETMAP: return entry ? Answer(lParam, &entry->Map) : void();
-    case FLM_GETSAVEDMAP: return entry ? Answer(lParam, &entry->SavedMap) : void();
-    case FLM_GETFRAMEESTIMATE: return entry ? Answer(lParam, entry->FrameEstimate) : void();
     case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
-    case FLM_GETEDITED: return entry ? AnswerNumber(lParam, entry->Edited) : void();
     case FLM_SELECTSYLLABLE: return SelectSyllable(index);
     case FLM_SETFAILED: return SetMarkedCell(index, lParam != 0);
-    case FLM_GETFAILED: return AnswerNumber(lParam, index < 0 ? IsAnyFailed() : entry && entry->Map.HasMarks);
+    case FLM_GETFAILED: return AnswerNumber(lParam, IsFailed(index));
+    case FLM_GETPATH:
+    case FLM_GETMAP:
+    case FLM_GETSAVEDMAP:
+    case FLM_GETFRAMEESTIMATE:
+    case FLM_GETEDITED: return AnswerOfEntry(message, index, lParam);
+    default: return;
+  }
+}
+
+// The questions whose answer stays as it was for an index that is none.
+void CFileListDlg::AnswerOfEntry(UINT message, int index, LPARAM target) {
+  SyllableEntry* const entry = EntryAt(index);
+  if (!entry) return;
+  switch (message) {
+    case FLM_GETPATH: lstrcpynW(reinterpret_cast<wchar_t*>(target), entry->Path.c_str(), kPathBufferSize); return;
+    case FLM_GETMAP: return Answer(target, &entry->Map);
+    case FLM_GETSAVEDMAP: return Answer(target, &entry->SavedMap);
+    case FLM_GETFRAMEESTIMATE: return AnswerNumber(target, entry->FrameEstimate);
+    case FLM_GETEDITED: return AnswerNumber(target, entry->Edited);
     default: return;
   }
 }
@@ -70,8 +80,22 @@ bool CFileListDlg::IsAnyEdited() const {
   return std::any_of(Entries.begin(), Entries.end(), [](const SyllableEntry& entry) { return entry.Edited; });
 }
 
-bool CFileListDlg::IsAnyFailed() const {
-  return std::any_of(Entries.begin(), Entries.end(), [](const SyllableEntry& entry) { return entry.Map.HasMarks; });
+bool CFileListDlg::IsEdited(int index) {
+  const SyllableEntry* const entry = EntryAt(index);
+  return entry && entry->Edited;
+}
+
+bool CFileListDlg::HasMap(int index) {
+  const SyllableEntry* const entry = EntryAt(index);
+  return entry && entry->HasMap;
+}
+
+// A negative index asks for any entry.
+bool CFileListDlg::IsFailed(int index) {
+  const auto marked = [](const SyllableEntry& entry) { return entry.Map.HasMarks; };
+  if (index < 0) return std::any_of(Entries.begin(), Entries.end(), marked);
+  const SyllableEntry* const entry = EntryAt(index);
+  return entry && marked(*entry);
 }
 
 int CFileListDlg::CountMaps() {
@@ -94,6 +118,13 @@ void CFileListDlg::SelectSyllable(int index) {
   if (entry && entry->ListRow >= 0) SelectRow(entry->ListRow);
 }
 
+// The editor names the map that it changed: a click on another row may be under way, and has moved CurrentIndex then.
+void CFileListDlg::SetCurrentEdited(bool edited, const FrqMap* map) {
+  const auto found =
+      std::find_if(Entries.begin(), Entries.end(), [map](const SyllableEntry& entry) { return &entry.Map == map; });
+  SetEdited(found == Entries.end() ? CurrentIndex : static_cast<int>(found - Entries.begin()), edited, true);
+}
+
 // To clear the flag of an edited entry is to say that the memory no longer counts: its map is read again.
 void CFileListDlg::SetEditedByMessage(int index, bool edited) {
   const int meant = index < 0 ? CurrentIndex : index;
@@ -101,50 +132,4 @@ void CFileListDlg::SetEditedByMessage(int index, bool edited) {
   if (!entry) return;
   if (entry->Edited && !edited) RereadMap(*entry);
   SetEdited(meant, edited, true);
-}
-
-// A load that fails leaves an empty map and says nothing: a row without a map goes this way as well, and the load is
-// tried again the next time.
-void CFileListDlg::EnsureLoaded(SyllableEntry& entry) {
-  if (!entry.Map.Loaded) RereadMap(entry);
-}
-
-void CFileListDlg::RereadMap(SyllableEntry& entry) {
-  LoadMap(entry.Map, entry.Path, FrqType, Store);
-  entry.Map.CopyTo(entry.SavedMap);
-}
-
-DWORD CFileListDlg::SaveCurrent(bool deleteLlsm) {
-  DWORD error = 0;
-  SyllableEntry* const entry = EntryAt(CurrentIndex);
-  if (entry && entry->Edited) SaveEntry(*entry, CurrentIndex, deleteLlsm, error);
-  return error;
-}
-
-// Stops at the first failure: the entries behind it stay edited.
-DWORD CFileListDlg::SaveAll(bool deleteLlsm) {
-  DWORD error = 0;
-  for (int index = 0; index < static_cast<int>(Entries.size()); ++index) {
-    SyllableEntry& entry = Entries[static_cast<std::size_t>(index)];
-    if (entry.Edited && SaveEntry(entry, index, deleteLlsm, error) != 0) break;
-  }
-  return error;
-}
-
-// The code is what the file layer left behind. A save that fails before it touches a file leaves none, and then nobody
-// hears of it: the entry just stays edited.
-int CFileListDlg::SaveEntry(SyllableEntry& entry, int index, bool deleteLlsm, DWORD& error) {
-  SetLastError(ERROR_SUCCESS);
-  if (SaveMap(entry.Map, entry.Path, FrqType, Store) != 0) {
-    error = GetLastError();
-    return -1;
-  }
-  SetEdited(index, false, true);
-  ++SavedCount;
-  if (deleteLlsm) {
-    // Whatever the kind of map: the analysis beside the wave is out of date.
-    DeleteFileW(LlsmPathFromWave(entry.Path).c_str());
-    UpdateLlsmCell(index);
-  }
-  return 0;
 }

@@ -4,15 +4,19 @@
 #include <shlwapi.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
-#include "base/files.h"
+#include "app/mapsearch.h"
+#include "base/path.h"
 #include "frqmap/mapfiles.h"
 #include "voicebank/pluginfile.h"
 #include "window/waitcursor.h"
 
 namespace {
+
+constexpr DWORD kLongestPath = 32768;
 
 bool IsSoundFile(const std::wstring& name) {
   const wchar_t* const extension = PathFindExtensionW(name.c_str());
@@ -22,31 +26,13 @@ bool IsSoundFile(const std::wstring& name) {
   return false;
 }
 
-std::wstring FolderOf(const std::wstring& path) {
-  const std::size_t separator = path.find_last_of(L'\\');
-  return separator == std::wstring::npos ? std::wstring() : path.substr(0, separator);
-}
-
-// A wave of 16 bits in one channel, 44 bytes of header and 256 samples a frame: .pmk has no size that tells.
-std::uint32_t EstimateFromWaveSize(std::uint32_t size) {
-  return size < 44 ? 0 : (size - 44) / 512;
-}
-
-std::uint32_t FrameEstimate(const std::wstring& wavePath, FrqType kind, ListedFolders& listed) {
-  if (kind == FrqTypePmk) return EstimateFromWaveSize(listed.SizeOf(wavePath).value_or(0));
-  return FrameCountFromFileSize(listed.SizeOf(MapPathFromWaveW(wavePath, kind)).value_or(0), kind);
-}
-
-// MapFileExists over what the folders hold, without a call for each file.
-bool HasMapFile(const std::wstring& wavePath, FrqType kind, ListedFolders& listed) {
-  return listed.SizeOf(MapPathFromWaveW(wavePath, kind)).has_value();
-}
-
-// The process may change its current folder, and paths are kept for long.
+// In full, since the process may change its current folder, and without the separator that completion of a typed name
+// leaves behind a folder. A root keeps its own.
 std::wstring FullPath(const std::wstring& path) {
-  if (!PathIsRelativeW(path.c_str())) return path;
-  std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-  full.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+  wchar_t full[kLongestPath] = L"";
+  const DWORD length = GetFullPathNameW(path.c_str(), kLongestPath, full, nullptr);
+  if (length == 0 || length >= kLongestPath) return path;
+  if (!PathIsRootW(full)) PathRemoveBackslashW(full);
   return full;
 }
 
@@ -60,15 +46,14 @@ bool CFileListDlg::FillFromArguments() {
   if (!FindHandle(FindFirstFileW(path.c_str(), &item))) return false;
   if (item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
     Folder = path;
-    ScanFolderWaiting(Folder, true);
-    SortAndShow();
+    ScanFolderWaiting(path, true);
     WaitForEditorWindow();
-    ToEditor().FolderOpened(Folder.c_str());
-    return true;
+    ToEditor().FolderOpened(path.c_str());
+  } else {
+    Folder = FolderOf(path);
+    ListedFolders listed;
+    AddSyllable(path, listed);
   }
-  Folder = FolderOf(path);
-  ListedFolders listed;
-  AddSyllable(path, listed);
   SortAndShow();
   return true;
 }
@@ -101,8 +86,9 @@ void CFileListDlg::AddSyllable(const std::wstring& path, ListedFolders& listed) 
   if (path.empty() || !SeenPaths.insert(path).second) return;
   SyllableEntry& entry = Entries.emplace_back();
   entry.Path = path;
-  entry.HasMap = HasMapFile(path, FrqType, listed);
-  entry.FrameEstimate = FrameEstimate(path, FrqType, listed);
+  const FoundMap found = FindMap(path, FrqType, listed);
+  entry.HasMap = found.exists;
+  entry.FrameEstimate = found.frameEstimate;
 }
 
 // Folders go by the words of the user's language, names within a folder by code units. The two differ on purpose: all
@@ -126,19 +112,22 @@ void CFileListDlg::SortEntries() {
   Entries = std::move(sorted);
 }
 
-// Whoever opens a folder has asked about unsaved edits before: they end here. The editor still holds pointers into the
-// entries while they go; it waits in its send and is told to forget them before anything is selected.
+// Whoever opens a folder has asked about unsaved edits before: they end here. The old entries stay until the editor has
+// taken the null maps: it points into them, and may paint while it waits in its send. A row that is on its way to the
+// editor when this comes in between is given up (ShowSyllable).
 void CFileListDlg::OpenFolder(const wchar_t* path) {
-  Entries.clear();
+  const std::vector<SyllableEntry> old = std::exchange(Entries, {});
+  ++FillCount;
   CurrentIndex = -1;
   SeenPaths.clear();
   if (path != Folder.c_str()) Folder = path;
-  ScanFolderWaiting(Folder, true);
+  const std::wstring opened = Folder;
+  ScanFolderWaiting(opened, true);
   SeenPaths.clear();
   UpdateColumns();
   SortAndShow();
   ToEditor().SetMap(nullptr, nullptr);
-  ToEditor().FolderOpened(Folder.c_str());
+  ToEditor().FolderOpened(opened.c_str());
   SelectRow(0);
   ToThumbnail().PostRefreshAll();
 }
@@ -151,8 +140,9 @@ void CFileListDlg::RefreshMaps() {
     const int index = IndexOfRow(row);
     SyllableEntry* const entry = EntryAt(index);
     if (!entry) continue;
-    SetHasMap(index, HasMapFile(entry->Path, FrqType, listed), true);
-    entry->FrameEstimate = entry->HasMap ? FrameEstimate(entry->Path, FrqType, listed) : 0;
+    const FoundMap found = FindMap(entry->Path, FrqType, listed);
+    SetHasMap(index, found.exists, true);
+    entry->FrameEstimate = found.exists ? found.frameEstimate : 0;
     SetMarkedCell(index, entry->Map.HasMarks);
   }
 }

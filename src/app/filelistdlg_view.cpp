@@ -9,6 +9,7 @@
 #include "base/files.h"
 #include "base/text.h"
 #include "resources/ids.h"
+#include "window/redrawonce.h"
 
 namespace {
 
@@ -27,21 +28,6 @@ UINT KindTitle(FrqType kind) {
     default: return IDS_KIND_FRQ;
   }
 }
-
-// Rows change by the thousand: the list view draws itself once, at the end of the scope.
-class RedrawOnce {
- public:
-  explicit RedrawOnce(HWND window) : window_(window) { SendMessageW(window_, WM_SETREDRAW, FALSE, 0); }
-  ~RedrawOnce() {
-    SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(window_, nullptr, TRUE);
-  }
-  RedrawOnce(const RedrawOnce&) = delete;
-  RedrawOnce& operator=(const RedrawOnce&) = delete;
-
- private:
-  HWND window_;
-};
 
 }  // namespace
 
@@ -126,8 +112,12 @@ void CFileListDlg::SetCell(int row, int columnId, bool marked) {
   ListView_SetItemText(ListView(), row, column, text.data());
 }
 
+// To clear the cell is to clear the marks; a set one leaves the map alone.
 void CFileListDlg::SetMarkedCell(int index, bool marked) {
-  if (const SyllableEntry* const entry = EntryAt(index)) SetCell(entry->ListRow, kMarkedColumn, marked);
+  SyllableEntry* const entry = EntryAt(index);
+  if (!entry) return;
+  if (!marked) entry->Map.ClearMarks();
+  SetCell(entry->ListRow, kMarkedColumn, marked);
 }
 
 void CFileListDlg::UpdateLlsmCell(int index) {
@@ -136,8 +126,14 @@ void CFileListDlg::UpdateLlsmCell(int index) {
   SetCell(entry->ListRow, kLlsmColumn, FileExists(LlsmPathFromWave(entry->Path)));
 }
 
+// The notification comes within the call: when it returns, the editor shows the syllable.
 void CFileListDlg::SelectRow(int row) {
-  ListView_SetItemState(ListView(), row, LVIS_SELECTED, LVIS_SELECTED);
+  LVITEMW item{};
+  item.mask = LVIF_STATE;
+  item.iItem = row;
+  item.state = LVIS_SELECTED;
+  item.stateMask = LVIS_SELECTED;
+  ListView_SetItem(ListView(), &item);
   ListView_EnsureVisible(ListView(), row, FALSE);
 }
 

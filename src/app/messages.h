@@ -17,7 +17,7 @@ class FrqMap;
 struct CheckFrqSettings;
 
 enum FileListMessage : UINT {
-  FLM_SETCURRENTEDITED = 32769,    // flag, -                   marks the current syllable edited or not
+  FLM_SETCURRENTEDITED = 32769,    // flag, FrqMap* or null: the current syllable's
   FLM_ISCURRENTEDITED = 32770,     // -, u32 out
   FLM_ISANYEDITED = 32771,         // -, u32 out
   FLM_SAVECURRENT = 32772,         // delete .llsm, error out
@@ -92,19 +92,29 @@ T Ask(HWND window, UINT message, WPARAM wParam, T fallback) {
   return answer;
 }
 
+// A null window would stand for the sender's own thread.
+inline void Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam = 0) {
+  if (window) PostMessageW(window, message, wParam, lParam);
+}
+
 }  // namespace messages_detail
 
 class FileListSender {
  public:
   explicit FileListSender(HWND list) : list_(list) {}
 
-  void SetCurrentEdited(bool edited) const { Send(FLM_SETCURRENTEDITED, edited); }
+  // `map` is the working map that was edited: by the time the list hears of it the user may have chosen another row.
+  void SetCurrentEdited(bool edited, const FrqMap* map) const {
+    Send(FLM_SETCURRENTEDITED, edited, messages_detail::Pointer(map));
+  }
   bool IsCurrentEdited() const { return AskNumber(FLM_ISCURRENTEDITED) != 0; }
   bool IsAnyEdited() const { return AskNumber(FLM_ISANYEDITED) != 0; }
   // The system's error code of the first save that failed, 0 if none did or none left a code.
   DWORD SaveCurrent(bool deleteLlsm) const { return AskNumber(FLM_SAVECURRENT, deleteLlsm); }
   DWORD SaveAll(bool deleteLlsm) const { return AskNumber(FLM_SAVEALL, deleteLlsm); }
-  void PostSelectNeighbour(bool previous) const { PostMessageW(list_, FLM_SELECTNEIGHBOUR, previous, 0); }
+  // True if the current syllable was reloaded; all: also those that are not edited.
+  bool ReloadMaps(bool all) const { return AskNumber(FLM_RELOADMAPS, all) != 0; }
+  void PostSelectNeighbour(bool previous) const { messages_detail::Post(list_, FLM_SELECTNEIGHBOUR, previous); }
   void OpenFolder(const wchar_t* folder) const { Send(FLM_OPENFOLDER, 0, messages_detail::Pointer(folder)); }
   int Count() const { return static_cast<int>(AskNumber(FLM_GETCOUNT)); }
   int Selection() const { return messages_detail::Ask<std::int32_t>(list_, FLM_GETSELECTION, 0, -1); }
@@ -125,9 +135,22 @@ class FileListSender {
   // A negative index is the current syllable. False on an edited one throws its edits away: its map is read again.
   void SetEdited(int index, bool edited) const { Send(FLM_SETEDITED, static_cast<WPARAM>(index), edited); }
   bool IsEdited(int index) const { return AskNumber(FLM_GETEDITED, index) != 0; }
-  void PostSelectSyllable(int index) const { PostMessageW(list_, FLM_SELECTSYLLABLE, static_cast<WPARAM>(index), 0); }
+  void PostSelectSyllable(int index) const {
+    messages_detail::Post(list_, FLM_SELECTSYLLABLE, static_cast<WPARAM>(index));
+  }
+  void PostShowThumbnail(bool show) const { messages_detail::Post(list_, FLM_SHOWTHUMBNAIL, show); }
+  bool IsThumbnailVisible() const { return AskNumber(FLM_ISTHUMBNAILVISIBLE) != 0; }
+  HWND ThumbnailWindow() const { return messages_detail::Ask<HWND>(list_, FLM_GETTHUMBNAILWINDOW, 0, nullptr); }
+  void PostRefreshThumbnail() const { messages_detail::Post(list_, FLM_REFRESHTHUMBNAIL, 0); }
+  void RunCheck(const CheckFrqSettings& settings) const { Send(FLM_RUNCHECK, 0, messages_detail::Pointer(&settings)); }
   void SetFailed(int index, bool failed) const { Send(FLM_SETFAILED, static_cast<WPARAM>(index), failed); }
   bool IsAnyFailed() const { return AskNumber(FLM_GETFAILED, -1) != 0; }
+  bool IsFailed(int index) const { return AskNumber(FLM_GETFAILED, index) != 0; }
+  // A negative index is all syllables; else the run of marks at a sample position.
+  void Modify(int index, int position) const { Send(FLM_MODIFY, static_cast<WPARAM>(index), position); }
+  void Ignore(int index, int position) const { Send(FLM_IGNORE, static_cast<WPARAM>(index), position); }
+  void FindFailure(FindFailureRecord& record) const { Send(FLM_FINDFAILURE, 0, messages_detail::Pointer(&record)); }
+  void ShowModifyBar(bool show, bool byNeed) const { Send(FLM_SHOWMODIFYBAR, show, byNeed); }
   // Ends the list's window as its own Cancel would.
   void Cancel() const { SendMessageW(list_, WM_COMMAND, IDCANCEL, 0); }
 
@@ -161,7 +184,12 @@ class EditorSender {
     SendMessageW(editor_, EDM_FOLDEROPENED, 0, messages_detail::Pointer(folder));
   }
   void RefreshMap(bool rebuildFrames) const { SendMessageW(editor_, EDM_REFRESHMAP, 0, rebuildFrames); }
-  void PostCancel() const { PostMessageW(editor_, WM_COMMAND, IDCANCEL, 0); }
+  // The run of marks between two sample positions.
+  void ShowFailure(int first, int last) const {
+    SendMessageW(editor_, EDM_SHOWFAILURE, static_cast<WPARAM>(first), last);
+  }
+  void PostPreviewDone() const { messages_detail::Post(editor_, WM_PREVIEW_DONE, 0); }
+  void PostCancel() const { messages_detail::Post(editor_, WM_COMMAND, IDCANCEL); }
 
  private:
   HWND editor_;
@@ -173,13 +201,11 @@ class ThumbnailSender {
  public:
   explicit ThumbnailSender(HWND thumbnail) : thumbnail_(thumbnail) {}
 
-  void PostRefreshItem(int index) const { Post(TNM_REFRESHITEM, static_cast<WPARAM>(index)); }
-  void PostRefreshAll() const { Post(TNM_REFRESHALL, 0); }
+  void PostRefreshItem(int index) const {
+    messages_detail::Post(thumbnail_, TNM_REFRESHITEM, static_cast<WPARAM>(index));
+  }
+  void PostRefreshAll() const { messages_detail::Post(thumbnail_, TNM_REFRESHALL, 0); }
 
  private:
-  void Post(ThumbnailMessage message, WPARAM wParam) const {
-    if (thumbnail_) PostMessageW(thumbnail_, message, wParam, 0);
-  }
-
   HWND thumbnail_;
 };

@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr LONGLONG kLargestFile = LONGLONG{1} << 30;
+// In memory a map takes several times its file, and it is held twice, in a process of 32 bits.
+constexpr LONGLONG kLargestFile = LONGLONG{64} << 20;
 
 // Windows refuses to replace a read-only file by itself. Wine leaves that to the host system, where an administrator
 // may write any file: the mark must hold there as well.

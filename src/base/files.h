@@ -1,4 +1,4 @@
-// Whole files: one open, one read or write, one close. The only place that opens the files of maps and voicebanks.
+// Whole files: one open, one read or write, one close. Maps and texts come through here.
 //
 // Codecs work on bytes, so that nothing is half written because of what a map holds.
 #pragma once
@@ -8,7 +8,7 @@
 
 #include "base/bytes.h"
 
-// The bytes of a file; none if it cannot be opened or read, or is larger than 1 GiB.
+// The bytes of a file; none if it cannot be opened or read, or is larger than 64 MiB: a map of six hours.
 std::optional<Bytes> ReadWholeFile(const std::wstring& path);
 
 // Writes the file in place, with these bytes as its whole content. False, with the reason in GetLastError, if it

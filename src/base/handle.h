@@ -1,6 +1,6 @@
 // Owners of Windows handles: one template, and an alias for each sort of handle.
 //
-// A handle is owned from the call that makes it to the end of the owner's scope; nothing is closed by hand.
+// A handle is owned from the call that makes it to the end of the owner's scope. No ladder of exits closes anything.
 #pragma once
 
 #include <windows.h>
@@ -81,12 +81,6 @@ struct MemoryDcTraits {
   static void Close(Type dc) { DeleteDC(dc); }
 };
 
-struct MenuTraits {
-  using Type = HMENU;
-  static Type Null() { return nullptr; }
-  static void Close(Type menu) { DestroyMenu(menu); }
-};
-
 using FileHandle = UniqueHandle<FileTraits>;
 using FindHandle = UniqueHandle<FindTraits>;
 using EventHandle = UniqueHandle<KernelTraits>;
@@ -96,7 +90,6 @@ using Pen = UniqueHandle<GdiTraits<HPEN>>;
 using Brush = UniqueHandle<GdiTraits<HBRUSH>>;
 using Bitmap = UniqueHandle<GdiTraits<HBITMAP>>;
 using MemoryDc = UniqueHandle<MemoryDcTraits>;
-using Menu = UniqueHandle<MenuTraits>;
 
 // Selects an object into a device context and puts the old one back at the end of the scope. The object must outlive
 // the guard, so declare it first.

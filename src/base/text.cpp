@@ -3,8 +3,6 @@
 #include <cstdarg>
 #include <cwchar>
 
-#include "resources/ids.h"
-
 namespace {
 
 constexpr std::size_t kFirstSize = 256;
@@ -51,17 +49,15 @@ std::wstring WindowText(HWND window) {
   return text;
 }
 
-int ShowMessage(HWND owner, const std::wstring& text, UINT style) {
-  return MessageBoxW(owner, text.c_str(), LoadResString(IDS_NAME).c_str(), style);
-}
-
 std::wstring FormatText(const wchar_t* format, ...) {
   // The runtime's own form: the standard one of this compiler takes "%s" for narrow text.
   va_list arguments;
   va_start(arguments, format);
   va_list again;
   va_copy(again, arguments);
-  std::wstring text(static_cast<std::size_t>(_vscwprintf(format, arguments)), L'\0');
+  // Negative for a text that cannot be made.
+  const int length = _vscwprintf(format, arguments);
+  std::wstring text(length < 0 ? 0 : static_cast<std::size_t>(length), L'\0');
   _vsnwprintf(text.data(), text.size(), format, again);
   va_end(again);
   va_end(arguments);

@@ -19,8 +19,5 @@ std::wstring SystemErrorText(DWORD error);
 // The text of a window.
 std::wstring WindowText(HWND window);
 
-// A message box with the program's name as its caption; the answer.
-int ShowMessage(HWND owner, const std::wstring& text, UINT style);
-
 // printf over wide text, "%s" being wide. The format is the program's own or a resource, never a text from a file.
 std::wstring FormatText(const wchar_t* format, ...);

@@ -16,6 +16,7 @@ class ComPointer {
   ComPointer(const ComPointer&) = delete;
   ComPointer& operator=(const ComPointer&) = delete;
 
+  Interface& operator*() const { return *object_; }
   Interface* operator->() const { return object_; }
   Interface** out() { return &object_; }
 
@@ -59,5 +60,5 @@ int BrowseForFolder(HWND owner, std::wstring& out) {
   ComPointer<IFileOpenDialog> dialog;
   const HRESULT made = CoCreateInstance(CLSID_FileOpenDialog, nullptr, CLSCTX_INPROC_SERVER, IID_IFileOpenDialog,
                                         reinterpret_cast<void**>(dialog.out()));
-  return SUCCEEDED(made) ? PickWithDialog(*dialog.operator->(), owner, out) : PickFromTree(owner, out);
+  return SUCCEEDED(made) ? PickWithDialog(*dialog, owner, out) : PickFromTree(owner, out);
 }

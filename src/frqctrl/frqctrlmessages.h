@@ -44,8 +44,8 @@ enum FrqCtrlNotification : UINT {
   FCN_FRAMECHANGED = 0x100,      // lParam: the column, -1 for all
   FCN_ZOOMCHANGED = 0x101,       // lParam: the zoom step
   FCN_AVERAGECHANGED = 0x102,    // lParam: the control, as in the rows below
-  FCN_THUMBNAILCLICKED = 0x103,  //
-  FCN_SELECTIONCHANGED = 0x104,  //
+  FCN_THUMBNAILCLICKED = 0x103,
+  FCN_SELECTIONCHANGED = 0x104,
 };
 
 // Sends to one control. A null window is allowed: what is sent to it is lost, and what is asked of it is 0.

@@ -42,7 +42,7 @@ struct TableGeometry {
   PixelRect PlotRect;            // where frames are drawn
   int Zoom = 0;                  // 0 to kZoomCount - 1
   double DpiScaleX = 1.0;        // the screen's dots per inch / 96
-  double DpiScaleY = 1.0;        //
+  double DpiScaleY = 1.0;
   int BottomNote = kBottomNote;  // note number of the lowest row
   SampleCount ScrollColumn = 0;  // column at the left edge of the plot
   bool ThumbnailMode = false;    // half a pixel a frame and one a semitone, whatever the zoom

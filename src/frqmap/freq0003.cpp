@@ -1,6 +1,7 @@
 #include "frqmap/freq0003.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <string_view>
 
@@ -50,8 +51,7 @@ Bytes EncodeFreq0003(const FrqMap& map, FrqType kind) {
   writer.Write(Freq0003Tag(kind));
   writer.Write(map.FrameCount);
   for (const FrqFrame& frame : map.Frames) {
-    writer.Write(frame.Frequency);
-    writer.Write(frame.Amplitude);
+    writer.Write(std::array{frame.Frequency, frame.Amplitude});
   }
   return writer.Take();
 }

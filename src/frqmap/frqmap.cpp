@@ -83,7 +83,8 @@ std::optional<SampleCount> FrqMap::FrameAt(SampleCount position) const {
 
 SampleCount FrqMap::PositionOf(SampleCount frame) const {
   const std::int64_t position = std::int64_t{frame} * Hop;
-  return static_cast<SampleCount>(std::min<std::int64_t>(position, std::numeric_limits<SampleCount>::max()));
+  const bool reachable = Hop > 0 && frame >= 0 && position <= std::numeric_limits<SampleCount>::max();
+  return reachable ? static_cast<SampleCount>(position) : -1;
 }
 
 double FrqMap::FrequencyAt(SampleCount position) const {
@@ -116,13 +117,15 @@ void FrqMap::ClearSelection() {
 }
 
 void FrqMap::UpdateFrequencyRange() {
-  MinFrequency = 999999.0;
-  MaxFrequency = FrqNoPitch;
+  double least = 999999.0;
+  double greatest = FrqNoPitch;
   for (const FrqFrame& frame : Frames) {
     if (!(frame.Frequency > FrqNoPitch)) continue;
-    MinFrequency = std::min(MinFrequency, frame.Frequency);
-    MaxFrequency = std::max(MaxFrequency, frame.Frequency);
+    least = std::min(least, frame.Frequency);
+    greatest = std::max(greatest, frame.Frequency);
   }
+  MinFrequency = least;
+  MaxFrequency = greatest;
 }
 
 double FrqMap::ComputeAverage(int windowSemitones) const {

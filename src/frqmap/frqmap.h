@@ -67,7 +67,7 @@ class FrqMap {
   // The only place that divides by Hop.
   std::optional<SampleCount> FrameAt(SampleCount position) const;
 
-  // Sample position of a frame; the last one there is for a frame that lies beyond 32 bits.
+  // Sample position of a frame; -1 where none leads to it: for a hop of 0 or less, or beyond 32 bits.
   SampleCount PositionOf(SampleCount frame) const;
 
   // Frequency [Hz] of the frame at a sample position, FrqNoPitch outside the map.

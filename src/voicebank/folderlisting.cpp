@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "base/handle.h"
+#include "base/path.h"
 
 namespace {
 
@@ -30,6 +31,8 @@ std::optional<FolderListing> FolderListing::Read(const std::wstring& folder) {
       listing.folders_.emplace_back(item.cFileName);
     }
   } while (FindNextFileW(find.get(), &item));
+  // A listing that broke off would make files look gone.
+  if (GetLastError() != ERROR_NO_MORE_FILES) return std::nullopt;
   return listing;
 }
 
@@ -46,8 +49,9 @@ const FolderListing* ListedFolders::Find(const std::wstring& folder) {
 }
 
 std::optional<std::uint32_t> ListedFolders::SizeOf(const std::wstring& path) {
-  const std::size_t separator = path.find_last_of(L'\\');
-  if (separator == std::wstring::npos) return std::nullopt;
-  const FolderListing* const listing = Find(path.substr(0, separator));
-  return listing ? listing->SizeOf(path.substr(separator + 1)) : std::nullopt;
+  if (const FolderListing* const listing = Find(FolderOf(path))) return listing->SizeOf(FileNameOf(path));
+  WIN32_FIND_DATAW item;
+  const FindHandle find(FindFirstFileW(path.c_str(), &item));
+  if (!find || (item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) return std::nullopt;
+  return item.nFileSizeLow;
 }

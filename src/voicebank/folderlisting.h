@@ -30,7 +30,8 @@ class FolderListing {
   std::unordered_map<std::wstring, std::uint32_t> sizes_;  // by folded name
 };
 
-// Sizes of files in any folders, each folder being read once, when it is first asked for. An unreadable one is empty.
+// Sizes of files in any folders, each folder being read once, when it is first asked for. Where a folder cannot be
+// listed, the file itself is asked for.
 class ListedFolders {
  public:
   std::optional<std::uint32_t> SizeOf(const std::wstring& path);

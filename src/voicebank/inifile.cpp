@@ -1,11 +1,9 @@
 #include "voicebank/inifile.h"
 
 #include <windows.h>
-#include <shlwapi.h>
 
 #include "base/files.h"
 #include "base/text.h"
-#include "resources/ids.h"
 #include "voicebank/keyvalue.h"
 
 namespace UtauCommon {
@@ -29,11 +27,3 @@ std::wstring INIFILE::GetValue(const std::wstring& key, const std::wstring& defa
 }
 
 }  // namespace UtauCommon
-
-std::wstring VoicebankCaption(const std::wstring& folder) {
-  UtauCommon::INIFILE character;
-  character.Load(folder + L"\\character.txt");
-  std::wstring name = character.GetValue(L"name", L"");
-  if (name.empty()) name = PathFindFileNameW(folder.c_str());
-  return name + L" - " + LoadResString(IDS_NAME);
-}

@@ -20,6 +20,3 @@ class INIFILE {
 };
 
 }  // namespace UtauCommon
-
-// The caption of the main window for a voicebank: the name that its character.txt gives, else the folder's.
-std::wstring VoicebankCaption(const std::wstring& folder);

@@ -19,7 +19,7 @@ struct Chunk {
   LONGLONG content;  // position of its first byte
 };
 
-// Walks the chunks of a RIFF file, touching nothing but their heads. The multimedia functions that do the same take no
+// Walks the chunks of a RIFF file, touching little but their heads. The multimedia functions that do the same take no
 // path beyond the user's own code page everywhere.
 class RiffFile {
  public:
@@ -35,43 +35,58 @@ class RiffFile {
   bool Find(const char* id, Chunk& chunk) {
     while (ReadHead(chunk)) {
       if (IsId(chunk.id, id)) return true;
-      if (!Ascend(chunk)) return false;
+      Ascend(chunk);
     }
     return false;
   }
   // Behind a chunk; one of an odd size has a byte of padding.
-  bool Ascend(const Chunk& chunk) { return Seek(chunk.content + chunk.size + chunk.size % 2, FILE_BEGIN); }
+  void Ascend(const Chunk& chunk) { position_ = chunk.content + chunk.size + chunk.size % 2; }
 
   bool Read(void* target, std::uint32_t size) {
-    DWORD got = 0;
-    return ReadFile(file_.get(), target, size, &got, nullptr) && got == size;
+    const LONGLONG buffered = position_ - blockStart_;
+    if (buffered < 0 || buffered + size > static_cast<LONGLONG>(block_.size())) {
+      if (size > kBlock / 2) return ReadAt(position_, target, size) == size && Advance(size);
+      block_.resize(kBlock);
+      block_.resize(ReadAt(position_, block_.data(), kBlock));
+      blockStart_ = position_;
+      if (block_.size() < size) return false;
+    }
+    std::memcpy(target, block_.data() + (position_ - blockStart_), size);
+    return Advance(size);
   }
   // Bytes from here to the end of the file: what a chunk can hold at most.
-  LONGLONG Left() {
+  LONGLONG Left() const {
     LARGE_INTEGER size{};
     GetFileSizeEx(file_.get(), &size);
-    return size.QuadPart - Position();
+    return size.QuadPart - position_;
   }
 
  private:
+  // Heads are read through a block, so that a file of thousands of small chunks, or of zeros, is no work either.
+  static constexpr DWORD kBlock = 16384;
+
   static bool IsId(const char (&found)[4], const char* id) { return std::memcmp(found, id, sizeof(found)) == 0; }
   bool ReadHead(Chunk& chunk) {
     if (!Read(chunk.id, sizeof(chunk.id)) || !Read(&chunk.size, sizeof(chunk.size))) return false;
-    chunk.content = Position();
+    chunk.content = position_;
     return true;
   }
-  bool Seek(LONGLONG distance, DWORD origin, LARGE_INTEGER* position = nullptr) {
-    LARGE_INTEGER move;
-    move.QuadPart = distance;
-    return SetFilePointerEx(file_.get(), move, position, origin) != 0;
+  bool Advance(std::uint32_t size) {
+    position_ += size;
+    return true;
   }
-  LONGLONG Position() {
-    LARGE_INTEGER position{};
-    Seek(0, FILE_CURRENT, &position);
-    return position.QuadPart;
+  DWORD ReadAt(LONGLONG position, void* target, DWORD size) const {
+    LARGE_INTEGER move;
+    move.QuadPart = position;
+    DWORD got = 0;
+    if (!SetFilePointerEx(file_.get(), move, nullptr, FILE_BEGIN)) return 0;
+    return ReadFile(file_.get(), target, size, &got, nullptr) ? got : 0;
   }
 
   FileHandle file_;
+  LONGLONG position_ = 0;
+  LONGLONG blockStart_ = 0;
+  std::vector<char> block_;
 };
 
 bool HasWaveExtension(const std::wstring& path) {
@@ -97,7 +112,8 @@ bool WaveHeader::LoadWav(const std::wstring& path, bool headerOnly) {
   RiffFile file(path);
   Chunk chunk;
   if (!file.DescendWave() || !file.Find("fmt ", chunk)) return false;
-  if (!file.Read(&format, std::min(chunk.size, kFormatSize)) || !file.Ascend(chunk)) return false;
+  if (!file.Read(&format, std::min(chunk.size, kFormatSize))) return false;
+  file.Ascend(chunk);
   if (!file.Find("data", chunk)) return false;
   dataSize = chunk.size;
   if (headerOnly) return true;

@@ -1,5 +1,6 @@
 #include "window/controlbase.h"
 
+#include <iterator>
 #include <map>
 #include <string>
 

@@ -1,5 +1,7 @@
 #include "window/realnumberbox.h"
 
+#include <iterator>
+
 namespace {
 
 // Both the point and the user's own sign count, on any locale.
@@ -11,7 +13,7 @@ bool IsDecimalSign(WPARAM character) {
 
 // Control characters pass: they are backspace, and Ctrl+C, Ctrl+V and Ctrl+X as typed.
 bool MayBeTyped(WPARAM character) {
-  const bool control = character < 0x20 || character == 0x7F;
+  const bool control = character < 0x20;
   const bool digit = character >= L'0' && character <= L'9';
   return control || digit || IsDecimalSign(character);
 }

@@ -4,9 +4,10 @@ namespace {
 
 constexpr wchar_t kSubclassProperty[] = L"{8BC1469F-72BD-4b5b-8DDD-820FFCCB954D}";
 
-// The property is there for as long as this procedure is.
+// The object is looked up in the window's own memory: a list is filled by a message for each row, and under Wine a
+// property is a question to another process. It is there for as long as this procedure is.
 LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  auto* const object = static_cast<CSubclassWindow*>(GetPropW(window, kSubclassProperty));
+  auto* const object = reinterpret_cast<CSubclassWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   return object->OnMessage(window, message, wParam, lParam);
 }
 
@@ -18,8 +19,12 @@ bool IsSubclassed(HWND window) {
 
 void BindSubclass(HWND window, CSubclassWindow* object) {
   object->Hwnd = window;
-  // The property first: from the next line on the procedure looks for it.
-  SetPropW(window, kSubclassProperty, object);
+  // These first: from the last line on the procedure looks for its object.
+  if (!SetPropW(window, kSubclassProperty, object)) {
+    delete object;
+    return;
+  }
+  SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
   object->PreviousProc =
       reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SubclassProc)));
 }

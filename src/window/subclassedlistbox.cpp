@@ -14,6 +14,6 @@ LRESULT CSubclassedListbox::OnMouseWheel(WPARAM keys, int x, int y, int delta) {
   ScreenToClient(parent, &point);
   const HWND under = ChildWindowFromPoint(parent, point);
   if (under == window) return CallPrevious(WM_MOUSEWHEEL, wParam, lParam);
-  PostMessageW(under, WM_MOUSEWHEEL, wParam, lParam);
+  if (under) PostMessageW(under, WM_MOUSEWHEEL, wParam, lParam);
   return 0;
 }

@@ -63,6 +63,6 @@ class CWindow {
   int LeftButtonDown = 0;   // 1 between press and release
   int RightButtonDown = 0;  // 1 between press and release
   int MouseX = 0;           // of the last move or left press, client coordinates
-  int MouseY = 0;           //
+  int MouseY = 0;
   bool InSizeMove = false;  // the user is moving or sizing the window
 };

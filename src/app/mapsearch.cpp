@@ -1,0 +1,22 @@
+#include "app/mapsearch.h"
+
+namespace {
+
+// A wave of 16 bits in one channel, 44 bytes of header and 256 samples a frame: the size of a .pmk does not tell.
+std::uint32_t EstimateFromWaveSize(std::uint32_t size) {
+  return size < 44 ? 0 : (size - 44) / 512;
+}
+
+}  // namespace
+
+FoundMap FindMap(const std::wstring& wavePath, FrqType kind, ListedFolders& listed) {
+  const auto size = listed.SizeOf(MapPathFromWaveW(wavePath, kind));
+  FoundMap found;
+  found.exists = size.has_value();
+  if (kind == FrqTypePmk) {
+    found.frameEstimate = EstimateFromWaveSize(listed.SizeOf(wavePath).value_or(0));
+  } else {
+    found.frameEstimate = FrameCountFromFileSize(size.value_or(0), kind);
+  }
+  return found;
+}

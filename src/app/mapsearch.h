@@ -1,0 +1,16 @@
+// What is known of a wave's map without reading it, from what its folder holds.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "frqmap/frqtype.h"
+#include "voicebank/folderlisting.h"
+
+struct FoundMap {
+  bool exists = false;
+  std::uint32_t frameEstimate = 0;  // frames, told from a file's size; 0 without a map
+};
+
+// Gives what MapFileExists would, without a call of the file system for each wave.
+FoundMap FindMap(const std::wstring& wavePath, FrqType kind, ListedFolders& listed);
