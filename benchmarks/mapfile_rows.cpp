@@ -1,0 +1,84 @@
+// One map file: its way through the codec against the bare way of its bytes to and from the disk.
+#include <windows.h>
+
+#include <cmath>
+
+#include "base/files.h"
+#include "base/handle.h"
+#include "frqmap/freq0003.h"
+#include "frqmap/frqmap.h"
+#include "frqmap/mapfiles.h"
+#include "measuring.h"
+#include "rows.h"
+#include "scratchfolder.h"
+
+namespace {
+
+constexpr SampleCount kFrames = 10000;
+
+// A voice that wavers around 220 Hz, with a breath every hundred frames.
+FrqMap LongMap() {
+  FrqMap map;
+  map.Create(kFrames, FrqTypeFrq);
+  for (SampleCount i = 0; i < kFrames; ++i) {
+    map.SetFrequency(map.PositionOf(i), i % 100 < 10 ? 0.0 : 220.0 + 5.0 * std::sin(i / 20.0));
+    map.Frames[static_cast<std::size_t>(i)].Amplitude = 1000.0 + i % 500;
+  }
+  return map;
+}
+
+// The file of the map, and its bytes.
+class MapFile : public Work {
+ public:
+  MapFile() { Require(narrowPath_ && WriteWholeFile(path_, bytes_), "a map cannot be written"); }
+
+ protected:
+  ScratchFolder folder_;
+  std::wstring path_ = folder_.PathOf(L"a_wav.frq");
+  std::optional<std::string> narrowPath_ = NarrowPath(path_);
+  FrqMap map_ = LongMap();
+  Bytes bytes_ = EncodeFreq0003(map_, FrqTypeFrq);
+};
+
+class LoadFrq : public MapFile {
+ public:
+  // Into a new map, as every map of a voicebank is loaded.
+  double Measured() override {
+    FrqMap map;
+    return MillisecondsOf([&] { Require(map.Load(*narrowPath_, nullptr) == 0, "a map cannot be loaded"); });
+  }
+
+  // Into memory that is already there.
+  double Yardstick() override {
+    return MillisecondsOf([&] {
+      const FileHandle file(CreateFileW(path_.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr));
+      DWORD read = 0;
+      ReadFile(file.get(), bytes_.data(), static_cast<DWORD>(bytes_.size()), &read, nullptr);
+      Require(read == bytes_.size(), "a map cannot be read");
+    });
+  }
+};
+
+class SaveFrq : public MapFile {
+ public:
+  double Measured() override {
+    return MillisecondsOf([&] { Require(map_.Save(*narrowPath_, nullptr) == 0, "a map cannot be saved"); });
+  }
+
+  double Yardstick() override {
+    return MillisecondsOf([&] {
+      const FileHandle file(
+          CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+      DWORD written = 0;
+      WriteFile(file.get(), bytes_.data(), static_cast<DWORD>(bytes_.size()), &written, nullptr);
+      Require(written == bytes_.size(), "a map cannot be written");
+    });
+  }
+};
+
+}  // namespace
+
+std::vector<Row> MapFileRows() {
+  return {RowOf<LoadFrq>("load_frq", "ms", 1.2), RowOf<SaveFrq>("save_frq", "ms", 1.2)};
+}

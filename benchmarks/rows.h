@@ -1,0 +1,43 @@
+// The rows of the benchmark table, by family: a new row goes into the source of its family, a new family gets a line
+// here and one in main.cpp.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+// What a row weighs. It is set up by its constructor, ahead of all measuring, and cleared away by its destructor. The
+// two are called in turn, each gives its cost in the row's unit.
+class Work {
+ public:
+  Work() = default;
+  Work(const Work&) = delete;
+  Work& operator=(const Work&) = delete;
+  virtual ~Work() = default;
+
+  virtual double Measured() = 0;
+  virtual double Yardstick() = 0;
+};
+
+struct Row {
+  std::string name;
+  std::string unit;
+  double aim;  // the largest ratio of measured to yardstick that is good enough
+  std::function<std::unique_ptr<Work>()> setUp;
+};
+
+// The row of a work that needs no argument.
+template <typename T>
+Row RowOf(const char* name, const char* unit, double aim) {
+  return {name, unit, aim, [] { return std::make_unique<T>(); }};
+}
+
+std::vector<Row> ExecutableRows();
+
+// `voicebank`: full path of a folder of 5,000 waves with maps of the size of one frame. What is in the files does not
+// matter, none is opened.
+std::vector<Row> FolderRows(const std::wstring& voicebank);
+
+std::vector<Row> FrameListRows();
+std::vector<Row> MapFileRows();
