@@ -1,0 +1,138 @@
+// What the editor shows of a syllable, what it takes from the user, and what becomes of edits.
+#include "gui/program.h"
+#include "native/vectors.h"
+
+namespace {
+
+using Editor = ProgramTest;
+
+TEST_F(Editor, EachSyllableIsShownWithItsFramesKeyAndWave) {
+  AddSyllable(L"a", {55.0, 220.0});
+  AddSyllable(L"b", {440.0});
+  folder_.Write(L"c.wav");
+  Start(folder_.Path());
+  EXPECT_EQ(WindowText(Item(IDC_EDITOR_KEY)), L"261.50000000");
+  EXPECT_EQ(WindowText(Item(IDC_EDITOR_WAVEINFO)), L"44100 Hz, 16 bits per sample, Monaural, 1.000 sec");
+  const struct {
+    bool previous;
+    int row;
+    std::wstring frames;
+  } steps[] = {{true, 0, L"----|220.00000000|"}, {false, 1, L"440.00000000|"}, {false, 2, L""}, {false, 2, L""}};
+  for (const auto& step : steps) {
+    SendMessageW(list_, FLM_SELECTNEIGHBOUR, step.previous, 0);
+    EXPECT_EQ(List().Selection(), step.row);
+    EXPECT_EQ(Frames(), step.frames);
+    EXPECT_EQ(IsGrey(ID_VIEW_PREVIOUS), step.row == 0);
+    EXPECT_EQ(IsGrey(ID_VIEW_NEXT), step.row == 2);
+  }
+  Select(0);
+  Press(ID_EDIT_SELECTALL);
+  EditorSender(editor_).SetMap(List().SavedMap(0), List().Map(0));
+  EXPECT_EQ(SendItem(IDC_EDITOR_FRAMES, LB_GETSELCOUNT), 2) << "the same map again changes nothing";
+}
+
+TEST_F(Editor, ABrokenMapShowsNoFramesAndHarmsNothing) {
+  for (const std::string name : {"7-bytes", "hop-0", "huge-count", "magic-lower", "truncated-frames"}) {
+    folder_.Write(vectors::Wide(name) + L".wav");
+    folder_.Write(vectors::Wide(name) + L"_wav.frq", vectors::FileBytes("bad/frq-" + name + "_wav.frq"));
+  }
+  AddSyllable(L"sound", {220.0});
+  Start(folder_.Path());
+  for (const int row : {0, 4, 1, 2, 3, 5}) {
+    Select(row);
+    EXPECT_EQ(Frames(), row == 4 ? L"220.00000000|" : L"") << row;
+  }
+}
+
+TEST_F(Editor, ATypedKeyCountsWhenItsBoxIsLeft) {
+  AddSyllable(L"a", {220.0});
+  Start(folder_.Path());
+  const struct {
+    std::wstring typed, shown;
+    double key;
+  } tests[] = {{L"-30o0.5", L"300.5", 300.5}, {L"", L"", 55.0}, {L"9999", L"7902.13282010", 7902.132820097988}};
+  for (const auto& test : tests) {
+    Type(IDC_EDITOR_KEY, test.typed);
+    EXPECT_NE(List().Map(0)->Average, test.key);
+    SendItem(IDC_EDITOR_KEY, WM_KILLFOCUS);
+    EXPECT_DOUBLE_EQ(List().Map(0)->Average, test.key);
+    EXPECT_EQ(WindowText(Item(IDC_EDITOR_KEY)), test.shown);
+  }
+  EXPECT_EQ(Column(2), L"*|");
+}
+
+TEST_F(Editor, TheWheelScrollsTheFramesUnderThePointerWhateverHasTheFocus) {
+  AddSyllable(L"a", std::vector<double>(500, 220.0));
+  Start(folder_.Path());
+  const RECT frames = Place(Item(IDC_EDITOR_FRAMES));
+  for (const HWND focus : {editor_, Item(IDC_EDITOR_TABLE)}) {
+    const LRESULT top = SendItem(IDC_EDITOR_FRAMES, LB_GETTOPINDEX);
+    PostMessageW(focus, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), MAKELPARAM(frames.left + 9, frames.top + 9));
+    EXPECT_TRUE(Eventually([&] { return SendItem(IDC_EDITOR_FRAMES, LB_GETTOPINDEX) > top; }));
+  }
+}
+
+TEST_F(Editor, ALargerWindowGivesItsTableTheRoomAndNoneIsSmallerThanTheFirst) {
+  Start(L"");
+  const RECT first = Place(editor_);
+  const auto grow = [&](int x, int y) {
+    SetWindowPos(editor_, nullptr, 0, 0, first.right - first.left + x, first.bottom - first.top + y, SWP_NOMOVE);
+  };
+  grow(10, 10);
+  std::map<int, RECT> expected;
+  for (int id = IDC_EDITOR_TABLE; id <= IDC_EDITOR_KEYFROMSELECTION; ++id) expected[id] = Place(Item(id));
+  expected[IDC_EDITOR_TABLE].right += 80;
+  for (const int id : {IDC_EDITOR_TABLE, IDC_EDITOR_FRAMES}) expected[id].bottom += 50;
+  for (int id = IDC_EDITOR_TRIPLE; id <= IDC_EDITOR_KEYFROMSELECTION; ++id) OffsetRect(&expected[id], 0, 50);
+  grow(90, 60);
+  for (const auto& [id, place] : expected) EXPECT_EQ(Place(Item(id)), place) << id;
+  grow(-100, -100);
+  EXPECT_EQ(Place(editor_), first);
+}
+
+TEST_F(Editor, ASavedFrameReachesItsFileAndNothingElseChanges) {
+  AddSyllable(L"a", {220.0, 330.0});
+  folder_.Write(L"a.wav.llsm");
+  Bytes expected = *ReadWholeFile(folder_.Path(L"a_wav.frq"));
+  Start(folder_.Path());
+  Press(ID_FILE_SAVE);
+  EXPECT_TRUE(FileExists(folder_.Path(L"a.wav.llsm"))) << "there was nothing to save";
+  SetFirstFrame(L"246.25");
+  EXPECT_EQ(Frames() + Column(2), L"246.25000000|330.00000000|*|");
+  EXPECT_FALSE(IsGrey(ID_FILE_SAVE) || IsGrey(ID_FILE_SAVEALL));
+  Press(ID_FILE_SAVE);
+  const double frequency = 246.25;
+  std::memcpy(&expected[40], &frequency, sizeof(frequency));  // the first frame, behind the header
+  EXPECT_EQ(ReadWholeFile(folder_.Path(L"a_wav.frq")), expected);
+  EXPECT_EQ(Column(2), L"|");
+  EXPECT_TRUE(IsGrey(ID_FILE_SAVE) && IsGrey(ID_FILE_SAVEALL));
+  EXPECT_FALSE(FileExists(folder_.Path(L"a.wav.llsm")));
+}
+
+TEST_F(Editor, EditsThatCannotBeSavedStayUntilTheUserLetsThemGo) {
+  for (const wchar_t* name : {L"a", L"b", L"c", L"d", L"e"}) AddSyllable(name, {220.0});
+  Start(folder_.Path());
+  for (const int row : {0, 1, 3, 4, 2}) {
+    Select(row);
+    SetFirstFrame(L"440");
+  }
+  const std::wstring refused = folder_.Path(L"c_wav.frq");
+  const auto before = ReadWholeFile(refused);
+  SetFileAttributesW(refused.c_str(), FILE_ATTRIBUTE_READONLY);
+  for (const UINT command : {ID_FILE_SAVEALL, ID_FILE_SAVE}) {
+    EXPECT_EQ(PressAndAnswer(command, IDOK), LoadResString(IDS_SAVEFAILED) + SystemErrorText(ERROR_ACCESS_DENIED));
+    EXPECT_EQ(Column(2), L"||*|*|*|");
+  }
+  EXPECT_EQ(List().SavedMap(2)->Frames[0].Frequency, 440.0) << "the second curve follows the attempt";
+  List().SetEdited(3, false);
+  EXPECT_EQ(List().Map(3)->Frames[0].Frequency, 220.0) << "given up, so it is read again";
+  EXPECT_EQ(PressAndAnswer(IDCANCEL, IDNO), LoadResString(IDS_DISCARD));
+  EXPECT_EQ(Column(2) + Frames(), L"||*||*|440.00000000|");
+  EXPECT_EQ(PressAndAnswer(IDCANCEL, IDYES), LoadResString(IDS_DISCARD));
+  EXPECT_EQ(ExitCode(), 0);
+  EXPECT_EQ(ReadWholeFile(refused), before);
+  EXPECT_NE(ReadWholeFile(folder_.Path(L"b_wav.frq")), before);
+  SetFileAttributesW(refused.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+}  // namespace

@@ -1,0 +1,147 @@
+// The real program in the test's own process: its two threads, its windows and its message boxes.
+//
+// A test looks at what a user sees and does what a user does. What it sends comes back when the program has dealt with
+// it; only windows come and go in their own time, and for those a test polls, with a limit.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <future>
+
+#include "app/application.h"
+#include "app/messages.h"
+#include "base/text.h"
+#include "frqmap/freq0003.h"
+#include "resources/ids.h"
+#include "win/scratch.h"
+
+// False if the state does not come within five seconds.
+template <typename State>
+bool Eventually(State state) {
+  for (const ULONGLONG end = GetTickCount64() + 5000; !state(); Sleep(5)) {
+    if (GetTickCount64() > end) return false;
+  }
+  return true;
+}
+
+inline bool operator==(const RECT& a, const RECT& b) {
+  return EqualRect(&a, &b);
+}
+
+class ProgramTest : public testing::Test {
+ protected:
+  // Ends the program; its edits are given up.
+  ~ProgramTest() override {
+    PostMessageW(editor_, WM_COMMAND, IDCANCEL, 0);
+    Eventually([this] { return PostMessageW(FindBox(), WM_COMMAND, IDYES, 0) && HasEnded(); });
+  }
+
+  // A wave and its map. `name` is without extension.
+  void AddSyllable(const std::wstring& name, const std::vector<double>& frequencies) const {
+    FrqMap map;
+    map.Create(static_cast<SampleCount>(frequencies.size()), FrqTypeFrq);
+    for (std::size_t i = 0; i < frequencies.size(); ++i) map.Frames[i].Frequency = frequencies[i];
+    map.Average = 261.5;
+    folder_.Write(name + L".wav", kSecondOfSound);
+    folder_.Write(name + L"_wav.frq", EncodeFreq0003(map, FrqTypeFrq));
+  }
+
+  // Comes back when both windows stand, or when the program has ended by itself.
+  void Start(const std::wstring& argument) {
+    exit_ = std::async(std::launch::async, RunApplication, argument);
+    Eventually([this] {
+      if (!editor_) editor_ = FindDialogWith(L"FrequencyTableControl");
+      if (!list_) list_ = FindDialogWith(WC_LISTVIEWW);
+      return (editor_ && list_) || HasEnded();
+    });
+  }
+  // -1 if the program goes on.
+  int ExitCode() const {
+    return Eventually([this] { return HasEnded(); }) ? exit_.get() : -1;
+  }
+
+  FileListSender List() const { return FileListSender(list_); }
+  HWND Item(int id) const { return GetDlgItem(editor_, id); }
+  LRESULT SendItem(int id, UINT message, WPARAM wParam = 0, const void* lParam = nullptr) const {
+    return SendMessageW(Item(id), message, wParam, reinterpret_cast<LPARAM>(lParam));
+  }
+
+  // On the screen; a minimised window is nowhere near it.
+  static RECT Place(HWND window) {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    return rect;
+  }
+  // The texts of a column of the list, and those of all frames, each with a "|" behind it.
+  std::wstring Column(int column) const {
+    std::wstring texts;
+    for (int row = 0; row < List().Count(); ++row) {
+      wchar_t text[MAX_PATH] = L"";
+      ListView_GetItemText(GetDlgItem(list_, IDC_LIST_FILES), row, column, text, MAX_PATH);
+      texts.append(text) += L'|';
+    }
+    return texts;
+  }
+  std::wstring Frames() const {
+    std::wstring texts;
+    wchar_t text[64];
+    for (WPARAM row = 0; SendItem(IDC_EDITOR_FRAMES, LB_GETTEXT, row, text) != LB_ERR; ++row) {
+      texts.append(text) += L'|';
+    }
+    return texts;
+  }
+  std::wstring MenuText(UINT command) const {
+    wchar_t text[2 * MAX_PATH] = L"";
+    GetMenuStringW(GetMenu(editor_), command, text, 2 * MAX_PATH, MF_BYCOMMAND);
+    return text;
+  }
+  bool IsGrey(UINT command) const { return GetMenuState(GetMenu(editor_), command, MF_BYCOMMAND) & MF_GRAYED; }
+
+  void Select(int row) const {
+    ListView_SetItemState(GetDlgItem(list_, IDC_LIST_FILES), row, LVIS_SELECTED, LVIS_SELECTED);
+  }
+  void Press(UINT command) const { SendMessageW(editor_, WM_COMMAND, command, 0); }
+  // Presses a command that asks or tells something, and answers the message box. The text of the box.
+  std::wstring PressAndAnswer(UINT command, WPARAM answer) const {
+    const auto pressed = std::async(std::launch::async, [=, this] { Press(command); });
+    if (!Eventually([this] { return FindBox() != nullptr; })) return L"no message box";
+    const std::wstring text = WindowText(GetDlgItem(FindBox(), 0xFFFF));
+    PostMessageW(FindBox(), WM_COMMAND, answer, 0);
+    return text;
+  }
+  // Replaces the text of a box, key by key.
+  void Type(int id, const std::wstring& text) const {
+    SetDlgItemTextW(editor_, id, L"");
+    for (const wchar_t key : text) SendItem(id, WM_CHAR, key);
+  }
+  // Clicks the first frame, types a frequency and presses Set.
+  void SetFirstFrame(const std::wstring& frequency) const {
+    SendItem(IDC_EDITOR_FRAMES, WM_LBUTTONDOWN, MK_LBUTTON);
+    SendItem(IDC_EDITOR_FRAMES, WM_LBUTTONUP);
+    Type(IDC_EDITOR_FREQUENCY, frequency);
+    Press(IDC_EDITOR_SET);
+  }
+
+  ScratchRegistry registry_;
+  ScratchFolder folder_;
+  HWND editor_ = nullptr;
+  HWND list_ = nullptr;
+
+ private:
+  // A visible dialog of this process but the editor, told by the class of a control in it; null for none.
+  HWND FindDialogWith(const wchar_t* controlClass) const {
+    for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, L"#32770", nullptr));) {
+      DWORD process = 0;
+      GetWindowThreadProcessId(window, &process);
+      const bool ours = process == GetCurrentProcessId() && IsWindowVisible(window) && window != editor_;
+      if (ours && FindWindowExW(window, nullptr, controlClass, nullptr)) return window;
+    }
+    return nullptr;
+  }
+  HWND FindBox() const { return FindDialogWith(L"Static"); }
+  bool HasEnded() const { return exit_.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }
+
+  std::shared_future<int> exit_;
+};

@@ -1,0 +1,50 @@
+// What a test may write to: a registry and a folder of its own, both gone with the test.
+#pragma once
+
+#include <windows.h>
+
+#include <filesystem>
+#include <string>
+
+#include "base/files.h"
+#include "base/handle.h"
+
+// Stands in for the user's settings in this process.
+class ScratchRegistry {
+ public:
+  ScratchRegistry() {
+    RegCreateKeyExW(HKEY_CURRENT_USER, path_.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key_.out(), nullptr);
+    RegDeleteTreeW(key_.get(), nullptr);  // a test that was ended early may have had the number of this process
+    RegOverridePredefKey(HKEY_CURRENT_USER, key_.get());
+  }
+  ~ScratchRegistry() {
+    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+    RegDeleteTreeW(HKEY_CURRENT_USER, path_.c_str());
+  }
+
+ private:
+  const std::wstring path_ = L"Software\\MarlitTest" + std::to_wstring(GetCurrentProcessId());
+  RegistryKey key_;
+};
+
+class ScratchFolder {
+ public:
+  ~ScratchFolder() { std::filesystem::remove_all(path_); }
+
+  std::wstring Path() const { return path_.wstring(); }
+  std::wstring Path(const std::wstring& name) const { return (path_ / name).wstring(); }
+  // `name` may lead through folders, which are made.
+  void Write(const std::wstring& name, const Bytes& bytes = {}) const {
+    std::filesystem::create_directories((path_ / name).parent_path());
+    WriteWholeFile(Path(name), bytes);
+  }
+
+ private:
+  const std::filesystem::path path_ =
+      std::filesystem::temp_directory_path() / (L"MarlitTest" + std::to_wstring(GetCurrentProcessId()));
+};
+
+// The header of a second of sound: 44100 Hz, 16 bits, one channel. The samples are left out.
+inline const Bytes kSecondOfSound = {'R', 'I', 'F', 'F', 0,  0, 0,   0,   'W', 'A',  'V',  'E',  'f', 'm',  't',
+                                     ' ', 16,  0,   0,   0,  1, 0,   1,   0,   0x44, 0xAC, 0,    0,   0x88, 0x58,
+                                     1,   0,   2,   0,   16, 0, 'd', 'a', 't', 'a',  0x88, 0x58, 1,   0};
