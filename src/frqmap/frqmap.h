@@ -91,7 +91,24 @@ class FrqMap {
   // The average to show: computed within two semitones where the file kind holds none, else the stored one.
   double ShownAverage() const;
 
+  // Finds the stretches that hold voice, by their level and by the pitch that touches them: sets Sounding of every
+  // frame. The number of stretches.
+  int ComputeSoundRegions();
+
   void ClearMarks();
+
+  // Ends the marks of the run at a sample position, or all of them for a negative position. With `apply` a frame takes
+  // the frequency that was suggested for it, and one without a suggestion stays marked; Modified is set only if a
+  // frame took one. Without `apply` no frequency changes.
+  void ApplyMarks(SampleCount position, bool apply);
+
+  // Sample position of the nearest marked frame before or after the run of marks at a position; a negative position
+  // stands outside the map, at the end that the search begins from. -1 if there is none.
+  SampleCount FindNextMark(SampleCount position, bool forward) const;
+
+  // Sample positions of the first and the last frame in the run of marks at a position, and 0. -1 without a mark there,
+  // with -1 in both; outside the map nothing is written.
+  int GetMarkRange(SampleCount position, SampleCount& first, SampleCount& last) const;
 
  private:
   int Read(std::string_view narrowPath, FrqType kind, MrqStore* store);

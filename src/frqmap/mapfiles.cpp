@@ -6,7 +6,11 @@
 #include <utility>
 
 #include "base/files.h"
+#include "frqmap/dio.h"
 #include "frqmap/freq0003.h"
+#include "frqmap/levels.h"
+#include "frqmap/pmk.h"
+#include "frqmap/wavelevels.h"
 
 namespace {
 
@@ -23,9 +27,30 @@ void DeleteDioCompanions(const std::wstring& mapPath) {
   DeleteFileW(WithExtension(mapPath, L".platinum").c_str());
 }
 
-std::optional<FrqMap> ReadFreq0003(const std::wstring& path) {
-  const std::optional<Bytes> file = ReadWholeFile(path);
-  return file ? DecodeFreq0003(*file) : std::nullopt;
+std::wstring WavePathOf(std::string_view narrowMapPath) {
+  return WidePath(WavePathFromMapA(narrowMapPath));
+}
+
+using Decoder = std::optional<FrqMap> (*)(ByteSpan);
+
+std::optional<FrqMap> ReadMap(std::string_view narrowPath, Decoder decode) {
+  const std::optional<Bytes> file = ReadWholeFile(WidePath(narrowPath));
+  return file ? decode(*file) : std::nullopt;
+}
+
+// For kinds whose files hold no amplitude. Without its wave a map has none, which is no failure.
+std::optional<FrqMap> ReadMapAndLevels(std::string_view narrowPath, Decoder decode) {
+  std::optional<FrqMap> map = ReadMap(narrowPath, decode);
+  std::vector<double> levels;
+  if (map && ReadWaveLevels(WavePathOf(narrowPath), levels, map->Hop) == 0) SetLevels(*map, levels);
+  return map;
+}
+
+// A map that its kind cannot hold leaves the file as it was, and says why in the system's words.
+int WriteMap(std::string_view narrowPath, const std::optional<Bytes>& file) {
+  if (file) return WriteWholeFile(WidePath(narrowPath), *file) ? 0 : -1;
+  SetLastError(ERROR_INVALID_DATA);
+  return -1;
 }
 
 }  // namespace
@@ -72,7 +97,9 @@ int FrqMap::Read(std::string_view narrowPath, FrqType kind, MrqStore* /*store*/)
   std::optional<FrqMap> map;
   switch (kind) {
     case FrqTypeFrq:
-    case FrqTypeFrc: map = ReadFreq0003(WidePath(narrowPath)); break;
+    case FrqTypeFrc: map = ReadMap(narrowPath, DecodeFreq0003); break;
+    case FrqTypePmk: map = ReadMapAndLevels(narrowPath, DecodePmk); break;
+    case FrqTypeDio: map = ReadMapAndLevels(narrowPath, DecodeDio); break;
     default: break;
   }
   if (!map) return -1;
@@ -83,7 +110,9 @@ int FrqMap::Read(std::string_view narrowPath, FrqType kind, MrqStore* /*store*/)
 int FrqMap::Write(std::string_view narrowPath, FrqType kind, MrqStore* /*store*/) const {
   switch (kind) {
     case FrqTypeFrq:
-    case FrqTypeFrc: return WriteWholeFile(WidePath(narrowPath), EncodeFreq0003(*this, kind)) ? 0 : -1;
+    case FrqTypeFrc: return WriteMap(narrowPath, EncodeFreq0003(*this, kind));
+    case FrqTypePmk: return WriteMap(narrowPath, EncodePmk(*this));
+    case FrqTypeDio: return WriteMap(narrowPath, EncodeDio(*this, ReadSamplesPerChannel(WavePathOf(narrowPath))));
     default: return -1;
   }
 }

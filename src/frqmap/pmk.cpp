@@ -1,0 +1,113 @@
+#include "frqmap/pmk.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <limits>
+
+namespace {
+
+constexpr std::array<char, 2> kMagic = {0x13, 0x00};
+constexpr std::size_t kHeaderBytes = 14;
+constexpr SampleCount kHop = 256;                     // of every map that is read from this kind
+constexpr std::int32_t kLeastPeriod = 50;             // a shorter one is no pitch
+constexpr double kNoPitchPeriod = 49.0;               // what a stretch without pitch is filled with
+constexpr std::size_t kMostRecords = 1 << 22;         // nine minutes of the highest pitch that an edit can set
+constexpr std::int64_t kFramesPerRecord = 16;         // a period of 4096 samples, far under any voice
+constexpr std::int64_t kFramesOfAnyFile = 2'000'000;  // three hours
+
+struct Record {
+  SampleCount Position;  // end of the period
+  std::int32_t Period;   // [samples]
+};
+
+// The last record alone tells the length of the map. A few bytes could so ask for any amount of memory: a length that
+// is negative, that overflows 32 bits, or that is out of proportion to the records and beyond hours, is that of no map.
+std::optional<SampleCount> FrameCountOf(const std::vector<Record>& records) {
+  if (records.empty()) return std::nullopt;
+  const std::int64_t end = std::int64_t{records.back().Position} + records.back().Period + (kHop - 1);
+  const std::int64_t frames = end / kHop;
+  const std::int64_t most = std::max(kFramesOfAnyFile, std::ssize(records) * kFramesPerRecord);
+  if (end > std::numeric_limits<SampleCount>::max() || frames < 0 || frames > most) return std::nullopt;
+  return static_cast<SampleCount>(frames);
+}
+
+// A frame takes the first record that ends no sooner than the frame begins, in one walk over both: records that go back
+// are passed by. Frames behind the last record stay without pitch.
+void SetFrames(std::vector<FrqFrame>& frames, const std::vector<Record>& records) {
+  auto record = records.begin();
+  SampleCount position = 0;
+  for (FrqFrame& frame : frames) {
+    if (record == records.end()) return;
+    frame.SamplePosition = position;
+    frame.Voiced = record->Period >= kLeastPeriod;
+    if (frame.Voiced) frame.Frequency = static_cast<double>(FrqSampleRate) / record->Period;
+    position += kHop;
+    record = std::find_if(record, records.end(), [&](const Record& next) { return next.Position >= position; });
+  }
+}
+
+// A frequency above the sample rate has no period of a sample: without this limit an infinite one would never fill its
+// frame.
+double PeriodOf(double hz) {
+  return hz > FrqNoPitch && hz <= FrqSampleRate ? FrqSampleRate / hz : kNoPitchPeriod;
+}
+
+// As many periods for each frame as it takes to reach the frame's end, but at least one. The periods are summed as they
+// are, not as they are rounded in the records. None for a map that is too long for its positions, or that a damaged hop
+// would blow up to more memory than there is.
+std::optional<std::vector<Record>> RecordsOf(const FrqMap& map) {
+  constexpr SampleCount kLastPosition = std::numeric_limits<SampleCount>::max();
+  if (map.Hop <= 0 || std::int64_t{map.FrameCount} * map.Hop > kLastPosition) return std::nullopt;
+  std::vector<Record> records;
+  double covered = 0.0;
+  std::int64_t target = 0;
+  for (const FrqFrame& frame : map.Frames) {
+    target += map.Hop;
+    const double period = PeriodOf(frame.Frequency);
+    const auto rounded = static_cast<std::int32_t>(period + 0.5);
+    do {
+      const double end = rounded + covered;
+      if (end > kLastPosition || records.size() == kMostRecords) return std::nullopt;
+      records.push_back({static_cast<SampleCount>(end), rounded});
+      covered += period;
+    } while (covered < static_cast<double>(target));
+  }
+  return records;
+}
+
+}  // namespace
+
+std::optional<FrqMap> DecodePmk(ByteSpan file) {
+  ByteReader reader(file);
+  const auto magic = reader.Read<std::array<char, 2>>();
+  const auto meanPeriod = reader.Read<double>();
+  const auto count = reader.Read<std::int32_t>();
+  if (magic != kMagic || !reader.Holds(count, sizeof(Record))) return std::nullopt;
+  std::vector<Record> records(static_cast<std::size_t>(count));
+  for (Record& record : records) record = reader.Read<Record>();
+  const std::optional<SampleCount> frameCount = FrameCountOf(records);
+  if (!frameCount) return std::nullopt;
+
+  FrqMap map;
+  std::ranges::copy(magic, map.Magic.begin());
+  map.Average = meanPeriod < kLeastPeriod ? FrqNoPitch : FrqSampleRate / meanPeriod;
+  map.Hop = kHop;
+  map.FrameCount = *frameCount;
+  map.Frames.resize(static_cast<std::size_t>(*frameCount));
+  SetFrames(map.Frames, records);
+  return map;
+}
+
+std::optional<Bytes> EncodePmk(const FrqMap& map) {
+  const std::optional<std::vector<Record>> records = RecordsOf(map);
+  if (!records) return std::nullopt;
+
+  ByteWriter writer;
+  writer.Reserve(kHeaderBytes + records->size() * sizeof(Record));
+  writer.Write(kMagic);
+  writer.Write(map.Average > FrqNoPitch ? FrqSampleRate / map.Average : 0.0);
+  writer.Write(static_cast<std::int32_t>(records->size()));
+  for (const Record& record : *records) writer.Write(record);
+  return writer.Take();
+}

@@ -1,0 +1,16 @@
+// What a map without amplitudes takes from its wave file: the levels, and the number of samples.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "base/sample.h"
+
+// The level of each hop of a wave, see LevelsOfSamples. 0, or -1 with an empty list if the wave cannot be read or is
+// not one of 16 bits.
+int ReadWaveLevels(const std::wstring& wavePath, std::vector<double>& levels, SampleCount hop);
+
+// Samples in one channel, told by the header; 0 if it cannot be read or tells of no channels or bits. Wraps for data
+// over 512 MiB.
+std::uint32_t ReadSamplesPerChannel(const std::wstring& wavePath);
