@@ -98,6 +98,7 @@ void FrqMap::SetFrequency(SampleCount position, double hz) {
   FrqFrame& frame = Frames[*index];
   frame.Voiced = hz > FrqNoPitch;
   frame.Frequency = frame.Voiced ? hz : FrqNoPitch;
+  if (HasProject) Project.SetPoint(static_cast<SampleCount>(*index), frame);
   Modified = true;
 }
 

@@ -11,6 +11,7 @@
 
 #include "base/sample.h"
 #include "frqmap/frqtype.h"
+#include "frqmap/vsproject.h"
 
 class MrqStore;
 
@@ -38,6 +39,8 @@ class FrqMap {
   double MaxFrequency = 0.0;      // [Hz] greatest pitch
   bool DerivedAverage = false;    // the file kind holds no average: it is computed when needed
   bool Modified = false;          // a frequency was changed since the load
+  VsProject Project;              // the data of a .vs4ufrq file
+  bool HasProject = false;        // Project holds such data: an edit goes into it as well
   FrqType Kind = FrqTypeUnknown;  // kind of the file that was loaded
   bool HasMarks = false;          // at least one frame has a Mark
   bool SinglePrecision = false;   // the file holds 32-bit floats: round an edited frequency before it is set

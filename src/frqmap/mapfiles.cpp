@@ -10,6 +10,7 @@
 #include "frqmap/freq0003.h"
 #include "frqmap/levels.h"
 #include "frqmap/pmk.h"
+#include "frqmap/vslib.h"
 #include "frqmap/wavelevels.h"
 
 namespace {
@@ -100,6 +101,7 @@ int FrqMap::Read(std::string_view narrowPath, FrqType kind, MrqStore* /*store*/)
     case FrqTypeFrc: map = ReadMap(narrowPath, DecodeFreq0003); break;
     case FrqTypePmk: map = ReadMapAndLevels(narrowPath, DecodePmk); break;
     case FrqTypeDio: map = ReadMapAndLevels(narrowPath, DecodeDio); break;
+    case FrqTypeVs4ufrq: return LoadVs4ufrq(*this, narrowPath);
     default: break;
   }
   if (!map) return -1;
@@ -113,6 +115,7 @@ int FrqMap::Write(std::string_view narrowPath, FrqType kind, MrqStore* /*store*/
     case FrqTypeFrc: return WriteMap(narrowPath, EncodeFreq0003(*this, kind));
     case FrqTypePmk: return WriteMap(narrowPath, EncodePmk(*this));
     case FrqTypeDio: return WriteMap(narrowPath, EncodeDio(*this, ReadSamplesPerChannel(WavePathOf(narrowPath))));
+    case FrqTypeVs4ufrq: return SaveVs4ufrq(*this, narrowPath);
     default: return -1;
   }
 }

@@ -1,0 +1,241 @@
+#include "frqmap/vslib.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "base/files.h"
+#include "base/text.h"
+#include "frqmap/mapfiles.h"
+
+namespace {
+
+constexpr std::int32_t kMostItems = 10'000;
+constexpr int kNoExtension = 1;
+
+template <typename Function>
+void Resolve(HMODULE module, const char* name, Function*& entry) {
+  entry = reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+}
+
+// A path as the library opens it, in the system's code page. None if it does not come back from there unchanged: a
+// look-alike would be another file.
+std::optional<std::string> LibraryPath(std::string_view narrow) {
+  const std::wstring wide = WidePath(narrow);
+  std::array<char, MAX_PATH - 1> bytes;
+  const int size = WideCharToMultiByte(CP_ACP, 0, wide.data(), static_cast<int>(wide.size()), bytes.data(),
+                                       static_cast<int>(bytes.size()), nullptr, nullptr);
+  std::string path(bytes.data(), static_cast<std::size_t>(size));
+  if (path.empty() || Widen(path, CP_ACP) != wide) return std::nullopt;
+  return path;
+}
+
+// The path with `ending` for its extension and the dot; none without a dot. One in a folder's name counts.
+std::optional<std::string> WithEnding(std::string_view path, std::string_view ending) {
+  const std::size_t dot = path.rfind('.');
+  if (dot == path.npos) return std::nullopt;
+  return std::string(path.substr(0, dot)).append(ending);
+}
+
+bool AreCountsSane(const std::vector<VsItemInfo>& items) {
+  std::int64_t total = 0;
+  for (const VsItemInfo& item : items) {
+    if (item.PointCount < 0) return false;
+    total += item.PointCount;
+  }
+  return total <= VsMostPoints;
+}
+
+}  // namespace
+
+VsHelper& VsHelper::Shared() {
+  static VsHelper helper;
+  return helper;
+}
+
+VsHelper::~VsHelper() {
+  if (Module) FreeLibrary(Module);
+}
+
+DWORD VsHelper::Load() {
+  const std::lock_guard lock(loading_);
+  if (Module) return 0;
+  const HMODULE module = LoadLibraryW(L"vslib.dll");
+  if (!module) return GetLastError();
+  Module = module;
+  ResolveEntries();
+  return 0;
+}
+
+void VsHelper::ResolveEntries() {
+  Resolve(Module, "_VslibCreateProject@4", VslibCreateProject);
+  Resolve(Module, "_VslibOpenProject@8", VslibOpenProject);
+  Resolve(Module, "_VslibSaveProject@8", VslibSaveProject);
+  Resolve(Module, "_VslibDeleteProject@4", VslibDeleteProject);
+  Resolve(Module, "_VslibGetProjectInfo@8", VslibGetProjectInfo);
+  Resolve(Module, "_VslibGetTrackMaxNum@8", VslibGetTrackMaxNum);
+  Resolve(Module, "_VslibGetItemMaxNum@8", VslibGetItemMaxNum);
+  Resolve(Module, "_VslibAddItemEx@24", VslibAddItemEx);
+  Resolve(Module, "_VslibGetItemInfo@12", VslibGetItemInfo);
+  Resolve(Module, "_VslibGetCtrlPntInfoEx@16", VslibGetCtrlPntInfoEx);
+  Resolve(Module, "_VslibSetCtrlPntInfoEx@16", VslibSetCtrlPntInfoEx);
+  Resolve(Module, "_SetPrjSaveOption@8", SetPrjSaveOption);
+}
+
+// Closes the project at the end of an operation, however that ends.
+class CVsLib::Closer {
+ public:
+  explicit Closer(CVsLib& library) : library_(library) {}
+  ~Closer() { library_.CloseProject(); }
+  Closer(const Closer&) = delete;
+  Closer& operator=(const Closer&) = delete;
+
+ private:
+  CVsLib& library_;
+};
+
+CVsLib::CVsLib() : library_(VsHelper::Shared().Load() == 0 ? &VsHelper::Shared() : nullptr) {}
+
+CVsLib::~CVsLib() {
+  CloseProject();
+}
+
+// A missing entry fails like a call that the library refuses.
+template <typename Entry, typename... Arguments>
+int CVsLib::Call(Entry VsHelper::*entry, Arguments... arguments) const {
+  return library_ && library_->*entry ? (library_->*entry)(arguments...) : -1;
+}
+
+int CVsLib::OpenProject(std::string_view path) {
+  CloseProject();
+  const std::optional<std::string> libraryPath = LibraryPath(path);
+  if (!libraryPath) return -1;
+  return KeepIfOpened(Call(&VsHelper::VslibOpenProject, &Handle, libraryPath->c_str()));
+}
+
+// A call that fails may leave anything in the handle.
+int CVsLib::KeepIfOpened(int result) {
+  if (result != 0) Handle = 0;
+  return result;
+}
+
+int CVsLib::OpenAndRead(std::string_view path) {
+  if (const int result = OpenProject(path); result != 0) return result;
+  if (const int result = ReadItems(); result != 0) return result;
+  return ReadControlPoints();
+}
+
+int CVsLib::SaveProject(std::string_view path) {
+  const std::optional<std::string> libraryPath = LibraryPath(path);
+  return libraryPath ? Call(&VsHelper::VslibSaveProject, Handle, libraryPath->c_str()) : -1;
+}
+
+void CVsLib::CloseProject() {
+  if (Handle != 0 && Call(&VsHelper::VslibDeleteProject, Handle) == 0) Handle = 0;
+}
+
+int CVsLib::ReadItems() {
+  Items.clear();
+  if (!library_) return -1;
+  std::int32_t count = 0;
+  if (Call(&VsHelper::VslibGetItemMaxNum, Handle, &count) != 0) return 0;
+  if (count > kMostItems) return -1;
+  for (std::int32_t i = 0; i < count; ++i) {
+    VsItemInfo item;
+    if (Call(&VsHelper::VslibGetItemInfo, Handle, i, &item) == 0) Items.push_back(item);
+  }
+  return 0;
+}
+
+int CVsLib::ReadControlPoints() {
+  ControlPoints.clear();
+  if (!library_ || !AreCountsSane(Items)) return -1;
+  for (const VsItemInfo& item : Items) {
+    const auto number = static_cast<std::int32_t>(ControlPoints.size());
+    std::vector<VsControlPoint>& points = ControlPoints.emplace_back();
+    for (std::int32_t i = 0; i < item.PointCount; ++i) {
+      VsControlPoint point;
+      if (Call(&VsHelper::VslibGetCtrlPntInfoEx, Handle, number, i, &point) == 0) points.push_back(point);
+    }
+  }
+  return 0;
+}
+
+int CVsLib::WriteControlPoints() {
+  std::int32_t item = 0;
+  for (const std::vector<VsControlPoint>& points : ControlPoints) {
+    std::int32_t index = 0;
+    for (const VsControlPoint& point : points) {
+      if (Call(&VsHelper::VslibSetCtrlPntInfoEx, Handle, item, index++, &point) != 0) break;
+    }
+    ++item;
+  }
+  return 0;
+}
+
+int CVsLib::ReadProjectInfo() {
+  ProjectInfo = {};
+  return Call(&VsHelper::VslibGetProjectInfo, Handle, &ProjectInfo);
+}
+
+int CVsLib::CreateFile(std::string_view wavePath, int lowestNote, int range, bool useMap, FrqType mapKind,
+                       MrqStore* store) {
+  const std::optional<std::string> target = WithEnding(wavePath, "_wav.vs4ufrq");
+  if (!target) return kNoExtension;
+  const std::optional<std::string> libraryPath = LibraryPath(wavePath);
+  if (!libraryPath) return -1;
+
+  CloseProject();
+  const Closer closer(*this);
+  if (const int result = KeepIfOpened(Call(&VsHelper::VslibCreateProject, &Handle)); result != 0) return result;
+  std::int32_t item = 0;
+  const int added = Call(&VsHelper::VslibAddItemEx, Handle, libraryPath->c_str(), &item, lowestNote, range, 0);
+  if (added != 0) return added;
+  if (useMap) ImportMap(MapPathFromWaveA(wavePath, mapKind), store);
+  Call(&VsHelper::SetPrjSaveOption, Handle, 1);
+  SaveProject(*target);
+  return 0;
+}
+
+int CVsLib::ImportMap(std::string_view mapPath, MrqStore* store) {
+  FrqMap map;
+  if (map.Load(mapPath, store) != 0) return -1;
+  if (ReadItems() != 0 || ReadProjectInfo() != 0 || ReadControlPoints() != 0) return -1;
+  return SampleOntoProject(map, *this) ? WriteControlPoints() : -1;
+}
+
+int CVsLib::ExportMap(std::string_view vsPath, FrqType kind, MrqStore* store) {
+  const Closer closer(*this);
+  if (OpenAndRead(vsPath) != 0 || ReadProjectInfo() != 0) return -1;
+  std::optional<FrqMap> map = ResampledMap(*this, kind);
+  if (!map) return -1;
+  map->Save(MapPathFromWaveA(WavePathFromMapA(vsPath), kind), store);
+  return 0;
+}
+
+int CVsLib::ExportPmk(std::string_view vsPath) {
+  const std::optional<std::string> target = WithEnding(vsPath, ".pmk");
+  const Closer closer(*this);
+  if (!target || OpenAndRead(vsPath) != 0 || ReadProjectInfo() != 0) return -1;
+  const std::optional<Bytes> file = PmkOfProject(*this);
+  return file && WriteWholeFile(WidePath(*target), *file) ? 0 : -1;
+}
+
+int LoadVs4ufrq(FrqMap& map, std::string_view narrowPath) {
+  CVsLib library;
+  const int result = library.OpenAndRead(narrowPath);
+  if (result != 0) return result;
+  std::optional<FrqMap> loaded = MapOfProject(std::move(library));  // the data alone, not what is open
+  if (!loaded) return -1;
+  map = std::move(*loaded);
+  return 0;
+}
+
+int SaveVs4ufrq(const FrqMap& map, std::string_view narrowPath) {
+  CVsLib library;
+  if (const int result = library.OpenProject(narrowPath); result != 0) return result;
+  library.ControlPoints = map.Project.ControlPoints;
+  library.WriteControlPoints();
+  return library.SaveProject(narrowPath);
+}

@@ -1,0 +1,109 @@
+// The analysis library vslib.dll: its loader, and a project that is open in it.
+//
+// The library is no piece of ours and often not there; without it every operation here fails and nothing else suffers.
+// Narrow paths are in code page 932, as everywhere among the map files. Results are 0, -1, or what the library said.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <mutex>
+#include <string_view>
+
+#include "frqmap/frqmap.h"
+#include "frqmap/vsproject.h"
+
+// A project that the library has open; 0 is none.
+using VsHandle = std::uint32_t;
+
+// The library and its entries, null where one is missing. Loaded once for the process and never changed from then on,
+// so that a thread whose Load has succeeded may use them without a lock, and no other may.
+class VsHelper {
+ public:
+  static VsHelper& Shared();
+  virtual ~VsHelper();
+
+  // Loads the library if it is not there yet. 0, or the system's error.
+  DWORD Load();
+
+  HMODULE Module = nullptr;
+  int(WINAPI* VslibCreateProject)(VsHandle* project) = nullptr;
+  int(WINAPI* VslibOpenProject)(VsHandle* project, const char* path) = nullptr;
+  int(WINAPI* VslibSaveProject)(VsHandle project, const char* path) = nullptr;
+  int(WINAPI* VslibDeleteProject)(VsHandle project) = nullptr;
+  int(WINAPI* VslibGetProjectInfo)(VsHandle project, VsProjectInfo* info) = nullptr;
+  int(WINAPI* VslibGetTrackMaxNum)(VsHandle project, std::int32_t* count) = nullptr;
+  int(WINAPI* VslibGetItemMaxNum)(VsHandle project, std::int32_t* count) = nullptr;
+  int(WINAPI* VslibAddItemEx)(VsHandle project, const char* wave, std::int32_t* item, std::int32_t lowestNote,
+                              std::int32_t semitones, std::int32_t zero) = nullptr;
+  int(WINAPI* VslibGetItemInfo)(VsHandle project, std::int32_t item, VsItemInfo* info) = nullptr;
+  int(WINAPI* VslibGetCtrlPntInfoEx)(VsHandle project, std::int32_t item, std::int32_t index,
+                                     VsControlPoint* point) = nullptr;
+  int(WINAPI* VslibSetCtrlPntInfoEx)(VsHandle project, std::int32_t item, std::int32_t index,
+                                     const VsControlPoint* point) = nullptr;
+  int(WINAPI* SetPrjSaveOption)(VsHandle project, std::int32_t option) = nullptr;
+
+ private:
+  VsHelper() = default;
+  void ResolveEntries();
+
+  std::mutex loading_;
+};
+
+// A project of the library, used by one thread at a time. It is open within an operation only; what was read stays in
+// the lists.
+class CVsLib : public VsProject {
+ public:
+  VsHandle Handle = 0;
+
+  CVsLib();
+  virtual ~CVsLib();
+  CVsLib(const CVsLib&) = delete;
+  CVsLib& operator=(const CVsLib&) = delete;
+
+  int OpenProject(std::string_view path);
+  // Opens a project and fills the lists from it.
+  int OpenAndRead(std::string_view path);
+  int SaveProject(std::string_view path);
+  // Does nothing if no project is open.
+  void CloseProject();
+
+  // Fill the lists from the open project, leaving out what the library refuses to tell. A count of items that it
+  // refuses counts as none; a count beyond all reason is -1.
+  int ReadItems();
+  int ReadControlPoints();
+
+  // Puts the control points into the open project. 0 whatever the library says: a refusal ends its item alone.
+  int WriteControlPoints();
+
+  // Analyses a wave between two notes, the range being in semitones, and saves the project under its map's name: a.wav
+  // gives a_wav.vs4ufrq. With `useMap` the wave's map of that kind, if it can be loaded, replaces the analysis. 1 for a
+  // path without a dot; a save that fails is not told. (windows.h turns the name into CreateFileW everywhere alike.)
+  int CreateFile(std::string_view wavePath, int lowestNote, int range, bool useMap, FrqType mapKind, MrqStore* store);
+
+  // Samples a map file onto the control points of the open project.
+  int ImportMap(std::string_view mapPath, MrqStore* store);
+
+  // Saves a project file as the wave's map of another kind, on a grid of 256 samples: .frq, .frc, .dio or .mrq. A save
+  // that fails is not told: callers look for the file.
+  int ExportMap(std::string_view vsPath, FrqType kind, MrqStore* store);
+
+  // Saves a project file as pitch periods: a_wav.vs4ufrq gives a_wav.pmk.
+  int ExportPmk(std::string_view vsPath);
+
+ private:
+  class Closer;
+
+  template <typename Entry, typename... Arguments>
+  int Call(Entry VsHelper::*entry, Arguments... arguments) const;
+  int KeepIfOpened(int result);
+  int ReadProjectInfo();
+
+  const VsHelper* library_;  // null without the library
+};
+
+// FrqMap::Load and Save for this kind. The project's data stay in the map, the file is not held open. A save needs the
+// file to be there: it opens the project again, puts the map's control points into it and saves it. The frames as such
+// are never saved, so that only edits that reached the project do.
+int LoadVs4ufrq(FrqMap& map, std::string_view narrowPath);
+int SaveVs4ufrq(const FrqMap& map, std::string_view narrowPath);

@@ -1,0 +1,168 @@
+// Projects in the analysis library, a stand-in for it: loading, saving, making and converting, and a library that
+// refuses, lies or is not there.
+#include "frqmap/vslib.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <utility>
+
+#include "frqmap/convert.h"
+#include "frqmap/mapfiles.h"
+#include "native/vectors.h"
+#include "win/scratch.h"
+
+namespace {
+
+constexpr std::size_t kPoints = 1384, kSecondPoint = kPoints + 104;
+
+void Put(Bytes& file, std::size_t offset, auto value) {
+  std::memcpy(&file[offset], &value, sizeof(value));
+}
+
+// A file of the stand-in with one voiced point and one without pitch, and a pattern in all that has no meaning.
+Bytes ProjectFile(std::int32_t items = 1, std::int32_t pointCount = 2) {
+  Bytes file(kPoints + 2 * 104, 0xC5);
+  Put(file, 8, 44100);
+  Put(file, 16, items);
+  Put(file, 20 + 272, 200);
+  Put(file, 20 + 276, pointCount);
+  for (const std::size_t point : {kPoints, kSecondPoint}) {
+    Put(file, point + 8, 0.25);
+    Put(file, point + 44, 6000);
+    Put(file, point + 60, point == kPoints ? 1 : 0);
+  }
+  return file;
+}
+
+class VsLib : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::ifstream library(MARLIT_VSLIB_DOUBLE, std::ios::binary);
+    folder_.Write(L"vslib.dll", Bytes(std::istreambuf_iterator<char>(library), {}));
+    folder_.Write(L"a_wav.vs4ufrq", ProjectFile());
+    folder_.Write(L"b.wav");
+    UseLibrary(true);
+  }
+  void TearDown() override {
+    EXPECT_EQ(Entry<int()>("OpenProjects")(), 0) << "a project was left open";
+    UseLibrary(false);
+  }
+  // The next use loads the library anew, or finds none.
+  void UseLibrary(bool use) {
+    if (VsHelper::Shared().Module) FreeLibrary(std::exchange(VsHelper::Shared().Module, nullptr));
+    SetDllDirectoryW(use ? folder_.Path().c_str() : nullptr);
+    EXPECT_EQ(VsHelper::Shared().Load() == 0, use);
+  }
+  template <typename Function>
+  static Function* Entry(const char* name) {
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(VsHelper::Shared().Module, name)));
+  }
+  int Load(FrqMap& map) const { return LoadMap(map, wave_, FrqTypeVs4ufrq, nullptr); }
+  int Save(FrqMap& map) const { return SaveMap(map, wave_, FrqTypeVs4ufrq, nullptr); }
+  // Load, Save, CreateFile, ExportMap and ExportPmk, as text.
+  std::string Results(FrqMap& edited) {
+    const std::string project = NarrowPath(folder_.Path(L"a_wav.vs4ufrq")).value();
+    FrqMap map;
+    std::string results;
+    for (const int result :
+         {Load(map), Save(edited), ConvertMap(folder_.Path(L"b.wav"), FrqTypeFrq, FrqTypeVs4ufrq, nullptr),
+          CVsLib().ExportMap(project, FrqTypeFrq, nullptr), CVsLib().ExportPmk(project)}) {
+      results += std::to_string(result) + " ";
+    }
+    return results;
+  }
+
+  ScratchFolder folder_;
+  const std::wstring wave_ = folder_.Path(L"a.wav");
+};
+
+TEST_F(VsLib, ASaveChangesTheEditedControlPointAndNothingElse) {
+  FrqMap map, saved, other;
+  ASSERT_EQ(Load(map), 0);
+  map.CopyTo(saved);
+  map.SetFrequency(1, 440.0);
+  EXPECT_EQ(Save(map), 0);
+  Bytes expected = ProjectFile();
+  Put(expected, kSecondPoint + 44, 6900);
+  Put(expected, kSecondPoint + 60, 1);
+  EXPECT_EQ(ReadWholeFile(folder_.Path(L"a_wav.vs4ufrq")), expected);
+
+  other.Create(2, FrqTypeFrq);
+  EXPECT_EQ(Save(other), 0);
+  EXPECT_EQ(ReadWholeFile(folder_.Path(L"a_wav.vs4ufrq")), expected) << "a map of another kind has nothing for it";
+  EXPECT_EQ(Save(saved), 0);
+  EXPECT_EQ(ReadWholeFile(folder_.Path(L"a_wav.vs4ufrq")), ProjectFile()) << "the copy was not edited";
+  EXPECT_EQ(SaveMap(saved, folder_.Path(L"none.wav"), FrqTypeVs4ufrq, nullptr), 2);
+  EXPECT_FALSE(FileExists(folder_.Path(L"none_wav.vs4ufrq")));
+}
+
+TEST_F(VsLib, AnyCallMayFailOrBeMissing) {
+  // By the number of the call, "E" being its own answer. A project that cannot be closed stays open: no row for that.
+  const std::string results[] = {"0 0 E 0 0 ",    "E E 0 -1 -1 ", "0 E 0 0 0 ",    "",
+                                 "0 0 0 -1 -1 ",  "0 0 0 0 0 ",   "-1 0 0 -1 -1 ", "0 0 E 0 0 ",
+                                 "-1 0 0 -1 -1 ", "0 0 0 0 0 ",   "0 0 0 0 0 ",    "0 0 0 0 0 "};
+  folder_.Write(L"b_wav.frq", vectors::FileBytes("saved/0001.frq"));
+  FrqMap map;
+  ASSERT_EQ(Load(map), 0);
+  for (int call = 0; call < std::ssize(results); ++call) {
+    if (results[call].empty()) continue;
+    const auto expect = [&](const std::string& answer) {
+      std::string expected = results[call];
+      for (std::size_t at; (at = expected.find('E')) != expected.npos;) expected.replace(at, 1, answer);
+      EXPECT_EQ(Results(map), expected) << call;
+    };
+    Entry<void(int, int)>("FailCall")(call, 7);
+    expect("7");
+    Entry<void(int, int)>("FailCall")(call, 0);
+    reinterpret_cast<void**>(&VsHelper::Shared().VslibCreateProject)[call] = nullptr;  // the entries lie in a row
+    expect("-1");
+    UseLibrary(true);
+  }
+}
+
+TEST_F(VsLib, WithoutTheLibraryOnlyThisKindFailsAndItMayComeLater) {
+  FrqMap map;
+  ASSERT_EQ(Load(map), 0);
+  folder_.Write(L"b_wav.frq", vectors::FileBytes("saved/0001.frq"));
+  UseLibrary(false);
+  EXPECT_EQ(Results(map), "-1 -1 -1 -1 -1 ");
+  SetDllDirectoryW(folder_.Path().c_str());
+  EXPECT_EQ(Results(map), "0 0 0 0 0 ");
+}
+
+TEST_F(VsLib, CountsBeyondReasonAndNamesBeyondTheSystemAreRefused) {
+  const std::pair<std::int32_t, std::int32_t> counts[] = {{0, 2}, {-1, 2}, {2'000'000'000, 2}, {1, -1}, {1, 1'000'001}};
+  FrqMap map;
+  for (const auto& [items, points] : counts) {
+    folder_.Write(L"a_wav.vs4ufrq", ProjectFile(items, points));
+    EXPECT_EQ(Results(map), "-1 -1 0 -1 -1 ") << items << " " << points;
+  }
+  folder_.Write(L"か_wav.vs4ufrq", ProjectFile());
+  EXPECT_EQ(LoadMap(map, folder_.Path(L"か.wav"), FrqTypeVs4ufrq, nullptr), GetACP() == 932 ? 0 : -1);
+  EXPECT_EQ(CVsLib().CreateFile("nodot", 60, 2, false, FrqTypeFrq, nullptr), 1);
+}
+
+TEST_F(VsLib, MapsConvertToAProjectAndBack) {
+  const auto convert = [&](FrqType from, FrqType to) { return ConvertMap(folder_.Path(L"b.wav"), from, to, nullptr); };
+  EXPECT_EQ(convert(FrqTypeFrq, FrqTypeVs4ufrq), 0) << "nothing to do";
+  EXPECT_FALSE(FileExists(folder_.Path(L"b_wav.vs4ufrq")));
+  folder_.Write(L"b_wav.frq", {'n', 'o'});
+  EXPECT_EQ(convert(FrqTypeFrq, FrqTypeFrc), -1);
+  EXPECT_EQ(convert(FrqTypeFrq, FrqTypeVs4ufrq), 0) << "the library's own analysis stays";
+  FrqMap map;
+  ASSERT_EQ(LoadMap(map, folder_.Path(L"b.wav"), FrqTypeVs4ufrq, nullptr), 0);
+  const std::vector<VsControlPoint>& points = map.Project.ControlPoints[0];
+  EXPECT_EQ(std::tuple(points[0].Pitch, points[47].Pitch, points[48].Pitch), std::tuple(3600, 8300, 3600));
+  EXPECT_EQ(map.Project.Items[0].CarriedAt280[0], 1) << "the option for new projects";
+
+  folder_.Write(L"b_wav.frq", vectors::FileBytes("saved/0001.frq"));
+  EXPECT_EQ(convert(FrqTypeFrq, FrqTypeVs4ufrq), 0);
+  for (const FrqType kind : {FrqTypeFrq, FrqTypeFrc, FrqTypePmk, FrqTypeDio, FrqTypeVs4ufrq}) {
+    EXPECT_EQ(convert(FrqTypeVs4ufrq, kind), kind == FrqTypeVs4ufrq ? -1 : 0) << kind;
+    EXPECT_EQ(LoadMap(map, folder_.Path(L"b.wav"), kind, nullptr), 0) << kind;
+    EXPECT_NEAR(map.MaxFrequency, 275.9, 1.0) << kind;
+  }
+}
+
+}  // namespace
