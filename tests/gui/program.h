@@ -17,10 +17,12 @@
 #include "resources/ids.h"
 #include "win/scratch.h"
 
-// False if the state does not come within five seconds.
+constexpr UINT kLimitMs = 5000;
+
+// False if the state does not come within the limit.
 template <typename State>
 bool Eventually(State state) {
-  for (const ULONGLONG end = GetTickCount64() + 5000; !state(); Sleep(5)) {
+  for (const ULONGLONG end = GetTickCount64() + kLimitMs; !state(); Sleep(5)) {
     if (GetTickCount64() > end) return false;
   }
   return true;
@@ -87,7 +89,8 @@ class ProgramTest : public testing::Test {
   std::wstring Frames() const {
     std::wstring texts;
     wchar_t text[64];
-    for (WPARAM row = 0; SendItem(IDC_EDITOR_FRAMES, LB_GETTEXT, row, text) != LB_ERR; ++row) {
+    for (int row = 0; row < SendItem(IDC_EDITOR_FRAMES, LB_GETCOUNT); ++row) {
+      SendItem(IDC_EDITOR_FRAMES, LB_GETTEXT, static_cast<WPARAM>(row), text);
       texts.append(text) += L'|';
     }
     return texts;
@@ -102,7 +105,10 @@ class ProgramTest : public testing::Test {
   void Select(int row) const {
     ListView_SetItemState(GetDlgItem(list_, IDC_LIST_FILES), row, LVIS_SELECTED, LVIS_SELECTED);
   }
-  void Press(UINT command) const { SendMessageW(editor_, WM_COMMAND, command, 0); }
+  // Gives up on a message box that nobody expected.
+  void Press(UINT command) const {
+    SendMessageTimeoutW(editor_, WM_COMMAND, command, 0, SMTO_NORMAL, 2 * kLimitMs, nullptr);
+  }
   // Presses a command that asks or tells something, and answers the message box. The text of the box.
   std::wstring PressAndAnswer(UINT command, WPARAM answer) const {
     const auto pressed = std::async(std::launch::async, [=, this] { Press(command); });

@@ -29,6 +29,7 @@ class ScratchRegistry {
 
 class ScratchFolder {
  public:
+  ScratchFolder() { std::filesystem::remove_all(path_); }  // left by a test that was ended early
   ~ScratchFolder() { std::filesystem::remove_all(path_); }
 
   std::wstring Path() const { return path_.wstring(); }
