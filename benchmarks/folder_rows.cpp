@@ -57,7 +57,7 @@ class ScanFolder : public Work {
       if (!IsWave(name) || !seen.insert(path).second) continue;
       SyllableEntry& entry = entries.emplace_back();
       entry.Path = path;
-      const FoundMap found = FindMap(path, FrqTypeFrq, listed);
+      const FoundMap found = FindMap(path, FrqTypeFrq, listed, store_);
       entry.HasMap = found.exists;
       entry.FrameEstimate = found.frameEstimate;
     }
@@ -65,6 +65,7 @@ class ScanFolder : public Work {
   }
 
   std::wstring voicebank_;
+  MrqStore store_;
 };
 
 }  // namespace

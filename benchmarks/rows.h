@@ -41,3 +41,6 @@ std::vector<Row> FolderRows(const std::wstring& voicebank);
 
 std::vector<Row> FrameListRows();
 std::vector<Row> MapFileRows();
+
+// A map saved into a desc.mrq of 5,000 entries.
+std::vector<Row> MrqRows();

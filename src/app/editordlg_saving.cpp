@@ -37,7 +37,7 @@ void CEditorDlg::FinishSave(DWORD error) {
 // Reads the current map from its file again, on this thread: the list is idle meanwhile.
 void CEditorDlg::ReloadCurrentMap() {
   if (!CurrentMap) return;
-  LoadMap(*CurrentMap, CurrentPath, FrqType, FileList->Store);
+  LoadMap(*CurrentMap, CurrentPath, FrqType, &FileList->Store);
   CurrentMap->CopyTo(*SavedMap);
   ToList().SetCurrentEdited(false, CurrentMap);
   UpdateState();

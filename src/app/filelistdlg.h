@@ -14,6 +14,7 @@
 #include "app/messages.h"
 #include "app/syllable.h"
 #include "base/handle.h"
+#include "frqmap/mrqstore.h"
 #include "voicebank/folderlisting.h"
 #include "window/dialogbase.h"
 
@@ -34,8 +35,9 @@ class CFileListDlg : public CDlgBase {
   // The folder of the process. Read by the main thread too, which passes this very buffer to FLM_OPENFOLDER.
   std::wstring Folder;
 
-  // The entries of desc.mrq files; null while no kind of map uses it.
-  MrqStore* Store = nullptr;
+  // The entries of desc.mrq files, for the kind that keeps its maps there. It has locks of its own: the main thread uses
+  // it as well.
+  MrqStore Store;
 
   LRESULT OnDestroy() override;
   LRESULT OnSize(WPARAM kind, int width, int height) override;

@@ -32,7 +32,7 @@ void CFileListDlg::EnsureLoaded(SyllableEntry& entry) {
 // A map that memory does not hold twice is as good as one that cannot be read.
 void CFileListDlg::RereadMap(SyllableEntry& entry) {
   try {
-    LoadMap(entry.Map, entry.Path, FrqType, Store);
+    LoadMap(entry.Map, entry.Path, FrqType, &Store);
     entry.Map.CopyTo(entry.SavedMap);
   } catch (const std::bad_alloc&) {
     entry.Map.Clear();
@@ -61,7 +61,7 @@ DWORD CFileListDlg::SaveAll(bool deleteLlsm) {
 // hears of it: the entry just stays edited.
 int CFileListDlg::SaveEntry(SyllableEntry& entry, int index, bool deleteLlsm, DWORD& error) {
   SetLastError(ERROR_SUCCESS);
-  if (SaveMap(entry.Map, entry.Path, FrqType, Store) != 0) {
+  if (SaveMap(entry.Map, entry.Path, FrqType, &Store) != 0) {
     error = GetLastError();
     return -1;
   }

@@ -41,6 +41,7 @@ std::wstring FullPath(const std::wstring& path) {
 // False if the argument names nothing that exists.
 bool CFileListDlg::FillFromArguments() {
   if (Argument.empty()) return true;
+  Store.Clear();
   const std::wstring path = FullPath(Argument);
   WIN32_FIND_DATAW item;
   if (!FindHandle(FindFirstFileW(path.c_str(), &item))) return false;
@@ -70,6 +71,7 @@ int CFileListDlg::ScanFolderWaiting(const std::wstring& folder, bool withSubfold
 
 // A voicebank is its folder and the folders directly in it; what lies deeper is not looked at.
 int CFileListDlg::ScanFolder(const std::wstring& folder, bool withSubfolders) {
+  if (FrqType == FrqTypeMrq) Store.LoadFolder(folder);
   ListedFolders listed;
   const FolderListing* const listing = listed.Find(folder);
   if (!listing) return -1;
@@ -84,9 +86,12 @@ int CFileListDlg::ScanFolder(const std::wstring& folder, bool withSubfolders) {
 // A wave that cannot be read gets its row all the same: no wave is opened here.
 void CFileListDlg::AddSyllable(const std::wstring& path, ListedFolders& listed) {
   if (path.empty() || !SeenPaths.insert(path).second) return;
+  // The host's syllables may lie in folders that no scan has come through.
+  const std::wstring folder = FolderOf(path);
+  if (FrqType == FrqTypeMrq && !Store.HasFolder(folder)) Store.LoadFolder(folder);
   SyllableEntry& entry = Entries.emplace_back();
   entry.Path = path;
-  const FoundMap found = FindMap(path, FrqType, listed);
+  const FoundMap found = FindMap(path, FrqType, listed, Store);
   entry.HasMap = found.exists;
   entry.FrameEstimate = found.frameEstimate;
 }
@@ -122,6 +127,7 @@ void CFileListDlg::OpenFolder(const wchar_t* path) {
   SeenPaths.clear();
   if (path != Folder.c_str()) Folder = path;
   const std::wstring opened = Folder;
+  Store.Clear();
   ScanFolderWaiting(opened, true);
   SeenPaths.clear();
   UpdateColumns();
@@ -135,12 +141,13 @@ void CFileListDlg::OpenFolder(const wchar_t* path) {
 // What happened on the disk since the last look. Nothing watches the folder, so an outside change shows only here.
 void CFileListDlg::RefreshMaps() {
   UpdateColumns();
+  if (FrqType == FrqTypeMrq) Store.Reload();
   ListedFolders listed;
   for (int row = 0; row < RowCount(); ++row) {
     const int index = IndexOfRow(row);
     SyllableEntry* const entry = EntryAt(index);
     if (!entry) continue;
-    const FoundMap found = FindMap(entry->Path, FrqType, listed);
+    const FoundMap found = FindMap(entry->Path, FrqType, listed, Store);
     SetHasMap(index, found.exists, true);
     entry->FrameEstimate = found.exists ? found.frameEstimate : 0;
     SetMarkedCell(index, entry->Map.HasMarks);

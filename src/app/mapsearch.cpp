@@ -1,5 +1,7 @@
 #include "app/mapsearch.h"
 
+#include "frqmap/mrqmap.h"
+
 namespace {
 
 // A wave of 16 bits in one channel, 44 bytes of header and 256 samples a frame: the size of a .pmk does not tell.
@@ -7,9 +9,18 @@ std::uint32_t EstimateFromWaveSize(std::uint32_t size) {
   return size < 44 ? 0 : (size - 44) / 512;
 }
 
+FoundMap FindEntry(const std::wstring& mapPath, const MrqStore& store) {
+  const std::optional<MrqEntry> entry = store.Find(MrqKey(mapPath));
+  FoundMap found;
+  found.exists = entry.has_value();
+  if (entry) found.frameEstimate = static_cast<std::uint32_t>(entry->Frequencies.size());
+  return found;
+}
+
 }  // namespace
 
-FoundMap FindMap(const std::wstring& wavePath, FrqType kind, ListedFolders& listed) {
+FoundMap FindMap(const std::wstring& wavePath, FrqType kind, ListedFolders& listed, const MrqStore& store) {
+  if (kind == FrqTypeMrq) return FindEntry(MapPathFromWaveW(wavePath, kind), store);
   const auto size = listed.SizeOf(MapPathFromWaveW(wavePath, kind));
   FoundMap found;
   found.exists = size.has_value();

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "frqmap/frqtype.h"
+#include "frqmap/mrqstore.h"
 #include "voicebank/folderlisting.h"
 
 struct FoundMap {
@@ -13,4 +14,4 @@ struct FoundMap {
 };
 
 // Gives what MapFileExists would, without a call of the file system for each wave.
-FoundMap FindMap(const std::wstring& wavePath, FrqType kind, ListedFolders& listed);
+FoundMap FindMap(const std::wstring& wavePath, FrqType kind, ListedFolders& listed, const MrqStore& store);

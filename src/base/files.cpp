@@ -9,15 +9,6 @@ namespace {
 // In memory a map takes several times its file, and it is held twice, in a process of 32 bits.
 constexpr LONGLONG kLargestFile = LONGLONG{64} << 20;
 
-// Windows refuses to replace a read-only file by itself. Wine leaves that to the host system, where an administrator
-// may write any file: the mark must hold there as well.
-bool RefuseReadOnly(const std::wstring& path) {
-  const DWORD attributes = GetFileAttributesW(path.c_str());
-  if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_READONLY)) return false;
-  SetLastError(ERROR_ACCESS_DENIED);
-  return true;
-}
-
 bool WriteAll(HANDLE file, ByteSpan bytes) {
   DWORD written = 0;
   SetLastError(ERROR_SUCCESS);
@@ -59,4 +50,11 @@ bool FileExists(const std::wstring& path) {
   WIN32_FIND_DATAW found{};
   const FindHandle search(FindFirstFileW(path.c_str(), &found));
   return search && !(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+bool RefuseReadOnly(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_READONLY)) return false;
+  SetLastError(ERROR_ACCESS_DENIED);
+  return true;
 }

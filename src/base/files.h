@@ -17,3 +17,7 @@ bool WriteWholeFile(const std::wstring& path, ByteSpan bytes);
 
 // Whether something of that name exists and is no folder.
 bool FileExists(const std::wstring& path);
+
+// Whether a file is marked read-only; GetLastError then says that access is denied. Windows refuses to write one by
+// itself. Wine leaves that to the host system, where an administrator may write any file: the mark must hold there too.
+bool RefuseReadOnly(const std::wstring& path);

@@ -9,6 +9,7 @@
 #include "frqmap/dio.h"
 #include "frqmap/freq0003.h"
 #include "frqmap/levels.h"
+#include "frqmap/mrqmap.h"
 #include "frqmap/pmk.h"
 #include "frqmap/vslib.h"
 #include "frqmap/wavelevels.h"
@@ -94,7 +95,7 @@ int FrqMap::Save(std::string_view narrowPath, MrqStore* store) {
   return Write(narrowPath, FrqTypeFromPathA(narrowPath), store);
 }
 
-int FrqMap::Read(std::string_view narrowPath, FrqType kind, MrqStore* /*store*/) {
+int FrqMap::Read(std::string_view narrowPath, FrqType kind, MrqStore* store) {
   std::optional<FrqMap> map;
   switch (kind) {
     case FrqTypeFrq:
@@ -102,6 +103,7 @@ int FrqMap::Read(std::string_view narrowPath, FrqType kind, MrqStore* /*store*/)
     case FrqTypePmk: map = ReadMapAndLevels(narrowPath, DecodePmk); break;
     case FrqTypeDio: map = ReadMapAndLevels(narrowPath, DecodeDio); break;
     case FrqTypeVs4ufrq: return LoadVs4ufrq(*this, narrowPath);
+    case FrqTypeMrq: return LoadMrq(*this, narrowPath, store);
     default: break;
   }
   if (!map) return -1;
@@ -109,24 +111,29 @@ int FrqMap::Read(std::string_view narrowPath, FrqType kind, MrqStore* /*store*/)
   return 0;
 }
 
-int FrqMap::Write(std::string_view narrowPath, FrqType kind, MrqStore* /*store*/) const {
+int FrqMap::Write(std::string_view narrowPath, FrqType kind, MrqStore* store) const {
   switch (kind) {
     case FrqTypeFrq:
     case FrqTypeFrc: return WriteMap(narrowPath, EncodeFreq0003(*this, kind));
     case FrqTypePmk: return WriteMap(narrowPath, EncodePmk(*this));
     case FrqTypeDio: return WriteMap(narrowPath, EncodeDio(*this, ReadSamplesPerChannel(WavePathOf(narrowPath))));
     case FrqTypeVs4ufrq: return SaveVs4ufrq(*this, narrowPath);
+    case FrqTypeMrq: return SaveMrq(*this, narrowPath, store);
     default: return -1;
   }
 }
 
-bool MapFileExists(const std::wstring& mapPath, MrqStore* /*store*/) {
+bool MapFileExists(const std::wstring& mapPath, MrqStore* store) {
+  if (store && FrqTypeFromPathW(mapPath) == FrqTypeMrq) return MrqExists(mapPath, *store);
   return FileExists(mapPath);
 }
 
-bool DeleteMapFile(const std::wstring& mapPath, MrqStore* /*store*/, bool /*keepEntry*/) {
+bool DeleteMapFile(const std::wstring& mapPath, MrqStore* store, bool keepEntry) {
   const FrqType kind = FrqTypeFromPathW(mapPath);
-  if (kind == FrqTypeMrq) return false;
+  if (kind == FrqTypeMrq) {
+    if (store) DeleteMrq(mapPath, *store, keepEntry);
+    return store;
+  }
   const bool deleted = DeleteFileW(mapPath.c_str());
   if (kind == FrqTypeDio) DeleteDioCompanions(mapPath);
   return deleted;

@@ -1,0 +1,234 @@
+#include "frqmap/mrqfile.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <limits>
+#include <unordered_map>
+#include <utility>
+
+namespace {
+
+constexpr std::array<char, 4> kMagic = {'m', 'r', 'q', ' '};
+constexpr std::int32_t kVersion = 2;
+constexpr std::int64_t kVersionAt = 4;
+constexpr std::int64_t kCountAt = 8;
+constexpr std::int64_t kHeaderBytes = 12;
+constexpr std::int64_t kBodyHeadBytes = 12;  // frame count, sample rate, hop
+constexpr std::int64_t kTrailerBytes = 8;    // Timestamp, Unedited
+constexpr std::int64_t kBlockBytes = 65536;
+constexpr std::int64_t kLongestName = 32000;  // units; longer than any path, and what claims more is no name
+
+Bytes EncodeBody(const MrqEntry& entry, std::int32_t timestamp) {
+  ByteWriter writer;
+  writer.Reserve(kBodyHeadBytes + entry.Frequencies.size() * sizeof(float) + kTrailerBytes);
+  writer.Write(static_cast<std::int32_t>(entry.Frequencies.size()));
+  writer.Write(entry.SampleRate);
+  writer.Write(entry.Hop);
+  for (const double frequency : entry.Frequencies) writer.Write(static_cast<float>(frequency));
+  writer.Write(timestamp);
+  writer.Write(entry.Unedited);
+  return writer.Take();
+}
+
+// A body without a trailer gives zeros for it.
+MrqEntry DecodeBody(ByteSpan body) {
+  ByteReader reader(body);
+  const auto frameCount = reader.Read<std::int32_t>();
+  MrqEntry entry;
+  entry.SampleRate = reader.Read<std::int32_t>();
+  entry.Hop = reader.Read<std::int32_t>();
+  entry.Frequencies.resize(static_cast<std::size_t>(frameCount));
+  for (double& frequency : entry.Frequencies) frequency = static_cast<double>(reader.Read<float>());
+  entry.Timestamp = reader.Read<std::int32_t>();
+  entry.Unedited = reader.Read<std::int32_t>();
+  return entry;
+}
+
+Bytes EncodeHead(const MrqHead& head) {
+  ByteWriter writer;
+  writer.Write(static_cast<std::int32_t>(head.Name.size()));
+  for (const char16_t unit : head.Name) writer.Write(unit);
+  writer.Write(head.BodySize);
+  return writer.Take();
+}
+
+std::optional<std::int32_t> ReadNumber(MrqStream& stream, std::int64_t position) {
+  std::array<std::uint8_t, 4> bytes;
+  if (!stream.ReadAt(position, bytes)) return std::nullopt;
+  return ByteReader(bytes).Read<std::int32_t>();
+}
+
+bool WriteVersion(MrqStream& stream) {
+  ByteWriter writer;
+  writer.Write(kVersion);
+  return stream.WriteAt(kVersionAt, writer.Take());
+}
+
+bool WriteVersionAndCount(MrqStream& stream, std::int32_t count) {
+  ByteWriter writer;
+  writer.Write(std::array{kVersion, count});
+  return stream.WriteAt(kVersionAt, writer.Take());
+}
+
+// The entry comes ahead of the count that leads to it: whoever reads meanwhile meets no half of one.
+std::optional<MrqHead> Append(MrqStream& stream, const std::u16string& name, const Bytes& body) {
+  const std::optional<std::int32_t> count = ReadNumber(stream, kCountAt);
+  if (!count || *count == std::numeric_limits<std::int32_t>::max()) return std::nullopt;
+
+  const MrqHead head{stream.Size(), name, static_cast<std::int32_t>(body.size())};
+  Bytes bytes = EncodeHead(head);
+  bytes.insert(bytes.end(), body.begin(), body.end());
+  if (stream.WriteAt(head.Start, bytes) && WriteVersionAndCount(stream, *count + 1)) return head;
+  // Half an entry, or one that is not counted, would hide all that are appended after it.
+  stream.Truncate(head.Start);
+  return std::nullopt;
+}
+
+// Where the entry lies then; none if that failed. `old` is the first entry of its name.
+std::optional<MrqHead> Put(MrqStream& stream, const std::optional<MrqHead>& old, const std::u16string& name,
+                           const MrqEntry& entry, std::int32_t timestamp) {
+  const Bytes body = EncodeBody(entry, timestamp);
+  if (old && old->BodySize >= static_cast<std::int64_t>(body.size())) {
+    return WriteVersion(stream) && stream.WriteAt(old->BodyStart(), body) ? old : std::nullopt;
+  }
+  // The old entry goes last, so that a failure costs no map that was there.
+  const std::optional<MrqHead> appended = Append(stream, name, body);
+  if (!appended || (old && !KillMrqEntry(stream, *old))) return std::nullopt;
+  return appended;
+}
+
+}  // namespace
+
+bool MrqImage::ReadAt(std::int64_t position, std::span<std::uint8_t> into) {
+  if (position < 0 || position > Size() || static_cast<std::int64_t>(into.size()) > Size() - position) return false;
+  std::copy_n(Content.begin() + static_cast<std::ptrdiff_t>(position), into.size(), into.begin());
+  return true;
+}
+
+bool MrqImage::WriteAt(std::int64_t position, ByteSpan bytes) {
+  const auto end = static_cast<std::size_t>(position) + bytes.size();
+  if (end > Content.size()) Content.resize(end);
+  std::ranges::copy(bytes, Content.begin() + static_cast<std::ptrdiff_t>(position));
+  return true;
+}
+
+bool MrqImage::Truncate(std::int64_t size) {
+  Content.resize(static_cast<std::size_t>(size));
+  return true;
+}
+
+MrqScan::MrqScan(MrqStream& stream) : stream_(stream), size_(stream.Size()), next_(kHeaderBytes) {
+  const ByteSpan count = Window(kCountAt, 4);
+  left_ = ByteReader(count).Read<std::int32_t>();
+  failed_ = count.empty() || left_ < 0;
+}
+
+bool MrqScan::Next() {
+  if (failed_ || left_ == 0) return false;
+  --left_;
+  failed_ = !ReadHead();
+  return !failed_;
+}
+
+// A body may reach beyond the file; the entry behind it is then not there.
+bool MrqScan::ReadHead() {
+  head_.Start = next_;
+  const std::int64_t nameLength = ByteReader(Window(next_, 4)).Read<std::int32_t>();
+  // A window of nothing reads as a name of no length, which ends the scan as well.
+  if (nameLength < 1 || nameLength > kLongestName) return false;
+  const std::int64_t nameBytes = nameLength * 2;
+  const ByteSpan head = Window(next_, 8 + nameBytes);
+  if (head.empty()) return false;
+
+  head_.Name.resize(static_cast<std::size_t>(nameLength));
+  std::memcpy(head_.Name.data(), head.data() + 4, static_cast<std::size_t>(nameBytes));
+  head_.BodySize = ByteReader(head.last(4)).Read<std::int32_t>();
+  next_ = head_.End();
+  return head_.BodySize >= 0;
+}
+
+std::optional<MrqEntry> MrqScan::ReadMrqEntry() {
+  const std::int64_t frameCount = ByteReader(Window(head_.BodyStart(), 4)).Read<std::int32_t>();
+  if (frameCount < 1) return std::nullopt;
+  std::int64_t bodyBytes = kBodyHeadBytes + frameCount * 4;
+  const bool hasTrailer = head_.BodySize >= bodyBytes + kTrailerBytes;
+  if (hasTrailer) bodyBytes += kTrailerBytes;
+  if (bodyBytes > head_.BodySize || bodyBytes > size_ - head_.BodyStart()) return std::nullopt;
+
+  Bytes body(static_cast<std::size_t>(bodyBytes));
+  if (!Read(head_.BodyStart(), body)) return std::nullopt;
+  return DecodeBody(body);
+}
+
+// A body that does not fit into a block is read past it.
+bool MrqScan::Read(std::int64_t position, std::span<std::uint8_t> into) {
+  if (into.size() > kBlockBytes) return stream_.ReadAt(position, into);
+  const ByteSpan window = Window(position, static_cast<std::int64_t>(into.size()));
+  std::ranges::copy(window, into.begin());
+  return !window.empty();
+}
+
+ByteSpan MrqScan::Window(std::int64_t position, std::int64_t size) {
+  if (position > size_ || size > size_ - position) return {};
+  if (position < blockStart_ || position + size > blockStart_ + static_cast<std::int64_t>(block_.size())) {
+    blockStart_ = position;
+    block_.resize(static_cast<std::size_t>(std::min(kBlockBytes, size_ - position)));
+    if (!stream_.ReadAt(position, block_)) {
+      block_.clear();
+      return {};
+    }
+  }
+  return ByteSpan(block_).subspan(static_cast<std::size_t>(position - blockStart_), static_cast<std::size_t>(size));
+}
+
+Bytes EmptyMrqFile() {
+  ByteWriter writer;
+  writer.Write(kMagic);
+  writer.Write(std::array{kVersion, std::int32_t{0}});
+  return writer.Take();
+}
+
+std::optional<MrqHead> FindMrqEntry(MrqStream& stream, const std::u16string& name) {
+  MrqScan scan(stream);
+  while (scan.Next()) {
+    if (scan.Head().Name == name) return scan.Head();
+  }
+  return std::nullopt;
+}
+
+bool ReadAllMrqEntries(MrqStream& stream, const std::function<void(const std::u16string&, MrqEntry&&)>& take) {
+  MrqScan scan(stream);
+  while (scan.Next()) {
+    if (scan.Head().IsDead()) continue;
+    if (std::optional<MrqEntry> entry = scan.ReadMrqEntry()) take(scan.Head().Name, std::move(*entry));
+  }
+  return !scan.HasFailed();
+}
+
+bool WriteMrqEntry(MrqStream& stream, const std::u16string& name, const MrqEntry& entry, std::int32_t timestamp) {
+  return Put(stream, FindMrqEntry(stream, name), name, entry, timestamp).has_value();
+}
+
+bool KillMrqEntry(MrqStream& stream, const MrqHead& head) {
+  return stream.WriteAt(head.NameStart(), Bytes(head.Name.size() * 2));
+}
+
+// A name that comes twice goes where a second save of it would: over the first, or behind it as a dead one.
+int CompactMrqEntries(MrqStream& stream, std::int32_t timestamp) {
+  const std::optional<std::int32_t> version = ReadNumber(stream, kVersionAt);
+  if (version && *version > kVersion) return -1;
+
+  MrqImage image(EmptyMrqFile());
+  std::unordered_map<std::u16string, std::optional<MrqHead>> places;
+  MrqScan scan(stream);
+  while (scan.Next()) {
+    if (scan.Head().IsDead()) continue;
+    const std::optional<MrqEntry> entry = scan.ReadMrqEntry();
+    if (!entry) return 0;
+    std::optional<MrqHead>& place = places[scan.Head().Name];
+    place = Put(image, place, scan.Head().Name, *entry, timestamp);
+  }
+  if (scan.HasFailed()) return 0;
+  return stream.WriteAt(0, image.Content) && stream.Truncate(image.Size()) ? 1 : 0;
+}

@@ -1,0 +1,117 @@
+// desc.mrq: the one file that holds all maps of a folder for its family of resamplers, an entry for each wave.
+//
+// Little-endian, without padding: "mrq " (tested by nobody), version (i32), entry count (i32, dead ones included). Then
+// the entries: name length in UTF-16 units (i32), the wave's file name, body size (i32), body. A body is frame count,
+// sample rate, hop (i32 each), a frequency [Hz] per frame (f32, 0.0 without pitch), and the two i32 `Timestamp` and
+// `Unedited`, which other writers leave out. The body size alone leads to the next entry: a shorter map in the place of
+// a longer one leaves stale bytes behind itself. A name whose first unit is zero marks a dead entry.
+//
+// Files of thousands of entries are searched head by head and patched in place. All of this works on a stream, which is
+// a file or a block of memory.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/bytes.h"
+#include "frqmap/frqtype.h"
+
+struct MrqEntry {
+  std::int32_t Hop = 0;                     // samples per frame, as the file says
+  std::int32_t SampleRate = FrqSampleRate;  // always this in what we write
+  std::vector<double> Frequencies;          // [Hz] one per frame, 0.0 where it has no pitch
+  std::int32_t Timestamp = 0;               // low 32 bits of the time of the last writing, from the file alone
+  std::int32_t Unedited = 0;                // 1 if the map was not modified when it was saved
+};
+
+// What the file lies in.
+class MrqStream {
+ public:
+  virtual ~MrqStream() = default;
+  virtual std::int64_t Size() const = 0;
+  // Reads all of it or fails.
+  virtual bool ReadAt(std::int64_t position, std::span<std::uint8_t> into) = 0;
+  // Grows what is too small.
+  virtual bool WriteAt(std::int64_t position, ByteSpan bytes) = 0;
+  // Cuts off what is behind.
+  virtual bool Truncate(std::int64_t size) = 0;
+};
+
+class MrqImage : public MrqStream {
+ public:
+  Bytes Content;
+
+  explicit MrqImage(Bytes content) : Content(std::move(content)) {}
+  std::int64_t Size() const override { return static_cast<std::int64_t>(Content.size()); }
+  bool ReadAt(std::int64_t position, std::span<std::uint8_t> into) override;
+  bool WriteAt(std::int64_t position, ByteSpan bytes) override;
+  bool Truncate(std::int64_t size) override;
+};
+
+// An entry as its head tells it.
+struct MrqHead {
+  std::int64_t Start = 0;  // position in the file
+  std::u16string Name;     // as it lies there; never empty
+  std::int32_t BodySize = 0;
+
+  bool IsDead() const { return Name.front() == u'\0'; }
+  std::int64_t NameStart() const { return Start + 4; }
+  std::int64_t BodyStart() const { return Start + 8 + 2 * static_cast<std::int64_t>(Name.size()); }
+  std::int64_t End() const { return BodyStart() + BodySize; }
+};
+
+// Walks over the heads. The file is read in large blocks; bodies that reach beyond a block are stepped over.
+class MrqScan {
+ public:
+  explicit MrqScan(MrqStream& stream);
+
+  // To the next entry, or the first. False behind the last one, and where the file ends too early or tells nonsense,
+  // which HasFailed then says; a file of less than its header has failed from the start.
+  bool Next();
+  bool HasFailed() const { return failed_; }
+  const MrqHead& Head() const { return head_; }
+
+  // The entry of the head; none if it has no frames, or if what its frames take ends behind its body or the file.
+  std::optional<MrqEntry> ReadMrqEntry();
+
+ private:
+  bool ReadHead();
+  bool Read(std::int64_t position, std::span<std::uint8_t> into);
+  // The bytes there, good until the next call; empty if the file ends earlier. No more than a block.
+  ByteSpan Window(std::int64_t position, std::int64_t size);
+
+  MrqStream& stream_;
+  const std::int64_t size_;
+  std::int64_t next_;
+  std::int32_t left_ = 0;  // entries
+  bool failed_ = false;
+  MrqHead head_;
+  Bytes block_;
+  std::int64_t blockStart_ = 0;
+};
+
+// The header of a file without entries.
+Bytes EmptyMrqFile();
+
+// The first entry of exactly that name.
+std::optional<MrqHead> FindMrqEntry(MrqStream& stream, const std::u16string& name);
+
+// Gives every live entry that can be read, in their order. False if the end of the file came first.
+bool ReadAllMrqEntries(MrqStream& stream, const std::function<void(const std::u16string&, MrqEntry&&)>& take);
+
+// Writes the entry over the one of its name if it fits, else kills that one and appends. The file becomes one of
+// version 2, also from a newer one. `timestamp` is the present time; what the entry says does not count. False if a
+// write fails, or the count cannot be read or raised.
+bool WriteMrqEntry(MrqStream& stream, const std::u16string& name, const MrqEntry& entry, std::int32_t timestamp);
+
+// Makes the entry a dead one. Its place and the count stay until the file is compacted.
+bool KillMrqEntry(MrqStream& stream, const MrqHead& head);
+
+// The file without its dead entries, with all timestamps set anew. 1; 0 with the file as it was if not all of it can be
+// read, or else with as much as could be written; -1 for a file of a newer version, which is left alone.
+int CompactMrqEntries(MrqStream& stream, std::int32_t timestamp);

@@ -1,0 +1,68 @@
+#include "frqmap/mrqmap.h"
+
+#include <windows.h>
+
+#include <vector>
+
+#include "frqmap/levels.h"
+#include "frqmap/mapfiles.h"
+#include "frqmap/wavelevels.h"
+
+namespace {
+
+FrqMap MapOfEntry(const MrqEntry& entry) {
+  FrqMap map;
+  map.Hop = entry.Hop;
+  map.FrameCount = static_cast<SampleCount>(entry.Frequencies.size());
+  map.DerivedAverage = true;
+  map.SinglePrecision = true;
+  map.Frames.resize(entry.Frequencies.size());
+  for (std::size_t i = 0; i < map.Frames.size(); ++i) {
+    FrqFrame& frame = map.Frames[i];
+    frame.Voiced = entry.Frequencies[i] > FrqNoPitch;
+    if (frame.Voiced) frame.Frequency = entry.Frequencies[i];
+  }
+  return map;
+}
+
+MrqEntry EntryOfMap(const FrqMap& map) {
+  MrqEntry entry;
+  entry.Hop = map.Hop;
+  entry.Unedited = map.Modified ? 0 : 1;
+  entry.Frequencies.reserve(map.Frames.size());
+  for (const FrqFrame& frame : map.Frames) {
+    entry.Frequencies.push_back(frame.Frequency > FrqNoPitch ? frame.Frequency : 0.0);
+  }
+  return entry;
+}
+
+}  // namespace
+
+std::wstring MrqKey(const std::wstring& mapPath) {
+  return mapPath.substr(0, mapPath.rfind(L'.'));
+}
+
+int LoadMrq(FrqMap& map, std::string_view narrowPath, const MrqStore* store) {
+  const auto entry = store ? store->Find(MrqKey(WidePath(narrowPath))) : std::nullopt;
+  if (!entry) return -1;
+  map = MapOfEntry(*entry);
+  std::vector<double> levels;
+  // A wave that cannot be read leaves a map without amplitudes.
+  ReadWaveLevels(WidePath(WavePathFromMapA(narrowPath)), levels, map.Hop);
+  SetLevels(map, levels);
+  return 0;
+}
+
+int SaveMrq(const FrqMap& map, std::string_view narrowPath, MrqStore* store) {
+  if (!store) return -1;
+  return store->SaveEntry(MrqKey(WidePath(narrowPath)), EntryOfMap(map));
+}
+
+bool MrqExists(const std::wstring& mapPath, const MrqStore& store) {
+  return store.Find(MrqKey(mapPath)).has_value();
+}
+
+void DeleteMrq(const std::wstring& mapPath, MrqStore& store, bool keepEntry) {
+  DeleteFileW(LlsmPathFromWave(WavePathFromMapW(mapPath)).c_str());
+  if (!keepEntry) store.RemoveEntry(MrqKey(mapPath));
+}

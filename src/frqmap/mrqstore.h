@@ -1,0 +1,91 @@
+// The entries of the desc.mrq files of all folders in use, kept in memory and written through.
+//
+// Any thread may use a store, and several do: it has locks of its own. They are taken in the order FoldersLock, then
+// EntriesLock or FileLock, and never both of these. There may be several stores as well; nothing keeps them in step
+// but the files.
+//
+// A key is the full path of a wave without its extension, compared by code unit: a folder opened under another form of
+// its path has other keys. A wave name with a second dot does not survive the file: ka.2.wav has the key ...\ka.2, but
+// is written as the entry ka.wav, which reads back under ...\ka. Users' files are like that.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "frqmap/mrqfile.h"
+
+// May be taken again by the thread that holds it.
+class CriticalSection {
+ public:
+  CriticalSection() { InitializeCriticalSection(&section_); }
+  ~CriticalSection() { DeleteCriticalSection(&section_); }
+  CriticalSection(const CriticalSection&) = delete;
+  CriticalSection& operator=(const CriticalSection&) = delete;
+
+  void lock() { EnterCriticalSection(&section_); }
+  void unlock() { LeaveCriticalSection(&section_); }
+
+ private:
+  CRITICAL_SECTION section_;
+};
+
+class MrqStore {
+ public:
+  // Low 32 bits of the seconds since 1970.
+  using Clock = std::int32_t (*)();
+  static std::int32_t PresentTime();
+
+  explicit MrqStore(Clock clock = &PresentTime) : Now(clock) {}
+
+  // Reads the folder's file, if there is one, on top of what is kept, and enters the folder. Always 0. A damaged file
+  // gives the entries that can be read.
+  int LoadFolder(const std::wstring& folder);
+
+  // Makes sure that a new folder has a file, and enters the folder; 0. -1 if it was entered before, or if there can be
+  // no file.
+  int AddFolder(const std::wstring& folder);
+
+  // By exactly this path.
+  bool HasFolder(const std::wstring& folder) const;
+
+  // A copy, since other threads may be at the entry.
+  std::optional<MrqEntry> Find(const std::wstring& key) const;
+
+  // In memory alone. Always 0.
+  int SetEntry(const std::wstring& key, MrqEntry entry);
+
+  // Writes the entry to the file of its folder. 0, or -1 with the reason in GetLastError and the entry still in memory.
+  int WriteEntry(const std::wstring& key);
+
+  // Both at once. What is written is this entry, even if a thread that loads the folder meanwhile has just put the old
+  // one of the file back into memory.
+  int SaveEntry(const std::wstring& key, const MrqEntry& entry);
+
+  // Takes the entry from memory and kills it in the file of its folder, which is made if there is none; deletes the
+  // resampler's analysis of the wave. Always 0.
+  int RemoveEntry(const std::wstring& key);
+
+  // Reads all folders anew.
+  void Reload();
+  void Clear();
+
+  // Rebuilds the files of all folders without their dead entries.
+  void CompactFiles();
+
+ private:
+  void EnterFolder(const std::wstring& folder);
+  int Write(const std::wstring& key, const MrqEntry& entry);
+  void KillInFile(const std::wstring& key);
+
+  const Clock Now;
+  std::map<std::wstring, MrqEntry> Entries;
+  std::vector<std::wstring> Folders;
+  CriticalSection FileLock;  // from before a file is opened for writing until it is closed
+  mutable CriticalSection EntriesLock;
+  mutable CriticalSection FoldersLock;
+};
