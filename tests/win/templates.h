@@ -9,9 +9,10 @@
 #include <vector>
 
 struct MenuItem {
-  int id = 0;  // 0: a separator or a submenu
+  int parent = -1;  // place of the item that opens its menu; -1 for the bar
+  int id = 0;       // 0: a separator or a submenu
+  bool opensMenu = false;
   std::wstring text;
-  std::vector<MenuItem> items;
 };
 
 struct DialogControl {
@@ -89,27 +90,26 @@ inline std::wstring ReadString(int id, WORD language) {
   return text;
 }
 
-inline std::vector<MenuItem> ReadMenuItems(TemplateReader& reader) {
-  std::vector<MenuItem> items;
+inline void ReadMenuItems(TemplateReader& reader, int parent, std::vector<MenuItem>& items) {
   for (bool last = false; !last;) {
     const auto flags = reader.Get<WORD>();
     last = flags & MF_END;
-    MenuItem item;
-    if (!(flags & MF_POPUP)) item.id = reader.Get<WORD>();
-    item.text = reader.GetText();
-    if (flags & MF_POPUP) item.items = ReadMenuItems(reader);
-    items.push_back(std::move(item));
+    const bool opensMenu = flags & MF_POPUP;
+    const int id = opensMenu ? 0 : reader.Get<WORD>();
+    items.push_back({parent, id, opensMenu, reader.GetText()});
+    if (opensMenu) ReadMenuItems(reader, static_cast<int>(items.size()) - 1, items);
   }
-  return items;
 }
 
-// The bar of a menu; empty if the language has no such menu.
+// The items of all menus from top to bottom; empty if the language has no such menu.
 inline std::vector<MenuItem> ReadMenu(const wchar_t* name, WORD language) {
-  const void* data = FindInLanguage(RT_MENU, name, language);
-  if (!data) return {};
-  TemplateReader reader(data);
-  reader.Skip(2 * sizeof(WORD));  // version, size of the rest of the header
-  return ReadMenuItems(reader);
+  std::vector<MenuItem> items;
+  if (const void* data = FindInLanguage(RT_MENU, name, language)) {
+    TemplateReader reader(data);
+    reader.Skip(2 * sizeof(WORD));  // version, size of the rest of the header
+    ReadMenuItems(reader, -1, items);
+  }
+  return items;
 }
 
 inline DialogControl ReadControl(TemplateReader& reader) {
