@@ -17,6 +17,7 @@ struct EditorState {
   int zoomCount = 0;
   int zoom = 0;
   bool pluginMode = false;
+  bool allSyllables = false;  // in plug-in mode: the whole voicebank is shown
 };
 
 struct EditorCommand {

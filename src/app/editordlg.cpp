@@ -33,6 +33,7 @@ DWORD ProcessorCount() {
 
 CEditorDlg::CEditorDlg(const std::wstring& argument)
     : ReadyEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+      Argument(argument),
       MaxParallelCount(ProcessorCount()),
       PluginMode(!argument.empty() && IsPluginFile(argument)) {}
 
@@ -119,7 +120,7 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
 }
 
 std::unique_ptr<CDlgBase> CEditorDlg::CreateInstance() const {
-  return std::make_unique<CEditorDlg>(std::wstring());
+  return std::make_unique<CEditorDlg>(Argument);
 }
 int CEditorDlg::GetTemplateId() const {
   return IDD_EDITOR;

@@ -98,6 +98,7 @@ class CEditorDlg : public CDlgBase {
   // Folders.
   void OnOpen(UINT id);
   void OnRecentFolder(UINT id);
+  void OnEditAllSyllables(UINT id);
   void OpenFolderWaiting(const std::wstring& path);
   void BuildRecentMenu();
   void UpdateVoicebankCaption(const std::wstring& folder);
@@ -105,6 +106,7 @@ class CEditorDlg : public CDlgBase {
   FileListSender ToList() const;
   FrqCtrlSender Table() const;
 
+  const std::wstring Argument;
   std::wstring CurrentPath;      // the wave shown now
   FrqMap* CurrentMap = nullptr;  // working map of the current syllable; the list's
   FrqMap* SavedMap = nullptr;    // last saved copy of the same; the list's

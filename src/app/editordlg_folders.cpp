@@ -47,6 +47,15 @@ void CEditorDlg::OpenFolderWaiting(const std::wstring& path) {
   ToList().OpenFolder(path.c_str());
 }
 
+// The whole voicebank instead of the syllables that the host handed over; there is no way back to those.
+void CEditorDlg::OnEditAllSyllables(UINT) {
+  // A plug-in file that names no voicebank must not open the root of the drive.
+  if (AllSyllables || FileList->Folder.empty() || !ConfirmDiscard()) return;
+  AllSyllables = true;
+  const WaitCursor waiting;
+  ToList().OpenFolder(FileList->Folder.c_str());
+}
+
 // The list waits while this runs.
 void CEditorDlg::OnFolderOpened(const wchar_t* folder) {
   if (!PluginMode) {

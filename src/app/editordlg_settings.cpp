@@ -6,7 +6,9 @@
 #include "app/filelistdlg.h"
 #include "base/registry.h"
 #include "resampler/resamplerkind.h"
+#include "voicebank/hostfolder.h"
 #include "voicebank/inifile.h"
+#include "voicebank/notelist.h"
 
 namespace {
 
@@ -24,15 +26,31 @@ struct StoredPath {
 
 // The resampler that the host uses; empty if no host is installed.
 std::wstring HostResampler() {
-  wchar_t path[MAX_PATH] = L"";
-  DWORD size = MAX_PATH;
-  const HRESULT found = AssocQueryStringW(ASSOCF_NOTRUNCATE, ASSOCSTR_EXECUTABLE, L".ust", L"open", path, &size);
-  if (FAILED(found) || path[0] == 0) return {};
-  PathRemoveFileSpecW(path);
-  const std::wstring folder = path;
+  const std::wstring folder = AssociatedHostFolder();
+  if (folder.empty()) return {};
   UtauCommon::INIFILE settings;
   settings.Load(folder + L"\\setting.ini");
   return settings.GetValue(L"Tool2Path", folder + L"\\resampler.exe");
+}
+
+// Replaces the path by the resampler of the project that the plug-in file names; without such a project it stands. A
+// project without a resampler gives the host's folder, as one with a relative path gives a path in it.
+void TakeProjectResampler(const std::wstring& pluginFile, std::wstring& path) {
+  UtauCommon::NOTELIST list;
+  list.Load(pluginFile);
+  const std::wstring projectPath = list.GetSetting(L"Project");
+  if (projectPath.empty()) return;
+  UtauCommon::NOTELIST project;
+  project.Load(projectPath);
+  if (!project.FindSetting()) return;
+  const std::wstring resampler = project.GetSetting(L"Tool2");
+  if (resampler.size() >= MAX_PATH || !PathIsRelativeW(resampler.c_str())) {
+    path = resampler;
+    return;
+  }
+  wchar_t combined[MAX_PATH] = L"";
+  PathCombineW(combined, FindHostFolder().c_str(), resampler.c_str());
+  path = combined;
 }
 
 }  // namespace
@@ -45,6 +63,8 @@ void CEditorDlg::LoadSettings() {
   } else {
     ResamplerPath = HostResampler();
   }
+  // The project wins over the user's choice, which stays in the registry.
+  if (PluginMode) TakeProjectResampler(Argument, ResamplerPath);
   ApplyResamplerKind();
   RegReadValue(kParallelValue, MaxParallelCount);
   AutoDeleteLlsm = RegReadFlag(kDeleteLlsmValue, AutoDeleteLlsm);

@@ -16,7 +16,7 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
   using E = CEditorDlg;
   static const std::vector<EditorCommand> commands = {
       {ID_FILE_OPEN, &E::OnOpen, notInPluginMode, inPluginMode},
-      {ID_FILE_EDITALL, nullptr, inPluginMode, notInPluginMode},
+      {ID_FILE_EDITALL, &E::OnEditAllSyllables, [](S s) { return s.pluginMode && !s.allSyllables; }, notInPluginMode},
       {ID_FILE_SAVE, &E::OnSave, currentEdited},
       {ID_FILE_SAVEALL, &E::OnSaveAll, anyEdited},
       {ID_FILE_EXIT, &E::OnExit},
@@ -64,6 +64,7 @@ EditorState CEditorDlg::CollectState() const {
   state.zoomCount = Table().ZoomCount();
   state.zoom = Table().Zoom();
   state.pluginMode = PluginMode;
+  state.allSyllables = AllSyllables;
   return state;
 }
 

@@ -6,6 +6,7 @@
 #include "base/registry.h"
 #include "base/text.h"
 #include "resources/ids.h"
+#include "voicebank/pluginfile.h"
 
 namespace {
 
@@ -68,6 +69,7 @@ void CFileListDlg::PlaceBesideEditor() {
 
 LRESULT CFileListDlg::OnDestroy() {
   SaveWindowPlacement(Hwnd, kPlacementValue);
+  if (PluginAnswer) AnswerHost(Argument, SavedCount > 0);
   return CDlgBase::OnDestroy();
 }
 

@@ -35,8 +35,8 @@ class CFileListDlg : public CDlgBase {
   // The folder of the process. Read by the main thread too, which passes this very buffer to FLM_OPENFOLDER.
   std::wstring Folder;
 
-  // The entries of desc.mrq files, for the kind that keeps its maps there. It has locks of its own: the main thread uses
-  // it as well.
+  // The entries of desc.mrq files, for the kind that keeps its maps there. It has locks of its own: the main thread
+  // uses it as well.
   MrqStore Store;
 
   LRESULT OnDestroy() override;
@@ -53,6 +53,7 @@ class CFileListDlg : public CDlgBase {
  private:
   // Start.
   bool FillFromArguments();
+  void FillFromPluginFile(const std::wstring& path);
   void RememberLayout();
   void WaitForEditorWindow() const;
   void PlaceBesideEditor();
@@ -121,5 +122,6 @@ class CFileListDlg : public CDlgBase {
   double DpiScaleX = 1.0;
   double DpiScaleY = 1.0;
   int SavedCount = 0;                // maps saved since the start
+  bool PluginAnswer = false;         // the list was opened on a plug-in file, which the host reads back
   std::set<std::wstring> SeenPaths;  // waves already added; lives during a fill only
 };

@@ -11,6 +11,7 @@
 #include "app/mapsearch.h"
 #include "base/path.h"
 #include "frqmap/mapfiles.h"
+#include "voicebank/otoini.h"
 #include "voicebank/pluginfile.h"
 #include "window/waitcursor.h"
 
@@ -50,6 +51,8 @@ bool CFileListDlg::FillFromArguments() {
     ScanFolderWaiting(path, true);
     WaitForEditorWindow();
     ToEditor().FolderOpened(path.c_str());
+  } else if (IsPluginFile(path)) {
+    FillFromPluginFile(path);
   } else {
     Folder = FolderOf(path);
     ListedFolders listed;
@@ -57,6 +60,26 @@ bool CFileListDlg::FillFromArguments() {
   }
   SortAndShow();
   return true;
+}
+
+// The syllables of the notes that the host handed over, once each, and not the whole voicebank.
+void CFileListDlg::FillFromPluginFile(const std::wstring& path) {
+  PluginAnswer = true;
+  Argument = path;  // in full: the answer goes there at the end, wherever the current folder is by then
+  UtauCommon::NOTELIST list;
+  list.Load(path);
+  const std::wstring voicebank = list.GetVoiceDir();
+  UtauCommon::OTOINI syllables;
+  // Without a folder its file would be looked for in the root of the drive.
+  if (!voicebank.empty()) syllables.Load(voicebank);
+  Folder = voicebank;
+  ListedFolders listed;
+  const UtauCommon::NOTE* note = list.FindFirstNumbered();
+  for (; note && note->GetType() == UtauCommon::NoteTypeNumbered; note = note->next) {
+    AddSyllable(ResolveNoteWavePath(*note, syllables), listed);
+  }
+  WaitForEditorWindow();
+  ToEditor().FolderOpened(Folder.c_str());
 }
 
 // The editor is being built on the main thread; it is sure to come.

@@ -5,16 +5,7 @@
 #include <string>
 #include <vector>
 
-// The first seven fields of a wave's "fmt " chunk, as they lie in the file.
-struct WaveFormat {
-  std::uint16_t formatTag = 0;
-  std::uint16_t channels = 1;
-  std::uint32_t samplesPerSec = 44100;
-  std::uint32_t avgBytesPerSec = 0;
-  std::uint16_t blockAlign = 0;
-  std::uint16_t bitsPerSample = 16;
-  std::uint16_t extraSize = 0;
-};
+#include "voicebank/wavefile.h"
 
 class WaveHeader {
  public:
@@ -25,14 +16,18 @@ class WaveHeader {
 
   void Reset();
 
-  // 0 or -1. Only ".wav" and ".wave" are known, without regard to case; another name is refused unread and changes
-  // nothing, while a failed read leaves the defaults.
+  // 0 or -1. The name tells the kind of file, without regard to case: .wav and .wave, .aif and .aiff. Another name is
+  // refused unread and changes nothing, while a failed read leaves the defaults.
   int Load(const std::wstring& path, bool headerOnly);
+  // As Load, whatever the name.
+  int LoadWav(const std::wstring& path, bool headerOnly);
+  // Always with the samples. A file beyond 64 MiB is refused.
+  int LoadAiff(const std::wstring& path);
 
   // Length [s], told in whole milliseconds: computed in integers that truncate, and wrap for data over 512 MiB.
   // 0 for a format that has no channels, bits or rate.
   double LengthSeconds() const;
 
  private:
-  bool LoadWav(const std::wstring& path, bool headerOnly);
+  int Take(std::optional<DecodedWave> wave);
 };

@@ -79,7 +79,11 @@ TEST(TableGeometryTest, AStrokeOutsideTheLimitsGivesNoPitchOrTheHighest) {
     StrokeLimits limits;
     double expected;
   } const rows[] = {
-      {400, {}, 55.0},           {-100000, {}, 7902.132820097988}, {kMost, {}, 55.0}, {-kMost, {882.0, 55.0}, 882.0},
+      {400, {}, 55.0},
+      {400, {7902.0, 88.2}, 55.0},
+      {-100000, {}, 7902.132820097988},
+      {kMost, {}, 55.0},
+      {-kMost, {882.0, 55.0}, 882.0},
       {400, {40.0, 88.2}, 40.0},  // crossed limits: the upper one has the last word
   };
   for (const auto& row : rows) EXPECT_NEAR(table.YToFrequency(row.y, row.limits, false), row.expected, 1e-9) << row.y;

@@ -1,0 +1,45 @@
+#include "resampler/notename.h"
+
+#include <array>
+#include <cstddef>
+#include <cwchar>
+#include <string_view>
+
+namespace {
+
+constexpr int kLowest = 24;
+constexpr int kHighest = 119;
+constexpr std::array<std::wstring_view, 12> kNames = {L"C",  L"C#", L"D",  L"D#", L"E",  L"F",
+                                                      L"F#", L"G",  L"G#", L"A",  L"A#", L"B"};
+
+// What stands behind this is not looked at.
+constexpr std::size_t kLongestName = 15;
+// Beyond it the note would not be a number any more.
+constexpr long kHighestOctave = 99'999'999;
+
+std::wstring UpperCase(std::wstring text) {
+  for (wchar_t& c : text) {
+    if (c >= L'a' && c <= L'z') c = static_cast<wchar_t>(c - L'a' + L'A');
+  }
+  return text;
+}
+
+}  // namespace
+
+std::wstring NoteNameFromNumber(int number) {
+  if (number < kLowest || number > kHighest) return {};
+  return std::wstring(kNames[static_cast<std::size_t>(number % 12)]) + std::to_wstring(number / 12 - 1);
+}
+
+int NoteNumberFromName(const std::wstring& text) {
+  const std::wstring start = text.substr(0, kLongestName);
+  const std::size_t digit = start.find_first_of(L"0123456789");
+  if (digit == start.npos) return -1;
+  const long octave = std::wcstol(start.c_str() + digit, nullptr, 10);
+  if (octave > kHighestOctave) return -1;
+  const std::wstring name = UpperCase(start.substr(0, digit));
+  for (std::size_t index = 0; index < kNames.size(); ++index) {
+    if (name == kNames[index]) return static_cast<int>(index) + (static_cast<int>(octave) + 1) * 12;
+  }
+  return -1;
+}

@@ -1,0 +1,50 @@
+// UtauCommon::OTOINI: the syllables of a voicebank with their aliases, by which the host's notes find their waves.
+// Portable but for OTOINI::Load.
+#pragma once
+
+#include <list>
+#include <string>
+
+#include "voicebank/notelist.h"
+#include "voicebank/textlines.h"
+
+namespace UtauCommon {
+
+// One line of oto.ini: wave=alias,offset,consonant,cutoff,preutterance,overlap
+struct OTOENTRY {
+  std::wstring subfolder;  // of the voicebank; empty for the voicebank's own folder
+  std::wstring wave;
+  std::wstring alias;
+  double offset = 0.0;  // [ms], like all that follow
+  double consonant = 0.0;
+  double cutoff = 0.0;
+  double preutterance = 0.0;
+  double overlap = 0.0;
+};
+
+class OTOINI {
+ public:
+  std::list<OTOENTRY> entries;  // in the order of reading; duplicates are kept, the first one is found
+  std::wstring baseFolder;      // the voicebank
+  std::wstring fileName;        // "oto.ini" unless Load was given a file
+  std::wstring path;            // of the voicebank's own file, read or not
+
+  // Reads the file of a voicebank, given its folder or the file itself, and those of the folders directly in it. -1 if
+  // the voicebank's own cannot be read.
+  int Load(const std::wstring& folderOrFile);
+  // Adds the entries of one file. A line that is none is dropped.
+  void Parse(const LineSource& next, const std::wstring& subfolder);
+
+  // By alias, or else by the wave's name in the voicebank without its extension; null for an unknown or empty text.
+  const OTOENTRY* Find(const std::wstring& text) const;
+  // The full path of what Find finds, empty for nothing. It is not looked at whether the wave exists.
+  std::wstring ResolveWavePath(const std::wstring& text) const;
+
+ private:
+  int ReadFile(const std::wstring& file, const std::wstring& subfolder);
+};
+
+}  // namespace UtauCommon
+
+// The wave of a note, by its alias, or its lyric if it has none.
+std::wstring ResolveNoteWavePath(const UtauCommon::NOTE& note, const UtauCommon::OTOINI& otoIni);

@@ -1,0 +1,96 @@
+// Waves and AIFF files as their bytes: whole, foreign and damaged ones.
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "native/vectors.h"
+#include "native/wavebytes.h"
+
+namespace {
+
+using vectors::Json;
+
+std::optional<DecodedWave> Decode(const std::string& name, ByteSpan file, bool headerOnly) {
+  WaveBytes source(file);
+  return name.ends_with(".wav") ? DecodeWav(source, headerOnly) : DecodeAiff(file);
+}
+
+Json Fields(const DecodedWave& wave) {
+  const WaveFormat& f = wave.format;
+  return {f.formatTag,  f.channels,      f.samplesPerSec, f.avgBytesPerSec,
+          f.blockAlign, f.bitsPerSample, f.extraSize,     wave.dataSize};
+}
+
+// FNV-1a of 64 bits.
+std::string HashOf(const std::vector<std::uint8_t>& bytes) {
+  std::uint64_t hash = 0xCBF29CE484222325;
+  for (const std::uint8_t byte : bytes) hash = (hash ^ byte) * 0x100000001B3;
+  char text[17];
+  std::snprintf(text, sizeof(text), "%08x%08x", static_cast<unsigned>(hash >> 32), static_cast<unsigned>(hash));
+  return text;
+}
+
+// A chunk of an AIFF file: `content` with its head.
+Bytes AiffChunk(const char* id, std::uint32_t size, const Bytes& content) {
+  Bytes chunk(id, id + 4);
+  for (const int shift : {24, 16, 8, 0}) chunk.push_back(static_cast<std::uint8_t>(size >> shift));
+  chunk.insert(chunk.end(), content.begin(), content.end());
+  return chunk;
+}
+
+TEST(Waves, TheirFormatAndSamplesAreReadAndDamagedOnesRefused) {
+  const Json expected = Json::parse(vectors::OpenData("waves.json"));
+  for (const Json& test : expected["waves"]) {
+    const std::string name = test["file"];
+    if (name.ends_with(".mp3")) continue;
+    const Bytes file = vectors::FileBytes(name);
+    const auto head = Decode(name, file, true), wave = Decode(name, file, false);
+    EXPECT_EQ(head ? Fields(*head) : Json(), test.value("fields", Json())) << test["case"];
+    EXPECT_EQ(wave.has_value(), test["full"] == 0) << test["case"];
+    if (!wave) continue;
+    EXPECT_EQ(Fields(*wave), test["fields"]) << test["case"];
+    EXPECT_EQ(Json(HashOf(wave->samples)), test["samples_fnv1a"]) << test["case"];
+  }
+}
+
+TEST(Waves, AFileCutOffAnywhereIsNeverReadBeyondItsEnd) {
+  constexpr std::size_t kWholeHead = 54;  // of an AIFF file, whose sound may be cut
+  for (const char* name : {"voice/そ.wav", "voice/byo.AIFF"}) {
+    const Bytes whole = vectors::FileBytes(name);
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+      const bool readable = std::strstr(name, "AIFF") && size >= kWholeHead;
+      EXPECT_EQ(Decode(name, Bytes(whole.data(), whole.data() + size), false).has_value(), readable) << name << size;
+    }
+  }
+}
+
+TEST(Waves, SoundThatAnAiffLacksIsSilence) {
+  const Bytes form = {'F', 'O', 'R', 'M', 0, 0, 0, 0, 'A', 'I', 'F', 'F'};
+  const struct {
+    std::uint8_t frames;  // of two channels with two bytes each
+    std::uint32_t claimed;
+    Bytes sound;
+    Bytes samples;
+  } tests[] = {
+      {2, 8 + 8, {1, 2, 3}, {2, 1, 0, 3, 0, 0, 0, 0}},
+      {1, 8 + 900, {1, 2, 3}, {2, 1, 3, 0}},
+      {1, 8 + 6, {1, 2, 3, 4, 5, 6}, {2, 1, 3, 4, 5, 6}},
+      {0, 0xFFFFFFFF, {9}, {9}},
+  };
+  for (const auto& test : tests) {
+    Bytes file = form, sound(8);
+    const Bytes format = {0, 2, 0, 0, 0, test.frames, 0, 16, 0x40, 0x0E, 0xAC, 0x44, 0, 0, 0, 0, 0, 0};
+    sound.insert(sound.end(), test.sound.begin(), test.sound.end());
+    for (const Bytes& chunk :
+         {AiffChunk("ODD ", 1, {0}), AiffChunk("COMM", 18, format), AiffChunk("SSND", test.claimed, sound)}) {
+      file.insert(file.end(), chunk.begin(), chunk.end());
+    }
+    const auto wave = DecodeAiff(file);
+    ASSERT_TRUE(wave) << test.claimed;
+    EXPECT_EQ(wave->samples, test.samples) << test.claimed;
+    EXPECT_EQ(wave->dataSize, wave->samples.size()) << test.claimed;
+  }
+  EXPECT_FALSE(DecodeAiff(AiffChunk("SSND", 7, Bytes(20)))) << "no room for what a sound begins with";
+}
+
+}  // namespace
