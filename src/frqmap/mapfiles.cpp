@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/files.h"
+#include "base/text.h"
 #include "frqmap/dio.h"
 #include "frqmap/freq0003.h"
 #include "frqmap/levels.h"
@@ -67,12 +68,7 @@ std::optional<std::string> NarrowPath(std::wstring_view wide) {
 }
 
 std::wstring WidePath(std::string_view narrow) {
-  // A character takes at least one byte.
-  std::wstring wide(narrow.size(), L'\0');
-  const int size = MultiByteToWideChar(kCodePage, 0, narrow.data(), static_cast<int>(narrow.size()), wide.data(),
-                                       static_cast<int>(wide.size()));
-  wide.resize(static_cast<std::size_t>(size));
-  return wide;
+  return Widen(narrow, kCodePage);
 }
 
 int FrqMap::Load(std::string_view narrowPath, MrqStore* store) {
