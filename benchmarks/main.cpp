@@ -16,7 +16,8 @@ namespace {
 
 std::vector<Row> RowsNamed(std::string_view beginning, const std::wstring& voicebank) {
   std::vector<Row> rows;
-  for (const auto& family : {ExecutableRows(), FolderRows(voicebank), FrameListRows(), MapFileRows(), MrqRows()}) {
+  for (const auto& family :
+       {ExecutableRows(), FolderRows(voicebank), FrameListRows(), MapFileRows(), MrqRows(), VoicebankRows()}) {
     std::ranges::copy_if(family, std::back_inserter(rows),
                          [&](const Row& row) { return row.name.starts_with(beginning); });
   }

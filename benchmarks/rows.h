@@ -44,3 +44,6 @@ std::vector<Row> MapFileRows();
 
 // A map saved into a desc.mrq of 5,000 entries.
 std::vector<Row> MrqRows();
+
+// Maps converted by the thousand, a large oto.ini, the levels of a long wave.
+std::vector<Row> VoicebankRows();

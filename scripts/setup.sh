@@ -4,6 +4,7 @@
 #
 #   --allow-downgrades   take the packages from the base release without asking, if the two
 #                        architectures of this machine do not agree (see install_from_base)
+#   --fuzz               also what scripts/fuzz needs
 set -euo pipefail
 
 packages=(
@@ -11,7 +12,13 @@ packages=(
   xvfb xdotool imagemagick fonts-ipafont-gothic fonts-wine
 )
 allow_downgrades=${CI:+yes}
-[ "${1:-}" = --allow-downgrades ] && allow_downgrades=yes
+for argument in "$@"; do
+  case $argument in
+    --allow-downgrades) allow_downgrades=yes ;;
+    --fuzz) packages+=(clang libclang-rt-14-dev) ;;
+    *) echo "setup: what is $argument?" >&2; exit 2 ;;
+  esac
+done
 
 installed() {
   local package
