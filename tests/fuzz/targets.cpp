@@ -18,11 +18,14 @@ namespace {
   if (!holds) __builtin_trap();
 }
 
-// What the program does with each map that it has read.
-[[maybe_unused]] void Use(FrqMap& map) {
-  map.ComputeAverage(-1);
-  map.ComputeAverage(2);
-  map.ComputeSoundRegions();
+// What the program does with each map that it has read; the bytes that it becomes again.
+template <typename Encode>
+[[maybe_unused]] std::optional<Bytes> Use(std::optional<FrqMap> map, Encode encode) {
+  if (!map) return std::nullopt;
+  map->ComputeAverage(-1);
+  map->ComputeAverage(2);
+  map->ComputeSoundRegions();
+  return encode(*map);
 }
 
 // The lines of a text file, a byte being a character.
@@ -42,24 +45,17 @@ class Lines {
 };
 
 [[maybe_unused]] void Freq0003(ByteSpan file) {
-  std::optional<FrqMap> map = DecodeFreq0003(file);
-  if (!map) return;
-  Use(*map);
-  Expect(DecodeFreq0003(EncodeFreq0003(*map, FrqTypeFrq)).has_value());
+  const auto again = Use(DecodeFreq0003(file), [](const FrqMap& map) { return EncodeFreq0003(map, FrqTypeFrq); });
+  Expect(!again || DecodeFreq0003(*again));
 }
 
 [[maybe_unused]] void Dio(ByteSpan file) {
-  std::optional<FrqMap> map = DecodeDio(file);
-  if (!map) return;
-  Use(*map);
-  if (const auto again = EncodeDio(*map, 44100)) DecodeDio(*again);
+  if (const auto again = Use(DecodeDio(file), [](const FrqMap& map) { return EncodeDio(map, 44100); }))
+    DecodeDio(*again);
 }
 
 [[maybe_unused]] void Pmk(ByteSpan file) {
-  std::optional<FrqMap> map = DecodePmk(file);
-  if (!map) return;
-  Use(*map);
-  if (const auto again = EncodePmk(*map)) DecodePmk(*again);
+  if (const auto again = Use(DecodePmk(file), EncodePmk)) DecodePmk(*again);
 }
 
 [[maybe_unused]] std::set<std::u16string> MrqNames(MrqImage& image) {

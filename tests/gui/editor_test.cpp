@@ -1,6 +1,6 @@
 // What the editor shows of a syllable, what it takes from the user, and what becomes of edits.
 #include "gui/program.h"
-#include "native/vectors.h"
+#include "native/testdata.h"
 
 namespace {
 
@@ -33,8 +33,8 @@ TEST_F(Editor, EachSyllableIsShownWithItsFramesKeyAndWave) {
 
 TEST_F(Editor, ABrokenMapShowsNoFramesAndHarmsNothing) {
   for (const std::string name : {"7-bytes", "hop-0", "huge-count", "magic-lower", "truncated-frames"}) {
-    folder_.Write(vectors::Wide(name) + L".wav");
-    folder_.Write(vectors::Wide(name) + L"_wav.frq", vectors::FileBytes("bad/frq-" + name + "_wav.frq"));
+    folder_.Write(testdata::Wide(name) + L".wav");
+    folder_.Write(testdata::Wide(name) + L"_wav.frq", testdata::FileBytes("bad/frq-" + name + "_wav.frq"));
   }
   AddSyllable(L"sound", {220.0});
   Start(folder_.Path());

@@ -4,58 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <fstream>
 #include <limits>
-#include <nlohmann/json.hpp>
 
 namespace {
 
-using nlohmann::json;
-
 constexpr int kMost = std::numeric_limits<int>::max();
-
-json Vectors(const char* key) {
-  return json::parse(std::ifstream(MARLIT_TEST_DATA "/control.json")).at(key);
-}
-
-TableGeometry GeometryOf(const json& row) {
-  const json& plot = row["plot"];
-  return {.PlotRect = {plot[0], plot[1], plot[2], plot[3]},
-          .Zoom = row["zoom"],
-          .DpiScaleX = row["dpi_x"],
-          .DpiScaleY = row["dpi_y"],
-          .BottomNote = row["bottom_note"],
-          .ScrollColumn = row["scroll"],
-          .ThumbnailMode = row["thumbnail"]};
-}
-
-TEST(TableGeometryTest, MouseAndPictureAgreeWithTheKnownTables) {
-  for (const json& row : Vectors("control")) {
-    const TableGeometry table = GeometryOf(row);
-    SCOPED_TRACE("zoom " + std::to_string(table.Zoom) + " dpi " + std::to_string(table.DpiScaleX));
-    EXPECT_EQ(table.ColumnWidth(), row["column_width"]);
-    EXPECT_EQ(table.RowHeight(), row["row_height"]);
-    for (const json& point : row["frequency_to_y"]) {
-      EXPECT_EQ(table.FrequencyToY(point["frequency"], table.PlotRect.bottom), point["y"]) << point;
-    }
-    const StrokeLimits limits{row["upper"], row["lower"]};
-    for (const json& point : row["y_to_frequency"]) {
-      const double hz = point["frequency"];
-      EXPECT_NEAR(table.YToFrequency(point["y"], limits, row["single"]), hz, hz * 1e-12) << point;
-    }
-    for (const json& point : row["x_to_column"]) {
-      EXPECT_EQ(table.XToColumn(point["x"], true, row["frames"]), point["strict"]) << point;
-      EXPECT_EQ(table.XToColumn(point["x"], false, row["frames"]), point["loose"]) << point;
-    }
-  }
-}
-
-TEST(TableGeometryTest, ThumbnailsHoldTheWholeMap) {
-  for (const json& row : Vectors("fit_size")) {
-    const PixelSize size = ThumbnailClientSize(row["frames"], row["dpi"], row["dpi"]);
-    EXPECT_EQ(json::array({size.width, size.height}), row["size"]) << row;
-  }
-}
 
 TEST(TableGeometryTest, EveryColumnIsHitWhereItIsDrawn) {
   for (int zoom = 0; zoom < kZoomCount; ++zoom) {
@@ -70,23 +23,6 @@ TEST(TableGeometryTest, EveryColumnIsHitWhereItIsDrawn) {
     });
     EXPECT_EQ(expected - 1, table.XToColumn(216, true, 1000)) << "the plot's last column";
   }
-}
-
-TEST(TableGeometryTest, AStrokeOutsideTheLimitsGivesNoPitchOrTheHighest) {
-  const TableGeometry table{.PlotRect = {0, 0, 100, 400}, .Zoom = 1};
-  struct {
-    int y;
-    StrokeLimits limits;
-    double expected;
-  } const rows[] = {
-      {400, {}, 55.0},
-      {400, {7902.0, 88.2}, 55.0},
-      {-100000, {}, 7902.132820097988},
-      {kMost, {}, 55.0},
-      {-kMost, {882.0, 55.0}, 882.0},
-      {400, {40.0, 88.2}, 40.0},  // crossed limits: the upper one has the last word
-  };
-  for (const auto& row : rows) EXPECT_NEAR(table.YToFrequency(row.y, row.limits, false), row.expected, 1e-9) << row.y;
 }
 
 TEST(TableGeometryTest, NonsenseFromAFileStaysFarOutsideThePlot) {

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <map>
 
-#include "native/vectors.h"
+#include "native/testdata.h"
 
 namespace {
 
@@ -54,7 +54,7 @@ void ExpectWritingKeepsAll(const Bytes& file) {
 
 TEST(MrqFile, DamageCostsNoMapThatCanStillBeRead) {
   for (const char* name : {"mrq/02-in-place/desc.mrq", "mrq/04-no-trailer/desc.mrq", "mrq/06-dead-entries/desc.mrq"}) {
-    const Bytes whole = vectors::FileBytes(name);
+    const Bytes whole = testdata::FileBytes(name);
     for (std::size_t at = 0; at <= whole.size(); ++at) {
       SCOPED_TRACE(std::string(name) + " " + std::to_string(at));
       ExpectWritingKeepsAll(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(at)));
@@ -95,7 +95,7 @@ class FullDisk : public MrqImage {
 };
 
 TEST(MrqFile, AFullDiskCostsNoMapOfBeforeOrAfter) {
-  FullDisk disk(vectors::FileBytes("mrq/02-in-place/desc.mrq"));
+  FullDisk disk(testdata::FileBytes("mrq/02-in-place/desc.mrq"));
   const Bytes before = disk.Content;
   MrqEntry longer;
   longer.Frequencies.assign(50, 110.0);

@@ -1,10 +1,11 @@
-// The lines of voicebanks' and the host's text files, as the tools of many systems leave them, and what is asked of
-// them.
+// The text files of voicebanks and of the host as broken tools, hands and hostile projects leave them.
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <vector>
 
-#include "voicebank/inifile.h"
+#include "voicebank/notelist.h"
+#include "voicebank/otoini.h"
 #include "voicebank/textlines.h"
 
 namespace {
@@ -34,17 +35,33 @@ TEST(TextFiles, OnlyTheWholeMarkMakesAFileUtf8) {
   EXPECT_EQ(DetectEncoding("\xEF\xBB\xBFx", CharsetRule::IniFile), TextEncoding::Utf8);
 }
 
-TEST(TextFiles, AValueIsEverythingBehindTheFirstSign) {
-  std::vector<std::wstring> lines = {L"", L"name=か", L"=", L" a = b=c ", L"no sign", L"[name]", L"name=old"};
-  UtauCommon::INIFILE file;
-  file.Parse([&](std::wstring& line) {
-    if (lines.empty()) return false;
-    line = lines.back();
-    lines.pop_back();
-    return true;
-  });
-  EXPECT_EQ(file.GetValue(L"name", L"-") + file.GetValue(L" a ", L"-"), L"か b=c ");
-  EXPECT_EQ(file.GetValue(L"", L"-") + file.GetValue(L"no sign", L"-"), L"-");
+TEST(OtoIni, ALineThatIsNoneIsLeftOutAndANumberThatIsNoneIsZero) {
+  std::wistringstream text(
+      L"b.wav=a,1,2,3,4,5,6\na.wav=,0x10, -2.5x,1e2y,+.5,12abc\nfour.wav=ka,1,2,3,4\n#Charset:UTF8\n"
+      L"inf.wav=inf,inf,nan,1e99,-infinity,x\n=,,,,,\n");
+  UtauCommon::OTOINI oto;
+  oto.Parse([&](std::wstring& line) { return !!std::getline(text, line); }, L"");
+  std::wostringstream found;
+  for (const auto& e : oto.entries) {
+    found << e.wave << ',' << e.alias << ',' << e.offset << ',' << e.consonant << ',' << e.cutoff << ','
+          << e.preutterance << ',' << e.overlap << '|';
+  }
+  EXPECT_EQ(found.str(), L"b.wav,a,1,2,3,4,5|a.wav,,0,-2.5,100,0.5,12|inf.wav,inf,0,0,0,0,0|,,0,0,0,0,0|");
+}
+
+TEST(NoteList, LengthsThatAreNoneOrFarTooLongDoNotUpsetTheNumbering) {
+  std::wistringstream text(
+      L"[#0001]\nLength=99999999999999999999\n[#0002]\nLength=-99999999999\n[#0003]\nLength=0x9\n"
+      L"[#INSERT]\nLength=\n[#]\nLength=5\n[#SETTING\nVoiceDir=cut\n[\n[#NEXT]x\n");
+  UtauCommon::NOTELIST list;
+  list.Parse([&](std::wstring& line) { return !!std::getline(text, line); });
+  std::wostringstream found;
+  for (const UtauCommon::NOTE& note : list.notes) {
+    found << note.GetType() << ' ' << note.index << ' ' << note.position << '|';
+    EXPECT_TRUE(!note.next || note.next->prev == &note);
+  }
+  EXPECT_EQ(found.str(), L"4 0 0|4 1 2147483647|4 2 -1|7 3 -1|0 0 0|0 0 0|0 0 0|0 0 0|");
+  EXPECT_EQ(list.GetVoiceDir(), L"") << "the last character of a section's line is never part of its name";
 }
 
 }  // namespace

@@ -2,44 +2,26 @@
 #include "frqmap/mapfiles.h"
 
 #include <gtest/gtest.h>
-#include <windows.h>
 
-#include <filesystem>
-
-#include "base/files.h"
-#include "native/vectors.h"
+#include "native/family.h"
+#include "win/scratch.h"
 
 namespace {
 
-class MapFiles : public testing::Test {
- protected:
-  void SetUp() override {
-    const auto name = L"marlit_mapfiles_" + std::to_wstring(GetCurrentProcessId());
-    folder_ = std::filesystem::temp_directory_path() / name;
-    std::filesystem::create_directories(folder_);
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
+struct MapFiles : testing::Test {
+  MapFiles() { folder.Write(L"other file"); }
+  std::wstring Path(const std::wstring& name) const { return folder.Path(name); }
 
-  std::wstring Path(const std::wstring& name) const { return (folder_ / name).wstring(); }
-
-  static FrqMap MapOf(double hz) {
-    FrqMap map;
-    map.Create(3, FrqTypeFrq);
-    map.SetFrequency(256, hz);
-    map.Loaded = true;
-    return map;
-  }
-
-  std::filesystem::path folder_;
+  const ScratchFolder folder;
 };
 
 TEST_F(MapFiles, SavedMapsComeBackUnderAnyJapaneseName) {
   for (const wchar_t* wave : {L"か.wav", L"ダ_ソ.wav", L"表.wav", L"①～.wav", L"plain.wav"}) {
     for (const FrqType kind : {FrqTypeFrq, FrqTypeFrc}) {
-      FrqMap saved = MapOf(220.0);
+      FrqMap saved = MapOf({55.0, 220.0});
       ASSERT_EQ(SaveMap(saved, Path(wave), kind, nullptr), 0) << wave;
       EXPECT_TRUE(MapFileExists(MapPathFromWaveW(Path(wave), kind), nullptr)) << wave;
-      FrqMap loaded = MapOf(100.0);
+      FrqMap loaded = MapOf({100.0});
       ASSERT_EQ(LoadMap(loaded, Path(wave), kind, nullptr), 0) << wave;
       EXPECT_TRUE(loaded.Equals(saved));
       EXPECT_EQ(loaded.Kind, kind);
@@ -50,11 +32,12 @@ TEST_F(MapFiles, SavedMapsComeBackUnderAnyJapaneseName) {
 }
 
 TEST_F(MapFiles, AMapThatCannotBeLoadedLeavesAnEmptyOne) {
-  ASSERT_TRUE(WriteWholeFile(Path(L"bad_wav.frq"), vectors::FileBytes("bad/frq-one-too-many_wav.frq")));
-  std::filesystem::create_directory(Path(L"folder_wav.frq"));
+  folder.Write(L"bad_wav.frq", testdata::FileBytes("bad/frq-one-too-many_wav.frq"));
+  folder.Write(L"folder_wav.frq\\x");
+  EXPECT_FALSE(MapFileExists(Path(L"folder_wav.frq"), nullptr)) << "a folder is no map";
   for (const std::wstring& wave : {std::wstring(L"missing.wav"), std::wstring(L"bad.wav"), std::wstring(L"folder.wav"),
                                    std::wstring(L"밤.wav"), std::wstring(300, L'x')}) {
-    FrqMap map = MapOf(220.0);
+    FrqMap map = MapOf({55.0, 220.0});
     EXPECT_NE(LoadMap(map, Path(wave), FrqTypeFrq, nullptr), 0);
     EXPECT_FALSE(map.Loaded);
     EXPECT_EQ(map.FrameCount, 0);
@@ -63,9 +46,9 @@ TEST_F(MapFiles, AMapThatCannotBeLoadedLeavesAnEmptyOne) {
 }
 
 TEST_F(MapFiles, ASaveThatFailsTellsWhyAndKeepsWhatWasThere) {
-  const Bytes before = vectors::FileBytes("voice/ば_wav.frq");
+  const Bytes before = testdata::FileBytes("voice/ば_wav.frq");
   const std::wstring path = Path(L"か_wav.frq");
-  ASSERT_TRUE(WriteWholeFile(path, before));
+  folder.Write(L"か_wav.frq", before);
 
   FrqMap empty;
   EXPECT_EQ(SaveMap(empty, Path(L"か.wav"), FrqTypeFrq, nullptr), -1);
@@ -78,7 +61,7 @@ TEST_F(MapFiles, ASaveThatFailsTellsWhyAndKeepsWhatWasThere) {
   } tests[] = {
       {L"か.wav", ERROR_ACCESS_DENIED}, {L"밤.wav", ERROR_PATH_NOT_FOUND}, {L"no\\か.wav", ERROR_PATH_NOT_FOUND}};
   for (const auto& test : tests) {
-    FrqMap map = MapOf(220.0);
+    FrqMap map = MapOf({55.0, 220.0});
     SetLastError(ERROR_SUCCESS);
     EXPECT_EQ(SaveMap(map, Path(test.wave), FrqTypeFrq, nullptr), -1) << test.wave;
     EXPECT_EQ(GetLastError(), test.error) << test.wave;
@@ -87,28 +70,9 @@ TEST_F(MapFiles, ASaveThatFailsTellsWhyAndKeepsWhatWasThere) {
   SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST_F(MapFiles, ASaveRenewsTheAverageThatItsKindDidNotHold) {
-  FrqMap map = MapOf(440.0);
-  map.DerivedAverage = true;
-  EXPECT_EQ(SaveMap(map, Path(L"か.wav"), FrqTypeFrq, nullptr), 0);
-  FrqMap loaded;
-  EXPECT_EQ(LoadMap(loaded, Path(L"か.wav"), FrqTypeFrq, nullptr), 0);
-  EXPECT_DOUBLE_EQ(loaded.Average, 440.0);
-}
-
-TEST_F(MapFiles, OnlyPathsThatTheMapLayerCanHoldAreNarrowed) {
-  for (const vectors::Json& test : vectors::Expected("names")["narrow_possible"]) {
-    const std::wstring path = vectors::Wide(test["path"]);
-    const std::optional<std::string> narrow = NarrowPath(path);
-    EXPECT_EQ(narrow.has_value(), test["possible"]) << path.size();
-    EXPECT_EQ(WidePath(narrow.value_or("")), narrow ? path : L"");
-  }
-  EXPECT_FALSE(NarrowPath(L"\u00E9.wav")) << "no look-alike opens another file";
-}
-
 TEST_F(MapFiles, DeletingAMapTakesItsCompanionsWithIt) {
   const std::vector<std::wstring> names = {L"か_wav.frq", L"か.dio", L"か.star", L"か.platinum", L"か.mrq"};
-  for (const std::wstring& name : names) ASSERT_TRUE(WriteWholeFile(Path(name), Bytes(1)));
+  for (const std::wstring& name : names) folder.Write(name);
   const auto left = [&] {
     std::wstring present;
     for (const std::wstring& name : names) present += FileExists(Path(name)) ? L'1' : L'0';
@@ -121,12 +85,6 @@ TEST_F(MapFiles, DeletingAMapTakesItsCompanionsWithIt) {
   EXPECT_FALSE(DeleteMapFile(Path(L"か.dio"), nullptr, false)) << "there is none any more";
   EXPECT_FALSE(DeleteMapFile(Path(L"か.mrq"), nullptr, false)) << "entries live in a store, not in a file of that name";
   EXPECT_EQ(left(), L"00001");
-}
-
-TEST_F(MapFiles, AFolderNamedLikeAMapIsNone) {
-  std::filesystem::create_directory(Path(L"か_wav.frq"));
-  EXPECT_FALSE(MapFileExists(Path(L"か_wav.frq"), nullptr));
-  EXPECT_FALSE(MapFileExists(Path(L"き_wav.frq"), nullptr));
 }
 
 }  // namespace

@@ -58,26 +58,6 @@ std::map<int, DialogControl> ControlsById(const DialogTemplate& dialog) {
   return controls;
 }
 
-bool IsGroupBox(const DialogControl& control) {
-  return control.windowClass == L"#128" && (control.style & BS_TYPEMASK) == BS_GROUPBOX;
-}
-
-// What a control takes while it is closed: the height of a combo box is that of its open list.
-RECT ClosedPlace(const DialogControl& control) {
-  constexpr LONG kClosedComboHeight = 14;
-  RECT place = control.place;
-  if (control.windowClass == L"#133") place.bottom = place.top + kClosedComboHeight;
-  return place;
-}
-
-bool CoverEachOther(const DialogControl& one, const DialogControl& other) {
-  if (IsGroupBox(one) || IsGroupBox(other)) return false;
-  if (!(one.style & other.style & WS_VISIBLE)) return false;
-  const RECT first = ClosedPlace(one), second = ClosedPlace(other);
-  RECT common;
-  return IntersectRect(&common, &first, &second);
-}
-
 TEST(Resources, EveryTextIsThereInBothLanguagesWithTheSameArguments) {
   // The kinds of map go by their file extensions.
   const std::set<int> untranslated = {IDS_KIND_FRQ, IDS_KIND_VS4UFRQ, IDS_KIND_FRC,
@@ -88,15 +68,6 @@ TEST(Resources, EveryTextIsThereInBothLanguagesWithTheSameArguments) {
     EXPECT_EQ(english == japanese, untranslated.count(id) == 1) << id;
     EXPECT_EQ(FormatArguments(english), FormatArguments(japanese)) << id;
   }
-}
-
-TEST(Resources, TextsKeepTheirEscapesAndCharacters) {
-  EXPECT_EQ(ReadString(IDS_SAVEFAILED, kEnglish), L"Failed to save the frequency map.\r\n");
-  EXPECT_EQ(ReadString(IDS_RESAMPLERFILTER, kEnglish), L"Resamplers (*.exe)|*.exe|All Files (*.*)|*.*|");
-  EXPECT_EQ(ReadString(IDS_WAVEINFO, kJapanese), L"%d Hz, %d ビット/サンプル, %s, %.3f 秒");
-  EXPECT_EQ(ReadString(IDS_RANGE_ALL, kJapanese), L"全音域(C1～B7)");
-  EXPECT_EQ(ReadDialog(IDD_EDITOR, kEnglish).caption, L"Marlit");
-  EXPECT_EQ(ReadDialog(IDD_EDITOR, kJapanese).caption, L"マーリット");
 }
 
 TEST(Resources, BothLanguagesHaveTheSameMenu) {
@@ -182,35 +153,6 @@ TEST(Resources, AnAccessKeyReachesOneControl) {
     const auto bar = TextsOfMenus(ReadMenu(IDR_MENU1, language))[-1];
     reachable.insert(reachable.end(), bar.begin(), bar.end());
     EXPECT_EQ(KeysUsedTwice(reachable), L"T") << language;
-  }
-}
-
-TEST(Resources, NoControlLeavesItsDialogOrCoversAnother) {
-  for (const WORD language : {kEnglish, kJapanese}) {
-    for (const int id : kDialogs) {
-      const auto dialog = ReadDialog(id, language);
-      for (auto control = dialog.controls.begin(); control != dialog.controls.end(); ++control) {
-        const RECT place = ClosedPlace(*control);
-        EXPECT_TRUE(place.right <= dialog.size.cx && place.bottom <= dialog.size.cy)
-            << id << " in " << language << ": " << control->id << " leaves the dialog";
-        // The unit of the key ends short of the button that its place reaches under.
-        if (control->text == L"Hz") continue;
-        const auto covered = std::find_if(control + 1, dialog.controls.end(),
-                                          [&](const auto& other) { return CoverEachOther(*control, other); });
-        EXPECT_EQ(covered, dialog.controls.end()) << id << " in " << language << ": " << control->id << " is covered";
-      }
-    }
-  }
-}
-
-TEST(Resources, CursorsPointWhereTheirPicturesDo) {
-  const std::tuple<int, DWORD, DWORD> cursors[] = {
-      {IDC_CURSOR_SELECT, 14, 14}, {IDC_CURSOR_PEN, 1, 19}, {IDC_CURSOR_ERASE, 13, 25}};
-  for (const auto& [id, x, y] : cursors) {
-    ICONINFO info = {};
-    ASSERT_TRUE(GetIconInfo(LoadCursorW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id)), &info)) << id;
-    const Bitmap mask(info.hbmMask), color(info.hbmColor);
-    EXPECT_TRUE(info.xHotspot == x && info.yHotspot == y) << id;
   }
 }
 

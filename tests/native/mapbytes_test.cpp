@@ -1,0 +1,87 @@
+// The bytes of map files that no voicebank should hold: cut short, out of range, or nonsense.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "frqmap/dio.h"
+#include "frqmap/freq0003.h"
+#include "frqmap/levels.h"
+#include "frqmap/pmk.h"
+#include "native/family.h"
+
+namespace {
+
+using testdata::FileBytes;
+
+constexpr SampleCount kMost = std::numeric_limits<SampleCount>::max();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+std::optional<FrqMap> Decode(const std::string& name, ByteSpan file) {
+  if (name.ends_with(".dio")) return DecodeDio(file);
+  return name.ends_with(".pmk") ? DecodePmk(file) : DecodeFreq0003(file);
+}
+
+FrqMap EvenMap(std::size_t frameCount, double hz, SampleCount hop) {
+  return MapOf(std::vector<double>(frameCount, hz), hop);
+}
+
+TEST(MapBytes, AMapCutOffAnywhereIsRefused) {
+  for (const char* name :
+       {"bad/frq-amplitude-nan_wav.frq", "bad/dio-nan-and-negative.dio", "bad/pmk-unordered_wav.pmk"}) {
+    const Bytes whole = FileBytes(name);
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+      // A block of exactly this size, so that a read past the end does not go unseen.
+      EXPECT_FALSE(Decode(name, Bytes(whole.data(), whole.data() + size))) << name << size;
+    }
+  }
+}
+
+TEST(MapBytes, NumbersBeyondReasonAreRefusedOrReadAsTheyStand) {
+  const std::pair<const char*, SampleCount> tests[] = {{"bad/pmk-negative-frames_wav.pmk", -1},
+                                                       {"bad/pmk-end-overflows_wav.pmk", -1},
+                                                       {"bad/pmk-last-position_wav.pmk", -1},
+                                                       {"bad/pmk-hours-in-a-record_wav.pmk", -1},
+                                                       {"bad/pmk-forty-frames-in-a-record_wav.pmk", 40},
+                                                       {"bad/dio-rate-wraps.dio", 1}};
+  for (const auto& [name, frameCount] : tests) {
+    const std::optional<FrqMap> map = Decode(name, FileBytes(name));
+    EXPECT_EQ(map ? map->FrameCount : -1, frameCount) << name;
+  }
+}
+
+TEST(MapBytes, AnUnchangedMapIsWrittenBackAsItWas) {
+  for (const auto& [file, kind] : {std::pair("voice/ば_wav.frq", FrqTypeFrq), std::pair("voice/ば_wav.frc", FrqTypeFrc),
+                                   std::pair("bad/frq-hop-0_wav.frq", FrqTypeFrq)}) {
+    EXPECT_EQ(EncodeFreq0003(*DecodeFreq0003(FileBytes(file)), kind), FileBytes(file)) << file;
+  }
+}
+
+TEST(MapBytes, LevelsThatAreNoNumbersDoNotSound) {
+  FrqMap map = MapOf(std::vector<double>(6, 55.0), 256, {kNan, kNan, 3000.0, kNan, kNan, kNan});
+  EXPECT_EQ(map.ComputeSoundRegions(), 1);
+  EXPECT_EQ(Flags(map, &FrqFrame::Sounding), "001100");
+}
+
+TEST(MapBytes, AMapThatItsKindCannotHoldIsNotWritten) {
+  for (const auto& [map, dio] : {std::pair(EvenMap(1, 440.0, 0), false),
+                                 {EvenMap(1, 440.0, -1), false},
+                                 {EvenMap(1, 440.0, 1 << 30), false},
+                                 {EvenMap(9, 440.0, 1 << 29), true},
+                                 {EvenMap(1, 44100.0, kMost), true}}) {
+    EXPECT_FALSE(EncodePmk(map)) << map.Hop;
+    EXPECT_EQ(EncodeDio(map, 0).has_value(), dio) << map.Hop;
+  }
+  EXPECT_EQ(EncodePmk(EvenMap(2, HUGE_VAL, 256)), EncodePmk(EvenMap(2, 55.0, 256))) << "too high for any period";
+}
+
+TEST(MapBytes, LevelsOfAnOddWaveComeFromWholeSamplesOnly) {
+  const Bytes samples = {3, 0, 4, 0, 252, 255, 0, 128, 9};
+  EXPECT_EQ(LevelsOfSamples(samples, 1, 3), (std::vector{std::sqrt(41.0 / 3.0), 32768.0}));
+  EXPECT_EQ(LevelsOfSamples(samples, 2, kMost), std::vector{std::sqrt(12.5)});
+  for (const auto& [channels, hop] : {std::pair(0, 1), std::pair(5, 1), std::pair(1, 0), std::pair(1, -1)}) {
+    EXPECT_TRUE(LevelsOfSamples(samples, channels, hop).empty()) << channels << hop;
+  }
+}
+
+}  // namespace

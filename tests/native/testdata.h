@@ -1,0 +1,49 @@
+// The files under tests/data, and texts and numbers as they stand in JSON.
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "base/bytes.h"
+
+namespace testdata {
+
+using Json = nlohmann::json;
+
+inline std::filesystem::path Path(const std::string& utf8) {
+  return std::u8string(utf8.begin(), utf8.end());
+}
+
+inline Bytes FileBytes(const std::string& utf8Name, const std::string& folder = MARLIT_TEST_DATA) {
+  std::ifstream file(Path(folder + "/" + utf8Name), std::ios::binary);
+  if (!file) throw std::runtime_error("no test data " + utf8Name);
+  return Bytes(std::istreambuf_iterator<char>(file), {});
+}
+
+// JSON has no numbers for nan, inf and -inf: they are texts.
+inline double Number(const Json& value) {
+  return value.is_string() ? std::stod(value.get<std::string>()) : value.get<double>();
+}
+
+inline std::vector<double> Numbers(const Json& values) {
+  std::vector<double> numbers;
+  for (const Json& value : values) numbers.push_back(Number(value));
+  return numbers;
+}
+
+inline std::wstring Wide(const std::string& utf8) {
+  const std::u16string wide = Path(utf8).u16string();
+  return std::wstring(wide.begin(), wide.end());
+}
+
+inline std::string Utf8(const std::wstring& text) {
+  const std::u8string utf8 = std::filesystem::path(std::u16string(text.begin(), text.end())).u8string();
+  return std::string(utf8.begin(), utf8.end());
+}
+
+}  // namespace testdata

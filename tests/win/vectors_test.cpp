@@ -1,0 +1,331 @@
+// The share of the families in expected.json that takes real files: their encodings, waves, and maps of every kind with
+// the store. Names in it go out from the folder of the vectors.
+#include <windows.h>
+#include <gtest/gtest.h>
+#include <wincrypt.h>
+
+#include <set>
+
+#include "app/mapsearch.h"
+#include "frqmap/mapfiles.h"
+#include "frqmap/mrqstream.h"
+#include "frqmap/wavelevels.h"
+#include "native/family.h"
+#include "resampler/moreconfig.h"
+#include "resampler/resamplerkind.h"
+#include "voicebank/inifile.h"
+#include "voicebank/libfile.h"
+#include "voicebank/otoini.h"
+#include "voicebank/pluginfile.h"
+#include "voicebank/waveheader.h"
+#include "win/scratch.h"
+
+namespace {
+
+using testdata::Json;
+using testdata::Utf8;
+using testdata::Wide;
+
+// A family whose folder is the current one.
+class FamilyOnDisk : public Family {
+ public:
+  explicit FamilyOnDisk(const std::string& name) : Family(name) {
+    std::filesystem::current_path(testdata::Path(Folder()));
+  }
+};
+
+std::string Sha256(const Bytes& bytes) {
+  HCRYPTPROV provider = 0;
+  HCRYPTHASH hash = 0;
+  CryptAcquireContextW(&provider, nullptr, nullptr, PROV_RSA_AES, CRYPT_VERIFYCONTEXT);
+  CryptCreateHash(provider, CALG_SHA_256, 0, 0, &hash);
+  CryptHashData(hash, bytes.data(), static_cast<DWORD>(bytes.size()), 0);
+  DWORD size = 32;
+  std::string value(size, '\0');
+  CryptGetHashParam(hash, HP_HASHVAL, reinterpret_cast<BYTE*>(value.data()), &size, 0);
+  CryptDestroyHash(hash);
+  CryptReleaseContext(provider, 0);
+  return Hex(value);
+}
+
+Json Describe(const WaveHeader& wave, int result) {
+  const WaveFormat& f = wave.format;
+  return {{"result", result},
+          {"format_tag", f.formatTag},
+          {"channels", f.channels},
+          {"samples_per_sec", f.samplesPerSec},
+          {"avg_bytes_per_sec", f.avgBytesPerSec},
+          {"block_align", f.blockAlign},
+          {"bits_per_sample", f.bitsPerSample},
+          {"extra_size", f.extraSize},
+          {"data_size", wave.dataSize},
+          {"loaded", wave.loaded},
+          {"samples_sha256", Sha256(wave.samples)}};
+}
+
+TEST(vectors, WaveFiles) {
+  FamilyOnDisk family("waves");
+  for (const Json& test : family.Entries()) {
+    SCOPED_TRACE(test["case"]);
+    const std::wstring path = Wide(test["file"]);
+    WaveHeader wave;
+    for (const char* const load : {"header_only", "full"}) {
+      const int result = wave.Load(path, load[0] == 'h');
+      family.Expect(Describe(wave, result), test[load]);
+    }
+    std::vector<double> levels;
+    family.Expect(ReadWaveLevels(path, levels, 256), test["levels_256"]["result"]);
+    family.Expect(levels, test["levels_256"]["values"], 1e-12);
+    if (!test.contains("frames")) continue;
+    family.Expect(ReadSamplesPerChannel(path), test["frames"]);
+    family.NotCompared({test["render_length_ms"], test["render_length_text"]});
+  }
+}
+
+std::int32_t ExpectedTime() {
+  return 0x5EEDC10C;
+}
+
+// Saved as each kind into a folder that holds nothing but the wave.
+void ExpectSaves(Family& family, FrqMap map, const Json& test) {
+  for (const auto& [kind, save] : test["saves"].items()) {
+    SCOPED_TRACE(kind);
+    if (save.contains("unspecified")) continue;
+    const ScratchFolder folder;
+    folder.Write(L"other file");
+    const std::filesystem::path wave = testdata::Path(test["wave"].is_null() ? "" : test["wave"].get<std::string>());
+    if (!wave.empty()) folder.Write(wave.filename(), Family::File(test["wave"]));
+    MrqStore store(&ExpectedTime);
+    const std::wstring path = folder.Path(Wide(save["name"]));
+    family.Expect(map.Save(NarrowPath(path).value(), &store), save["result"]);
+    const std::optional<Bytes> file = ReadWholeFile(kind == "mrq" ? folder.Path(L"desc.mrq") : path);
+    family.Expect(file.has_value(), save["result"] == 0);
+    if (file && save["result"] == 0) family.ExpectFile(*file, save);
+  }
+}
+
+void LoadFolders(MrqStore& store) {
+  for (const Json& folder : Family::Everything()["mrq_keys"]["folders"]) store.LoadFolder(Wide(folder));
+}
+
+TEST(vectors, MapFiles) {
+  FamilyOnDisk family("maps");
+  MrqStore store;
+  LoadFolders(store);
+  for (const Json& test : family.Entries()) {
+    SCOPED_TRACE(test["case"]);
+    std::wstring path = Wide(test.contains("load_as") ? test["load_as"] : test["file"]);
+    std::ranges::replace(path, L'/', L'\\');
+    FrqMap map;
+    const int result = map.Load(NarrowPath(path).value(), &store);
+    EXPECT_EQ(map.Loaded, result == 0);
+    const std::string load = test["load"];
+    if (load != "open") family.Expect(map.Loaded && (map.FrameCount > 0 || load == "ok"), load == "ok");
+    if (load != "ok" || !map.Loaded) continue;
+    ExpectMap(family, map, test);
+    ExpectSaves(family, map, test);
+  }
+}
+
+TEST(vectors, MrqKeys) {
+  FamilyOnDisk family("mrq_keys");
+  const auto keys = family.Entries()["keys"].get<std::set<std::string>>();
+  MrqStore store;
+  LoadFolders(store);
+  for (const std::string& key : keys) family.Expect(store.Find(Wide(key)).has_value(), true);
+  for (const std::string row : Family::Everything()["rows"]) {
+    const std::string wave = "voice\\" + row, key = wave.substr(0, wave.rfind('.'));
+    family.Expect(MapFileExists(MapPathFromWaveW(Wide(wave), FrqTypeMrq), &store), keys.contains(key));
+  }
+}
+
+TEST(vectors, FrameEstimates) {
+  FamilyOnDisk family("frame_estimates");
+  MrqStore store;
+  LoadFolders(store);
+  ListedFolders listed;
+  for (const Json& test : family.Entries()) {
+    SCOPED_TRACE(test["row"]);
+    for (const std::string kind : {"frq", "frc", "pmk", "dio", "mrq"}) {
+      const std::wstring wave = L"voice\\" + Wide(test["row"]);
+      family.Expect(FindMap(wave, FrqTypeFromPathA("x." + kind), listed, store).frameEstimate, test[kind]);
+    }
+  }
+}
+
+Json Do(MrqStore& store, const ScratchFolder& folder, const std::string& operation, const Json& args) {
+  const std::wstring key = folder.Path(Wide(args.value("key", "")));
+  if (operation == "AddFolder") return store.AddFolder(folder.Path());
+  if (operation == "LoadFolder") return store.LoadFolder(folder.Path());
+  if (operation == "WriteEntry") return store.WriteEntry(key);
+  if (operation == "RemoveEntry") return store.RemoveEntry(key);
+  if (operation == "CompactMrqFile") return CompactMrqFile(folder.Path(L"desc.mrq"), ExpectedTime());
+  if (operation == "DeleteMapFile") return DeleteMapFile(folder.Path(Wide(args["path"])), &store, args["keep_entry"]);
+  if (operation == "SetEntry") {
+    return store.SetEntry(key,
+                          {args["hop"], 44100, args["frequencies"].get<std::vector<double>>(), 0, args["unedited"]});
+  }
+  store.Reload();
+  return nullptr;
+}
+
+Json Describe(const MrqEntry& e) {
+  return {{"hop", e.Hop},
+          {"sample_rate", e.SampleRate},
+          {"frequencies", e.Frequencies},
+          {"timestamp", e.Timestamp},
+          {"unedited", e.Unedited}};
+}
+
+// After a step of a course of operations.
+void ExpectState(Family& family, const MrqStore& store, const ScratchFolder& folder, const Json& course,
+                 const Json& step) {
+  const std::optional<Bytes> file = ReadWholeFile(folder.Path(L"desc.mrq"));
+  family.Expect(file.has_value(), !step["after"].is_null());
+  if (file) family.ExpectFile(*file, step["after"]);
+  const auto optional = step.value("entries_optional", std::set<std::string>());
+  for (const Json& each : course["steps"]) {
+    for (const auto& [key, unused] : each["entries"].items()) {
+      const std::optional<MrqEntry> entry = store.Find(folder.Path(Wide(key)));
+      if (entry || !optional.contains(key)) {
+        family.Expect(entry ? Describe(*entry) : Json(), step["entries"].value(key, Json()));
+      }
+    }
+  }
+  const auto gone = step.value("files_gone", std::set<std::string>());
+  for (const std::string name : course["files"])
+    family.Expect(FileExists(folder.Path(Wide(name))), !gone.contains(name));
+}
+
+// While a resampler reads the file.
+TEST(vectors, Mrq) {
+  FamilyOnDisk family("mrq");
+  for (const Json& course : family.Entries()) {
+    const ScratchFolder folder;
+    folder.Write(L"other file");
+    if (course["start"].is_string()) folder.Write(L"desc.mrq", Family::File(course["start"]));
+    for (const std::string file : course["files"]) folder.Write(Wide(file));
+    const FileHandle resampler(CreateFileW(folder.Path(L"desc.mrq").c_str(), GENERIC_READ,
+                                           FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
+    MrqStore store(&ExpectedTime);
+    for (const Json& step : course["steps"]) {
+      SCOPED_TRACE(course["case"].dump() + " " + step["op"].dump() + " " + step["args"].dump().substr(0, 60));
+      family.Expect(Do(store, folder, step["op"], step["args"]), step["result"]);
+      ExpectState(family, store, folder, course, step);
+    }
+  }
+}
+
+TEST(vectors, Text) {
+  FamilyOnDisk family("text");
+  for (const Json& test : family.Entries()) {
+    SCOPED_TRACE(test["case"]);
+    LibReadFile file(CharsetRule{test["rule"].get<std::uint32_t>()});
+    EXPECT_EQ(file.Open(L"oto.ini.missing"), DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_TRUE(file.Failed());
+    EXPECT_EQ(file.Open(Wide(test["file"])), DWORD{ERROR_SUCCESS});
+    Json lines = Json::array();
+    for (std::wstring line; file.ReadLine(line);) lines.push_back(Utf8(line));
+    family.Expect(lines, test["lines"]);
+    family.Expect(static_cast<std::uint32_t>(file.Encoding()), test["encoding"]);
+  }
+}
+
+TEST(vectors, MoreConfig) {
+  FamilyOnDisk family("moreconfig");
+  const ScratchFolder folder;
+  EXPECT_FALSE(IsMoreCompatibilityOff(folder.Path(L"r.exe"))) << "no settings";
+  for (const Json& test : family.Entries()) {
+    SCOPED_TRACE(test["file"]);
+    folder.Write(L"moreconfig.txt", Family::File(test["file"]));
+    family.Expect(IsMoreCompatibilityOff(folder.Path(L"r.exe")), test["off"]);
+  }
+}
+
+TEST(vectors, Ini) {
+  FamilyOnDisk family("ini");
+  for (const Json& test : family.Entries()) {
+    SCOPED_TRACE(test["file"]);
+    UtauCommon::INIFILE file;
+    file.Load(Wide(test["file"]));
+    for (const auto& [key, value] : test["values"].items()) {
+      family.Expect(Utf8(file.GetValue(Wide(key), L"none")), value);
+    }
+    family.Expect(Utf8(file.GetValue(L"Tool2Path", L"default")), test["Tool2Path"]);
+    file.Load(L"missing.ini");
+    family.Expect(Utf8(file.GetValue(L"missing", L"default")), test["missing"]);
+  }
+}
+
+Json Describe(const UtauCommon::NOTE& note) {
+  Json entries = Json::object();
+  for (const auto& [key, value] : note.entries) entries[Utf8(key)] = Utf8(value);
+  const Json name = entries.contains("[]") ? entries["[]"] : Json();
+  return {{"name", name},       {"type", int{note.GetType()}}, {"index", note.index},
+          {"entries", entries}, {"position", note.position},   {"length", note.GetLength()}};
+}
+
+TEST(vectors, Plugin) {
+  FamilyOnDisk family("plugin");
+  for (const Json& test : family.Entries()) {
+    SCOPED_TRACE(test["file"]);
+    const std::wstring name = Wide(test["file"]);
+    family.Expect(IsPluginFile(name), test["is_plugin_file"]);
+    UtauCommon::NOTELIST list;
+    list.Load(name);
+    Json notes = Json::array(), numbered = Json::array(), waves = Json::array();
+    for (const UtauCommon::NOTE& note : list.notes) notes.push_back(Describe(note));
+    UtauCommon::OTOINI oto;
+    oto.Load(list.GetVoiceDir());
+    const UtauCommon::NOTE* note = list.FindFirstNumbered();
+    for (; note && note->GetType() == UtauCommon::NoteTypeNumbered; note = note->next) {
+      numbered.push_back(Utf8(note->GetValue(L"[]")));
+      const Json wave = Utf8(ResolveNoteWavePath(*note, oto));
+      if (wave != "" && std::find(waves.begin(), waves.end(), wave) == waves.end()) waves.push_back(wave);
+    }
+    family.Expect({notes, numbered, Utf8(list.GetVoiceDir()), Utf8(list.GetSetting(L"Project")),
+                   Utf8(list.GetSetting(L"Tool2")), waves},
+                  {test["notes"], test["numbered"], test["voice_dir"], test["project"], test["tool2"],
+                   test.value("wave_paths", Json::array())});
+  }
+  EXPECT_FALSE(IsPluginFile(L"") || IsPluginFile(L"plugin") || IsPluginFile(L"plugin\\missing"));
+}
+
+TEST(vectors, Oto) {
+  FamilyOnDisk family("oto");
+  const Json& test = family.Entries();
+  UtauCommon::OTOINI oto;
+  family.Expect(oto.Load(Wide(test["load"])), test["result"]);
+  Json entries = Json::array();
+  for (const UtauCommon::OTOENTRY& e : oto.entries) {
+    entries.push_back(
+        {Utf8(e.subfolder), Utf8(e.wave), Utf8(e.alias), e.offset, e.consonant, e.cutoff, e.preutterance, e.overlap});
+  }
+  family.Expect(entries, test["entries"]);
+  for (const Json& text : test["resolve"]) family.Expect(Utf8(oto.ResolveWavePath(Wide(text["text"]))), text["path"]);
+  for (const Json& load : test["other_loads"]) {
+    family.Expect(oto.Load(Wide(load["load"])), load["result"]);
+    const Json count = load["entries"].is_array() ? Json(load["entries"].size()) : load["entries"];
+    family.Expect({oto.entries.size(), Utf8(oto.baseFolder)}, {count, load["base_folder"]});
+  }
+}
+
+TEST(vectors, NamesOnWindows) {
+  Family family("names");
+  for (const Json& test : family.Entries()["narrow_possible"]) {
+    const std::wstring path = Wide(test["path"]);
+    const std::optional<std::string> narrow = NarrowPath(path);
+    family.Expect(narrow.has_value(), test["possible"]);
+    EXPECT_EQ(WidePath(narrow.value_or("")), narrow ? path : L"");
+  }
+  EXPECT_FALSE(NarrowPath(L"\u00E9.wav")) << "no look-alike opens another file";
+}
+
+TEST(vectors, ResamplersOnWindows) {
+  Family family("notes");
+  for (const Json& test : family.Entries()["resampler_kind"]) {
+    family.Expect(GetResamplerKind(Wide(test["path"])), test["kind"]);
+  }
+}
+
+}  // namespace
