@@ -4,6 +4,7 @@
 #include <commctrl.h>
 #include <objbase.h>
 #include <process.h>
+#include <shlwapi.h>
 
 #include <clocale>
 
@@ -23,10 +24,23 @@ unsigned WINAPI ListThread(void* argument) {
   return 0;
 }
 
+// In full, since the process may change its current folder and a host is answered at the end, and without the separator
+// that completion of a typed name leaves behind a folder. A root keeps its own. Both windows go by the same.
+std::wstring FullPath(const std::wstring& path) {
+  constexpr DWORD kLongestPath = 32768;
+  wchar_t full[kLongestPath] = L"";
+  const DWORD length = GetFullPathNameW(path.c_str(), kLongestPath, full, nullptr);
+  if (length == 0 || length >= kLongestPath) return path;
+  if (!PathIsRootW(full)) PathRemoveBackslashW(full);
+  return full;
+}
+
 }  // namespace
 
-int RunApplication(const std::wstring& argument) {
+int RunApplication(const std::wstring& given) {
   CoInitialize(nullptr);
+  // A drive without a disk, or a damaged library, is an error to us and no box of the system's.
+  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
   // Whatever the user's own locale: narrow paths and texts are Japanese.
   setlocale(LC_ALL, "Japanese");
   InitCommonControls();
@@ -34,6 +48,7 @@ int RunApplication(const std::wstring& argument) {
   RegisterControl<CFlatButton>();
   const HACCEL accelerators = LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_ACCELERATORS));
   {
+    const std::wstring argument = given.empty() ? given : FullPath(given);
     CFileListDlg list(argument);
     CEditorDlg editor(argument);
     list.Editor = &editor;

@@ -74,7 +74,8 @@ void CEditorDlg::OnFolderOpened(const wchar_t* folder) {
 // The name that the voicebank's character.txt gives it, else the folder's.
 void CEditorDlg::UpdateVoicebankCaption(const std::wstring& folder) {
   UtauCommon::INIFILE character;
-  character.Load(folder + L"\\character.txt");
+  // Without a folder, as a plug-in file may leave it, this would be a file in the root of the drive.
+  if (!folder.empty()) character.Load(folder + L"\\character.txt");
   std::wstring name = character.GetValue(L"name", L"");
   if (name.empty()) name = PathFindFileNameW(folder.c_str());
   SetWindowTextW(Hwnd, (name + L" - " + LoadResString(IDS_NAME)).c_str());

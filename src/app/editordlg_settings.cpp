@@ -33,12 +33,16 @@ std::wstring HostResampler() {
   return settings.GetValue(L"Tool2Path", folder + L"\\resampler.exe");
 }
 
+std::wstring SettingOf(const std::wstring& file, const std::wstring& key) {
+  UtauCommon::NOTELIST list;
+  list.Load(file);
+  return list.GetSetting(key);
+}
+
 // Replaces the path by the resampler of the project that the plug-in file names; without such a project it stands. A
 // project without a resampler gives the host's folder, as one with a relative path gives a path in it.
 void TakeProjectResampler(const std::wstring& pluginFile, std::wstring& path) {
-  UtauCommon::NOTELIST list;
-  list.Load(pluginFile);
-  const std::wstring projectPath = list.GetSetting(L"Project");
+  const std::wstring projectPath = SettingOf(pluginFile, L"Project");
   if (projectPath.empty()) return;
   UtauCommon::NOTELIST project;
   project.Load(projectPath);

@@ -34,7 +34,7 @@ void CFileListDlg::RereadMap(SyllableEntry& entry) {
   try {
     LoadMap(entry.Map, entry.Path, FrqType, &Store);
     entry.Map.CopyTo(entry.SavedMap);
-  } catch (const std::bad_alloc&) {
+  } catch (const std::exception&) {
     entry.Map.Clear();
     entry.SavedMap.Clear();
   }

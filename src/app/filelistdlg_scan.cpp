@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr DWORD kLongestPath = 32768;
-
 bool IsSoundFile(const std::wstring& name) {
   const wchar_t* const extension = PathFindExtensionW(name.c_str());
   for (const wchar_t* const known : {L".wav", L".wave", L".aif", L".aiff"}) {
@@ -27,23 +25,14 @@ bool IsSoundFile(const std::wstring& name) {
   return false;
 }
 
-// In full, since the process may change its current folder, and without the separator that completion of a typed name
-// leaves behind a folder. A root keeps its own.
-std::wstring FullPath(const std::wstring& path) {
-  wchar_t full[kLongestPath] = L"";
-  const DWORD length = GetFullPathNameW(path.c_str(), kLongestPath, full, nullptr);
-  if (length == 0 || length >= kLongestPath) return path;
-  if (!PathIsRootW(full)) PathRemoveBackslashW(full);
-  return full;
-}
-
 }  // namespace
 
 // False if the argument names nothing that exists.
 bool CFileListDlg::FillFromArguments() {
   if (Argument.empty()) return true;
   Store.Clear();
-  const std::wstring path = FullPath(Argument);
+  const int fill = FillCount;
+  const std::wstring& path = Argument;
   WIN32_FIND_DATAW item;
   if (!FindHandle(FindFirstFileW(path.c_str(), &item))) return false;
   if (item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
@@ -58,14 +47,14 @@ bool CFileListDlg::FillFromArguments() {
     ListedFolders listed;
     AddSyllable(path, listed);
   }
-  SortAndShow();
+  // The editor may have opened another folder while it was told of this one.
+  if (fill == FillCount) SortAndShow();
   return true;
 }
 
 // The syllables of the notes that the host handed over, once each, and not the whole voicebank.
 void CFileListDlg::FillFromPluginFile(const std::wstring& path) {
   PluginAnswer = true;
-  Argument = path;  // in full: the answer goes there at the end, wherever the current folder is by then
   UtauCommon::NOTELIST list;
   list.Load(path);
   const std::wstring voicebank = list.GetVoiceDir();
@@ -99,10 +88,10 @@ int CFileListDlg::ScanFolder(const std::wstring& folder, bool withSubfolders) {
   const FolderListing* const listing = listed.Find(folder);
   if (!listing) return -1;
   for (const std::wstring& name : listing->Files()) {
-    if (IsSoundFile(name)) AddSyllable(folder + L"\\" + name, listed);
+    if (IsSoundFile(name)) AddSyllable(PathIn(folder, name), listed);
   }
   if (!withSubfolders) return 0;
-  for (const std::wstring& name : listing->Folders()) ScanFolderWaiting(folder + L"\\" + name, false);
+  for (const std::wstring& name : listing->Folders()) ScanFolderWaiting(PathIn(folder, name), false);
   return 0;
 }
 

@@ -45,7 +45,12 @@ std::optional<FrqMap> ReadMap(std::string_view narrowPath, Decoder decode) {
 std::optional<FrqMap> ReadMapAndLevels(std::string_view narrowPath, Decoder decode) {
   std::optional<FrqMap> map = ReadMap(narrowPath, decode);
   std::vector<double> levels;
-  if (map && ReadWaveLevels(WavePathOf(narrowPath), levels, map->Hop) == 0) SetLevels(*map, levels);
+  if (!map || ReadWaveLevels(WavePathOf(narrowPath), levels, map->Hop) != 0) return map;
+  if (decode == DecodePmk) {
+    const auto reached = static_cast<std::size_t>(FramesWithRecord(*map));
+    levels.resize(std::min(levels.size(), reached));
+  }
+  SetLevels(*map, levels);
   return map;
 }
 

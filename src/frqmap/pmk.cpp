@@ -99,6 +99,13 @@ std::optional<FrqMap> DecodePmk(ByteSpan file) {
   return map;
 }
 
+SampleCount FramesWithRecord(const FrqMap& map) {
+  if (map.Frames.empty()) return 0;
+  // A frame without record has no position either, and only the first one stands at 0.
+  const auto end = std::ranges::find(map.Frames.begin() + 1, map.Frames.end(), 0, &FrqFrame::SamplePosition);
+  return static_cast<SampleCount>(end - map.Frames.begin());
+}
+
 std::optional<Bytes> EncodePmk(const FrqMap& map) {
   const std::optional<std::vector<Record>> records = RecordsOf(map);
   if (!records) return std::nullopt;

@@ -15,6 +15,9 @@
 // None if the file is no such map, ends too early, has no record, or if its last record tells no sensible length.
 std::optional<FrqMap> DecodePmk(ByteSpan file);
 
+// How many frames of a decoded map a record reaches. Those behind the last record have no level either.
+SampleCount FramesWithRecord(const FrqMap& map);
+
 // The file of a map; none for a hop of 0 or less, and for a map that outgrows positions of 32 bits or some four million
 // records.
 std::optional<Bytes> EncodePmk(const FrqMap& map);

@@ -19,16 +19,16 @@ void Resolve(HMODULE module, const char* name, Function*& entry) {
   entry = reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, name)));
 }
 
-// A path as the library opens it, in the system's code page. None if it does not come back from there unchanged: a
-// look-alike would be another file.
-std::optional<std::string> LibraryPath(std::string_view narrow) {
+// A path as the library opens it, in the system's code page. One that does not come back from there unchanged would
+// name another file: it goes out as it is, in code page 932, and the library says what it makes of it.
+std::string LibraryPath(std::string_view narrow) {
   const std::wstring wide = WidePath(narrow);
   std::array<char, MAX_PATH - 1> bytes;
   const int size = WideCharToMultiByte(CP_ACP, 0, wide.data(), static_cast<int>(wide.size()), bytes.data(),
                                        static_cast<int>(bytes.size()), nullptr, nullptr);
   std::string path(bytes.data(), static_cast<std::size_t>(size));
-  if (path.empty() || Widen(path, CP_ACP) != wide) return std::nullopt;
-  return path;
+  if (!path.empty() && Widen(path, CP_ACP) == wide) return path;
+  return std::string(narrow.substr(0, MAX_PATH - 1));
 }
 
 // The path with `ending` for its extension and the dot; none without a dot. One in a folder's name counts.
@@ -109,9 +109,7 @@ int CVsLib::Call(Entry VsHelper::*entry, Arguments... arguments) const {
 
 int CVsLib::OpenProject(std::string_view path) {
   CloseProject();
-  const std::optional<std::string> libraryPath = LibraryPath(path);
-  if (!libraryPath) return -1;
-  return KeepIfOpened(Call(&VsHelper::VslibOpenProject, &Handle, libraryPath->c_str()));
+  return KeepIfOpened(Call(&VsHelper::VslibOpenProject, &Handle, LibraryPath(path).c_str()));
 }
 
 // A call that fails may leave anything in the handle.
@@ -127,8 +125,7 @@ int CVsLib::OpenAndRead(std::string_view path) {
 }
 
 int CVsLib::SaveProject(std::string_view path) {
-  const std::optional<std::string> libraryPath = LibraryPath(path);
-  return libraryPath ? Call(&VsHelper::VslibSaveProject, Handle, libraryPath->c_str()) : -1;
+  return Call(&VsHelper::VslibSaveProject, Handle, LibraryPath(path).c_str());
 }
 
 void CVsLib::CloseProject() {
@@ -183,14 +180,12 @@ int CVsLib::CreateFile(std::string_view wavePath, int lowestNote, int range, boo
                        MrqStore* store) {
   const std::optional<std::string> target = WithEnding(wavePath, "_wav.vs4ufrq");
   if (!target) return kNoExtension;
-  const std::optional<std::string> libraryPath = LibraryPath(wavePath);
-  if (!libraryPath) return -1;
-
+  const std::string libraryPath = LibraryPath(wavePath);
   CloseProject();
   const Closer closer(*this);
   if (const int result = KeepIfOpened(Call(&VsHelper::VslibCreateProject, &Handle)); result != 0) return result;
   std::int32_t item = 0;
-  const int added = Call(&VsHelper::VslibAddItemEx, Handle, libraryPath->c_str(), &item, lowestNote, range, 0);
+  const int added = Call(&VsHelper::VslibAddItemEx, Handle, libraryPath.c_str(), &item, lowestNote, range, 0);
   if (added != 0) return added;
   if (useMap) ImportMap(MapPathFromWaveA(wavePath, mapKind), store);
   Call(&VsHelper::SetPrjSaveOption, Handle, 1);
@@ -219,7 +214,9 @@ int CVsLib::ExportPmk(std::string_view vsPath) {
   const Closer closer(*this);
   if (!target || OpenAndRead(vsPath) != 0 || ReadProjectInfo() != 0) return -1;
   const std::optional<Bytes> file = PmkOfProject(*this);
-  return file && WriteWholeFile(WidePath(*target), *file) ? 0 : -1;
+  if (!file) return -1;
+  // A file that a full disk cuts short counts as written, as an exported map does.
+  return WriteWholeFile(WidePath(*target), *file) || GetLastError() == ERROR_DISK_FULL ? 0 : -1;
 }
 
 int LoadVs4ufrq(FrqMap& map, std::string_view narrowPath) {

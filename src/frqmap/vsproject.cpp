@@ -159,12 +159,13 @@ std::optional<Bytes> PmkOfProject(const VsProject& project) {
 }
 
 bool SampleOntoProject(const FrqMap& map, VsProject& project) {
-  if (!HasTimeAxis(project) || project.ControlPoints.empty() || map.Hop <= 0) return false;
+  if (!HasTimeAxis(project) || project.ControlPoints.empty()) return false;
   const double secondsPerPoint = 1.0 / project.Items[0].PointsPerSecond;
   const double rate = project.ProjectInfo.SampleRate;
   double number = 0.0;
   for (VsControlPoint& point : project.ControlPoints[0]) {
-    SetPointFromMap(point, map, Truncate(number * secondsPerPoint * rate / map.Hop));
+    // A map without a hop has no frame for any point, which leaves them all to its average.
+    SetPointFromMap(point, map, map.Hop > 0 ? Truncate(number * secondsPerPoint * rate / map.Hop) : -1);
     number += 1.0;
   }
   return true;

@@ -1,5 +1,7 @@
 #include "frqmap/wavelevels.h"
 
+#include <exception>
+
 #include "frqmap/levels.h"
 #include "voicebank/waveheader.h"
 
@@ -7,7 +9,11 @@ int ReadWaveLevels(const std::wstring& wavePath, std::vector<double>& levels, Sa
   levels.clear();
   WaveHeader wave;
   if (wave.Load(wavePath, false) != 0 || wave.format.bitsPerSample != 16) return -1;
-  levels = LevelsOfSamples(wave.samples, wave.format.channels, hop);
+  try {
+    levels = LevelsOfSamples(wave.samples, wave.format.channels, hop);
+  } catch (const std::exception&) {
+    return -1;  // a tiny hop makes many levels; the map is worth more than they are
+  }
   return 0;
 }
 

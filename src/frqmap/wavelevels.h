@@ -7,8 +7,8 @@
 
 #include "base/sample.h"
 
-// The level of each hop of a wave, see LevelsOfSamples. 0, or -1 with an empty list if the wave cannot be read or is
-// not one of 16 bits.
+// The level of each hop of a wave, see LevelsOfSamples. 0, or -1 with an empty list if the wave cannot be read is
+// not one of 16 bits, or has more levels than memory holds.
 int ReadWaveLevels(const std::wstring& wavePath, std::vector<double>& levels, SampleCount hop);
 
 // Samples in one channel, told by the header; 0 if it cannot be read or tells of no channels or bits. Wraps for data

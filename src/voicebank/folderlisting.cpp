@@ -20,7 +20,7 @@ bool IsDots(const wchar_t* name) {
 
 std::optional<FolderListing> FolderListing::Read(const std::wstring& folder) {
   WIN32_FIND_DATAW item;
-  const FindHandle find(FindFirstFileW((folder + L"\\*.*").c_str(), &item));
+  const FindHandle find(FindFirstFileW(PathIn(folder, L"*.*").c_str(), &item));
   if (!find) return std::nullopt;
   FolderListing listing;
   do {
@@ -49,7 +49,10 @@ const FolderListing* ListedFolders::Find(const std::wstring& folder) {
 }
 
 std::optional<std::uint32_t> ListedFolders::SizeOf(const std::wstring& path) {
-  if (const FolderListing* const listing = Find(FolderOf(path))) return listing->SizeOf(FileNameOf(path));
+  const std::wstring name = FileNameOf(path);
+  // A "/" in a name leads into a folder that is not listed.
+  const FolderListing* const listing = name.find(L'/') == name.npos ? Find(FolderOf(path)) : nullptr;
+  if (listing) return listing->SizeOf(name);
   WIN32_FIND_DATAW item;
   const FindHandle find(FindFirstFileW(path.c_str(), &item));
   if (!find || (item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) return std::nullopt;

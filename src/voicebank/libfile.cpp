@@ -1,5 +1,7 @@
 #include "voicebank/libfile.h"
 
+#include <cwchar>
+
 #include "base/text.h"
 
 namespace {
@@ -48,6 +50,7 @@ bool LibReadFile::ReadLine(std::wstring& line) {
   std::string_view bytes;
   if (!CutLine(rest_, bytes)) return false;
   line = Widen(bytes, encoding_ == TextEncoding::Utf8 ? CP_UTF8 : kShiftJis);
+  line.resize(std::wcslen(line.c_str()));  // half a character may have become a zero
   return true;
 }
 

@@ -11,6 +11,9 @@ namespace {
 
 constexpr wchar_t kNameKey[] = L"[]";
 
+// More than a project of the host can hold; what goes beyond it would take the memory.
+constexpr std::size_t kMostNotes = 1000000;
+
 bool IsDigit(wchar_t c) {
   return c >= L'0' && c <= L'9';
 }
@@ -79,7 +82,7 @@ void NOTELIST::ReadSections(const LineSource& next) {
     if (!current.entries.empty()) notes.push_back(std::exchange(current, NOTE()));
   };
   std::wstring line;
-  while (next(line)) {
+  while (notes.size() < kMostNotes && next(line)) {
     if (line.starts_with(L'[')) {
       finish();
       // The last character goes whatever it is: the host writes a bracket there.

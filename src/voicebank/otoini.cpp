@@ -60,23 +60,34 @@ std::wstring NameInVoicebank(const OTOENTRY& entry) {
 
 void OTOINI::Parse(const LineSource& next, const std::wstring& subfolder) {
   std::wstring line;
-  while (next(line)) {
+  while (entries.size() < kMostEntries && next(line)) {
     std::optional<OTOENTRY> entry = ParseLine(line);
     if (!entry) continue;
     entry->subfolder = subfolder;
-    entries.push_back(std::move(*entry));
+    Add(std::move(*entry));
   }
+}
+
+void OTOINI::Add(OTOENTRY entry) {
+  const OTOENTRY& added = entries.emplace_back(std::move(entry));
+  // The first of each is found, so that a later one changes nothing.
+  byAlias_.emplace(added.alias, &added);
+  byName_.emplace(WithoutExtension(NameInVoicebank(added)), &added);
+}
+
+void OTOINI::Clear() {
+  byAlias_.clear();
+  byName_.clear();
+  entries.clear();
 }
 
 const OTOENTRY* OTOINI::Find(const std::wstring& text) const {
   if (text.empty()) return nullptr;
   // An alias beats a name wherever it stands.
-  auto found = std::find_if(entries.begin(), entries.end(), [&](const OTOENTRY& e) { return e.alias == text; });
-  if (found == entries.end()) {
-    found = std::find_if(entries.begin(), entries.end(),
-                         [&](const OTOENTRY& e) { return WithoutExtension(NameInVoicebank(e)) == text; });
-  }
-  return found == entries.end() ? nullptr : &*found;
+  const auto alias = byAlias_.find(text);
+  if (alias != byAlias_.end()) return alias->second;
+  const auto name = byName_.find(text);
+  return name == byName_.end() ? nullptr : name->second;
 }
 
 std::wstring OTOINI::ResolveWavePath(const std::wstring& text) const {

@@ -4,6 +4,7 @@
 
 #include <list>
 #include <string>
+#include <unordered_map>
 
 #include "voicebank/notelist.h"
 #include "voicebank/textlines.h"
@@ -24,6 +25,10 @@ struct OTOENTRY {
 
 class OTOINI {
  public:
+  OTOINI() = default;
+  OTOINI(const OTOINI&) = delete;
+  OTOINI& operator=(const OTOINI&) = delete;
+
   std::list<OTOENTRY> entries;  // in the order of reading; duplicates are kept, the first one is found
   std::wstring baseFolder;      // the voicebank
   std::wstring fileName;        // "oto.ini" unless Load was given a file
@@ -32,8 +37,11 @@ class OTOINI {
   // Reads the file of a voicebank, given its folder or the file itself, and those of the folders directly in it. -1 if
   // the voicebank's own cannot be read.
   int Load(const std::wstring& folderOrFile);
-  // Adds the entries of one file. A line that is none is dropped.
+  // Adds the entries of one file, to a million in all. A line that is none is dropped.
   void Parse(const LineSource& next, const std::wstring& subfolder);
+  // Behind those that are there.
+  void Add(OTOENTRY entry);
+  void Clear();
 
   // By alias, or else by the wave's name in the voicebank without its extension; null for an unknown or empty text.
   const OTOENTRY* Find(const std::wstring& text) const;
@@ -41,7 +49,14 @@ class OTOINI {
   std::wstring ResolveWavePath(const std::wstring& text) const;
 
  private:
+  // A hundred times a large voicebank: what goes beyond it is no voicebank, and would take the memory.
+  static constexpr std::size_t kMostEntries = 1000000;
+
   int ReadFile(const std::wstring& file, const std::wstring& subfolder);
+
+  // The first entry of each alias, and of each name of a wave without its extension. A host file asks for every note.
+  std::unordered_map<std::wstring, const OTOENTRY*> byAlias_;
+  std::unordered_map<std::wstring, const OTOENTRY*> byName_;
 };
 
 }  // namespace UtauCommon

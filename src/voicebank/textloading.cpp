@@ -31,7 +31,7 @@ int NOTELIST::Load(const std::wstring& file) {
 
 // A path that names nothing is taken for a folder: it has no oto.ini.
 int OTOINI::Load(const std::wstring& folderOrFile) {
-  entries.clear();
+  Clear();
   if (GetFileAttributesW(folderOrFile.c_str()) & FILE_ATTRIBUTE_DIRECTORY) {
     baseFolder = folderOrFile;
     fileName = L"oto.ini";

@@ -34,7 +34,7 @@ class RiffWalk {
   }
   // The next chunk of that name, standing at its content.
   bool Find(std::string_view id, Chunk& chunk) {
-    while (ReadHead(chunk)) {
+    for (int i = 0; i < kMostChunks && ReadHead(chunk); ++i) {
       if (Is(chunk.id, id)) return true;
       Ascend(chunk);
     }
@@ -51,6 +51,9 @@ class RiffWalk {
   std::int64_t Left() const { return file_.Size() - position_; }
 
  private:
+  // Gigabytes of zeros are a hundred million empty chunks, and no wave.
+  static constexpr int kMostChunks = 1000000;
+
   bool ReadHead(Chunk& chunk) {
     if (!Read(chunk.id.data(), chunk.id.size()) || !Read(&chunk.size, sizeof(chunk.size))) return false;
     chunk.content = position_;
@@ -103,11 +106,8 @@ class AiffChunks {
   DecodedWave Finish(std::size_t fileSize) const {
     DecodedWave wave;
     wave.format = format_;
-    const std::uint64_t wanted = std::uint64_t{frames_} * format_.blockAlign;
-    const std::uint64_t most = std::min<std::uint64_t>(soundSize_, std::uint64_t{fileSize} * 2);
-    wave.dataSize = static_cast<std::uint32_t>(std::clamp<std::uint64_t>(wanted, sound_.size(), most));
-    // A sound that is all there keeps its size whatever the format tells.
-    if (sound_.size() == soundSize_) wave.dataSize = soundSize_;
+    const std::uint64_t most = std::max<std::uint64_t>(std::uint64_t{fileSize} * 2, kAlwaysFilled);
+    wave.dataSize = static_cast<std::uint32_t>(std::min<std::uint64_t>(soundSize_, most));
     wave.samples.assign(sound_.begin(), sound_.end());
     wave.samples.resize(wave.dataSize);
     if (format_.bitsPerSample == 16) SwapWords(wave.samples);
@@ -116,6 +116,8 @@ class AiffChunks {
 
  private:
   static constexpr std::size_t kHeadSize = 8;
+  // Sound that a file lacks is silence up to this size [bytes] however short the file is.
+  static constexpr std::uint64_t kAlwaysFilled = 1 << 20;
   static constexpr std::uint32_t kAiffFormatSize = 18;
 
   bool ReadChunk(AiffReader& file) {

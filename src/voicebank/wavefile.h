@@ -44,6 +44,6 @@ std::optional<DecodedWave> DecodeWav(ByteSource& file, bool headerOnly);
 // Users rely on three oddities: the rate is the top of the mantissa alone, so that 22050 Hz read as 44100; only as many
 // samples are turned as there are frames, which is half of a stereo file; and no chunk is padded to an even size.
 //
-// Sound that the file cuts short is filled up with silence, as far as the format has frames, but never to more than
-// twice the size of the file.
+// Sound that the file cuts short is filled up with silence, but not beyond twice the size of the file or 1 MiB, so that
+// no claim of a short file takes the memory.
 std::optional<DecodedWave> DecodeAiff(ByteSpan file);

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cstring>
 #include <initializer_list>
+#include <new>
+#include <stdexcept>
 #include <utility>
 
 #include "base/files.h"
@@ -15,11 +17,12 @@ namespace {
 
 // Small reads go through a block, so that a file of thousands of small chunks, or of zeros, is no work either; large
 // ones go straight to where they are wanted. The multimedia functions that do the same take no path beyond the user's
-// own code page everywhere.
+// own code page everywhere. A wave that is open in a wave editor is read as well.
 class FileSource : public ByteSource {
  public:
   explicit FileSource(const std::wstring& path)
-      : file_(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr)) {
+      : file_(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
+                          nullptr)) {
     LARGE_INTEGER size{};
     if (file_ && GetFileSizeEx(file_.get(), &size)) size_ = size.QuadPart;
   }
@@ -57,6 +60,17 @@ class FileSource : public ByteSource {
   std::vector<char> block_;
 };
 
+// What memory cannot hold counts as a file that cannot be read.
+template <typename Decode>
+std::optional<DecodedWave> DecodeIfItFits(Decode decode) {
+  try {
+    return decode();
+  } catch (const std::bad_alloc&) {
+  } catch (const std::length_error&) {
+  }
+  return std::nullopt;
+}
+
 bool HasExtension(const std::wstring& path, std::initializer_list<const wchar_t*> known) {
   const wchar_t* const extension = PathFindExtensionW(path.c_str());
   return std::any_of(known.begin(), known.end(), [=](const wchar_t* e) { return lstrcmpiW(extension, e) == 0; });
@@ -77,13 +91,15 @@ int WaveHeader::Load(const std::wstring& path, bool headerOnly) {
 int WaveHeader::LoadWav(const std::wstring& path, bool headerOnly) {
   Reset();
   FileSource file(path);
-  return Take(DecodeWav(file, headerOnly));
+  return Take(DecodeIfItFits([&] { return DecodeWav(file, headerOnly); }));
 }
 
 int WaveHeader::LoadAiff(const std::wstring& path) {
   Reset();
-  const std::optional<Bytes> file = ReadWholeFile(path);
-  return file ? Take(DecodeAiff(*file)) : -1;
+  return Take(DecodeIfItFits([&]() -> std::optional<DecodedWave> {
+    const std::optional<Bytes> file = ReadWholeFile(path);
+    return file ? DecodeAiff(*file) : std::nullopt;
+  }));
 }
 
 int WaveHeader::Take(std::optional<DecodedWave> wave) {

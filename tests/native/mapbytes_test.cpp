@@ -50,6 +50,15 @@ TEST(MapBytes, NumbersBeyondReasonAreRefusedOrReadAsTheyStand) {
   }
 }
 
+TEST(MapBytes, FramesBehindTheLastPeriodHaveNoLevel) {
+  // One period of 600 samples that ends at sample 100: three frames, of which it reaches the first.
+  const std::optional<FrqMap> map =
+      DecodePmk(Bytes{0x13, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 100, 0, 0, 0, 0x58, 2, 0, 0});
+  ASSERT_TRUE(map && map->FrameCount == 3);
+  EXPECT_EQ(FramesWithRecord(*map), 1);
+  EXPECT_EQ(FramesWithRecord(*DecodePmk(*EncodePmk(EvenMap(10, 441.0, 256)))), 11) << "a round trip grows";
+}
+
 TEST(MapBytes, AnUnchangedMapIsWrittenBackAsItWas) {
   for (const auto& [file, kind] : {std::pair("voice/ば_wav.frq", FrqTypeFrq), std::pair("voice/ば_wav.frc", FrqTypeFrc),
                                    std::pair("bad/frq-hop-0_wav.frq", FrqTypeFrq)}) {

@@ -32,11 +32,15 @@ TEST(VsProject, WhatALibraryMayTellHarmsNobody) {
     std::optional<FrqMap> map = MapOfProject(test.project);
     ASSERT_EQ(map.has_value(), test.isMap) << test.what;
     if (map) map->SetFrequency(map->FrameCount - 1, 440.0);
-    VsProject copy = test.project;
-    FrqMap noTimeAxis;
-    noTimeAxis.Hop = 0;
-    EXPECT_FALSE(SampleOntoProject(noTimeAxis, copy)) << test.what;
   }
+  VsProject project = ProjectOf(44100, 200, {{6000, 1, 0.5}});
+  FrqMap noHop;
+  noHop.Create(1, FrqTypeFrq);
+  noHop.Hop = 0;
+  noHop.Average = 440.0;
+  EXPECT_TRUE(SampleOntoProject(noHop, project)) << "no point has a frame, so that all take the average";
+  EXPECT_EQ(project.ControlPoints[0][0].Pitch, 6900);
+  EXPECT_EQ(project.ControlPoints[0][0].HasPitch, 0);
   EXPECT_EQ(VsProject().AverageCents(), 6000);
 }
 

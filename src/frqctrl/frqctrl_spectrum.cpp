@@ -1,0 +1,2 @@
+#include "frqctrl/frqctrl.h"
+void CFrqCtrl::DrawSpectrum(PixelBitmap&) {}
