@@ -1,20 +1,15 @@
-// What ./bench shows and keeps: one table for the eye, and the same rows as JSON.
+// What ./bench shows and keeps: one table for the eye, and the same rows as JSON. Two programs write it one after the
+// other, a native one and one for Windows.
 #pragma once
 
-#include <string>
+#include <filesystem>
+#include <string_view>
 #include <vector>
 
 #include "measuring.h"
 #include "rows.h"
 
-struct ReportRow {
-  Row row;
-  Measurement measurement;
-};
-
-void PrintTableHead();
-// Row by row, as they come: a run takes a while.
-void PrintTableRow(const ReportRow& row);
-
-// False if the file cannot be written.
-bool WriteJson(const std::vector<ReportRow>& rows, const std::wstring& path);
+// Measures the rows whose name begins with `beginning`, prints them, and adds them to the list in `jsonFile`; the table
+// gets its head where the list is new. The result is for main to return.
+int MeasureAndReport(const std::vector<std::vector<Row>>& families, std::string_view beginning,
+                     const std::filesystem::path& jsonFile);

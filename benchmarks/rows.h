@@ -1,5 +1,5 @@
 // The rows of the benchmark table, by family: a new row goes into the source of its family, a new family gets a line
-// here and one in main.cpp.
+// here and one in main.cpp, or in main_native.cpp where it needs no Windows.
 #pragma once
 
 #include <functional>
@@ -47,3 +47,6 @@ std::vector<Row> MrqRows();
 
 // Maps converted by the thousand, a large oto.ini, the levels of a long wave.
 std::vector<Row> VoicebankRows();
+
+// The spectrum, natively. `command32` runs the program that measures it in the 32-bit build.
+std::vector<Row> SpectrumRows(const std::string& command32);
