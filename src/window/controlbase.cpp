@@ -1,8 +1,11 @@
 #include "window/controlbase.h"
 
+#include <algorithm>
 #include <iterator>
 #include <map>
+#include <mutex>
 #include <string>
+#include <utility>
 
 #include "base/handle.h"
 
@@ -34,6 +37,37 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
   return control->OnMessage(window, message, wParam, lParam);
 }
 
+// The picture that a control draws into before it is shown. To make one for each paint would take longer than the
+// drawing of a stroke, so one is kept from paint to paint, as large as the largest control that it served.
+struct PaintBuffer {
+  Bitmap Picture;
+  int Width = 0;
+  int Height = 0;
+};
+
+std::mutex idleLock;
+PaintBuffer idleBuffer;  // of all threads
+
+// The kept buffer, or a new one. Who paints while another thread paints, or in the middle of a paint, as under a
+// message box that the drawing shows, finds none and makes one of its own.
+PaintBuffer TakeBuffer(HDC target, const RECT& client) {
+  PaintBuffer buffer;
+  {
+    const std::lock_guard lock(idleLock);
+    std::swap(buffer, idleBuffer);
+  }
+  if (buffer.Picture && client.right <= buffer.Width && client.bottom <= buffer.Height) return buffer;
+  const int width = std::max<int>(buffer.Width, client.right);
+  const int height = std::max<int>(buffer.Height, client.bottom);
+  buffer.Picture.reset();  // ahead of the larger one, so that both are never held
+  return {Bitmap(CreateCompatibleBitmap(target, width, height)), width, height};
+}
+
+void KeepBuffer(PaintBuffer buffer) {
+  const std::lock_guard lock(idleLock);
+  std::swap(buffer, idleBuffer);
+}
+
 }  // namespace
 
 void RegisterControlClass(const CCtrlBase& prototype, ControlFactory factory) {
@@ -61,14 +95,15 @@ LRESULT CCtrlBase::OnPaint() {
   GetClientRect(Hwnd, &client);
   PAINTSTRUCT paint{};
   const HDC target = BeginPaint(Hwnd, &paint);
+  PaintBuffer buffer = TakeBuffer(target, client);
   {
     const MemoryDc memory(CreateCompatibleDC(target));
-    const Bitmap bitmap(CreateCompatibleBitmap(target, client.right, client.bottom));
-    const SelectGuard selectBitmap(memory.get(), bitmap.get());
+    const SelectGuard selectBitmap(memory.get(), buffer.Picture.get());
     auto font = reinterpret_cast<HFONT>(SendMessageW(Hwnd, WM_GETFONT, 0, 0));
     const SelectGuard selectFont(memory.get(), font ? font : GetCurrentObject(memory.get(), OBJ_FONT));
     if (Draw(memory.get(), client)) BitBlt(target, 0, 0, client.right, client.bottom, memory.get(), 0, 0, SRCCOPY);
   }
+  KeepBuffer(std::move(buffer));
   EndPaint(Hwnd, &paint);
   return 0;
 }

@@ -34,10 +34,13 @@ inline bool operator==(const RECT& a, const RECT& b) {
 
 class ProgramTest : public testing::Test {
  protected:
-  // Ends the program; its edits are given up.
-  ~ProgramTest() override {
+  ~ProgramTest() override { Leave(); }
+
+  // Ends the program; its edits are given up. It may be started again.
+  void Leave() {
     PostMessageW(editor_, WM_COMMAND, IDCANCEL, 0);
     Eventually([this] { return PostMessageW(FindBox(), WM_COMMAND, IDYES, 0) && HasEnded(); });
+    editor_ = list_ = nullptr;
   }
 
   // A wave and its map. `name` is without extension.
