@@ -81,6 +81,12 @@ struct MemoryDcTraits {
   static void Close(Type dc) { DeleteDC(dc); }
 };
 
+struct MenuTraits {
+  using Type = HMENU;
+  static Type Null() { return nullptr; }
+  static void Close(Type menu) { DestroyMenu(menu); }
+};
+
 using FileHandle = UniqueHandle<FileTraits>;
 using FindHandle = UniqueHandle<FindTraits>;
 using EventHandle = UniqueHandle<KernelTraits>;
@@ -90,6 +96,7 @@ using Pen = UniqueHandle<GdiTraits<HPEN>>;
 using Brush = UniqueHandle<GdiTraits<HBRUSH>>;
 using Bitmap = UniqueHandle<GdiTraits<HBITMAP>>;
 using MemoryDc = UniqueHandle<MemoryDcTraits>;
+using Menu = UniqueHandle<MenuTraits>;  // a popup that no window owns
 
 // Selects an object into a device context and puts the old one back at the end of the scope. The object must outlive
 // the guard, so declare it first.

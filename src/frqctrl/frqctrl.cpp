@@ -4,26 +4,28 @@
 #include <algorithm>
 #include <string_view>
 
-namespace {
-
-// Dots per inch of the screen / 96. A screen that tells nothing is taken as an ordinary one: with a factor of 0 no
-// column would ever end.
-double ScreenScale(HDC screen, int index) {
-  const int dotsPerInch = GetDeviceCaps(screen, index);
-  return dotsPerInch > 0 ? dotsPerInch / 96.0 : 1.0;
+ScreenScale CurrentScreenScale() {
+  // A screen that tells nothing is taken as an ordinary one: with a factor of 0 no column would ever end.
+  const auto scale = [](int dotsPerInch) { return dotsPerInch > 0 ? dotsPerInch / 96.0 : 1.0; };
+  const HDC screen = GetDC(nullptr);
+  const ScreenScale result{scale(GetDeviceCaps(screen, LOGPIXELSX)), scale(GetDeviceCaps(screen, LOGPIXELSY))};
+  ReleaseDC(nullptr, screen);
+  return result;
 }
 
-}  // namespace
-
-CFrqCtrl::CFrqCtrl() : Colors(PaletteFor(IsHighContrast())) {
-  const HDC screen = GetDC(nullptr);
-  Geometry.DpiScaleX = ScreenScale(screen, LOGPIXELSX);
-  Geometry.DpiScaleY = ScreenScale(screen, LOGPIXELSY);
-  ReleaseDC(nullptr, screen);
+CFrqCtrl::CFrqCtrl() : Colors(PaletteFor(IsHighContrast())), ColorMenu(MakeColorMenu()) {
+  const ScreenScale scale = CurrentScreenScale();
+  Geometry.DpiScaleX = scale.X;
+  Geometry.DpiScaleY = scale.Y;
 }
 
 const wchar_t* CFrqCtrl::GetWindowClassName() const {
   return L"FrequencyTableControl";
+}
+
+// It sets its cursor itself, by what the mouse can do.
+const wchar_t* CFrqCtrl::GetCursorName() const {
+  return nullptr;
 }
 
 UINT CFrqCtrl::GetClassStyle(UINT defaultStyle) const {
@@ -33,6 +35,8 @@ UINT CFrqCtrl::GetClassStyle(UINT defaultStyle) const {
 LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   const int number = static_cast<int>(wParam);
   switch (message) {
+    case FCM_TOGGLEBRIGHTNESS: return OnToggleBrightness();
+    case FCM_COLORMENU: return OnColorMenu();
     case FCM_SETMAPS: return SetMaps(reinterpret_cast<const FrqMap*>(wParam), reinterpret_cast<FrqMap*>(lParam));
     case FCM_SETSELECTION: return SetSelection({reinterpret_cast<const int*>(lParam), lParam ? wParam : 0});
     case FCM_STEPZOOM: return StepZoom(wParam != 0);
@@ -41,6 +45,9 @@ LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case FCM_SETZOOM: return SetZoom(number);
     case FCM_DROPLAYER:
     case FCM_EVICTLAYER: return OnDropLayer();
+    case FCM_SETTHUMBNAIL: return SetThumbnail(wParam != 0);
+    case FCM_SETAUTOSIZE: return SetAutoSize(wParam != 0);
+    case FCM_SETLAYERLIST: return SetLayerList(reinterpret_cast<LayerEvictionList*>(lParam));
     case FCM_SETLIMITS: return SetLimits(reinterpret_cast<double*>(wParam), reinterpret_cast<double*>(lParam));
     case FCM_SETREADONLY: return SetReadOnly(wParam != 0);
     case FCM_SETSCROLLCOLUMN: return SetScrollColumn(number);
@@ -81,7 +88,8 @@ LRESULT CFrqCtrl::SetMaps(const FrqMap* reference, FrqMap* map) {
     return 0;
   }
   EnableScrollBar(Hwnd, SB_HORZ, ESB_ENABLE_BOTH);
-  SetUpScrollBars();
+  const SampleCount columns = ScrollableColumns();
+  if (!Geometry.ThumbnailMode) SetUpScrollBars(columns);
   DropLayer();
   return 0;
 }
@@ -121,6 +129,7 @@ LRESULT CFrqCtrl::SetReadOnly(bool readOnly) {
 
 LRESULT CFrqCtrl::SetWavePath(const wchar_t* path) {
   WavePath = std::wstring_view(path ? path : L"").substr(0, MAX_PATH - 1);
+  ForgetSpectrum();
   return 0;
 }
 
@@ -129,28 +138,14 @@ LRESULT CFrqCtrl::SetKind(FrqType kind) {
   return 0;
 }
 
-LRESULT CFrqCtrl::SetViewMode(int mode) {
-  if (mode != 0 && mode != 1) return -1;
-  ViewMode = mode;
-  return 0;
-}
-
-LRESULT CFrqCtrl::SetBrightness(int brightness) {
-  if (brightness < -3 || brightness > 3) return 0;
-  Brightness = brightness;
-  RebuildNow();
-  return 0;
-}
-
-LRESULT CFrqCtrl::SetColorTable(int table) {
-  if (table < 0 || table > 5) return 0;
-  ColorTable = table;
-  RebuildNow();
-  return 0;
-}
-
 SampleCount CFrqCtrl::ColumnCount() const {
   return Map ? Map->FrameCount : 0;
+}
+
+SampleCount CFrqCtrl::ScrollableColumns() {
+  if (ColumnCount() > 0 || ViewMode != 1) return ColumnCount();
+  EnsureSpectrum();
+  return static_cast<SampleCount>(Spectrum.size());
 }
 
 void CFrqCtrl::Notify(FrqCtrlNotification code, LPARAM lParam) {

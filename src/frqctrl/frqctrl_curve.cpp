@@ -34,6 +34,8 @@ class CurveLine {
     for (std::size_t i = 0; i < pens_.size(); ++i) pens_[i] = SolidPen(penWidth, colors[i]);
   }
 
+  bool HasPoint() const { return !points_.empty(); }
+
   // A segment is selected if either end is, and unvoiced if its right end is.
   void Add(const POINT& point, bool voiced, bool selected) {
     const CurveInk ink = InkOf(voiced, selected || lastSelected_);
@@ -87,16 +89,19 @@ void DrawMarkers(HDC dc, const Curve& curve, const std::array<COLORREF, CurveInk
   });
 }
 
-// A frame without a shown value breaks the line; an unvoiced one does not.
+// A frame without a shown value breaks the line; an unvoiced one does not. A thumbnail has no markers, so that a pixel
+// stands for a point that no line may reach.
 void DrawLines(HDC dc, const Curve& curve, const std::array<COLORREF, CurveInkCount>& colors) {
   CurveLine line(dc, colors, curve.Table.DpiScaleY);
   WalkFrames(curve.Table, curve.Map, [&](const FrqFrame& frame, double x) {
     const CurveValue value = ValueOf(frame, curve.Suggested);
-    if (value.Hz > FrqNoPitch) {
-      line.Add({static_cast<int>(x + curve.MarkerSize / 2), curve.ToY(value.Hz)}, value.Voiced, frame.Selected);
-    } else {
+    if (!(value.Hz > FrqNoPitch)) {
       line.Break();
+      return;
     }
+    const POINT point{static_cast<int>(x + curve.MarkerSize / 2), curve.ToY(value.Hz)};
+    if (curve.Table.ThumbnailMode && !line.HasPoint()) SetPixelV(dc, point.x, point.y, colors[InkPlain]);
+    line.Add(point, value.Voiced, frame.Selected);
   });
   line.Break();
 }
@@ -104,10 +109,11 @@ void DrawLines(HDC dc, const Curve& curve, const std::array<COLORREF, CurveInkCo
 }  // namespace
 
 void CFrqCtrl::DrawCurve(HDC dc, const FrqMap& map, COLORREF color, COLORREF selectedColor, bool suggested) {
-  const std::array<COLORREF, CurveInkCount> colors = {color, selectedColor, Colors[ColorUnvoiced]};
+  const bool thumbnail = Geometry.ThumbnailMode;
+  const std::array<COLORREF, CurveInkCount> colors = {color, thumbnail ? color : selectedColor, Colors[ColorUnvoiced]};
   const int markerSize = std::max(static_cast<int>(Geometry.ColumnWidth() * 8.0 / 10.0), 2);
   const Curve curve{Geometry, map, suggested, markerSize};
   // All lines lie over all markers.
-  DrawMarkers(dc, curve, colors);
+  if (!thumbnail) DrawMarkers(dc, curve, colors);
   DrawLines(dc, curve, colors);
 }

@@ -2,10 +2,13 @@
 #include "frqctrl/frqctrl.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <utility>
 
+#include "base/text.h"
 #include "frqctrl/drawing.h"
+#include "frqctrl/layerevictionlist.h"
 
 namespace {
 
@@ -24,7 +27,7 @@ bool IsAccidental(int note) {
 }  // namespace
 
 bool CFrqCtrl::Draw(HDC dc, const RECT& client) {
-  const int stripWidth = LabelSize(dc).cx;
+  const int stripWidth = Geometry.ThumbnailMode ? 0 : LabelSize(dc).cx;
   Geometry.PlotRect = {client.left + stripWidth, client.top, client.right, client.bottom};
   if (!LayerDC && !BuildLayer(dc, client)) return false;
   {
@@ -37,36 +40,51 @@ bool CFrqCtrl::Draw(HDC dc, const RECT& client) {
 }
 
 void CFrqCtrl::DropLayer() {
-  LayerBitmap.reset();
   LayerDC.reset();
+  LayerBitmap = {};
 }
 
 bool CFrqCtrl::BuildLayer(HDC dc, const RECT& client) {
   MemoryDc layer(CreateCompatibleDC(dc));
-  Bitmap bitmap(CreateCompatibleBitmap(dc, client.right - client.left, client.bottom - client.top));
+  PixelBitmap bitmap(client.right - client.left, client.bottom - client.top);
   if (!layer || !bitmap) return false;
   {
     const SelectGuard selectBitmap(layer.get(), bitmap.get());
     const SelectGuard selectFont(layer.get(), GetCurrentObject(dc, OBJ_FONT));
-    DrawLayer(layer.get(), client);
+    Fill(layer.get(), SolidBrush(GroundColor()), client);
+    if (Geometry.ThumbnailMode) {
+      if (IsMapLoaded()) DrawAverageLine(layer.get(), client, *Map, Colors[ColorAverage]);
+    } else {
+      DrawLayer(layer.get(), bitmap, client);
+    }
   }
   LayerDC = std::move(layer);
   LayerBitmap = std::move(bitmap);
+  if (LayerList) LayerList->Add(Hwnd);
   return true;
 }
 
-void CFrqCtrl::DrawLayer(HDC dc, const RECT& client) {
-  Fill(dc, SolidBrush(Colors[ColorBackground]), client);
-  // The spectrum view stands on the note rows as well.
-  DrawNoteRows(dc);
-  if (Map && Map->HasMarks && ViewMode == 0) DrawMarkedColumns(dc);
+// A thumbnail tells by its ground what the user should look at: no map, or one without an average or with marks.
+COLORREF CFrqCtrl::GroundColor() const {
+  if (!Geometry.ThumbnailMode) return Colors[ColorBackground];
+  if (!IsMapLoaded()) return GetSysColor(COLOR_3DFACE);
+  return Map->Average == FrqNoPitch || Map->HasMarks ? Colors[ColorMarked] : Colors[ColorBackground];
+}
+
+void CFrqCtrl::DrawLayer(HDC dc, PixelBitmap& pixels, const RECT& client) {
+  if (ViewMode == 0) {
+    DrawNoteRows(dc, pixels);
+    if (Map && Map->HasMarks) DrawMarkedColumns(pixels);
+  }
+  // What comes next is drawn by the system, and over what is written by hand.
   DrawNoteLabels(dc, {client.left, client.top, Geometry.PlotRect.left, client.bottom});
+  if (ViewMode == 1) DrawSpectrum(pixels);
   DrawBarLines(dc);
-  if (!Map || !Map->Loaded) return;
+  if (!IsMapLoaded()) return;
 
   if (ReferenceMap) DrawAverageLine(dc, client, *ReferenceMap, Colors[ColorReferenceAverage]);
   if (!Map->DerivedAverage) DrawAverageLine(dc, client, *Map, Colors[ColorAverage]);
-  if (ViewMode == 0) DrawAmplitude(dc);
+  if (ViewMode == 0) DrawAmplitude(pixels);
   if (ReferenceMap) {
     DrawCurve(dc, *ReferenceMap, Colors[ColorReferenceCurve], Colors[ColorReferenceCurve], false);
   }
@@ -79,31 +97,39 @@ void CFrqCtrl::DrawMap(HDC dc, const RECT& client) {
   DrawCurve(dc, *Map, Colors[ColorCurve], Colors[ColorCurveSelected], false);
 }
 
-// Each line comes before the row above it, which covers the upper half of a line of more than one pixel.
-void CFrqCtrl::DrawNoteRows(HDC dc) {
+// Each line comes before the row above it, which covers the upper half of a line of more than one pixel. Such a line
+// has round ends, that reach out of the plot, and for their sake the pen draws all lines first.
+void CFrqCtrl::DrawNoteRows(HDC dc, PixelBitmap& pixels) {
   const PixelRect& plot = Geometry.PlotRect;
-  const Pen pen = SolidPen(Geometry.DpiScaleY, Colors[ColorRowLine]);
-  const Brush natural = SolidBrush(Colors[ColorNaturalRow]);
-  const Brush accidental = SolidBrush(Colors[ColorAccidentalRow]);
-  const SelectGuard selectPen(dc, pen.get());
   const double height = Geometry.RowHeight();
+  const int thickness = std::max(1, static_cast<int>(Geometry.DpiScaleY));
+  if (thickness > 1) {
+    const Pen pen = SolidPen(thickness, Colors[ColorRowLine]);
+    const SelectGuard selectPen(dc, pen.get());
+    Geometry.WalkRows(plot.top, plot.bottom, [&](int, double y) {
+      Line(dc, plot.left, static_cast<int>(y), plot.right, static_cast<int>(y));
+      return true;
+    });
+  }
+  GdiFlush();
   Geometry.WalkRows(plot.top, plot.bottom, [&](int note, double y) {
     const int bottom = static_cast<int>(y);
     const int top = std::max(static_cast<int>(y - height), plot.top);
-    Line(dc, plot.left, bottom, plot.right, bottom);
-    Fill(dc, IsAccidental(note) ? accidental : natural, {plot.left, top, plot.right, bottom});
+    const int lineTop = bottom - thickness / 2;
+    pixels.Fill({plot.left, lineTop, plot.right, lineTop + thickness}, Colors[ColorRowLine]);
+    pixels.Fill({plot.left, top, plot.right, bottom},
+                Colors[IsAccidental(note) ? ColorAccidentalRow : ColorNaturalRow]);
     return true;
   });
 }
 
-void CFrqCtrl::DrawMarkedColumns(HDC dc) {
+void CFrqCtrl::DrawMarkedColumns(PixelBitmap& pixels) {
   const PixelRect& plot = Geometry.PlotRect;
-  const Brush brush = SolidBrush(Colors[ColorMarked]);
   const double width = Geometry.ColumnWidth();
   WalkFrames(Geometry, *Map, [&](const FrqFrame& frame, double x) {
     if (frame.Mark == 0) return;
     const int right = std::min(plot.right, static_cast<int>(x + width));
-    Fill(dc, brush, {static_cast<int>(x), plot.top, right, plot.bottom});
+    pixels.Fill({static_cast<int>(x), plot.top, right, plot.bottom}, Colors[ColorMarked]);
   });
 }
 
@@ -133,14 +159,15 @@ void CFrqCtrl::DrawBarLines(HDC dc) {
   });
 }
 
-void CFrqCtrl::DrawAmplitude(HDC dc) {
+void CFrqCtrl::DrawAmplitude(PixelBitmap& pixels) {
   const PixelRect& plot = Geometry.PlotRect;
-  const Brush brush = SolidBrush(Colors[ColorAmplitude]);
   const double barWidth = Geometry.ColumnWidth() * 8.0 / 10.0;
   const double scale = Geometry.RowHeight() / 1500.0;
+  GdiFlush();
   WalkFrames(Geometry, *Map, [&](const FrqFrame& frame, double x) {
     const int right = std::min(plot.right, static_cast<int>(barWidth + x));
-    Fill(dc, brush, {static_cast<int>(x), ToPixel(plot.bottom - frame.Amplitude * scale), right, plot.bottom});
+    const int top = ToPixel(plot.bottom - frame.Amplitude * scale);
+    pixels.Fill({static_cast<int>(x), top, right, plot.bottom}, Colors[ColorAmplitude]);
   });
 }
 
@@ -149,8 +176,8 @@ void CFrqCtrl::DrawAmplitude(HDC dc) {
 void CFrqCtrl::DrawAverageLine(HDC dc, const RECT& rect, const FrqMap& map, COLORREF color) {
   const double average = map.ShownAverage();
   // 55 Hz in a file stands for no average; a derived one is a pitch at any height.
-  if (!map.DerivedAverage && average == FrqNoPitch) return;
-  const Pen pen = SolidPen(Geometry.DpiScaleY, color);
+  if (!std::isfinite(average) || (!map.DerivedAverage && average == FrqNoPitch)) return;
+  const Pen pen = Geometry.ThumbnailMode ? Pen(CreatePen(PS_DOT, 1, color)) : SolidPen(Geometry.DpiScaleY, color);
   const SelectGuard selectPen(dc, pen.get());
   const int y = Geometry.FrequencyToY(average, rect.bottom);
   Line(dc, rect.left, y, rect.right, y);
@@ -159,11 +186,11 @@ void CFrqCtrl::DrawAverageLine(HDC dc, const RECT& rect, const FrqMap& map, COLO
 }
 
 void CFrqCtrl::DrawCaption(HDC dc, const RECT& client) {
-  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Hwnd)) + 1, L'\0');
-  GetWindowTextW(Hwnd, text.data(), static_cast<int>(text.size()));
+  const std::wstring text = WindowText(Hwnd);
   RECT rect = client;
   InflateRect(&rect, -static_cast<int>(Geometry.DpiScaleX), -static_cast<int>(Geometry.DpiScaleY));
-  SetBkMode(dc, OPAQUE);
-  SetTextColor(dc, Colors[ColorText]);
+  SetBkMode(dc, Geometry.ThumbnailMode ? TRANSPARENT : OPAQUE);
+  const bool blank = Geometry.ThumbnailMode && !IsMapLoaded();
+  SetTextColor(dc, blank ? GetSysColor(COLOR_BTNTEXT) : Colors[ColorText]);
   DrawTextW(dc, text.c_str(), -1, &rect, DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
 }

@@ -24,8 +24,8 @@ void SetUpBar(HWND window, int bar, int last, int page, int position) {
 
 }  // namespace
 
-void CFrqCtrl::SetUpScrollBars() {
-  SetUpBar(Hwnd, SB_HORZ, BarInterval - 1 + ColumnCount(), BarInterval, 0);
+void CFrqCtrl::SetUpScrollBars(SampleCount columns) {
+  SetUpBar(Hwnd, SB_HORZ, BarInterval - 1 + columns, BarInterval, 0);
   // The page takes the last positions away, which leaves kBottomNote as the lowest note.
   SetUpBar(Hwnd, SB_VERT, 100, 6, VerticalPosition(Geometry.BottomNote));
 }
@@ -53,7 +53,11 @@ LRESULT CFrqCtrl::OnHScroll(UINT code, int, HWND) {
   return 0;
 }
 
-LRESULT CFrqCtrl::OnVScroll(UINT code, int, HWND) {
+LRESULT CFrqCtrl::OnVScroll(UINT code, int, HWND scrollBar) {
+  if (scrollBar && GetDlgCtrlID(scrollBar) == IDC_TABLE_TRACKBAR) {
+    OnTrackbarMoved();
+    return 0;
+  }
   if (const auto position = StepScroll(Hwnd, SB_VERT, code)) {
     Geometry.BottomNote = kTopNote - *position;
     RebuildNow();
@@ -78,9 +82,13 @@ LRESULT CFrqCtrl::OnMouseWheel(WPARAM keys, int x, int y, int delta) {
 // One notch, a delta of 120, is four columns, one semitone or one step of the zoom. The keys are compared as a whole:
 // with a mouse button down the wheel does nothing.
 void CFrqCtrl::ScrollByWheel(WPARAM keys, int delta) {
-  if (keys == MK_SHIFT) ScrollColumnsByWheel(delta);
-  if (keys == MK_CONTROL) StepZoom(delta < 0);
-  if (keys == 0) ScrollNotesByWheel(delta);
+  if (keys == MK_SHIFT || Geometry.ThumbnailMode) {
+    ScrollColumnsByWheel(delta);
+  } else if (keys == MK_CONTROL) {
+    StepZoom(delta < 0);
+  } else if (keys == 0) {
+    ScrollNotesByWheel(delta);
+  }
 }
 
 void CFrqCtrl::ScrollColumnsByWheel(int delta) {
@@ -94,4 +102,21 @@ void CFrqCtrl::ScrollNotesByWheel(int delta) {
   Geometry.BottomNote = std::clamp(Geometry.BottomNote + delta / WHEEL_DELTA, kBottomNote, kTopNote);
   RebuildNow();
   SetScrollPosition(SB_VERT, VerticalPosition(Geometry.BottomNote));
+}
+
+// Scrolls so that a column at the edge of the plot, or beyond it, comes into view with two columns to spare.
+void CFrqCtrl::EnsureColumnVisible(SampleCount column) {
+  SCROLLINFO info{};
+  info.cbSize = sizeof(info);
+  info.fMask = SIF_POS;
+  GetScrollInfo(Hwnd, SB_HORZ, &info);
+  const int first = info.nPos;
+  const auto visible = static_cast<int>((Geometry.PlotRect.right - Geometry.PlotRect.left) / Geometry.ColumnWidth());
+  if (column > first + 3 && column < first + visible - 3) return;
+  if (column < first) info.nPos = column - 2;
+  if (column >= first + visible) info.nPos = column - visible + 2;
+  SetScrollInfo(Hwnd, SB_HORZ, &info, TRUE);
+  // The system limits what it is given.
+  GetScrollInfo(Hwnd, SB_HORZ, &info);
+  Geometry.ScrollColumn = info.nPos;
 }

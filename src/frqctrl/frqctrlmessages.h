@@ -11,6 +11,7 @@
 #include "frqmap/frqtype.h"
 
 class FrqMap;
+class LayerEvictionList;
 
 enum FrqCtrlMessage : UINT {
   FCM_TOGGLEBRIGHTNESS = 32775,
@@ -39,11 +40,18 @@ enum FrqCtrlMessage : UINT {
   FCM_GETCOLORTABLE = 32810,
 };
 
+// The children of the control.
+enum FrqCtrlChild {
+  IDC_TABLE_VIEW = 2003,        // the button between note rows and spectrum
+  IDC_TABLE_BRIGHTNESS = 2004,  // the label that opens the trackbar
+  IDC_TABLE_TRACKBAR = 2005,    // the brightness
+};
+
 // Notification codes of the WM_COMMAND that the control sends to its parent.
 enum FrqCtrlNotification : UINT {
-  FCN_FRAMECHANGED = 0x100,      // lParam: the column, -1 for all
-  FCN_ZOOMCHANGED = 0x101,       // lParam: the zoom step
-  FCN_AVERAGECHANGED = 0x102,    // lParam: the control, as in the rows below
+  FCN_FRAMECHANGED = 0x100,    // lParam: the column, -1 for all
+  FCN_ZOOMCHANGED = 0x101,     // lParam: the zoom step
+  FCN_AVERAGECHANGED = 0x102,  // lParam: the control, as in the rows below
   FCN_THUMBNAILCLICKED = 0x103,
   FCN_SELECTIONCHANGED = 0x104,
 };
@@ -63,6 +71,10 @@ class FrqCtrlSender {
   int Zoom() const { return static_cast<int>(Send(FCM_GETZOOM)); }
   void SetZoom(int zoom) const { Send(FCM_SETZOOM, static_cast<WPARAM>(zoom)); }
   void DropLayer() const { Send(FCM_DROPLAYER); }
+  void EvictLayer() const { Send(FCM_EVICTLAYER); }
+  void SetThumbnail(bool on) const { Send(FCM_SETTHUMBNAIL, on); }
+  void SetAutoSize(bool on) const { Send(FCM_SETAUTOSIZE, on); }
+  void SetLayerList(LayerEvictionList* list) const { Send(FCM_SETLAYERLIST, 0, Pointer(list)); }
   // Frequencies [Hz] that a stroke may give.
   void SetLimits(double highest, double lowest) const { Send(FCM_SETLIMITS, Pointer(&highest), Pointer(&lowest)); }
   void SetReadOnly(bool readOnly) const { Send(FCM_SETREADONLY, readOnly); }

@@ -45,6 +45,21 @@ double TableGeometry::RowHeight() const {
   return DpiScaleY * (ThumbnailMode ? 1.0 : kRowHeights[static_cast<std::size_t>(Zoom)]);
 }
 
+std::vector<int> TableGeometry::NotesOfSpectrumRows() const {
+  const int height = PlotRect.bottom - PlotRect.top;
+  const double rowHeight = RowHeight();
+  const auto noteAt = [&](double distance) { return (distance - rowHeight * 0.5) / rowHeight + BottomNote; };
+  std::vector<int> notes(static_cast<std::size_t>(std::max(height, 0)), kNoNote);
+  const int highest = Truncate(noteAt(height) + 2.0);
+  // From below, so that a cell covers the one under it.
+  for (int note = Truncate(noteAt(0)); note <= highest; ++note) {
+    const int top = height - Truncate(rowHeight * (note - 0.5 - BottomNote) + rowHeight * 0.5);
+    const int bottom = Truncate(top + rowHeight);
+    for (int y = std::max(top, 0); y < std::min(bottom, height); ++y) notes[static_cast<std::size_t>(y)] = note;
+  }
+  return notes;
+}
+
 SampleCount TableGeometry::XToColumn(int x, bool strict, SampleCount frameCount) const {
   if (strict && (x < PlotRect.left || x >= PlotRect.right)) return -1;
   const double position = (static_cast<double>(x) - PlotRect.left) / ColumnWidth() + ScrollColumn;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "base/sample.h"
 
@@ -30,6 +31,7 @@ struct StrokeLimits {
 inline constexpr int kZoomCount = 7;
 inline constexpr int kTopNote = 119;
 inline constexpr int kBottomNote = 24;
+inline constexpr int kNoNote = -1;
 
 // No y of a frequency is farther from the plot than this: arithmetic on pixels cannot overflow, and a wide line to an
 // infinite frequency does not take seconds to draw. Any pitch that makes sense is well within.
@@ -39,9 +41,9 @@ inline constexpr int kFarthestPixel = 1 << 16;
 int ToPixel(double coordinate);
 
 struct TableGeometry {
-  PixelRect PlotRect;            // where frames are drawn
-  int Zoom = 0;                  // 0 to kZoomCount - 1
-  double DpiScaleX = 1.0;        // the screen's dots per inch / 96
+  PixelRect PlotRect;      // where frames are drawn
+  int Zoom = 0;            // 0 to kZoomCount - 1
+  double DpiScaleX = 1.0;  // the screen's dots per inch / 96
   double DpiScaleY = 1.0;
   int BottomNote = kBottomNote;  // note number of the lowest row
   SampleCount ScrollColumn = 0;  // column at the left edge of the plot
@@ -72,6 +74,10 @@ struct TableGeometry {
       if (!visit(note, y)) return;
     }
   }
+
+  // The note that the spectrum shows in each row of pixels of the plot, from the top; kNoNote for a row between two
+  // cells, which are as high as a row of notes is in whole pixels.
+  std::vector<int> NotesOfSpectrumRows() const;
 
   // Column at x. `strict`: -1 outside the plot or outside the map's `frameCount` columns. Otherwise the mapping goes
   // on in both directions.

@@ -29,7 +29,7 @@ std::uint32_t SpectrumColor(int colorTable, int level, bool highContrast) {
   return color;
 }
 
-std::array<std::uint32_t, 256> SpectrumColors(int colorTable, bool highContrast) {
+SpectrumPalette SpectrumColors(int colorTable, bool highContrast) {
   std::array<std::uint32_t, 256> colors;
   for (std::size_t level = 0; level < colors.size(); ++level) {
     colors[level] = SpectrumColor(colorTable, static_cast<int>(level), highContrast);

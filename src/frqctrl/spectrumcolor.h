@@ -9,5 +9,7 @@
 // `level`: 0 to 255.
 std::uint32_t SpectrumColor(int colorTable, int level, bool highContrast);
 
+using SpectrumPalette = std::array<std::uint32_t, 256>;
+
 // Those of all levels.
-std::array<std::uint32_t, 256> SpectrumColors(int colorTable, bool highContrast);
+SpectrumPalette SpectrumColors(int colorTable, bool highContrast);

@@ -11,17 +11,12 @@
 #include "frqctrl/spectrum.h"
 #include "frqctrl/spectrumbands.h"
 #include "frqctrl/spectrumcolor.h"
-#include "native/vectors.h"
+#include "native/family.h"
 #include "native/wavebytes.h"
 
 namespace {
 
-using vectors::Json;
-
-const Json& Expected(const char* key) {
-  static const Json all = Json::parse(vectors::OpenData("spectrum.json"));
-  return all.at(key);
-}
+using testdata::Json;
 
 std::vector<FftPath> PathsOfThisMachine() {
   std::vector<FftPath> paths;
@@ -89,13 +84,15 @@ TEST(Spectrum, EveryPathGivesTheMagnitudesOfTheDefinition) {
   }
 }
 
-TEST(Spectrum, WavesGiveTheKnownBinsLevelsAndIntensities) {
-  for (const Json& test : Expected("spectrum")) {
-    const Bytes file = vectors::FileBytes(test["file"]);
+TEST(vectors, BinsLevelsAndIntensitiesOfWaves) {
+  Family family("spectrum");
+  for (const Json& test : family.Entries()) {
+    const Bytes file = Family::File(test["file"]);
     WaveBytes source(file);
     const auto wave = DecodeWav(source, false);
     SpectrumTable table;
-    EXPECT_EQ(AnalyzeWave(table, {wave->format.channels, wave->format.bitsPerSample, wave->samples}), test["result"]);
+    family.Expect(AnalyzeWave(table, {wave->format.channels, wave->format.bitsPerSample, wave->samples}),
+                  test["result"]);
     ASSERT_EQ(table.size(), test["entries"]) << test["case"];
 
     SpectrumSteps steps(table, wave->format.samplesPerSec);
@@ -111,8 +108,7 @@ TEST(Spectrum, WavesGiveTheKnownBinsLevelsAndIntensities) {
       for (const auto& [brightness, intensities] : frame["intensities"].items()) {
         const IntensityTable intensity(std::stoi(brightness));
         for (int i = 0; i < 96; ++i) {
-          EXPECT_EQ(intensity.OfStep(steps.Of(entry)[steps.IndexOf(24 + i)]), intensities[i])
-              << entry << ", note " << i;
+          family.Expect(intensity.OfStep(steps.Of(entry)[steps.IndexOf(24 + i)]), intensities[i]);
         }
       }
     }
@@ -169,33 +165,33 @@ TEST(Spectrum, ManyThreadsGiveWhatOneGives) {
   for (std::size_t j = 0; j < alone.size(); ++j) ASSERT_TRUE(SameFrame(alone[j], together[j])) << "entry " << j;
 }
 
-TEST(Bands, TheirEdgesStayWithinTheBlock) {
-  for (const Json& test : Expected("bands_at_the_limit")) {
+TEST(vectors, BandsAtTheLimit) {
+  Family family("bands_at_the_limit");
+  for (const Json& test : family.Entries()) {
     std::vector<NoteBand> bands;
     BuildNoteBands(test["low"], test["high"], test["sample_rate"], bands);
-    ASSERT_EQ(bands.size(), test["edges"].size());
-    for (std::size_t i = 0; i < bands.size(); ++i) {
-      EXPECT_NEAR(bands[i].LowBin, test["edges"][i][0], 1e-7);
-      EXPECT_NEAR(bands[i].HighBin, test["edges"][i][1], 1e-7);
-    }
+    Json edges;
+    for (const NoteBand& band : bands) edges.push_back({band.LowBin, band.HighBin});
+    family.Expect(edges, test["edges"], 1e-9);
   }
 }
 
-TEST(Bands, TheirLevelIsTheMeanWithInterpolatedEdges) {
-  std::vector<double> magnitudes = vectors::Numbers(Expected("band_level")["magnitudes"]);
-  for (const Json& test : Expected("band_level")["cases"]) {
-    const double level = test["level"];
-    EXPECT_NEAR(BandLevel({test["band"][0], test["band"][1]}, magnitudes.data()), level, level * 1e-9) << test["band"];
+TEST(vectors, BandLevels) {
+  Family family("band_level");
+  const std::vector<double> magnitudes = testdata::Numbers(family.Entries()["magnitudes"]);
+  for (const Json& test : family.Entries()["cases"]) {
+    family.Expect(BandLevel({test["band"][0], test["band"][1]}, magnitudes.data()), test["level"], 1e-9);
   }
   const double top = magnitudes[1023];
   EXPECT_DOUBLE_EQ(BandLevel({1023.5, 1023.75}, magnitudes.data()), (0.5 * 0.5 * top + 0.75 * 0.25 * top) / 0.25);
   EXPECT_EQ(BandLevel({1023.5, 1023.0}, magnitudes.data()), 0.0) << "limited to below its lower edge";
 }
 
-TEST(Intensities, TheyAreThoseOfTheTable) {
-  for (const Json& test : Expected("level_to_intensity")) {
+TEST(vectors, Intensities) {
+  Family family("level_to_intensity");
+  for (const Json& test : family.Entries()) {
     for (const auto& [brightness, wanted] : test["intensity"].items()) {
-      EXPECT_EQ(LevelToIntensity(test["level"], std::stoi(brightness)), wanted) << test["level"] << " " << brightness;
+      family.Expect(LevelToIntensity(test["level"], std::stoi(brightness)), wanted);
     }
   }
   for (const double odd : {-0.1, -std::numeric_limits<double>::infinity(), std::nan("")}) {
@@ -238,23 +234,26 @@ TEST(Intensities, TheCacheHoldsEveryNoteAtEveryRate) {
   }
 }
 
-TEST(SpectrumColors, EachTableHasItsOrderOfTheRamps) {
-  const Json& levels = Expected("spectrum_color_levels");
-  for (const Json& test : Expected("spectrum_color")) {
-    const auto colors = SpectrumColors(test["table"], test["high_contrast"]);
-    for (std::size_t i = 0; i < levels.size(); ++i) {
-      EXPECT_EQ(colors[levels[i].get<std::size_t>()], test["colors"][i]) << test["table"] << " " << levels[i];
+TEST(vectors, SpectrumColors) {
+  Family family("spectrum_color");
+  for (const Json& test : family.Entries()) {
+    const SpectrumPalette colors = SpectrumColors(test["table"], test["high_contrast"]);
+    Json shown;
+    for (const Json& level : Family::Everything()["spectrum_color_levels"]) {
+      shown.push_back(colors[level.get<std::size_t>()]);
     }
+    family.Expect(shown, test["colors"]);
   }
 }
 
-TEST(SpectrumColumns, AColumnShowsTheNearestEntryOrNone) {
-  for (const Json& test : Expected("column_entry")) {
+TEST(vectors, EntriesOfColumns) {
+  Family family("column_entry");
+  for (const Json& test : family.Entries()) {
     std::vector<std::int64_t> entries;
     for (std::size_t c = 0; c < test["entries"].size(); ++c) {
       entries.push_back(SpectrumEntryOfColumn(static_cast<std::int64_t>(c), test["hop"], 1000));
     }
-    EXPECT_EQ(Json(entries), test["entries"]) << test["hop"];
+    family.Expect(entries, test["entries"]);
   }
   EXPECT_EQ(SpectrumEntryOfColumn(7, 256.0, 4), -1) << "behind the last";
   EXPECT_EQ(SpectrumEntryOfColumn(6, 256.0, 4), 3);

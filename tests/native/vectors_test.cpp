@@ -262,15 +262,36 @@ TEST(vectors, Vs) {
 }
 
 TEST(vectors, EveryFamilyIsComparedOrKnownToWait) {
-  const std::set<std::string> compared = {"about",   "waves",   "maps",       "rows",  "frame_estimates", "mrq_keys",
-                                          "mrq",     "text",    "moreconfig", "oto",   "plugin",          "ini",
-                                          "names",   "notes",   "captions",   "edits", "selection",       "marks",
-                                          "regions", "control", "fit_size",   "vs"};
-  const std::set<std::string> waiting = {"find_failure",   "check",
-                                         "spectrum",       "bands_at_the_limit",
-                                         "band_level",     "level_to_intensity",
-                                         "spectrum_color", "spectrum_color_levels",
-                                         "column_entry"};
+  const std::set<std::string> compared = {"about",
+                                          "waves",
+                                          "maps",
+                                          "rows",
+                                          "frame_estimates",
+                                          "mrq_keys",
+                                          "mrq",
+                                          "text",
+                                          "moreconfig",
+                                          "oto",
+                                          "plugin",
+                                          "ini",
+                                          "names",
+                                          "notes",
+                                          "captions",
+                                          "edits",
+                                          "selection",
+                                          "marks",
+                                          "regions",
+                                          "control",
+                                          "fit_size",
+                                          "vs",
+                                          "spectrum",
+                                          "bands_at_the_limit",
+                                          "band_level",
+                                          "level_to_intensity",
+                                          "spectrum_color",
+                                          "spectrum_color_levels",
+                                          "column_entry"};
+  const std::set<std::string> waiting = {"find_failure", "check"};
   for (const auto& [name, entries] : Family::Everything().items()) {
     if (waiting.contains(name)) std::printf("%s: not compared: %zu\n", name.c_str(), entries.size());
     EXPECT_TRUE(compared.contains(name) || waiting.contains(name)) << name;

@@ -1,47 +1,14 @@
 // The frequency table control in a real window: its messages, its scroll bars, and its picture pixel by pixel.
-#include "frqctrl/frqctrl.h"
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
 #include <climits>
-#include <cmath>
 #include <limits>
-#include <vector>
 
-#include "base/note.h"
+#include "win/tablewindow.h"
 
 namespace {
 
-constexpr int kFrameCount = 60;
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr COLORREF kAverageInk = 0x0000FF;
-
-// A picture in memory that can be drawn into and read, with the same colours on every screen.
-struct Picture {
-  Picture(int width, int height) : Width(width), Height(height), Dc(CreateCompatibleDC(nullptr)) {
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof(info.bmiHeader), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    Section.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, nullptr, nullptr, 0));
-    SelectObject(Dc.get(), Section.get());
-  }
-  COLORREF At(int x, int y) const { return GetPixel(Dc.get(), x, y); }
-
-  int Width, Height;
-  Bitmap Section;
-  MemoryDc Dc;  // goes first, as the section is selected into it
-};
-
-// "same", or the first point where two pictures differ.
-std::string Difference(const Picture& a, const Picture& b, int left = 0) {
-  for (int y = 0; y < a.Height; ++y) {
-    for (int x = left; x < a.Width; ++x) {
-      if (a.At(x, y) != b.At(x, y)) return "other at " + std::to_string(x) + ", " + std::to_string(y);
-    }
-  }
-  return "same";
-}
 
 // The picture as its rules tell it for a point, where the control itself goes step by step over frames and rows.
 // For a screen of 96 dpi, where all sizes are whole.
@@ -111,83 +78,6 @@ struct PlainTable {
     DrawCurve(dc, suggestions, 0xFF8080, 0x8080FF);
     DrawCurve(dc, map, 0xFF0000, 0x0000FF);
   }
-};
-
-// Voiced but for two gaps with a lone frame between them, frames 32 to 37 without voice though with a pitch, and marks
-// with and without a suggestion.
-FrqMap ExampleMap() {
-  FrqMap map;
-  map.Create(kFrameCount, FrqTypeFrq);
-  map.Loaded = map.HasMarks = true;
-  map.Average = NoteToHz(52.37);
-  for (int i = 0; i < kFrameCount; ++i) {
-    FrqFrame& frame = map.Frames[static_cast<std::size_t>(i)];
-    const bool gap = i == 20 || i == 22;
-    frame.Frequency = gap ? 55.0 : NoteToHz(50.2 + 6.0 * std::sin(i * 0.4));
-    frame.Voiced = !gap && (i < 32 || i > 37);
-    frame.Amplitude = 137.0 * i;
-    frame.Mark = i % 9 < 3 ? 1 : 0;
-    frame.SuggestedFrequency = i % 9 == 2 ? 0.0 : NoteToHz(57.31);
-  }
-  return map;
-}
-
-FrqMap ExampleReference() {
-  FrqMap map = ExampleMap();
-  map.Average = NoteToHz(48.73);
-  for (FrqFrame& frame : map.Frames) frame.Frequency *= frame.Voiced ? 1.1 : 1.0;
-  return map;
-}
-
-// What the parent was told last.
-std::pair<WPARAM, LPARAM> told;
-
-LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_COMMAND) told = {wParam, lParam};
-  return DefWindowProcW(window, message, wParam, lParam);
-}
-
-class FrqCtrlTest : public testing::Test {
- protected:
-  static void SetUpTestSuite() { RegisterControl<CFrqCtrl>(); }
-  FrqCtrlTest() {
-    SetWindowLongPtrW(parent_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ParentProc));
-    told = {};
-  }
-  ~FrqCtrlTest() override { DestroyWindow(parent_); }
-
-  static HWND MakeWindow(const wchar_t* windowClass, DWORD style, int x, int width, HWND parent, INT_PTR id) {
-    return CreateWindowW(windowClass, L"", WS_VISIBLE | style, x, 0, width, 330, parent, reinterpret_cast<HMENU>(id),
-                         nullptr, nullptr);
-  }
-  LRESULT Send(UINT message, int wParam, LPARAM lParam = 0) {
-    return SendMessageW(control_, message, static_cast<WPARAM>(wParam), lParam);
-  }
-  void Show(const FrqMap* reference, FrqMap* map) {
-    control.SetMaps(reference, map);
-    control.RepaintNow();
-  }
-  // The client area as it stands on the screen.
-  Picture Shown() {
-    RECT client{};
-    GetClientRect(control_, &client);
-    Picture picture(client.right, client.bottom);
-    const HDC dc = GetDC(control_);
-    BitBlt(picture.Dc.get(), 0, 0, client.right, client.bottom, dc, 0, 0, SRCCOPY);
-    ReleaseDC(control_, dc);
-    return picture;
-  }
-  int StripWidth() {
-    SIZE size{};
-    GetTextExtentPoint32W(Picture(1, 1).Dc.get(), L"C0", 2, &size);
-    return size.cx;
-  }
-  FrqMap map_ = ExampleMap();
-  FrqMap reference_ = ExampleReference();
-  HWND parent_ = MakeWindow(L"STATIC", WS_POPUP, 0, 640, nullptr, 0);
-  HWND control_ = MakeWindow(L"FrequencyTableControl", WS_CHILD | WS_HSCROLL | WS_VSCROLL, 0, 500, parent_, 1001);
-  HWND sibling_ = MakeWindow(L"STATIC", WS_CHILD, 520, 100, parent_, 1004);
-  const FrqCtrlSender control{control_};
 };
 
 TEST_F(FrqCtrlTest, ThePictureIsRightAtEveryZoomAndPlace) {
@@ -266,11 +156,12 @@ TEST_F(FrqCtrlTest, TheWheelScrollsAndZoomsWhatIsUnderThePointer) {
   };
   for (const auto& row : rows) {
     Send(WM_MOUSEWHEEL, MAKEWPARAM(row.keys, row.delta), MAKELPARAM(100, 9));
-    const int seen[] = {GetScrollPos(control_, SB_HORZ), GetScrollPos(control_, SB_VERT), control.Zoom(), told.second};
+    const int seen[] = {GetScrollPos(control_, SB_HORZ), GetScrollPos(control_, SB_VERT), control.Zoom(),
+                        told.empty() ? 0 : told.back().second};
     EXPECT_THAT(seen, testing::ElementsAre(row.column, row.upright, row.zoom, row.zoom))
         << row.keys << " " << row.delta;
   }
-  EXPECT_EQ(told.first, WPARAM(MAKEWPARAM(1001, FCN_ZOOMCHANGED))) << "so the parent hears of each step";
+  EXPECT_EQ(told.back().first, WPARAM(MAKEWPARAM(1001, FCN_ZOOMCHANGED))) << "so the parent hears of each step";
   Send(WM_MOUSEWHEEL, MAKEWPARAM(MK_SHIFT, 120), MAKELPARAM(560, 9));
   EXPECT_EQ(GetScrollPos(control_, SB_HORZ), 59);
   MSG message{};
