@@ -1,15 +1,22 @@
 // The frequency table control in a real window: its messages, its scroll bars, and its picture pixel by pixel.
 #include <climits>
 #include <limits>
+#include <set>
 
+#include "frqctrl/spectrumcolor.h"
+#include "voicebank/waveheader.h"
 #include "win/tablewindow.h"
+
+#define WIDEN_TEXT(text) L##text
+#define WIDEN(text) WIDEN_TEXT(text)
 
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr COLORREF kAverageInk = 0x0000FF;
-
+constexpr wchar_t kSpectrumWave[] = WIDEN(MARLIT_TEST_DATA) L"/voice/no.wav";
+constexpr wchar_t kShortWave[] = WIDEN(MARLIT_TEST_DATA) L"/voice/そ.wav";
 // The picture as its rules tell it for a point, where the control itself goes step by step over frames and rows.
 // For a screen of 96 dpi, where all sizes are whole.
 struct PlainTable {
@@ -107,6 +114,82 @@ TEST_F(FrqCtrlTest, ThePictureIsRightAtEveryZoomAndPlace) {
     Picture expected(shown.Width, shown.Height);
     table.Draw(expected.Dc.get(), map_, reference_);
     EXPECT_EQ(Difference(shown, expected, left), "same");
+  }
+}
+
+// The cells one by one, as the picture is told.
+void DrawPlainSpectrum(HDC dc, const PlainTable& table, double hop, int brightness, int colors) {
+  SpectrumTable entries;
+  WaveHeader wave;
+  wave.Load(kSpectrumWave, false);
+  AnalyzeWave(entries, {wave.format.channels, wave.format.bitsPerSample, wave.samples});
+  const auto fill = [&](int left, int top, int right, int bottom, COLORREF color) {
+    const Brush brush(CreateSolidBrush(color));
+    const RECT rect{left, top, right, bottom};
+    FillRect(dc, &rect, brush.get());
+  };
+  fill(table.left, 0, table.left + table.width, table.height, SpectrumColor(colors, 0, false));
+  const int low = static_cast<int>(table.bottomNote - 0.5);
+  const int high = static_cast<int>((table.height - table.rowHeight * 0.5) / table.rowHeight + table.bottomNote + 2.0);
+  std::vector<NoteBand> bands;
+  BuildNoteBands(low, high, wave.format.samplesPerSec, bands);
+  for (int column = table.scrollColumn, x = table.left; x < table.left + table.width; ++column) {
+    const auto entry = static_cast<std::size_t>(column * hop / 512.0 + 0.5);
+    for (int note = low; note <= high && entry < entries.size(); ++note) {
+      const double level = BandLevel(bands[static_cast<std::size_t>(note - low)], entries[entry]);
+      const double up = table.rowHeight * (note - 0.5 - table.bottomNote) + table.rowHeight * 0.5;
+      const int top = table.height - static_cast<int>(up);
+      fill(x, top, x + table.columnWidth, top + table.rowHeight,
+           SpectrumColor(colors, LevelToIntensity(level, brightness), false));
+    }
+    if (column % 17 == 0) fill(x, 0, x + 1, table.height, 0xFFFF00);
+    x += table.columnWidth;
+  }
+}
+
+TEST_F(FrqCtrlTest, TheSpectrumHasEveryCellInItsPlace) {
+  FrqMap silent;
+  silent.Create(100, FrqTypeFrq);
+  silent.Loaded = true;
+  silent.Average = 55.0;
+  silent.Hop = 441;
+  struct {
+    FrqType kind;
+    FrqMap* map;
+    int zoom, columnWidth, rowHeight, scrollColumn, bottomNote, brightness, colors;
+    double hop;
+  } const rows[] = {{FrqTypeFrq, nullptr, 0, 2, 3, 0, 24, 0, 0, 256.0},
+                    {FrqTypeVs4ufrq, nullptr, 1, 4, 5, 30, 40, -3, 3, 220.5},
+                    {FrqTypeFrq, &silent, 4, 15, 15, 5, 60, 3, 5, 441.0}};
+  control.SetWavePath(kSpectrumWave);
+  control.SetViewMode(1);
+  ShowWindow(GetDlgItem(control_, IDC_TABLE_BRIGHTNESS), SW_HIDE);
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.zoom);
+    control.SetKind(row.kind);
+    Show(&silent, row.map);
+    control.SetZoom(row.zoom);
+    control.SetBrightness(row.brightness);
+    control.SetColorTable(row.colors);
+    Send(FCM_SETSCROLLCOLUMN, row.scrollColumn);
+    while (kTopNote - GetScrollPos(control_, SB_VERT) < row.bottomNote) Send(WM_VSCROLL, SB_LINEUP);
+    const Picture shown = Shown();
+    const int left = StripWidth();
+    Picture expected(shown.Width, shown.Height);
+    DrawPlainSpectrum(
+        expected.Dc.get(),
+        {left, shown.Width - left, shown.Height, row.columnWidth, row.rowHeight, row.bottomNote, row.scrollColumn},
+        row.hop, row.brightness, row.colors);
+    EXPECT_EQ(Difference(shown, expected, left), "same");
+    std::set<COLORREF> inks;
+    for (int i = left; i < shown.Width; i += 3) inks.insert(shown.At(i, shown.Height - i % 97 * 2 - 1));
+    EXPECT_GT(inks.size(), 5u) << "there is something to see";
+  }
+  for (const wchar_t* const none : {L"", L"Z:\\nowhere.wav", kShortWave}) {
+    control.SetWavePath(none);
+    control.DropLayer();
+    control.RepaintNow();
+    EXPECT_EQ(Shown().At(StripWidth() + 40, 40), SpectrumColor(5, 0, false)) << none;
   }
 }
 

@@ -1,0 +1,262 @@
+// The frequency table control under the mouse: what a drag writes into the map, and what the parent hears of it.
+#include <windows.h>
+#include <commctrl.h>
+
+#include "frqctrl/layerevictionlist.h"
+#include "resources/ids.h"
+#include "win/tablewindow.h"
+
+namespace {
+
+constexpr int kZoom = 3;
+constexpr int kCell = 10;  // pixels of a column and of a row at this zoom
+
+class FrqCtrlMouse : public FrqCtrlTest {
+ protected:
+  FrqCtrlMouse() {
+    map_.HasMarks = false;
+    control.SetZoom(kZoom);
+    Show(&reference_, &map_);
+    told.clear();
+  }
+  ~FrqCtrlMouse() override { HoldControl(false); }
+
+  int X(int column) { return StripWidth() + column * kCell + kCell / 2; }
+  // The middle of a note's row.
+  int Y(int note) { return Shown().Height - (note - 24) * kCell - kCell / 2; }
+  void Mouse(UINT message, int x, int y) { Send(message, 0, MAKELPARAM(x, y)); }
+  void DragTo(UINT press, UINT release, const std::vector<POINT>& points) {
+    Mouse(WM_MOUSEMOVE, points.front().x, points.front().y);  // as a mouse comes
+    Mouse(press, points.front().x, points.front().y);
+    for (const POINT& point : points) Mouse(WM_MOUSEMOVE, point.x, point.y);
+    Mouse(release, points.back().x, points.back().y);
+  }
+  void Drag(const std::vector<POINT>& points) { DragTo(WM_LBUTTONDOWN, WM_LBUTTONUP, points); }
+  static void HoldControl(bool down) {
+    INPUT key{};
+    key.type = INPUT_KEYBOARD;
+    key.ki.wVk = VK_CONTROL;
+    key.ki.dwFlags = down ? 0 : KEYEVENTF_KEYUP;
+    SendInput(1, &key, sizeof(key));
+  }
+  // The columns of the notifications of changed frames, in their order.
+  static std::vector<int> ToldColumns() {
+    std::vector<int> columns;
+    for (const auto& [code, value] : told) {
+      if (HIWORD(code) == FCN_FRAMECHANGED) columns.push_back(static_cast<int>(value));
+    }
+    return columns;
+  }
+  std::vector<int> Selected() const {
+    std::vector<int> frames;
+    for (int i = 0; i < map_.FrameCount; ++i) {
+      if (map_.Frames[static_cast<std::size_t>(i)].Selected) frames.push_back(i);
+    }
+    return frames;
+  }
+  static std::vector<WORD> ToldCodes() {
+    std::vector<WORD> codes;
+    for (const auto& message : told) codes.push_back(HIWORD(message.first));
+    return codes;
+  }
+  bool IsShown(int id) const { return IsWindowVisible(GetDlgItem(control_, id)) != 0; }
+};
+
+TEST_F(FrqCtrlMouse, AStrokeSetsEveryColumnThatItPassesAndNoOther) {
+  const int last = kFrameCount - 1;
+  Send(FCM_SETSCROLLCOLUMN, 30);
+  const auto x = [&](int column) { return X(column - 30); };
+  struct {
+    std::vector<POINT> points;
+    std::vector<int> columns;
+    std::vector<int> notes;  // of these columns; 0: no pitch
+  } const tests[] = {
+      {{{x(31), Y(40)}}, {31, 31}, {40, 40}},  // the press, and a move that stays
+      {{{x(31), Y(40)}, {x(34), Y(43)}}, {31, 31, 31, 32, 33, 34}, {40, 40, 40, 41, 42, 43}},
+      {{{x(34), Y(40)}, {x(31), Y(46)}}, {34, 34, 34, 33, 32, 31}, {40, 40, 40, 42, 44, 46}},
+      {{{x(32), Y(40)}, {x(30) - 11 * kCell, Y(40)}},
+       {32, 32, 32, 31, 30, 29, 28, 27, 26, 25, 24, 23, 22, 21, 20, 19},
+       std::vector<int>(16, 40)},
+      {{{x(last), Y(40)}}, {last}, {40}},  // a move in the last column is none
+      {{{x(last - 1), Y(40)}, {x(last) + 3 * kCell, Y(44)}}, {last - 1, last - 1, last - 1, last}, {40, 40, 40, 41}},
+      {{{x(31), Shown().Height + 50}}, {31, 31}, {0, 0}},
+      {{{x(31), -9999}}, {31, 31}, {119, 119}},
+  };
+  for (const auto& test : tests) {
+    for (const bool erase : {false, true}) {
+      FrqMap before = ExampleMap();
+      map_.Frames = before.Frames;
+      told.clear();
+      if (erase) DragTo(WM_RBUTTONDOWN, WM_RBUTTONUP, test.points);
+      if (!erase) Drag(test.points);
+      EXPECT_EQ(ToldColumns(), test.columns) << erase;
+      for (std::size_t i = 0; i < test.columns.size(); ++i) {
+        FrqFrame& frame = map_.Frames[static_cast<std::size_t>(test.columns[i])];
+        // The last time that the stroke came through a column counts.
+        const auto later = std::find(test.columns.rbegin(), test.columns.rend(), test.columns[i]);
+        const int note = erase ? 0 : test.notes[static_cast<std::size_t>(test.columns.rend() - later - 1)];
+        EXPECT_NEAR(frame.Frequency, note ? NoteToHz(note) : 55.0, 1e-9) << test.columns[i];
+        EXPECT_EQ(frame.Voiced, note != 0);
+        EXPECT_EQ(frame.Selected, test.columns[i] == test.columns.back());
+        before.Frames[static_cast<std::size_t>(test.columns[i])] = frame;
+      }
+      EXPECT_TRUE(std::ranges::equal(map_.Frames, before.Frames, {}, &FrqFrame::Frequency, &FrqFrame::Frequency));
+    }
+  }
+}
+
+TEST_F(FrqCtrlMouse, ARefusedPressWritesNothingButTheRightButtonErasesAllTheSame) {
+  const FrqMap before = map_;
+  struct {
+    int x;
+    bool readOnly, derivedAverage;
+  } const tests[] = {
+      {1, false, false}, {-5, false, false}, {9999, false, false}, {X(3), true, false}, {1, false, true}};
+  for (const auto& test : tests) {
+    control.SetReadOnly(test.readOnly);
+    map_.DerivedAverage = test.derivedAverage;
+    Drag({{test.x, test.derivedAverage ? Y(52) : Y(60)}, {X(5), Y(40)}});
+    Mouse(WM_LBUTTONDBLCLK, test.readOnly ? 1 : X(0), Y(40));
+    EXPECT_TRUE(told.empty() &&
+                std::ranges::equal(map_.Frames, before.Frames, {}, &FrqFrame::Frequency, &FrqFrame::Frequency))
+        << test.x;
+  }
+  control.SetReadOnly(true);
+  DragTo(WM_RBUTTONDOWN, WM_LBUTTONUP, {{X(3), Y(40)}});
+  EXPECT_EQ(map_.Frames[3].Frequency, 55.0);
+  EXPECT_EQ(GetCapture(), nullptr) << "either button ends it";
+}
+
+TEST_F(FrqCtrlMouse, TheAverageIsDraggedByItsGripAndADoubleClickThereLevelsTheMap) {
+  const int grip = static_cast<int>(Shown().Height - (52.37 - 24) * kCell - kCell / 2);
+  Drag({{1, grip + 2}, {1, Y(60)}});
+  EXPECT_NEAR(map_.Average, NoteToHz(60), 1e-9);
+  EXPECT_EQ(ToldCodes(), (std::vector<WORD>{FCN_AVERAGECHANGED, FCN_AVERAGECHANGED}));
+  Drag({{1, Y(60) + 1}, {1, Shown().Height + 99}});
+  EXPECT_EQ(map_.Average, 55.0) << "and the line is gone";
+
+  told.clear();
+  Mouse(WM_LBUTTONDBLCLK, 1, Y(70));
+  EXPECT_EQ(ToldCodes(), (std::vector<WORD>{FCN_AVERAGECHANGED, FCN_FRAMECHANGED}));
+  EXPECT_EQ(told.back().second, -1);
+  EXPECT_NEAR(map_.Average, NoteToHz(70), 1e-9);
+  for (const FrqFrame& frame : map_.Frames) EXPECT_EQ(frame.Frequency, map_.Average);
+  EXPECT_TRUE(Selected().empty());
+}
+
+TEST_F(FrqCtrlMouse, ControlSelectsAndScrollsAlong) {
+  const FrqMap before = map_;
+  HoldControl(true);
+  Mouse(WM_LBUTTONDOWN, X(20), Y(40));
+  EXPECT_EQ(ToldCodes(), std::vector<WORD>{FCN_SELECTIONCHANGED}) << "before the mouse moves";
+  EXPECT_EQ(Selected(), std::vector<int>{20});
+  Mouse(WM_MOUSEMOVE, X(18), Y(40));
+  EXPECT_EQ(Selected(), (std::vector<int>{18, 19, 20}));
+  EXPECT_EQ(GetScrollPos(control_, SB_HORZ), 0);
+  const int visible = (Shown().Width - StripWidth()) / kCell;
+  Mouse(WM_MOUSEMOVE, X(visible), Y(40));
+  EXPECT_EQ(Selected().size(), static_cast<std::size_t>(visible - 20 + 1));
+  EXPECT_EQ(GetScrollPos(control_, SB_HORZ), 2);
+  Mouse(WM_MOUSEMOVE, 30000, Y(40));
+  EXPECT_EQ(Selected().back(), kFrameCount - 1);
+  Mouse(WM_MOUSEMOVE, -30000, Y(40));
+  EXPECT_EQ(Selected().front(), 0);
+  EXPECT_EQ(GetScrollPos(control_, SB_HORZ), 0);
+  Mouse(WM_LBUTTONUP, 0, 0);
+  HoldControl(false);
+  EXPECT_TRUE(std::ranges::equal(map_.Frames, before.Frames, {}, &FrqFrame::Frequency, &FrqFrame::Frequency));
+}
+
+TEST_F(FrqCtrlMouse, TheChildrenTurnTheViewAndItsBrightness) {
+  const HWND label = GetDlgItem(control_, IDC_TABLE_BRIGHTNESS);
+  const HWND trackbar = GetDlgItem(control_, IDC_TABLE_TRACKBAR);
+  SendDlgItemMessageW(control_, IDC_TABLE_VIEW, BM_CLICK, 0, 0);
+  EXPECT_EQ(control.ViewMode(), 1);
+  EXPECT_TRUE(IsShown(IDC_TABLE_BRIGHTNESS) && !IsShown(IDC_TABLE_TRACKBAR));
+
+  const auto click = [&](UINT press, UINT release, int x) {
+    SendMessageW(label, press, 0, MAKELPARAM(2, 2));
+    SendMessageW(label, release, 0, MAKELPARAM(x, 2));
+    MSG message{};
+    while (PeekMessageW(&message, control_, FCM_TOGGLEBRIGHTNESS, FCM_TOGGLEBRIGHTNESS, PM_REMOVE)) {
+      DispatchMessageW(&message);
+    }
+  };
+  click(WM_LBUTTONDOWN, WM_LBUTTONUP, 99);
+  EXPECT_FALSE(IsShown(IDC_TABLE_TRACKBAR)) << "let go beside it";
+  click(WM_RBUTTONDOWN, WM_RBUTTONUP, 2);
+  EXPECT_TRUE(IsShown(IDC_TABLE_TRACKBAR));
+  SendMessageW(trackbar, TBM_SETPOS, TRUE, 3);
+  Send(WM_VSCROLL, TB_THUMBTRACK, reinterpret_cast<LPARAM>(trackbar));
+  EXPECT_EQ(control.Brightness(), 3);
+  control.SetBrightness(-2);
+  EXPECT_EQ(SendMessageW(trackbar, TBM_GETPOS, 0, 0), -2);
+  click(WM_LBUTTONDOWN, WM_LBUTTONUP, 2);
+  EXPECT_FALSE(IsShown(IDC_TABLE_TRACKBAR));
+
+  Send(WM_COMMAND, ID_VIEW_COLOR_RUBY);
+  EXPECT_EQ(control.ColorTable(), 5);
+  const HWND view = GetDlgItem(control_, IDC_TABLE_VIEW);
+  SendMessageW(view, WM_RBUTTONDOWN, 0, 0);
+  SendMessageW(view, WM_RBUTTONUP, 0, MAKELPARAM(999, 999));
+  MSG message{};
+  EXPECT_TRUE(PeekMessageW(&message, control_, FCM_COLORMENU, FCM_COLORMENU, PM_REMOVE)) << "wherever it is let go";
+  control.SetViewMode(0);
+  EXPECT_FALSE(IsShown(IDC_TABLE_BRIGHTNESS));
+
+  // What is out of range changes nothing.
+  EXPECT_EQ(Send(FCM_SETVIEWMODE, 2), -1);
+  for (const int value : {-4, 4}) control.SetBrightness(value);
+  for (const int value : {-1, 6}) control.SetColorTable(value);
+  for (const int value : {-1, 7}) control.SetZoom(value);
+  EXPECT_EQ(control.ViewMode(), 0);
+  EXPECT_EQ(control.Brightness(), -2);
+  EXPECT_EQ(control.ColorTable(), 5);
+  EXPECT_EQ(control.Zoom(), 6);
+  EXPECT_EQ(control.ZoomCount(), 7);
+}
+
+TEST_F(FrqCtrlMouse, AThumbnailShowsItsWholeMapAndTellsOfClicks) {
+  LayerEvictionList layers;
+  control.SetThumbnail(true);
+  control.SetLayerList(&layers);
+  EXPECT_EQ(GetDlgItem(control_, IDC_TABLE_VIEW), nullptr);
+  SetWindowLongW(control_, GWL_STYLE, WS_CHILD | WS_VISIBLE);
+  SetWindowPos(control_, nullptr, 0, 0, 400, 90, SWP_FRAMECHANGED | SWP_NOZORDER);
+  map_.Average = 55.0;
+  Show(nullptr, &map_);
+  control.SetAutoSize(true);
+  control.RepaintNow();
+  const Picture shown = Shown();
+  EXPECT_EQ(shown.Width, 30);
+  EXPECT_EQ(shown.Height, 68);
+  EXPECT_EQ(shown.At(29, 67), COLORREF{0xC0C0FF}) << "no average: to be looked at";
+  EXPECT_EQ(shown.At(1, 68 - (50 - 33) - 1), COLORREF{0xFF0000}) << "its curve";
+  Drag({{3, 3}, {9, 9}});
+  DragTo(WM_RBUTTONDOWN, WM_RBUTTONUP, {{3, 3}});
+  EXPECT_EQ(ToldCodes(), (std::vector<WORD>{FCN_THUMBNAILCLICKED, FCN_THUMBNAILCLICKED}));
+  EXPECT_EQ(told.back().second, reinterpret_cast<LPARAM>(control_));
+  Show(nullptr, nullptr);
+  control.DropLayer();
+  control.RepaintNow();
+  EXPECT_EQ(Shown().At(29, 67), GetSysColor(COLOR_3DFACE)) << "no map";
+  EXPECT_EQ(layers.Count(), 1u);
+}
+
+TEST_F(FrqCtrlMouse, TheOldestLayersGoWhenThereAreTooMany) {
+  LayerEvictionList layers;
+  // The first entry is a real control, the others stand for windows that have gone.
+  control.SetLayerList(&layers);
+  control.DropLayer();
+  control.RepaintNow();
+  for (std::size_t i = 1; i < LayerEvictionList::Capacity; ++i) layers.Add(reinterpret_cast<HWND>(0x7F000000 + i));
+  layers.Add(control_);
+  EXPECT_EQ(layers.Count(), 1000u) << "entered once";
+  layers.Add(reinterpret_cast<HWND>(0x7FFFFFF0));
+  EXPECT_EQ(layers.Count(), 901u);
+  control.RepaintNow();
+  EXPECT_EQ(layers.Count(), 902u) << "its layer was built again";
+  control.SetLayerList(nullptr);
+}
+
+}  // namespace
