@@ -50,3 +50,6 @@ std::vector<Row> VoicebankRows();
 
 // The spectrum, natively. `command32` runs the program that measures it in the 32-bit build.
 std::vector<Row> SpectrumRows(const std::string& command32);
+
+// The frequency table painted anew over the spectrum, and a stroke in it.
+std::vector<Row> TableRows();

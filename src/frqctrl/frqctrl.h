@@ -177,7 +177,7 @@ class CFrqCtrl : public CCtrlBase {
   bool Captured = false;                   // the mouse, for a drag
   SampleCount SelectAnchor = -1;           // column where a drag of the selection began
   MemoryDc LayerDC;                        // null: the next paint builds the layer
-  PixelBitmap LayerBitmap;                 // of the client size then, selected into LayerDC only while in use
+  PixelBitmap LayerBitmap;                 // selected into LayerDC only while in use
   LayerEvictionList* LayerList = nullptr;  // of the thumbnails; not owned
   Menu ColorMenu;
 };

@@ -39,6 +39,8 @@ void CFrqCtrl::OnClassRegistered() const {
 }
 
 LRESULT CFrqCtrl::OnCreate(CREATESTRUCTW*) {
+  // A paint leaves the children out, so that they need no paint of their own at each stroke.
+  SetWindowLongW(Hwnd, GWL_STYLE, GetWindowLongW(Hwnd, GWL_STYLE) | WS_CLIPCHILDREN);
   // Each length is truncated by itself.
   const auto across = [this](int pixels) { return static_cast<int>(pixels * Geometry.DpiScaleX); };
   const auto down = [this](int pixels) { return static_cast<int>(pixels * Geometry.DpiScaleY); };

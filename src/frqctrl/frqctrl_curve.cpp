@@ -76,16 +76,46 @@ struct Curve {
   int ToY(double hz) const { return Table.FrequencyToY(hz, Table.PlotRect.bottom); }
 };
 
+// Fills rectangles, those that touch side by side in one call: at the smallest zoom a steady note is one bar, and the
+// calls for its markers would be most of a stroke's time.
+class MarkerBars {
+ public:
+  MarkerBars(HDC dc, const std::array<COLORREF, CurveInkCount>& colors) : dc_(dc) {
+    for (std::size_t i = 0; i < brushes_.size(); ++i) brushes_[i] = SolidBrush(colors[i]);
+  }
+  ~MarkerBars() { Finish(); }
+  MarkerBars(const MarkerBars&) = delete;
+  MarkerBars& operator=(const MarkerBars&) = delete;
+
+  void Add(const RECT& marker, CurveInk ink) {
+    if (ink == ink_ && marker.left == bar_.right && marker.top == bar_.top) {
+      bar_.right = marker.right;
+      return;
+    }
+    Finish();
+    bar_ = marker;
+    ink_ = ink;
+  }
+
+ private:
+  void Finish() {
+    if (!IsRectEmpty(&bar_)) Fill(dc_, brushes_[ink_], bar_);
+  }
+
+  HDC dc_;
+  std::array<Brush, CurveInkCount> brushes_;
+  RECT bar_{};
+  CurveInk ink_ = InkPlain;  // of bar_
+};
+
 void DrawMarkers(HDC dc, const Curve& curve, const std::array<COLORREF, CurveInkCount>& colors) {
-  std::array<Brush, CurveInkCount> brushes;
-  for (std::size_t i = 0; i < brushes.size(); ++i) brushes[i] = SolidBrush(colors[i]);
+  MarkerBars bars(dc, colors);
   const int size = curve.MarkerSize;
   WalkFrames(curve.Table, curve.Map, [&](const FrqFrame& frame, double x) {
     const CurveValue value = ValueOf(frame, curve.Suggested);
     if (!(value.Hz > FrqNoPitch)) return;
     const int top = curve.ToY(value.Hz) - size / 2;
-    const Brush& brush = brushes[InkOf(value.Voiced, frame.Selected)];
-    Fill(dc, brush, {static_cast<int>(x), top, static_cast<int>(x + size), top + size});
+    bars.Add({static_cast<int>(x), top, static_cast<int>(x + size), top + size}, InkOf(value.Voiced, frame.Selected));
   });
 }
 

@@ -39,27 +39,33 @@ bool CFrqCtrl::Draw(HDC dc, const RECT& client) {
   return true;
 }
 
+// The memory of the bitmap stays for the next layer, which is built at the next paint as a rule. That of a thumbnail
+// does not: it is there to be given up.
 void CFrqCtrl::DropLayer() {
   LayerDC.reset();
-  LayerBitmap = {};
+  if (Geometry.ThumbnailMode) LayerBitmap = {};
 }
 
 bool CFrqCtrl::BuildLayer(HDC dc, const RECT& client) {
   MemoryDc layer(CreateCompatibleDC(dc));
-  PixelBitmap bitmap(client.right - client.left, client.bottom - client.top);
-  if (!layer || !bitmap) return false;
+  const int width = client.right - client.left;
+  const int height = client.bottom - client.top;
+  if (!LayerBitmap.Is(width, height)) {
+    LayerBitmap = {};  // ahead of the new one, so that both are never held
+    LayerBitmap = PixelBitmap(width, height);
+  }
+  if (!layer || !LayerBitmap) return false;
   {
-    const SelectGuard selectBitmap(layer.get(), bitmap.get());
+    const SelectGuard selectBitmap(layer.get(), LayerBitmap.get());
     const SelectGuard selectFont(layer.get(), GetCurrentObject(dc, OBJ_FONT));
     Fill(layer.get(), SolidBrush(GroundColor()), client);
     if (Geometry.ThumbnailMode) {
       if (IsMapLoaded()) DrawAverageLine(layer.get(), client, *Map, Colors[ColorAverage]);
     } else {
-      DrawLayer(layer.get(), bitmap, client);
+      DrawLayer(layer.get(), LayerBitmap, client);
     }
   }
   LayerDC = std::move(layer);
-  LayerBitmap = std::move(bitmap);
   if (LayerList) LayerList->Add(Hwnd);
   return true;
 }

@@ -17,6 +17,7 @@ class PixelBitmap {
   // Undefined pixels; null where the system has no memory for it.
   PixelBitmap(int width, int height);
 
+  bool Is(int width, int height) const { return Section && Width == width && Height == height; }
   explicit operator bool() const { return static_cast<bool>(Section); }
   HBITMAP get() const { return Section.get(); }
 
