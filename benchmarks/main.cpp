@@ -18,6 +18,6 @@ int main(int count, char** arguments) {
   _setmode(_fileno(stdout), _O_BINARY);
   const std::wstring voicebank = std::filesystem::absolute(arguments[2]).wstring();
   return MeasureAndReport({ExecutableRows(), FolderRows(voicebank), FrameListRows(), MapFileRows(), MrqRows(),
-                           TableRows(), VoicebankRows()},
+                           ResamplerRows(), TableRows(), VoicebankRows()},
                           count > 3 ? arguments[3] : "", arguments[1]);
 }

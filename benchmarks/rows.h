@@ -53,3 +53,6 @@ std::vector<Row> SpectrumRows(const std::string& command32);
 
 // The frequency table painted anew over the spectrum, and a stroke in it.
 std::vector<Row> TableRows();
+
+// Pitch analysis against voices whose pitch is known, and the bundled resampler as a process on a wave of a minute.
+std::vector<Row> ResamplerRows();

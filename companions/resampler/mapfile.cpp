@@ -1,0 +1,110 @@
+#include "mapfile.h"
+
+#include <windows.h>
+
+#include <utility>
+
+#include "base/files.h"
+#include "base/path.h"
+#include "frqmap/dio.h"
+#include "frqmap/freq0003.h"
+#include "frqmap/mrqstore.h"
+#include "frqmap/mrqstream.h"
+#include "frqmap/pmk.h"
+#include "mrqlock.h"
+
+namespace {
+
+std::wstring MrqPathOf(const std::wstring& wavePath) {
+  return FolderOf(wavePath) + L"\\desc.mrq";
+}
+
+// Unlike a store's, the name keeps a second dot: it is read back under the very key that a store has for the wave.
+std::u16string MrqNameOf(const std::wstring& wavePath) {
+  const std::wstring name = FileNameOf(wavePath);
+  const std::wstring wave = name.substr(0, name.rfind(L'.')) + L".wav";
+  return std::u16string(wave.begin(), wave.end());
+}
+
+std::optional<MrqEntry> FindEntryOf(const std::wstring& wavePath) {
+  std::optional<MrqFile> file = OpenMrqFile(MrqPathOf(wavePath), MrqMode::Read);
+  if (!file) return std::nullopt;
+  const std::u16string name = MrqNameOf(wavePath);
+  MrqScan scan(*file);
+  while (scan.Next()) {
+    if (scan.Head().Name == name) return scan.ReadMrqEntry();
+  }
+  return std::nullopt;
+}
+
+FrqMap MapOfEntry(const MrqEntry& entry) {
+  FrqMap map;
+  map.Create(static_cast<SampleCount>(entry.Frequencies.size()), FrqTypeMrq);
+  for (std::size_t i = 0; i < map.Frames.size(); ++i) map.Frames[i].Frequency = entry.Frequencies[i];
+  map.Hop = entry.Hop;
+  map.DerivedAverage = true;
+  return map;
+}
+
+bool WriteEntryOf(const std::wstring& wavePath, const FrqMap& map) {
+  MrqEntry entry;
+  entry.Hop = map.Hop;
+  entry.Unedited = 1;
+  for (const FrqFrame& frame : map.Frames) entry.Frequencies.push_back(frame.Voiced ? frame.Frequency : 0.0);
+  const MrqLock lock(FolderOf(wavePath));
+  std::optional<MrqFile> file = OpenMrqFile(MrqPathOf(wavePath), MrqMode::Patch);
+  return file && WriteMrqEntry(*file, MrqNameOf(wavePath), entry, MrqStore::PresentTime());
+}
+
+std::optional<Bytes> Encode(FrqType kind, const FrqMap& map, std::uint32_t waveSamples) {
+  switch (kind) {
+    case FrqTypeFrq:
+    case FrqTypeFrc: return EncodeFreq0003(map, kind);
+    case FrqTypePmk: return EncodePmk(map);
+    case FrqTypeDio: return EncodeDio(map, waveSamples);
+    default: return std::nullopt;
+  }
+}
+
+std::optional<FrqMap> Decode(FrqType kind, ByteSpan file) {
+  switch (kind) {
+    case FrqTypeFrq:
+    case FrqTypeFrc: return DecodeFreq0003(file);
+    case FrqTypePmk: return DecodePmk(file);
+    case FrqTypeDio: return DecodeDio(file);
+    default: return std::nullopt;
+  }
+}
+
+}  // namespace
+
+std::optional<FrqMap> ReadMapOf(const std::wstring& wavePath, FrqType kind) {
+  std::optional<FrqMap> map;
+  if (kind == FrqTypeMrq) {
+    if (const std::optional<MrqEntry> entry = FindEntryOf(wavePath)) map = MapOfEntry(*entry);
+  } else if (const std::optional<Bytes> file = ReadWholeFile(MapPathFromWaveW(wavePath, kind))) {
+    map = Decode(kind, *file);
+  }
+  // One that says nothing about any sample is none.
+  return map && map->Hop > 0 && map->FrameCount > 0 ? map : std::nullopt;
+}
+
+bool HasMap(const std::wstring& wavePath, FrqType kind) {
+  return kind == FrqTypeMrq ? FindEntryOf(wavePath).has_value() : FileExists(MapPathFromWaveW(wavePath, kind));
+}
+
+bool WriteMapOf(const std::wstring& wavePath, FrqType kind, const FrqMap& map, std::uint32_t waveSamples) {
+  if (kind == FrqTypeMrq) return WriteEntryOf(wavePath, map);
+  const std::optional<Bytes> file = Encode(kind, map, waveSamples);
+  return file && WriteFileAtOnce(MapPathFromWaveW(wavePath, kind), *file);
+}
+
+bool WriteFileAtOnce(const std::wstring& path, ByteSpan bytes) {
+  const std::wstring temporary = path + L"." + std::to_wstring(GetCurrentProcessId()) + L".tmp";
+  if (!RefuseReadOnly(path) && WriteWholeFile(temporary, bytes) &&
+      MoveFileExW(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) {
+    return true;
+  }
+  DeleteFileW(temporary.c_str());
+  return false;
+}

@@ -1,0 +1,238 @@
+// The bundled resampler's calls and notes: a wrong one is heard, or is not there to be heard.
+#include "companions/resampler/render.h"
+
+#include <gtest/gtest.h>
+
+#include "native/knownvoices.h"
+#include "resampler/pitchanalysis.h"
+
+namespace {
+
+TEST(PitchBend, IsDecodedAsHostsWriteIt) {
+  const std::pair<const wchar_t*, std::vector<double>> cases[] = {
+      {L"AA#1#", {0, 0}},
+      {L"ABAC#2#AD", {1, 2, 2, 2, 3}},
+      {L"//f/gA", {-1, 2047, -2048}},
+      {L"AZBaB+", {25, 90, 126}},
+      {L"", {}},
+      {L"A", {}},
+      {L"AB!!AC", {1}},
+      {L"#3#AA", {}},
+      {L"AA#2", {0}},
+      {L"AC##AD#0#", {2, 3}},
+  };
+  for (const auto& [text, cents] : cases) EXPECT_EQ(DecodePitchBend(text), cents) << text;
+  EXPECT_EQ(DecodePitchBend(L"AA#4000000000#AA#4000000000#").size(), 1'000'000u);
+}
+
+std::vector<std::wstring> Words(const std::wstring& line) {
+  std::vector<std::wstring> words(1);
+  for (const wchar_t c : line) c == L' ' ? words.emplace_back() : words.back() += c;
+  for (std::wstring& word : words) word = word == L"_" ? L"" : word;
+  return words;
+}
+
+TEST(ResamplerCalls, AreTakenAsHostsGiveThem) {
+  const auto whole = ParseCall(Words(L"a.wav b.wav C#4 80 gB5 -10 1e+03 60 -300 90 50 !150.5 ABAC"));
+  ASSERT_TRUE(whole && whole->note);
+  EXPECT_EQ(whole->input + whole->output, L"a.wavb.wav");
+  const NoteToRender& note = *whole->note;
+  EXPECT_NEAR(note.hz, 277.183, 0.001);
+  EXPECT_EQ((std::vector{note.velocity, note.offsetMs, note.lengthMs, note.consonantMs, note.cutoffMs, note.volume,
+                         note.modulation, note.tempo}),
+            (std::vector{80.0, -10.0, 1000.0, 60.0, -300.0, 90.0, 50.0, 150.5}));
+  EXPECT_EQ(note.pitchBend, (std::vector{1.0, 2.0}));
+
+  const auto shortest = ParseCall(Words(L"a.wav b.wav A4 100 _ 0 500"));
+  ASSERT_TRUE(shortest && shortest->note);
+  EXPECT_EQ((std::vector{shortest->note->volume, shortest->note->modulation, shortest->note->pitchBend.at(0)}),
+            (std::vector{100.0, 0.0, 0.0}));
+
+  for (const wchar_t* const line : {L"a.wav nul 100 100 GN 0 50", L"a.wav NUL", L"a.wav C:\\x\\nul ? ?"}) {
+    const auto call = ParseCall(Words(line));
+    ASSERT_TRUE(call) << line;
+    EXPECT_TRUE(call->output.empty() && !call->note) << line;
+  }
+}
+
+TEST(ResamplerCalls, WithoutSenseAreRefused) {
+  const wchar_t* const cases[] = {
+      L"_",
+      L"a.wav",
+      L"a.wav _",
+      L"_ nul",
+      L"a.wav b.wav",
+      L"a.wav b.wav A4 100 _ 0",                     // no length
+      L"a.wav b.wav 100 100 GN 0 50",                // no note
+      L"a.wav b.wav 100 _ 0 900 0 0 100 0 !120 AA",  // a host's blank note: all has moved by one
+      L"a.wav b.wav A999 100 _ 0 50",
+      L"a.wav b.wav A4 100 _ 0 0",
+      L"a.wav b.wav A4 100 _ 0 -50",
+      L"a.wav b.wav A4 100 _ 0 1e9",  // would not fit into memory
+      L"a.wav b.wav A4 100 _ nan 50",
+      L"a.wav b.wav A4 fast _ 0 50",
+      L"a.wav b.wav A4 100 _ 0 50ms",
+      L"a.wav b.wav A4 100 _ 0 50 0 0 100 0 !0 AA",  // no beats
+  };
+  for (const wchar_t* const line : cases) EXPECT_FALSE(ParseCall(Words(line))) << line;
+}
+
+WaveFormat FormatOf(std::uint16_t tag, std::uint16_t channels, std::uint16_t bits, std::uint32_t rate = 44100) {
+  WaveFormat format;
+  format.formatTag = tag, format.channels = channels, format.bitsPerSample = bits, format.samplesPerSec = rate;
+  return format;
+}
+
+TEST(Recordings, OfAllUsualFormsAreReadAsTheirFirstChannel) {
+  struct Case {
+    WaveFormat format;
+    Bytes bytes;
+    std::vector<float> samples;
+  };
+  const Case cases[] = {
+      {FormatOf(1, 1, 16), {0x00, 0x80, 0x02, 0x00, 0xFF}, {-32768, 2}},
+      {FormatOf(1, 2, 16), {0x01, 0x00, 0x09, 0x09, 0xFF, 0xFF, 0x09, 0x09}, {1, -1}},
+      {FormatOf(1, 1, 8), {0, 128, 255}, {-32768, 0, 32512}},
+      {FormatOf(1, 1, 24), {0x80, 0x02, 0x00, 0x00, 0xFF, 0xFF}, {2.5, -1}},
+      {FormatOf(0xFFFE, 1, 32), {0x00, 0x80, 0x02, 0x00}, {2.5}},
+      {FormatOf(3, 1, 32), {0x00, 0x00, 0x00, 0xBF, 0x00, 0x00, 0xC0, 0x7F}, {-16384, 0}},  // -0.5 and no number
+  };
+  for (const Case& test : cases) {
+    const auto sound = SoundOfWave(test.format, test.bytes);
+    ASSERT_TRUE(sound) << test.format.bitsPerSample;
+    EXPECT_EQ(sound->samples, test.samples) << test.format.bitsPerSample;
+  }
+  EXPECT_EQ(To16Bits(std::vector<float>{0.4f, -40000.0f, 40000.0f}), (std::vector<std::int16_t>{0, -32768, 32767}));
+  for (const WaveFormat& format : {FormatOf(2, 1, 4), FormatOf(1, 0, 16), FormatOf(1, 1, 12), FormatOf(1, 1, 16, 0),
+                                   FormatOf(1, 16, 16), FormatOf(3, 1, 64)}) {
+    EXPECT_FALSE(SoundOfWave(format, Bytes(16, 1))) << format.formatTag << " " << format.bitsPerSample;
+  }
+}
+
+// A second of it, voiced from a tenth of a second to the end but one, with a vibrato.
+Sound Recording(int rate = 44100) {
+  const auto hz = [](double t) { return 220.0 * std::exp2(std::sin(2.0 * std::numbers::pi * 5.0 * t) / 24.0); };
+  voices::KnownVoice voice{"", hz, [](double t) { return t > 0.1 && t < 0.9 ? 1.0 : 0.0; }};
+  voice.sampleRate = rate;
+  return {voices::Sound(voice), rate};
+}
+
+double Loudness(std::span<const float> samples) {
+  double squares = 0.0;
+  for (const float x : samples) squares += x * x;
+  return std::sqrt(squares / static_cast<double>(std::max<std::size_t>(samples.size(), 1)));
+}
+
+// Cents between the pitch of a rendered note and a wanted one, the worst of its voiced frames.
+double WorstCents(const std::vector<float>& note, const std::function<double(double)>& hz, double fromSeconds,
+                  double toSeconds) {
+  const std::vector<double> pitch = AnalysePitch(note, kRenderedRate, 256);
+  double worst = 0.0;
+  for (std::size_t i = 0; i < pitch.size(); ++i) {
+    const double t = static_cast<double>(i) * 256.0 / kRenderedRate;
+    if (t < fromSeconds || t > toSeconds) continue;
+    worst = std::max(worst, std::abs(1200.0 * std::log2(pitch[i] / hz(t))));
+  }
+  return worst;
+}
+
+TEST(RenderedNotes, HaveTheirLengthAndPitch) {
+  struct Case {
+    int rate;
+    double hz, lengthMs, modulation;
+    std::vector<double> pitchBend;
+    std::function<double(double)> cents;  // above the note
+  };
+  const auto flat = [](double) { return 0.0; };
+  const std::vector<double> down(500, -300.0);
+  std::vector<double> rising;  // at 120 beats a minute 192 of them a second
+  for (int i = 0; i < 200; ++i) rising.push_back(2.0 * i);
+  const Case cases[] = {
+      {44100, 440.0, 1000.0, 0.0, {0.0}, flat},
+      {44100, 130.0, 700.5, 0.0, {0.0}, flat},
+      {44100, 262.0, 3000.0, 0.0, {0.0}, flat},
+      {22050, 330.0, 1000.0, 0.0, {0.0}, flat},
+      {48000, 196.0, 1500.0, 0.0, {0.0}, flat},
+      {44100, 300.0, 1000.0, 0.0, down, [](double) { return -300.0; }},
+      {44100, 220.0, 1000.0, 0.0, rising, [](double t) { return 384.0 * t; }},
+      {44100, 220.0, 1000.0, 100.0, {0.0}, [](double t) { return 50.0 * std::sin(2.0 * std::numbers::pi * 5.0 * t); }},
+  };
+  for (const Case& test : cases) {
+    SCOPED_TRACE(testing::Message() << test.hz << " Hz, " << test.lengthMs << " ms from " << test.rate);
+    const Sound recording = Recording(test.rate);
+    NoteToRender note;
+    note.hz = test.hz, note.lengthMs = test.lengthMs, note.modulation = test.modulation;
+    note.pitchBend = test.pitchBend;
+    const std::vector<float> rendered = RenderNote(recording, MakeMap(recording), note);
+    EXPECT_EQ(std::ssize(rendered), std::lround(test.lengthMs * 44.1));
+    // The voice of the recording, stretched to the note, and not its very ends.
+    const double stretch = std::max(1.0, test.lengthMs / 1000.0);
+    const double end = std::min(0.85 * stretch, test.lengthMs / 1000.0 - 0.05);
+    const auto wanted = [&](double t) { return test.hz * std::exp2(test.cents(t) / 1200.0); };
+    EXPECT_LT(WorstCents(rendered, wanted, 0.15 * stretch, end), 20.0);
+    EXPECT_NEAR(Loudness(rendered) / Loudness(recording.samples), 1.0, 0.35);
+  }
+}
+
+// What is silent of the recording stays so, which tells where each moment of it came to lie.
+TEST(RenderedNotes, TakeTheirPartOfTheRecording) {
+  struct Case {
+    double offsetMs, consonantMs, velocity, cutoffMs, volume;
+    double voiceStart, voiceEnd;  // [s] in a note of 1.2 s; equal where there is to be no voice
+  };
+  const Case cases[] = {
+      {0, 0, 100, 0, 100, 0.12, 1.08},          // a second stretched
+      {50, 0, 100, 50, 100, 0.0667, 1.1333},    // 0.9 s stretched
+      {200, 0, 100, -400, 100, 0.0, 1.2},       // from 0.2 to 0.6
+      {0, 500, 100, 0, 100, 0.1, 1.06},         // half a second kept, the other stretched by 1.4
+      {0, 500, 0, 0, 100, 0.2, 1.3},            // the consonant twice as long; the vowel is cut
+      {0, 400, 200, 0, 100, 0.05, 1.0333},      // half as long
+      {0, 0, 100, 0, 50, 0.12, 1.08},           // half as loud
+      {2000, 0, 100, 0, 100, 0.0, 0.0},         // behind the recording
+      {300, 0, 100, 900, 100, 0.0, 0.0},        // nothing left
+      {-500, 5000, 100, -5000, 100, 0.1, 0.9},  // more than there is: no vowel to stretch
+  };
+  const Sound recording = Recording();
+  const FrqMap map = MakeMap(recording);
+  for (const Case& test : cases) {
+    SCOPED_TRACE(testing::Message() << test.offsetMs << " " << test.consonantMs << " " << test.velocity);
+    NoteToRender note;
+    note.hz = 220.0, note.lengthMs = 1200.0;
+    note.offsetMs = test.offsetMs, note.consonantMs = test.consonantMs, note.velocity = test.velocity;
+    note.cutoffMs = test.cutoffMs, note.volume = test.volume;
+    const std::vector<float> rendered = RenderNote(recording, map, note);
+    const double full = Loudness(std::span(recording.samples).subspan(22050, 4410)) * test.volume / 100.0;
+    for (std::size_t first = 0; first + 441 <= rendered.size(); first += 441) {
+      const double t = static_cast<double>(first) / kRenderedRate;
+      const double part = Loudness(std::span(rendered).subspan(first, 441)) / full;
+      const bool isInside = t > test.voiceStart + 0.02 && t + 0.01 < test.voiceEnd - 0.02;
+      const bool isOutside = t + 0.01 < test.voiceStart - 0.02 || t > test.voiceEnd + 0.02;
+      if (isInside) {
+        EXPECT_NEAR(part, 1.0, 0.35) << t;
+      } else if (isOutside) {
+        EXPECT_LT(part, 0.02) << t;
+      }
+    }
+  }
+}
+
+TEST(RenderedNotes, ComeOutOfAnyMap) {
+  const Sound recording = Recording();
+  const double none = std::numeric_limits<double>::quiet_NaN(), endless = std::numeric_limits<double>::infinity();
+  for (const double hz : {none, endless, -endless, 0.0, -100.0, 1e-300, 1e300, 11000.0, 56.0}) {
+    for (const SampleCount hop : {1, 256, 1 << 30}) {
+      FrqMap map;
+      map.Create(300, FrqTypeFrq);
+      map.Hop = hop;
+      map.Average = hz;
+      for (FrqFrame& frame : map.Frames) frame.Frequency = hz;
+      NoteToRender note;
+      note.lengthMs = 300.0, note.modulation = 1000.0;
+      const std::vector<float> rendered = RenderNote(recording, map, note);
+      EXPECT_EQ(rendered.size(), 13230u);
+      EXPECT_TRUE(std::ranges::all_of(rendered, [](float x) { return std::isfinite(x); })) << hz;
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,221 @@
+// The bundled resampler as a program: hosts start it thousands of times and look at nothing but what it leaves.
+#include <windows.h>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <fstream>
+#include <optional>
+
+#include "companions/resampler/mrqlock.h"
+#include "companions/resampler/render.h"
+#include "frqmap/mapfiles.h"
+#include "frqmap/mrqstore.h"
+#include "native/knownvoices.h"
+#include "resampler/pitchanalysis.h"
+#include "voicebank/waveheader.h"
+#include "win/scratch.h"
+
+namespace {
+
+using testing::UnorderedElementsAre;
+
+constexpr wchar_t kWave[] = L"強 い&%^.wav";
+
+// A second of 300 Hz.
+const Bytes& WaveFile() {
+  static const Bytes file = [] {
+    const voices::KnownVoice voice{"", [](double) { return 300.0; }, [](double t) { return t < 0.8 ? 1.0 : 0.0; }};
+    return EncodeWaveFile(To16Bits(voices::Sound(voice)), 44100);
+  }();
+  return file;
+}
+
+class BasicResampler : public testing::Test {
+ protected:
+  // A copy under another name, of another family; in a folder of its own, so that what it writes can be counted.
+  void Install(const std::wstring& name) {
+    std::ifstream program(MARLIT_RESAMPLER, std::ios::binary);
+    folder_.Write(L"program\\" + name, Bytes(std::istreambuf_iterator<char>(program), {}));
+    program_ = folder_.Path(L"program\\" + name);
+  }
+  void SetUp() override {
+    Install(L"basic-resampler.exe");
+    std::filesystem::create_directories(Bank());
+  }
+
+  std::wstring Bank() const { return folder_.Path(L"bank"); }
+  std::wstring Path(const std::wstring& name) const { return Bank() + L"\\" + name; }
+  void Write(const std::wstring& name, const Bytes& bytes) { folder_.Write(L"bank\\" + name, bytes); }
+
+  std::vector<std::wstring> Names() const {
+    std::vector<std::wstring> names;
+    for (const auto& entry : std::filesystem::directory_iterator(Bank())) names.push_back(entry.path().filename());
+    return names;
+  }
+
+  // "@" stands for the voicebank's folder. It is not made the current one: what the system starts for a console stays
+  // in there for a while, and the folder could not be deleted.
+  UniqueHandle<KernelTraits> Start(const std::wstring& arguments) const {
+    std::wstring line = L"\"" + program_ + L"\" ";
+    for (const wchar_t c : arguments) line += c == L'@' ? Path(L"") : std::wstring(1, c);
+    STARTUPINFOW start = {};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process = {};
+    EXPECT_TRUE(CreateProcessW(program_.c_str(), line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+                               nullptr, &start, &process))
+        << GetLastError();
+    CloseHandle(process.hThread);
+    return UniqueHandle<KernelTraits>(process.hProcess);
+  }
+  static DWORD ExitCodeOf(HANDLE process) {
+    DWORD code = STILL_ACTIVE;
+    WaitForSingleObject(process, 60'000);
+    GetExitCodeProcess(process, &code);
+    return code;
+  }
+  DWORD Run(const std::wstring& arguments) const { return ExitCodeOf(Start(arguments).get()); }
+
+  // As the program itself asks for a map.
+  DWORD MakeMapOf(const std::wstring& wave) const { return Run(L"\"@" + wave + L"\" nul 100 100 GN 0 50"); }
+
+  ScratchFolder folder_;
+  std::wstring program_;
+};
+
+std::wstring Render(const std::wstring& rest) {
+  return L"\"@" + std::wstring(kWave) + L"\" \"@お.wav\" " + rest;
+}
+
+TEST_F(BasicResampler, MakesTheMapOfItsFamilyBesideTheWave) {
+  struct Case {
+    const wchar_t* name;
+    FrqType kind;
+    const wchar_t* file;
+  };
+  const Case cases[] = {{L"basic-resampler.exe", FrqTypeFrq, L"強 い&%^_wav.frq"},
+                        {L"Model4 copy.exe", FrqTypeFrc, L"強 い&%^_wav.frc"},
+                        {L"TIPS.exe", FrqTypePmk, L"強 い&%^_wav.pmk"},
+                        {L"w4u.exe", FrqTypeDio, L"強 い&%^.dio"},
+                        {L"moresampler.exe", FrqTypeMrq, L"desc.mrq"}};
+  for (const Case& test : cases) {
+    SCOPED_TRACE(testing::Message() << "kind " << test.kind);
+    Install(test.name);
+    std::filesystem::remove_all(Bank());
+    Write(kWave, WaveFile());
+    ASSERT_EQ(MakeMapOf(kWave), 0u);
+    EXPECT_THAT(Names(), UnorderedElementsAre(kWave, test.file));
+    MrqStore store;
+    store.LoadFolder(Bank());
+    FrqMap map;
+    ASSERT_EQ(LoadMap(map, Path(kWave), test.kind, &store), 0);
+    EXPECT_EQ(map.Hop, 256);
+    // Whole periods may reach beyond the last frame.
+    EXPECT_EQ(map.FrameCount, test.kind == FrqTypePmk ? 174 : 173);
+    EXPECT_NEAR(map.ShownAverage(), 300.0, 1.0);
+    EXPECT_NEAR(map.Frames[80].Frequency, 300.0, 1.0);
+    EXPECT_EQ(map.Frames[160].Frequency, FrqNoPitch);
+    EXPECT_GT(map.Frames[80].Amplitude, 500.0);
+    EXPECT_EQ(map.Frames[160].Amplitude, 0.0);
+
+    // A map that is there is its user's.
+    map.SetFrequency(80 * 256, 444.0);
+    ASSERT_EQ(SaveMap(map, Path(kWave), test.kind, &store), 0);
+    const auto edited = ReadWholeFile(Path(test.file));
+    EXPECT_EQ(MakeMapOf(kWave), 0u);
+    EXPECT_EQ(ReadWholeFile(Path(test.file)), edited);
+  }
+}
+
+TEST_F(BasicResampler, RefusesWhatItCannotDoAndLeavesNothing) {
+  Write(kWave, WaveFile());
+  Write(L"empty.wav", {});
+  Write(L"cut.wav", Bytes(WaveFile().begin(), WaveFile().begin() + 5000));
+  Write(L"silent.wav", EncodeWaveFile({}, 44100));
+  Write(L"folder.wav\\x", {});
+  Write(L"rubbish.aiff", Bytes(500, 'x'));
+  auto before = Names();
+  const std::pair<std::wstring, DWORD> cases[] = {
+      {L"", 2},
+      {L"\"@" + std::wstring(kWave) + L"\"", 2},
+      {Render(L"C4"), 2},
+      {Render(L"H4 100 \"\" 0 500"), 2},
+      {Render(L" 100 \"\" 0 900 0 0 100 0 !120 AA#1#"), 2},
+      {L"@gone.wav nul 100 100 GN 0 50", 1},
+      {L"@empty.wav nul", 1},
+      {L"@cut.wav nul", 1},
+      {L"@silent.wav nul", 1},
+      {L"@folder.wav nul", 1},
+      {L"@rubbish.aiff nul", 1},
+      {L"@gone.wav @out.wav C4 100 \"\" 0 500", 1},
+      {L"@nowhere\\gone.wav nul", 1},
+  };
+  for (const auto& [arguments, code] : cases) {
+    EXPECT_EQ(Run(arguments), code) << std::string(arguments.begin(), arguments.end());
+    EXPECT_EQ(Names(), before) << std::string(arguments.begin(), arguments.end());
+  }
+  // Where no file can be made in the place of the note, the map alone is left.
+  EXPECT_EQ(Run(L"\"@" + std::wstring(kWave) + L"\" @folder.wav C4 100 \"\" 0 500"), 1u);
+  EXPECT_EQ(Names().size(), before.size() + 1);
+
+  before = Names();
+  Install(L"vs4u.exe");
+  EXPECT_EQ(MakeMapOf(kWave), 1u);
+  EXPECT_EQ(Names(), before);
+}
+
+TEST_F(BasicResampler, RendersTheNoteWithTheMapThatIsThere) {
+  Write(kWave, WaveFile());
+  FrqMap map;
+  map.Create(173, FrqTypeFrq);
+  map.Average = 300.0;
+  // In the middle the map tells of a tone that is 100 cents higher.
+  for (int i = 0; i < 138; ++i) map.SetFrequency(i * 256, i >= 40 && i < 100 ? 317.84 : 300.0);
+  ASSERT_EQ(SaveMap(map, Path(kWave), FrqTypeFrq, nullptr), 0);
+  const auto saved = ReadWholeFile(Path(L"強 い&%^_wav.frq"));
+  ASSERT_EQ(Run(Render(L"A4 100 \"g-5\" 0 1000 0 0 100 100 !120 AA#1#")), 0u);
+  EXPECT_THAT(Names(), UnorderedElementsAre(kWave, L"強 い&%^_wav.frq", L"お.wav"));
+  EXPECT_EQ(ReadWholeFile(Path(L"強 い&%^_wav.frq")), saved);
+
+  WaveHeader wave;
+  ASSERT_EQ(wave.Load(Path(L"お.wav"), false), 0);
+  EXPECT_EQ(wave.format.channels, 1);
+  EXPECT_EQ(wave.format.bitsPerSample, 16);
+  EXPECT_EQ(wave.format.samplesPerSec, 44100u);
+  EXPECT_EQ(wave.dataSize, 88200u);
+  const std::vector<double> pitch = AnalysePitch(SoundOfWave(wave.format, wave.samples)->samples, 44100, 256);
+  EXPECT_NEAR(1200.0 * std::log2(pitch[20] / 440.0), 0.0, 20.0);
+  EXPECT_NEAR(1200.0 * std::log2(pitch[70] / 440.0), 100.0, 20.0);
+
+  // A map that cannot be read is left to its user, and the note sounds all the same.
+  Write(L"強 い&%^_wav.frq", {1, 2, 3});
+  EXPECT_EQ(MakeMapOf(kWave), 1u);
+  EXPECT_EQ(Run(Render(L"A4 100 \"\" 0 500")), 0u);
+  EXPECT_EQ(ReadWholeFile(Path(L"強 い&%^_wav.frq")), (Bytes{1, 2, 3}));
+  EXPECT_EQ(wave.Load(Path(L"お.wav"), true), 0);
+  EXPECT_EQ(wave.dataSize, 44100u);
+}
+
+// Each of them raises the entry count of the one file, which no two may do at a time.
+TEST_F(BasicResampler, KeepsAllMapsOfAFolderThatManyWriteAtOnce) {
+  constexpr int kWaves = 12;
+  Install(L"moresampler.exe");
+  std::vector<std::wstring> waves;
+  for (int i = 0; i < kWaves; ++i) waves.push_back(std::to_wstring(i) + L".ka.wav");
+  for (const std::wstring& wave : waves) Write(wave, WaveFile());
+  std::vector<UniqueHandle<KernelTraits>> processes;
+  auto lock = std::make_optional<MrqLock>(Bank());
+  for (const std::wstring& wave : waves) processes.push_back(Start(L"@" + wave + L" nul"));
+  EXPECT_EQ(WaitForSingleObject(processes.front().get(), 300), DWORD{WAIT_TIMEOUT});
+  EXPECT_FALSE(FileExists(Path(L"desc.mrq")));
+  lock.reset();
+  for (const auto& process : processes) EXPECT_EQ(ExitCodeOf(process.get()), 0u);
+
+  MrqStore store;
+  store.LoadFolder(Bank());
+  for (const std::wstring& wave : waves) {
+    EXPECT_TRUE(store.Find(Path(wave.substr(0, wave.size() - 4)))) << std::string(wave.begin(), wave.end());
+  }
+}
+
+}  // namespace
