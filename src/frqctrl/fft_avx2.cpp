@@ -1,6 +1,6 @@
 // The transform for machines with AVX2 and fused multiply and add. It is a source of its own because all of it is
-// compiled for those, and runs only where the processor says so. Clang, with which files are fuzzed, does without it: it
-// knows no such options for a part of a source.
+// compiled for those, and runs only where the processor says so. Clang, with which files are fuzzed, does without it:
+// it knows no such options for a part of a source.
 #include "frqctrl/ffttables.h"
 
 #if defined(__clang__)
