@@ -1,7 +1,7 @@
 # Sourced by ./run where there is no display: the main job, done by mouse and keys on a virtual one.
 #
 # tour LANGUAGE PROGRAM MAKER [PATH]   opens PATH and shows it; without PATH, opens a copy of the sample voicebank, takes
-# an octave error out of one frame and saves. Screenshots are numbered in build/tour/LANGUAGE/.
+# an octave error out of one frame and saves. Ends over the spectrum. Screenshots are numbered in build/tour/LANGUAGE/.
 
 tour() {
   local language=$1 program=$2 maker=$3 path=$4
@@ -11,7 +11,8 @@ tour() {
   mkdir -p "$pictures"
   start_display
   use_prefix "$language"
-  forget_placements
+  forget_view
+  choose_resampler "$(dirname "$program")/basic-resampler.exe"
   local bank=$path
   if [ -z "$path" ]; then
     bank=$pictures/voicebank
@@ -29,6 +30,8 @@ tour() {
   shoot opened
   enlarge_editor
   [ -n "$path" ] || correct_a_frame "$bank"
+  click_editor 254 27 # the button over the table
+  shoot spectrum
   xdotool windowfocus "$editor"
   xdotool key --clearmodifiers ctrl+q
   wait "$wine_process"
@@ -47,11 +50,11 @@ start_display() {
   export DISPLAY=:$(cat "$number")
 }
 
-# The windows come up at their first size and place, which the clicks below count on.
-forget_placements() {
-  local window
-  for window in EditorDlg FileListDlg; do
-    wine reg delete 'HKCU\Software\UTAU Plugin\Marlit' /v "$window" /f >/dev/null 2>&1 || true
+# The windows come up at their first size and place and with the first view, which the clicks below count on.
+forget_view() {
+  local value
+  for value in EditorDlg FileListDlg FrqCtrlViewMode FrqCtrlZoom; do
+    wine reg delete "$settings" /v "$value" /f >/dev/null 2>&1 || true
   done
 }
 

@@ -65,3 +65,16 @@ use_prefix() {
   # Stays for a while, so that the next start is a warm one; and without our output, whose reader would wait for it.
   wineserver -p30 >/dev/null 2>&1 || true # fails where it runs already
 }
+
+# Where the program keeps its settings.
+settings='HKCU\Software\UTAU Plugin\Marlit'
+
+# Makes a program the resampler, unless one was chosen. The path is kept as a block of 260 wide characters.
+choose_resampler() {
+  wine reg query "$settings" /v Resampler >/dev/null 2>&1 && return 0
+  local path block
+  path=$(winepath -w "$1")
+  block=$(printf %s "$path" | iconv -f UTF-8 -t UTF-16LE | od -A n -v -t x1 | tr -d ' \n')
+  block=$block$(printf '%01040d' 0)
+  wine reg add "$settings" /v Resampler /t REG_BINARY /d "${block:0:1040}" /f >/dev/null 2>&1 </dev/null
+}
