@@ -74,3 +74,60 @@ double ParseFrequency(std::wstring_view text) {
   const double value = ParseUnsigned(NarrowDigits(text));
   return negative ? -value : value;
 }
+
+std::vector<int> ScaleFrames(FrqMap& map, std::span<const int> rows, double factor, FrqType workingKind) {
+  std::vector<int> changed;
+  changed.reserve(rows.size());
+  for (const int row : rows) {
+    const SampleCount position = map.PositionOf(row);
+    const double frequency = map.FrequencyAt(position);
+    if (!(frequency > FrqNoPitch)) continue;
+    map.SetFrequency(position, ClampFrequency(frequency * factor, workingKind, map.SinglePrecision));
+    changed.push_back(row);
+  }
+  return changed;
+}
+
+std::vector<int> InterpolateFrames(FrqMap& map, std::span<const int> rows, FrqType workingKind) {
+  if (rows.size() < 2) return {};
+  const int first = rows.front();
+  const double start = map.FrequencyAt(map.PositionOf(first));
+  const double end = map.FrequencyAt(map.PositionOf(rows.back()));
+  const double step = (end - start) / static_cast<double>(rows.size() - 1);
+  std::vector<int> changed;
+  for (int row = first + 1; row < rows.back(); ++row) {
+    const double value = (row - first) * step + start;
+    map.SetFrequency(map.PositionOf(row), ClampFrequency(value, workingKind, map.SinglePrecision));
+    changed.push_back(row);
+  }
+  return changed;
+}
+
+std::optional<double> MeanFrequency(const FrqMap& map, std::span<const int> rows) {
+  double sum = 0.0;
+  int count = 0;
+  for (const int row : rows) {
+    const double frequency = map.FrequencyAt(map.PositionOf(row));
+    if (!(frequency > FrqNoPitch)) continue;
+    sum += frequency;
+    ++count;
+  }
+  if (count == 0) return std::nullopt;
+  return sum / count;
+}
+
+int RestoreFrames(FrqMap& map, const FrqMap& saved, std::span<const int> rows, int rowCount) {
+  int different = 0;
+  auto next = rows.begin();
+  for (int row = 0; row < rowCount; ++row) {
+    const SampleCount position = map.PositionOf(row);
+    const double before = saved.FrequencyAt(position);
+    if (next != rows.end() && *next == row) {
+      map.SetFrequency(position, before);
+      ++next;
+    } else if (map.FrequencyAt(position) != before) {
+      ++different;
+    }
+  }
+  return different;
+}

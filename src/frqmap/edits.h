@@ -1,11 +1,16 @@
-// What an edit makes of a frequency: the limits of the kind at work, and the texts that the editor shows and reads.
+// What an edit makes of frequencies: the limits of the kind at work, the texts that the editor shows and reads, and the
+// edits of many frames at once.
 //
 // Apart from the editor window, which only moves these values between its boxes and the map.
 #pragma once
 
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "frqmap/frqmap.h"
 #include "frqmap/frqtype.h"
 
 // The frequency [Hz] that an edit may set: not above the highest of `workingKind`, and FrqNoPitch where `hz` is under
@@ -21,3 +26,21 @@ std::wstring FrameRowText(double hz);
 // The number that a text begins with, after blanks: sign, digits with a ".", exponent. What follows is not looked at;
 // 0.0 where there is no such number. Words and hexadecimal digits are none. No locale has a say.
 double ParseFrequency(std::wstring_view text);
+
+// Below, `rows` are indices of frames in ascending order; one that no frame of the map has is passed over. The edits
+// give the rows that they have set.
+
+// Multiplies the frequencies. A frame without pitch stays so, and a product under the lowest frequency becomes one:
+// the factor 0 takes the pitch away.
+std::vector<int> ScaleFrames(FrqMap& map, std::span<const int> rows, double factor, FrqType workingKind);
+
+// Sets every frame between the first and the last row to a straight line. Its step is the difference of the two ends
+// by the number of rows less one, not by their distance: rows with gaps overshoot the end. Users rely on it. Nothing
+// for fewer than two rows.
+std::vector<int> InterpolateFrames(FrqMap& map, std::span<const int> rows, FrqType workingKind);
+
+// The arithmetic mean [Hz] of the frames with pitch, and so no average in cents; none of none.
+std::optional<double> MeanFrequency(const FrqMap& map, std::span<const int> rows);
+
+// Takes the frequencies of the rows back from `saved`. How many of the other frames, up to `rowCount`, still differ.
+int RestoreFrames(FrqMap& map, const FrqMap& saved, std::span<const int> rows, int rowCount);

@@ -1,6 +1,7 @@
 // The floor's share of the families in expected.json: bytes and arithmetic.
 #include <gtest/gtest.h>
 
+#include <map>
 #include <set>
 
 #include "base/note.h"
@@ -117,27 +118,46 @@ TEST(vectors, Notes) {
   }
 }
 
-// What a step makes of the map is the editor's business; what it may set, and how that is shown, is compared here.
+// A step of an edit as the editor takes it, but for its windows; what the step gives.
+Json Edit(FrqMap& map, const FrqMap& saved, const Json& operation, FrqType kind, int rowCount) {
+  const std::string name = operation[0];
+  if (name == "set" || name == "key_text") {
+    const double value = ClampFrequency(ParseFrequency(Wide(operation.back())), kind, map.SinglePrecision);
+    if (name == "set") map.SetFrequency(map.PositionOf(operation[1]), value);
+    if (name == "key_text") map.Average = value;
+    return {};
+  }
+  const auto rows = operation.back().get<std::vector<int>>();
+  if (name == "scale") {
+    const std::map<std::string, double> factors = {{"x3", 3}, {"x2", 2}, {"-", 0}, {"/2", 0.5}, {"/3", 1.0 / 3}};
+    ScaleFrames(map, rows, factors.at(operation[1]), kind);
+  }
+  if (name == "interpolate") InterpolateFrames(map, rows, kind);
+  if (name == "key") map.Average = MeanFrequency(map, rows).value_or(map.Average);
+  return name == "reload" ? Json(RestoreFrames(map, saved, rows, rowCount)) : Json();
+}
+
 TEST(vectors, Edits) {
   Family family("edits");
   for (const Json& test : family.Entries()) {
     SCOPED_TRACE(test["case"]);
+    FrqMap map = MapOf(test["frequency"], test["hop"]);
+    map.SinglePrecision = test["single_precision"];
+    map.Average = test["average"];
+    for (FrqFrame& frame : map.Frames) frame.Voiced = frame.Frequency > FrqNoPitch;
+    const FrqMap saved = map;
     for (const Json& step : test["steps"]) {
-      const Json& operation = step["op"];
-      const bool isKey = operation[0] == "key_text";
-      const bool isRow = operation[0] == "set" && operation[1] >= 0 && operation[1] < test["rows"].size();
-      if (step.contains("key"))
-        family.Expect(testdata::Utf8(FrequencyText(testdata::Number(step["average"]))), step["key"]);
-      if (!isKey && !isRow) {
-        family.NotCompared(step["frequency"]);
-        continue;
-      }
-      const double value = ClampFrequency(ParseFrequency(Wide(operation.back())), test["frq_type"].get<FrqType>(),
-                                          test["single_precision"]);
-      family.Expect(value, isKey ? step["average"] : step["frequency"][operation[1].get<int>()]);
+      const Json result = Edit(map, saved, step["op"], test["frq_type"].get<FrqType>(), map.FrameCount);
+      family.Expect({{"op", step["op"]},
+                     {"result", result},
+                     {"average", map.Average},
+                     {"key", testdata::Utf8(FrequencyText(map.Average))},
+                     {"frequency", Values(map, &FrqFrame::Frequency)},
+                     {"voiced", Flags(map, &FrqFrame::Voiced)}},
+                    step);
     }
     Json rows;
-    for (const Json& hz : test["steps"].back()["frequency"]) rows.push_back(testdata::Utf8(FrameRowText(hz)));
+    for (const FrqFrame& frame : map.Frames) rows.push_back(testdata::Utf8(FrameRowText(frame.Frequency)));
     family.Expect(rows, test["rows"]);
   }
 }
