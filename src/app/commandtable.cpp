@@ -4,28 +4,30 @@
 
 namespace {
 
-void EnableItem(HMENU menu, int position, const EditorCommand& command, const EditorState& state) {
+void ShowItem(HMENU menu, int index, const EditorCommand& command, const EditorState& state) {
+  const auto position = static_cast<UINT>(index);
   const bool enabled = command.handler && (!command.enabled || command.enabled(state));
-  const UINT flags = MF_BYPOSITION | (enabled ? MF_ENABLED : MF_DISABLED | MF_GRAYED);
-  EnableMenuItem(menu, static_cast<UINT>(position), flags);
+  EnableMenuItem(menu, position, MF_BYPOSITION | (enabled ? MF_ENABLED : MF_DISABLED | MF_GRAYED));
+  if (!command.checked) return;
+  CheckMenuItem(menu, position, MF_BYPOSITION | (command.checked(state) ? MF_CHECKED : MF_UNCHECKED));
 }
 
-void EnableItems(HMENU menu, const std::vector<EditorCommand>& commands, const EditorState& state) {
+void ShowItems(HMENU menu, const std::vector<EditorCommand>& commands, const EditorState& state) {
   for (int position = 0; position < GetMenuItemCount(menu); ++position) {
     if (const HMENU subMenu = GetSubMenu(menu, position)) {
-      EnableItems(subMenu, commands, state);
+      ShowItems(subMenu, commands, state);
       continue;
     }
     const UINT id = GetMenuItemID(menu, position);
     const auto row = std::find_if(commands.begin(), commands.end(), [id](const auto& each) { return each.id == id; });
-    if (row != commands.end()) EnableItem(menu, position, *row, state);
+    if (row != commands.end()) ShowItem(menu, position, *row, state);
   }
 }
 
 }  // namespace
 
 void ApplyCommandState(HMENU menu, const std::vector<EditorCommand>& commands, const EditorState& state) {
-  EnableItems(menu, commands, state);
+  ShowItems(menu, commands, state);
   for (const EditorCommand& command : commands) {
     if (command.removed && command.removed(state)) DeleteMenu(menu, command.id, MF_BYCOMMAND);
   }

@@ -11,11 +11,16 @@ class CEditorDlg;
 struct EditorState {
   int rows = 0;  // of the syllable list
   int selectedRow = -1;
+  int maps = 0;  // syllables that have one
   bool selectedHasMap = false;
   bool currentEdited = false;
   bool anyEdited = false;
+  int selectedFrames = 0;
   int zoomCount = 0;
   int zoom = 0;
+  int viewMode = 0;  // 1: the spectrum is shown
+  int color = 0;     // its colour table
+  int brightness = 0;
   bool pluginMode = false;
   bool allSyllables = false;  // in plug-in mode: the whole voicebank is shown
 };
@@ -27,7 +32,8 @@ struct EditorCommand {
   void (CEditorDlg::*handler)(UINT id);  // null: nothing answers the command in this version, and its item is grey
   Test enabled = nullptr;                // null: always
   Test removed = nullptr;                // taken out of the menu for good; null: never
+  Test checked = nullptr;                // bears a check mark; null: never, and its mark is left alone
 };
 
-// Enables, greys and removes the items of the menu and all its submenus. Items without a row are left alone.
+// Enables, greys, checks and removes the items of the menu and all its submenus. Items without a row are left alone.
 void ApplyCommandState(HMENU menu, const std::vector<EditorCommand>& commands, const EditorState& state);

@@ -3,8 +3,8 @@
 // It runs on the main thread and owns no map: it shows and edits those of the syllable that the list has handed over,
 // and asks the list for all else through messages.h. Sources: editordlg.cpp is the window from its start to its end,
 // _settings what it keeps in the registry, _state the commands and what enables them, _syllable what the list hands
-// over, _layout its sizes, _frames the frame list and the boxes, _saving what becomes of edits, _folders how voicebanks
-// are opened.
+// over, _layout its sizes, _frames the edits of frames, _saving what becomes of edits, _folders how voicebanks are
+// opened, _help the manual and the about box.
 #pragma once
 
 #include <list>
@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/commandtable.h"
+#include "app/framelist.h"
 #include "app/messages.h"
 #include "base/handle.h"
 #include "frqctrl/frqctrlmessages.h"
@@ -62,10 +63,15 @@ class CEditorDlg : public CDlgBase {
   EditorState CollectState() const;
   void UpdateState();
   bool RunCommand(UINT id);
-  void RunControlCommand(UINT id, UINT code);
+  void RunControlCommand(UINT id, UINT code, LPARAM detail);
   void OnExit(UINT id);
   void OnZoom(UINT id);
   void OnNeighbour(UINT id);
+  void OnSpectrum(UINT id);
+  void OnColor(UINT id);
+  void OnBrightness(UINT id);
+  void OnManual(UINT id);
+  void OnAbout(UINT id);
 
   // What the list tells.
   void OnSetMap(FrqMap* saved, FrqMap* map);
@@ -75,25 +81,48 @@ class CEditorDlg : public CDlgBase {
   std::wstring WaveInformation() const;
 
   // Frames.
+  FrameList Frames() const;
   void ShowFrames();
   void ShowKey();
   void SendLimits();
-  void UpdateFrameRow(int row, bool select, double frequency);
   void RefreshFrequencyBox();
+  double Clamp(double hz) const;
+  double FrequencyOfRow(int row) const;
+  void MarkEdited();
+
+  // What the boxes, buttons and the frame list do.
   void OnFrameListSelChange();
   void OnSelectAllFrames(UINT id);
   void SelectAllFrames();
   void OnSetFrequency();
   void OnKeyEdited();
-  double Clamp(double hz) const;
-  double FrequencyOfRow(int row) const;
+  void OnFlatButton(UINT id);
+  void ScaleSelection(double factor);
+  void InterpolateSelection();
+  void KeyFromSelection();
+  void OnReloadSelection(UINT id);
 
-  // Saving.
+  // What the mouse did in the frequency table.
+  void OnTableNotification(UINT code, int frame);
+  void OnControlFrameChanged(int frame);
+  void OnControlKeyChanged();
+  void SyncSelectionFromMap();
+  void MarkEditedByMouse();
+  void ShowKeySoon();
+  void OnShowKey();
+
+  // What becomes of edits.
   bool ConfirmDiscard();
   void OnSave(UINT id);
   void OnSaveAll(UINT id);
   void FinishSave(DWORD error);
   void ReloadCurrentMap();
+  void ShowReloaded();
+  void ReloadIfEdited();
+  void OnReloadSyllable(UINT id);
+  void OnReloadAll(UINT id);
+  void OnRemoveAll(UINT id);
+  void RemoveMaps();
 
   // Folders.
   void OnOpen(UINT id);
@@ -101,10 +130,14 @@ class CEditorDlg : public CDlgBase {
   void OnEditAllSyllables(UINT id);
   void OpenFolderWaiting(const std::wstring& path);
   void BuildRecentMenu();
+  void WarnOfRestrictedFolder(const std::wstring& folder);
   void UpdateVoicebankCaption(const std::wstring& folder);
 
   FileListSender ToList() const;
   FrqCtrlSender Table() const;
+
+  // To itself, for a key that is shown when the message at work is done with.
+  static constexpr UINT kShowKeyMessage = WM_APP + 0x100;
 
   const std::wstring Argument;
   std::wstring CurrentPath;      // the wave shown now
@@ -121,7 +154,9 @@ class CEditorDlg : public CDlgBase {
   int MinTrackWidth = 0;  // the size of the window when it was made is its smallest
   int MinTrackHeight = 0;
   int BottomMargin = 0;                   // from the frame list to the bottom of the window
+  EditorState Shown;                      // what UpdateState last carried into the menu
   bool ShowingKey = false;                // ShowKey writes the key box: no edit of the user's
+  bool KeyIsLate = false;                 // a kShowKeyMessage is on its way
   bool PluginMode = false;                // started on a plug-in file of the host
   bool AllSyllables = false;              // in plug-in mode: the whole voicebank was asked for
   std::wstring TempFolder;                // private to this process, for scratch files

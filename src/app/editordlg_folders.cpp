@@ -8,7 +8,9 @@
 #include "app/filelistdlg.h"
 #include "base/text.h"
 #include "dialogs/folderpicker.h"
+#include "dialogs/virtualstoredlg.h"
 #include "resources/ids.h"
+#include "voicebank/folderaccess.h"
 #include "voicebank/inifile.h"
 #include "window/messagebox.h"
 #include "window/waitcursor.h"
@@ -45,6 +47,7 @@ void CEditorDlg::OnOpen(UINT) {
 void CEditorDlg::OpenFolderWaiting(const std::wstring& path) {
   const WaitCursor waiting;
   ToList().OpenFolder(path.c_str());
+  ToList().ShowModifyBar(false, false);
 }
 
 // The whole voicebank instead of the syllables that the host handed over; there is no way back to those.
@@ -69,6 +72,19 @@ void CEditorDlg::OnFolderOpened(const wchar_t* folder) {
   ShowFrames();
   UpdateState();
   UpdateVoicebankCaption(folder);
+  WarnOfRestrictedFolder(folder);
+}
+
+// Under a protected folder of the system always, elsewhere only where writing is denied. The first syllable comes when
+// the user has closed it.
+void CEditorDlg::WarnOfRestrictedFolder(const std::wstring& folder) {
+  std::wstring shadow;
+  GetVirtualStorePath(folder, shadow);
+  if (CanWriteFolder(folder) != 0 && shadow.empty()) return;
+  VirtualStoreDlg dialog;
+  dialog.Folder = folder;
+  dialog.ParentWindow = Hwnd;
+  dialog.Run(false);
 }
 
 // The name that the voicebank's character.txt gives it, else the folder's.

@@ -1,15 +1,15 @@
-// The frame list and the two boxes beside it: one row for each frame of the map, row i being frame i.
-//
-// The rows are a view: every operation reads frequencies from the map and only the selection from the list box.
+// The frames of the map in the editor: the frame list, the two boxes beside it, the flat buttons below it, and what the
+// frequency table tells of the mouse.
 #include <windows.h>
 
+#include <array>
+#include <optional>
 #include <vector>
 
 #include "app/editordlg.h"
 #include "base/text.h"
 #include "frqmap/edits.h"
 #include "resources/ids.h"
-#include "window/redrawonce.h"
 
 namespace {
 
@@ -20,61 +20,26 @@ double ReadNumber(HWND box) {
   return ParseFrequency(WindowText(box).substr(0, kNumberLength));
 }
 
-// The row with the focus rectangle, which is what LB_GETCURSEL means for a list of many selections. Wine's answer to
-// that one moves when a row is replaced, so the caret is asked for.
-int CaretRow(HWND list) {
-  return static_cast<int>(SendMessageW(list, LB_GETCARETINDEX, 0, 0));
-}
-
-// Rows are replaced, never edited. In the end of the scope the list box stands where it stood: the same first row, the
-// same caret.
-class FrameListChange {
- public:
-  explicit FrameListChange(HWND list)
-      : redraw_(list), list_(list), top_(SendMessageW(list, LB_GETTOPINDEX, 0, 0)), caret_(CaretRow(list)) {}
-  ~FrameListChange() {
-    if (caret_ >= 0) SendMessageW(list_, LB_SETCARETINDEX, static_cast<WPARAM>(caret_), TRUE);
-    SendMessageW(list_, LB_SETTOPINDEX, static_cast<WPARAM>(top_), 0);
-  }
-  FrameListChange(const FrameListChange&) = delete;
-  FrameListChange& operator=(const FrameListChange&) = delete;
-
- private:
-  RedrawOnce redraw_;
-  HWND list_;
-  LRESULT top_;
-  int caret_;
-};
-
-// Adds a row at the end, past the procedure that subclasses the list box: it has no interest in this message, and the
-// way through it would be half the time of a long list.
-LRESULT AppendRow(HWND list, WNDPROC procedure, const wchar_t* text) {
-  return CallWindowProcW(procedure, list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
-}
-
-// A frame that no sample position leads to cannot be edited and is not shown: with a hop of 0 or less that is every
-// frame, with a huge one all but the first.
-void FillFrameList(HWND list, const FrqMap& map) {
-  SendMessageW(list, LB_INITSTORAGE, static_cast<WPARAM>(map.FrameCount), map.FrameCount * LPARAM{32});
-  const auto procedure = reinterpret_cast<WNDPROC>(GetClassLongPtrW(list, GCLP_WNDPROC));
-  for (SampleCount i = 0; i < map.FrameCount && map.PositionOf(i) >= 0; ++i) {
-    const FrqFrame& frame = map.Frames[static_cast<std::size_t>(i)];
-    const LRESULT row = AppendRow(list, procedure, FrameRowText(frame.Frequency).c_str());
-    if (frame.Selected && row >= 0) SendMessageW(list, LB_SETSEL, TRUE, row);
+double FactorOf(UINT button) {
+  switch (button) {
+    case IDC_EDITOR_TRIPLE: return 3.0;
+    case IDC_EDITOR_DOUBLE: return 2.0;
+    case IDC_EDITOR_HALVE: return 0.5;
+    case IDC_EDITOR_THIRD: return 1.0 / 3.0;
+    default: return 0.0;  // takes the pitch away
   }
 }
 
 }  // namespace
 
+FrameList CEditorDlg::Frames() const {
+  return FrameList(Item(IDC_EDITOR_FRAMES));
+}
+
 void CEditorDlg::ShowFrames() {
   ShowKey();
   SetDlgItemTextW(Hwnd, IDC_EDITOR_FREQUENCY, L"");
-  const HWND list = Item(IDC_EDITOR_FRAMES);
-  {
-    const RedrawOnce redraw(list);  // tens of thousands of rows
-    SendMessageW(list, LB_RESETCONTENT, 0, 0);
-    if (CurrentMap) FillFrameList(list, *CurrentMap);
-  }
+  Frames().Fill(CurrentMap);
   SendLimits();
   EnableWindow(Item(IDC_EDITOR_FREQUENCY), TRUE);
   EnableWindow(Item(IDC_EDITOR_SET), TRUE);
@@ -106,28 +71,16 @@ double CEditorDlg::FrequencyOfRow(int row) const {
   return CurrentMap && row >= 0 ? CurrentMap->FrequencyAt(CurrentMap->PositionOf(row)) : FrqNoPitch;
 }
 
-void CEditorDlg::UpdateFrameRow(int row, bool select, double frequency) {
-  const HWND list = Item(IDC_EDITOR_FRAMES);
-  const std::wstring text = FrameRowText(frequency);
-  const auto position = static_cast<WPARAM>(row);
-  SendMessageW(list, LB_DELETESTRING, position, 0);
-  SendMessageW(list, LB_INSERTSTRING, position, reinterpret_cast<LPARAM>(text.c_str()));
-  SendMessageW(list, LB_SETSEL, select, row);
-}
-
 // The frequency of the caret row, for Set to start from.
 void CEditorDlg::RefreshFrequencyBox() {
-  const int caret = CaretRow(Item(IDC_EDITOR_FRAMES));
-  SetDlgItemTextW(Hwnd, IDC_EDITOR_FREQUENCY, FrequencyText(FrequencyOfRow(caret)).c_str());
+  SetDlgItemTextW(Hwnd, IDC_EDITOR_FREQUENCY, FrequencyText(FrequencyOfRow(Frames().Caret())).c_str());
 }
 
+// The control copies the selection; it has no message for none.
 void CEditorDlg::OnFrameListSelChange() {
   RefreshFrequencyBox();
-  const LRESULT count = SendDlgItemMessageW(Hwnd, IDC_EDITOR_FRAMES, LB_GETSELCOUNT, 0, 0);
-  if (count <= 0) return;
-  std::vector<int> rows(static_cast<std::size_t>(count));
-  SendDlgItemMessageW(Hwnd, IDC_EDITOR_FRAMES, LB_GETSELITEMS, rows.size(), reinterpret_cast<LPARAM>(rows.data()));
-  Table().SetSelection(rows);
+  const std::vector<int> rows = Frames().SelectedRows();
+  if (!rows.empty()) Table().SetSelection(rows);
 }
 
 void CEditorDlg::OnSelectAllFrames(UINT) {
@@ -135,27 +88,58 @@ void CEditorDlg::OnSelectAllFrames(UINT) {
 }
 
 void CEditorDlg::SelectAllFrames() {
-  SendDlgItemMessageW(Hwnd, IDC_EDITOR_FRAMES, LB_SETSEL, TRUE, -1);
+  Frames().SelectAll();
   OnFrameListSelChange();
+}
+
+// What follows each edit of the current map. To tell the list is the rule even where no value changed.
+void CEditorDlg::MarkEdited() {
+  ToList().SetCurrentEdited(true, CurrentMap);
+  UpdateState();
+}
+
+// The key of a map that derives it lags behind until something shows it anew.
+void CEditorDlg::ScaleSelection(double factor) {
+  const std::vector<int> rows = Frames().SelectedRows();
+  if (!CurrentMap || rows.empty()) return;
+  Frames().Update(*CurrentMap, ScaleFrames(*CurrentMap, rows, factor, FrqType));
+  RefreshFrequencyBox();
+  Table().RepaintNow();
+  MarkEdited();
+}
+
+// The box of the frequency stays as it was.
+void CEditorDlg::InterpolateSelection() {
+  const std::vector<int> rows = Frames().SelectedRows();
+  if (!CurrentMap || rows.size() < 2) return;
+  Frames().Update(*CurrentMap, InterpolateFrames(*CurrentMap, rows, FrqType));
+  Table().RepaintNow();
+  MarkEdited();
+}
+
+void CEditorDlg::KeyFromSelection() {
+  if (!CurrentMap) return;
+  const std::optional<double> mean = MeanFrequency(*CurrentMap, Frames().SelectedRows());
+  if (!mean) return;
+  CurrentMap->Average = *mean;
+  Table().SetMaps(SavedMap, CurrentMap);
+  Table().RepaintNow();
+  ShowKey();
+  MarkEdited();
 }
 
 // Only the caret row is set, however many are selected.
 void CEditorDlg::OnSetFrequency() {
   if (!CurrentMap) return;
   const double frequency = Clamp(ReadNumber(Item(IDC_EDITOR_FREQUENCY)));
-  const HWND list = Item(IDC_EDITOR_FRAMES);
-  const int row = CaretRow(list);
+  const int row = Frames().Caret();
   // Behind the last row, and so in a list that shows none, there is nothing to set.
-  if (row < 0 || row >= SendMessageW(list, LB_GETCOUNT, 0, 0)) return;
-  {
-    const FrameListChange change(list);
-    UpdateFrameRow(row, true, frequency);
-  }
+  if (row < 0 || row >= Frames().RowCount()) return;
   CurrentMap->SetFrequency(CurrentMap->PositionOf(row), frequency);
+  Frames().Update(*CurrentMap, std::array{row});
   Table().RepaintNow();
   RefreshFrequencyBox();
-  ToList().SetCurrentEdited(true, CurrentMap);
-  UpdateState();
+  MarkEdited();
 }
 
 // A typed key takes effect when its box loses the focus. Nothing asks whether the text changed: to go through the box
@@ -167,6 +151,84 @@ void CEditorDlg::OnKeyEdited() {
   if (CurrentMap->Average != typed) ShowKey();
   Table().SetMaps(SavedMap, CurrentMap);
   Table().RepaintNow();
-  ToList().SetCurrentEdited(true, CurrentMap);
+  MarkEdited();
+}
+
+// Only frequencies count: a changed key alone is not seen, and goes when the list reads the map again because no
+// difference is left. A click on another row may be under way: the list is told only if its row is the one shown here.
+void CEditorDlg::OnReloadSelection(UINT) {
+  if (!CurrentMap || !ToList().IsCurrentEdited()) return;
+  const std::vector<int> rows = Frames().SelectedRows();
+  const int different = RestoreFrames(*CurrentMap, *SavedMap, rows, Frames().RowCount());
+  const int index = ToList().Selection();
+  if (ToList().Map(index) == CurrentMap) ToList().SetEdited(index, different != 0);
+  // What was read may have another length.
+  if (different == 0 && Frames().RowCount() != CurrentMap->FrameCount) ShowFrames();
+  Frames().Update(*CurrentMap, rows);
+  Table().DropLayer();
+  Table().RepaintNow();
+  RefreshFrequencyBox();
+  ShowKey();
   UpdateState();
+}
+
+// One comes for each column of a stroke: what did not change is not done again.
+void CEditorDlg::OnControlFrameChanged(int frame) {
+  if (!CurrentMap) return;
+  Frames().DeselectAll();
+  if (frame < 0) {
+    Frames().Rewrite(*CurrentMap);
+  } else {
+    Frames().Update(*CurrentMap, std::array{frame});
+  }
+  RefreshFrequencyBox();
+  MarkEditedByMouse();
+}
+
+void CEditorDlg::OnControlKeyChanged() {
+  MarkEditedByMouse();
+  if (CurrentMap && CurrentMap->DerivedAverage) {
+    ShowKeySoon();
+  } else {
+    ShowKey();
+  }
+}
+
+// An edit changes only these facts of the state, and after the first column of a stroke they stand.
+void CEditorDlg::MarkEditedByMouse() {
+  ToList().SetCurrentEdited(true, CurrentMap);
+  const bool selected = Frames().SelectedCount() > 0;
+  if (!Shown.currentEdited || !Shown.anyEdited || (Shown.selectedFrames > 0) != selected) UpdateState();
+}
+
+// A derived key is computed over the whole map: once for all columns that one move of the mouse has set.
+void CEditorDlg::ShowKeySoon() {
+  if (!KeyIsLate) KeyIsLate = PostMessageW(Hwnd, kShowKeyMessage, 0, 0) != 0;
+}
+
+void CEditorDlg::OnShowKey() {
+  KeyIsLate = false;
+  ShowKey();
+}
+
+void CEditorDlg::SyncSelectionFromMap() {
+  if (CurrentMap) Frames().SelectAsIn(*CurrentMap);
+}
+
+void CEditorDlg::OnTableNotification(UINT code, int frame) {
+  switch (code) {
+    case FCN_FRAMECHANGED: return OnControlFrameChanged(frame);
+    case FCN_AVERAGECHANGED: return OnControlKeyChanged();
+    case FCN_SELECTIONCHANGED: return SyncSelectionFromMap();
+    default: return;
+  }
+}
+
+void CEditorDlg::OnFlatButton(UINT id) {
+  switch (id) {
+    case IDC_EDITOR_AVERAGE: return InterpolateSelection();
+    case IDC_EDITOR_RELOAD: return ReloadIfEdited();
+    case IDC_EDITOR_KEYFROMSELECTION: return KeyFromSelection();
+    default: return ScaleSelection(FactorOf(id));
+  }
 }

@@ -1,5 +1,7 @@
-// What becomes of edits: saved, or thrown away after a question.
+// What becomes of edits and maps: saved, read again, thrown away, with the questions before and the words after.
 #include <windows.h>
+
+#include <exception>
 
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
@@ -34,11 +36,71 @@ void CEditorDlg::FinishSave(DWORD error) {
   UpdateState();
 }
 
-// Reads the current map from its file again, on this thread: the list is idle meanwhile.
+// Reads the current map from its file again, on this thread: the list is idle meanwhile. A map that memory does not
+// hold twice is as good as one that cannot be read.
 void CEditorDlg::ReloadCurrentMap() {
   if (!CurrentMap) return;
-  LoadMap(*CurrentMap, CurrentPath, FrqType, &FileList->Store);
-  CurrentMap->CopyTo(*SavedMap);
+  try {
+    LoadMap(*CurrentMap, CurrentPath, FrqType, &FileList->Store);
+    CurrentMap->CopyTo(*SavedMap);
+  } catch (const std::exception&) {
+    CurrentMap->Clear();
+    SavedMap->Clear();
+  }
   ToList().SetCurrentEdited(false, CurrentMap);
   UpdateState();
+}
+
+void CEditorDlg::ShowReloaded() {
+  Table().SetSelection({});
+  Table().DropLayer();
+  Table().RepaintNow();
+  ShowFrames();
+}
+
+// A map without edits is not even read: what changed it from outside does not come in here.
+void CEditorDlg::ReloadIfEdited() {
+  if (!ToList().IsCurrentEdited()) return;
+  ReloadCurrentMap();
+  ShowReloaded();
+  UpdateState();
+  ToList().ShowModifyBar(false, true);
+}
+
+// The edits of one syllable go without a question.
+void CEditorDlg::OnReloadSyllable(UINT) {
+  ReloadIfEdited();
+  ToList().SetFailed(ToList().Selection(), false);
+  ToList().ShowModifyBar(false, false);
+}
+
+// The map that is shown is empty where its file has gone, which the list does not tell.
+void CEditorDlg::OnReloadAll(UINT) {
+  if (!ConfirmDiscard()) return;
+  const bool reloaded = ToList().ReloadMaps(false);
+  if (reloaded || (CurrentMap && !CurrentMap->Loaded)) ShowReloaded();
+  UpdateState();
+}
+
+// One question covers the unsaved edits too.
+void CEditorDlg::OnRemoveAll(UINT) {
+  if (ShowMessage(Hwnd, LoadResString(IDS_ASKREMOVEALL), MB_YESNO) != IDYES) return;
+  RemoveMaps();
+  Table().SetMaps(SavedMap, CurrentMap);
+  ShowFrames();
+  Table().RepaintNow();
+  UpdateState();
+  ToList().PostRefreshThumbnail();
+  ToList().ShowModifyBar(false, false);
+}
+
+// A map that cannot be deleted keeps its place and its edits.
+void CEditorDlg::RemoveMaps() {
+  MrqStore& store = FileList->Store;
+  const int count = ToList().Count();
+  for (int index = 0; index < count; ++index) {
+    const std::wstring map = MapPathFromWaveW(ToList().Path(index), FrqType);
+    if (DeleteMapFile(map, &store, false)) ToList().SetHasMap(index, false, false);
+  }
+  if (FrqType == FrqTypeMrq) store.CompactFiles();
 }

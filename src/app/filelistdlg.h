@@ -72,6 +72,7 @@ class CFileListDlg : public CDlgBase {
   int ColumnIndexOf(int columnId) const;
   void SortAndShow();
   void InsertRow(int index);
+  void FillColumn(int columnId, bool SyllableEntry::*marked);
   void SetCell(int row, int columnId, bool marked);
   void SetMarkedCell(int index, bool marked);
   void UpdateLlsmCell(int index);
@@ -87,6 +88,7 @@ class CFileListDlg : public CDlgBase {
   void RefreshMaps();
   void EnsureLoaded(SyllableEntry& entry);
   void ShowSyllable(int index);
+  int LoadEntry(SyllableEntry& entry);
   void RereadMap(SyllableEntry& entry);
   int SaveEntry(SyllableEntry& entry, int index, bool deleteLlsm, DWORD& error);
 
@@ -94,6 +96,7 @@ class CFileListDlg : public CDlgBase {
   void ServeMessage(UINT message, WPARAM wParam, LPARAM lParam);
   DWORD SaveCurrent(bool deleteLlsm);
   DWORD SaveAll(bool deleteLlsm);
+  bool ReloadMaps(bool all);
   void SelectNeighbour(bool previous);
   void SelectSyllable(int index);
   void SetEditedByMessage(int index, bool edited);
@@ -103,7 +106,7 @@ class CFileListDlg : public CDlgBase {
   bool IsAnyEdited() const;
   bool IsFailed(int index);
   bool HasMap(int index);
-  int CountMaps();
+  int CountMaps() const;
 
   HWND ListView() const;
   EditorSender ToEditor() const;

@@ -1,8 +1,9 @@
 // What the list does with the maps that it owns: loading them when they are first needed, bringing them to the editor,
 // and saving them.
-#include <new>
+#include <exception>
 
 #include "app/filelistdlg.h"
+#include "base/path.h"
 #include "frqmap/mapfiles.h"
 
 // The road from a click to the editor: both sends come back only when the editor has taken the syllable over, and it
@@ -29,15 +30,38 @@ void CFileListDlg::EnsureLoaded(SyllableEntry& entry) {
   if (!entry.Map.Loaded) RereadMap(entry);
 }
 
-// A map that memory does not hold twice is as good as one that cannot be read.
 void CFileListDlg::RereadMap(SyllableEntry& entry) {
+  // A load that fails makes its empty map the saved one too.
+  if (LoadEntry(entry) != 0) entry.Map.CopyTo(entry.SavedMap);
+}
+
+// Reads both maps of an entry; a failure leaves the working one empty and the saved one as it was. A map that memory
+// does not hold twice is as good as one that cannot be read.
+int CFileListDlg::LoadEntry(SyllableEntry& entry) {
   try {
-    LoadMap(entry.Map, entry.Path, FrqType, &Store);
-    entry.Map.CopyTo(entry.SavedMap);
+    const int result = LoadMap(entry.Map, entry.Path, FrqType, &Store);
+    if (result == 0) entry.Map.CopyTo(entry.SavedMap);
+    return result;
   } catch (const std::exception&) {
     entry.Map.Clear();
-    entry.SavedMap.Clear();
+    return -1;
   }
+}
+
+// The maps that have edits, or all. True if the current one came. One whose file cannot be read is left empty and as
+// edited as it was, and nobody hears of it.
+bool CFileListDlg::ReloadMaps(bool all) {
+  bool current = false;
+  for (int index = 0; index < static_cast<int>(Entries.size()); ++index) {
+    SyllableEntry& entry = Entries[static_cast<std::size_t>(index)];
+    if (!all && !(entry.Map.Loaded && entry.Edited)) continue;
+    const std::wstring folder = FolderOf(entry.Path);
+    if (FrqType == FrqTypeMrq && !Store.HasFolder(folder)) Store.LoadFolder(folder);
+    if (LoadEntry(entry) != 0) continue;
+    current = current || index == CurrentIndex;
+    SetEdited(index, false, true);
+  }
+  return current;
 }
 
 DWORD CFileListDlg::SaveCurrent(bool deleteLlsm) {

@@ -37,6 +37,7 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_ISANYEDITED: return AnswerNumber(lParam, IsAnyEdited());
     case FLM_SAVECURRENT: return AnswerNumber(lParam, SaveCurrent(flag));
     case FLM_SAVEALL: return AnswerNumber(lParam, SaveAll(flag));
+    case FLM_RELOADMAPS: return AnswerNumber(lParam, ReloadMaps(flag));
     case FLM_SELECTNEIGHBOUR: return SelectNeighbour(flag);
     case FLM_OPENFOLDER: return OpenFolder(reinterpret_cast<const wchar_t*>(lParam));
     case FLM_GETCOUNT: return AnswerNumber(lParam, static_cast<std::uint32_t>(RowCount()));
@@ -46,6 +47,7 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_REFRESHMAPS: return RefreshMaps();
     case FLM_COUNTMAPS: return AnswerNumber(lParam, static_cast<std::uint32_t>(CountMaps()));
     case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
+    case FLM_REFRESHTHUMBNAIL: return ToThumbnail().PostRefreshAll();
     case FLM_SELECTSYLLABLE: return SelectSyllable(index);
     case FLM_SETFAILED: return SetMarkedCell(index, lParam != 0);
     case FLM_GETFAILED: return AnswerNumber(lParam, IsFailed(index));
@@ -98,13 +100,10 @@ bool CFileListDlg::IsFailed(int index) {
   return entry && marked(*entry);
 }
 
-int CFileListDlg::CountMaps() {
-  int count = 0;
-  for (int row = 0; row < RowCount(); ++row) {
-    const SyllableEntry* const entry = EntryAt(IndexOfRow(row));
-    if (entry && entry->HasMap) ++count;
-  }
-  return count;
+// Of the rows, told without asking the list view for each.
+int CFileListDlg::CountMaps() const {
+  const auto counts = [](const SyllableEntry& entry) { return entry.HasMap && entry.ListRow >= 0; };
+  return static_cast<int>(std::count_if(Entries.begin(), Entries.end(), counts));
 }
 
 // With nothing selected, the next one is row 0 and there is none before it.
@@ -120,6 +119,8 @@ void CFileListDlg::SelectSyllable(int index) {
 
 // The editor names the map that it changed: a click on another row may be under way, and has moved CurrentIndex then.
 void CFileListDlg::SetCurrentEdited(bool edited, const FrqMap* map) {
+  const SyllableEntry* const current = EntryAt(CurrentIndex);
+  if (current && &current->Map == map) return SetEdited(CurrentIndex, edited, true);
   const auto found =
       std::find_if(Entries.begin(), Entries.end(), [map](const SyllableEntry& entry) { return &entry.Map == map; });
   SetEdited(found == Entries.end() ? CurrentIndex : static_cast<int>(found - Entries.begin()), edited, true);

@@ -83,6 +83,23 @@ void CFileListDlg::SortAndShow() {
   ListView_DeleteAllItems(ListView());
   ListView_SetItemCount(ListView(), static_cast<int>(Entries.size()));
   for (int index = 0; index < static_cast<int>(Entries.size()); ++index) InsertRow(index);
+  FillColumn(kMapColumn, &SyllableEntry::HasMap);
+  FillColumn(kEditedColumn, &SyllableEntry::Edited);
+  for (int index = 0; index < static_cast<int>(Entries.size()); ++index) UpdateLlsmCell(index);
+}
+
+// The marks of new rows, whose cells are empty. To look the column and the text up for each cell would take longer than
+// the rows themselves.
+void CFileListDlg::FillColumn(int columnId, bool SyllableEntry::*marked) {
+  LVITEMW cell{};
+  std::wstring text = LoadResString(IDS_MARK);
+  cell.iSubItem = ColumnIndexOf(columnId);
+  cell.pszText = text.data();
+  const HWND view = ListView();
+  for (const SyllableEntry& entry : Entries) {
+    if (!(entry.*marked) || entry.ListRow < 0) continue;
+    SendMessageW(view, LVM_SETITEMTEXTW, static_cast<WPARAM>(entry.ListRow), reinterpret_cast<LPARAM>(&cell));
+  }
 }
 
 void CFileListDlg::InsertRow(int index) {
@@ -96,12 +113,7 @@ void CFileListDlg::InsertRow(int index) {
   item.pszText = name.data();
   item.lParam = index;
   const int row = ListView_InsertItem(ListView(), &item);
-  if (row < 0) return;
-  entry.ListRow = row;
-  // A new row's cells are empty, and most stay so.
-  if (entry.HasMap) SetCell(row, kMapColumn, true);
-  if (entry.Edited) SetCell(row, kEditedColumn, true);
-  UpdateLlsmCell(index);
+  if (row >= 0) entry.ListRow = row;
 }
 
 // A cell holds the mark or nothing. A column that is not there has no cells.

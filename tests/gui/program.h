@@ -8,6 +8,7 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <future>
 
 #include "app/application.h"
@@ -104,6 +105,19 @@ class ProgramTest : public testing::Test {
     return text;
   }
   bool IsGrey(UINT command) const { return GetMenuState(GetMenu(editor_), command, MF_BYCOMMAND) & MF_GRAYED; }
+  bool IsChecked(UINT command) const { return GetMenuState(GetMenu(editor_), command, MF_BYCOMMAND) & MF_CHECKED; }
+
+  // Selects these frames of the list and no others, as the user does row by row.
+  void SelectFrames(const std::vector<int>& rows) const {
+    SendItem(IDC_EDITOR_FRAMES, LB_SETSEL, FALSE, reinterpret_cast<void*>(-1));
+    for (const int row : rows) SendItem(IDC_EDITOR_FRAMES, LB_SETSEL, TRUE, reinterpret_cast<void*>(row));
+    SendMessageW(editor_, WM_COMMAND, MAKEWPARAM(IDC_EDITOR_FRAMES, LBN_SELCHANGE), 0);
+  }
+  std::vector<int> SelectedFrames() const {
+    std::vector<int> rows(static_cast<std::size_t>(SendItem(IDC_EDITOR_FRAMES, LB_GETSELCOUNT)));
+    SendItem(IDC_EDITOR_FRAMES, LB_GETSELITEMS, rows.size(), rows.data());
+    return rows;
+  }
 
   void Select(int row) const {
     ListView_SetItemState(GetDlgItem(list_, IDC_LIST_FILES), row, LVIS_SELECTED, LVIS_SELECTED);
@@ -112,18 +126,35 @@ class ProgramTest : public testing::Test {
   void Press(UINT command) const {
     SendMessageTimeoutW(editor_, WM_COMMAND, command, 0, SMTO_NORMAL, 2 * kLimitMs, nullptr);
   }
-  // Presses a command that asks or tells something, and answers the message box. The text of the box.
-  std::wstring PressAndAnswer(UINT command, WPARAM answer) const {
-    const auto pressed = std::async(std::launch::async, [=, this] { Press(command); });
-    if (!Eventually([this] { return FindBox() != nullptr; })) return L"no message box";
-    const std::wstring text = WindowText(GetDlgItem(FindBox(), 0xFFFF));
-    PostMessageW(FindBox(), WM_COMMAND, answer, 0);
-    return text;
+  // Does what asks or tells something, and answers each box as it comes. The texts of the boxes.
+  std::wstring Answer(const std::function<void()>& work, std::initializer_list<WPARAM> answers, int id = 0xFFFF) const {
+    const auto worked = std::async(std::launch::async, work);
+    std::wstring texts;
+    HWND last = nullptr;
+    for (const WPARAM answer : answers) {
+      const auto isNext = [&] { return FindBox() && FindBox() != last; };
+      if (!Eventually(isNext)) return L"no message box";
+      last = FindBox();
+      texts += WindowText(GetDlgItem(last, id));
+      PostMessageW(last, WM_COMMAND, answer, 0);
+    }
+    return texts;
+  }
+  std::wstring PressAndAnswer(UINT command, WPARAM answer, int id = 0xFFFF) const {
+    return Answer([=, this] { Press(command); }, {answer}, id);
   }
   // Replaces the text of a box, key by key.
   void Type(int id, const std::wstring& text) const {
     SetDlgItemTextW(editor_, id, L"");
     for (const wchar_t key : text) SendItem(id, WM_CHAR, key);
+  }
+  // On the keyboard, for the window that has the focus.
+  static void PressKey(WORD key, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.dwFlags = flags;
+    SendInput(1, &input, sizeof(input));
   }
   // Clicks the first frame, types a frequency and presses Set.
   void SetFirstFrame(const std::wstring& frequency) const {
@@ -138,6 +169,8 @@ class ProgramTest : public testing::Test {
   HWND editor_ = nullptr;
   HWND list_ = nullptr;
 
+  HWND FindBox() const { return FindDialogWith(L"Static"); }
+
  private:
   // A visible dialog of this process but the editor, told by the class of a control in it; null for none.
   HWND FindDialogWith(const wchar_t* controlClass) const {
@@ -149,7 +182,6 @@ class ProgramTest : public testing::Test {
     }
     return nullptr;
   }
-  HWND FindBox() const { return FindDialogWith(L"Static"); }
   bool HasEnded() const { return exit_.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }
 
   std::shared_future<int> exit_;

@@ -1,0 +1,47 @@
+// The frame list of the editor: one row for each frame of a map, row i being frame i.
+//
+// The rows are a view: frequencies are read from the map and only the selection from the list box. Rows are replaced,
+// never edited. A list may hold tens of thousands, so that many are replaced in one pass, with the end of a pass one by
+// one: the rows selected, the last of them with the focus rectangle and in view.
+#pragma once
+
+#include <windows.h>
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "frqmap/frqmap.h"
+
+class FrameList {
+ public:
+  explicit FrameList(HWND list) : list_(list) {}
+
+  int RowCount() const;
+  // The row with the focus rectangle.
+  int Caret() const;
+  int SelectedCount() const;
+  // In ascending order.
+  std::vector<int> SelectedRows() const;
+
+  void SelectAll() const;
+  void DeselectAll() const;
+  // The rows whose frames are in the map's selection, and no others.
+  void SelectAsIn(const FrqMap& map) const;
+
+  // All rows anew, selected as in the map; none for null.
+  void Fill(const FrqMap* map) const;
+  // All rows anew, none selected; the caret and the first row in view stay.
+  void Rewrite(const FrqMap& map) const;
+  // These rows anew, each selected.
+  void Update(const FrqMap& map, std::span<const int> rows) const;
+
+ private:
+  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+  void AddRows(const FrqMap& map) const;
+  void ReplaceRow(int row, const FrqMap& map) const;
+  void SelectRows(std::span<const int> rows) const;
+  void ShowLast(std::span<const int> rows) const;
+
+  HWND list_;
+};
