@@ -1,110 +1,27 @@
-// The frame list of a very long map, filled by the real editor, against a bare list box that is given texts made
-// before.
+// The frame list of a very long map, filled and changed by the real editor, against a bare list box that is given texts
+// made before.
 #include <windows.h>
-#include <process.h>
 
-#include <cmath>
 #include <functional>
 
-#include "app/editordlg.h"
-#include "app/filelistdlg.h"
-#include "frqctrl/frqctrl.h"
 #include "frqmap/edits.h"
 #include "measuring.h"
 #include "resources/ids.h"
 #include "rows.h"
-#include "window/flatbutton.h"
+#include "runningprogram.h"
 
 namespace {
 
 constexpr SampleCount kFrames = 30000;
-constexpr UINT kRunMessage = WM_APP;
 
-// Settings are kept and read in a key that goes with the object, so that a run of the editor leaves no trace.
-class ScratchSettings {
+// A frame list of the editor, and a bare list box of the same look that is given texts made before.
+class FrameListWork : public Work {
  public:
-  ScratchSettings() {
-    RegCreateKeyExW(HKEY_CURRENT_USER, kName, 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS, nullptr, key_.out(),
-                    nullptr);
-    RegOverridePredefKey(HKEY_CURRENT_USER, key_.get());
-  }
-  ~ScratchSettings() {
-    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
-    key_.reset();
-    RegDeleteTreeW(HKEY_CURRENT_USER, kName);
-  }
-  ScratchSettings(const ScratchSettings&) = delete;
-  ScratchSettings& operator=(const ScratchSettings&) = delete;
-
- private:
-  static constexpr wchar_t kName[] = L"Software\\marlit_bench";
-  RegistryKey key_;
-};
-
-// The editor with one more message: to run a function on its thread, where a call of its list box is a plain call.
-class ScriptedEditor : public CEditorDlg {
- public:
-  using CEditorDlg::CEditorDlg;
-
-  INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
-    if (message != kRunMessage) return CEditorDlg::OnDialogMessage(message, wParam, lParam);
-    (*reinterpret_cast<const std::function<void()>*>(lParam))();
-    return Answered();
-  }
-
-  void RunOnItsThread(const std::function<void()>& function) const {
-    SendMessageW(Hwnd, kRunMessage, 0, reinterpret_cast<LPARAM>(&function));
-  }
-};
-
-unsigned WINAPI EditorThread(void* editor) {
-  static_cast<ScriptedEditor*>(editor)->Run(true);
-  return 0;
-}
-
-// The editor on a thread of its own, beside a list that has no window.
-class RunningEditor {
- public:
-  RunningEditor() {
-    RegisterControl<CFrqCtrl>();
-    RegisterControl<CFlatButton>();
-    list_.Editor = &editor_;
-    editor_.FileList = &list_;
-    editor_.LoadSettings();
-    thread_.reset(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, EditorThread, &editor_, 0, nullptr)));
-    const HANDLE either[] = {editor_.ReadyEvent.get(), thread_.get()};
-    Require(WaitForMultipleObjects(2, either, FALSE, INFINITE) == WAIT_OBJECT_0, "the editor does not start");
-  }
-  ~RunningEditor() {
-    SendMessageW(editor_.Hwnd, WM_COMMAND, IDCANCEL, 0);
-    WaitForSingleObject(thread_.get(), INFINITE);
-  }
-  RunningEditor(const RunningEditor&) = delete;
-  RunningEditor& operator=(const RunningEditor&) = delete;
-
-  const ScriptedEditor* operator->() const { return &editor_; }
-
- private:
-  ScratchSettings settings_;
-  CFileListDlg list_{L""};
-  ScriptedEditor editor_{L""};
-  ThreadHandle thread_;
-};
-
-FrqMap VeryLongMap() {
-  FrqMap map;
-  map.Create(kFrames, FrqTypeFrq);
-  for (SampleCount i = 0; i < kFrames; ++i) map.SetFrequency(map.PositionOf(i), 220.0 + 5.0 * std::sin(i / 20.0));
-  return map;
-}
-
-class FillFrames : public Work {
- public:
-  FillFrames() {
+  FrameListWork() {
     for (const FrqFrame& frame : map_.Frames) texts_.push_back(FrameRowText(frame.Frequency));
-    const HWND editor = editor_->Hwnd;
+    const HWND editor = program_.Editor();
     EditorSender(editor).SetMap(&map_, &map_);
-    editor_->RunOnItsThread([&] {
+    program_.RunInEditor([&] {
       ShowWindow(editor, SW_HIDE);  // a window that is seen would paint its curve as well
       list_ = GetDlgItem(editor, IDC_EDITOR_FRAMES);
       bareList_ = CreateWindowExW(0, L"LISTBOX", L"", GetWindowLongW(list_, GWL_STYLE), 0, 0, 100, 200, editor, nullptr,
@@ -112,12 +29,8 @@ class FillFrames : public Work {
     });
   }
 
-  double Measured() override {
-    return TimedOnEditorThread(list_, [&] { EditorSender(editor_->Hwnd).RefreshMap(true); });
-  }
-
   double Yardstick() override {
-    return TimedOnEditorThread(bareList_, [&] {
+    return TimedInEditor(bareList_, [&] {
       SendMessageW(bareList_, WM_SETREDRAW, FALSE, 0);
       SendMessageW(bareList_, LB_RESETCONTENT, 0, 0);
       SendMessageW(bareList_, LB_INITSTORAGE, texts_.size(), kFrames * LPARAM{32});
@@ -129,23 +42,50 @@ class FillFrames : public Work {
     });
   }
 
- private:
-  double TimedOnEditorThread(HWND filled, const std::function<void()>& fill) const {
+ protected:
+  double TimedInEditor(HWND filled, const std::function<void()>& fill) const {
     double ms = 0.0;
-    editor_->RunOnItsThread([&] { ms = MillisecondsOf(fill); });
+    program_.RunInEditor([&] { ms = MillisecondsOf(fill); });
     Require(SendMessageW(filled, LB_GETCOUNT, 0, 0) == kFrames, "the frame list is not filled");
     return ms;
   }
 
-  FrqMap map_ = VeryLongMap();
-  std::vector<std::wstring> texts_;
+  FrqMap map_ = LongMap(kFrames);
   HWND list_ = nullptr;
   HWND bareList_ = nullptr;
-  RunningEditor editor_;
+  RunningProgram program_;
+
+ private:
+  std::vector<std::wstring> texts_;
+};
+
+class FillFrames : public FrameListWork {
+ public:
+  double Measured() override {
+    return TimedInEditor(list_, [&] { EditorSender(program_.Editor()).RefreshMap(true); });
+  }
+};
+
+// All frames selected and their octave changed, up and down in turn.
+class ScaleFrameList : public FrameListWork {
+ public:
+  double Measured() override {
+    SendMessageW(list_, LB_SETSEL, TRUE, -1);
+    up_ = !up_;
+    const double before = map_.Frames[0].Frequency;
+    const UINT button = up_ ? IDC_EDITOR_DOUBLE : IDC_EDITOR_HALVE;
+    const double ms = TimedInEditor(list_, [&] { SendMessageW(program_.Editor(), WM_COMMAND, button, 0); });
+    Require(map_.Frames[0].Frequency == before * (up_ ? 2.0 : 0.5), "the frames keep their octave");
+    Require(SendMessageW(list_, LB_GETSELCOUNT, 0, 0) == kFrames, "the frames are not selected any more");
+    return ms;
+  }
+
+ private:
+  bool up_ = false;
 };
 
 }  // namespace
 
 std::vector<Row> FrameListRows() {
-  return {RowOf<FillFrames>("fill_frames", "ms", 1.3)};
+  return {RowOf<FillFrames>("fill_frames", "ms", 1.3), RowOf<ScaleFrameList>("scale_frames", "ms", 1.5)};
 }

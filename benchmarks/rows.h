@@ -33,6 +33,9 @@ Row RowOf(const char* name, const char* unit, double aim) {
   return {name, unit, aim, [] { return std::make_unique<T>(); }};
 }
 
+// The program's windows at work; `voicebank` as below.
+std::vector<Row> EditorRows(const std::wstring& voicebank);
+
 std::vector<Row> ExecutableRows();
 
 // `voicebank`: full path of a folder of 5,000 waves with maps of the size of one frame. What is in the files does not

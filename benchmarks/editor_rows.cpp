@@ -1,0 +1,175 @@
+// What a user waits for in the running program: the next syllable, another folder, and the menu.
+#include <windows.h>
+#include <commctrl.h>
+
+#include <array>
+#include <vector>
+
+#include "base/files.h"
+#include "base/handle.h"
+#include "frqmap/edits.h"
+#include "frqmap/freq0003.h"
+#include "measuring.h"
+#include "resources/ids.h"
+#include "rows.h"
+#include "runningprogram.h"
+#include "scratchfolder.h"
+
+namespace {
+
+constexpr int kWaves = 5000;
+
+// What the editor asks the list to enable its commands, each a way from thread to thread and back.
+void SendAcross(HWND list) {
+  for (int send = 0; send < 9; ++send) SendMessageW(list, WM_NULL, 0, 0);
+}
+
+// From one syllable to the other and back, each with a long map, against what none can do without: a bare list box that
+// is filled, the table painted anew, and a menu's worth of sends.
+class SwitchSyllables : public Work {
+ public:
+  SwitchSyllables() {
+    for (const wchar_t* name : {L"a", L"b"}) {
+      WriteWholeFile(folder_.PathOf(std::wstring(name) + L".wav"), {});
+      WriteWholeFile(folder_.PathOf(std::wstring(name) + L"_wav.frq"), EncodeFreq0003(map_, FrqTypeFrq));
+    }
+    for (const FrqFrame& frame : map_.Frames) texts_.push_back(FrameRowText(frame.Frequency));
+    program_.List().OpenFolder(folder_.PathOf(L"").c_str());
+    program_.RunInEditor([&] {
+      const HWND list = GetDlgItem(program_.Editor(), IDC_EDITOR_FRAMES);
+      bareList_ = CreateWindowExW(0, L"LISTBOX", L"", GetWindowLongW(list, GWL_STYLE), 0, 0, 100, 200,
+                                  program_.Editor(), nullptr, GetModuleHandleW(nullptr), nullptr);
+    });
+  }
+
+  double Measured() override {
+    back_ = !back_;
+    const double ms =
+        MillisecondsOf([&] { SendMessageW(program_.ListWindow(), FLM_SELECTNEIGHBOUR, back_ ? 0 : 1, 0); });
+    Require(program_.List().Selection() == (back_ ? 1 : 0), "the syllable stays the same");
+    Require(SendDlgItemMessageW(program_.Editor(), IDC_EDITOR_FRAMES, LB_GETCOUNT, 0, 0) == map_.FrameCount,
+            "the frames are not shown");
+    return ms;
+  }
+
+  double Yardstick() override {
+    double ms = 0.0;
+    const FrqCtrlSender table(GetDlgItem(program_.Editor(), IDC_EDITOR_TABLE));
+    program_.RunInEditor([&] {
+      ms = MillisecondsOf([&] {
+        FillBareList();
+        table.DropLayer();
+        table.RepaintNow();
+        SendAcross(program_.ListWindow());
+      });
+    });
+    return ms;
+  }
+
+ private:
+  void FillBareList() const {
+    SendMessageW(bareList_, WM_SETREDRAW, FALSE, 0);
+    SendMessageW(bareList_, LB_RESETCONTENT, 0, 0);
+    for (const std::wstring& text : texts_) {
+      SendMessageW(bareList_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    }
+    SendMessageW(bareList_, WM_SETREDRAW, TRUE, 0);
+  }
+
+  const FrqMap map_ = LongMap(5000);
+  std::vector<std::wstring> texts_;
+  ScratchFolder folder_;
+  HWND bareList_ = nullptr;
+  bool back_ = false;
+  RunningProgram program_;
+};
+
+// The menu's state in a large voicebank, against as many sends from thread to thread as it takes.
+class RefreshState : public Work {
+ public:
+  explicit RefreshState(const std::wstring& voicebank) { program_.List().OpenFolder(voicebank.c_str()); }
+
+  double Measured() override {
+    return Timed([&] { EditorSender(program_.Editor()).UpdateState(); });
+  }
+
+  double Yardstick() override {
+    return Timed([&] { SendAcross(program_.ListWindow()); });
+  }
+
+ private:
+  double Timed(const std::function<void()>& work) const {
+    double ms = 0.0;
+    program_.RunInEditor([&] { ms = MillisecondsOf(work); });
+    return ms;
+  }
+
+  RunningProgram program_;
+};
+
+// A large voicebank from the command to its first syllable, against a bare pass over the folder and a bare list view.
+class OpenVoicebank : public Work {
+ public:
+  explicit OpenVoicebank(const std::wstring& voicebank) : voicebank_(voicebank) {
+    program_.RunInEditor([&] {
+      bareView_ = CreateWindowExW(0, WC_LISTVIEWW, L"", WS_CHILD | LVS_REPORT, 0, 0, 300, 300, program_.Editor(),
+                                  nullptr, GetModuleHandleW(nullptr), nullptr);
+      LVCOLUMNW column{};
+      for (int i = 0; i < 4; ++i) ListView_InsertColumn(bareView_, i, &column);
+    });
+  }
+
+  double Measured() override {
+    double ms = 0.0;
+    program_.RunInEditor([&] { ms = MillisecondsOf([&] { program_.List().OpenFolder(voicebank_.c_str()); }); });
+    Require(program_.List().Count() == kWaves && program_.List().Selection() == 0, "the voicebank is not shown");
+    return ms;
+  }
+
+  double Yardstick() override {
+    double ms = 0.0;
+    program_.RunInEditor([&] {
+      ms = MillisecondsOf([&] {
+        PassOver();
+        FillView();
+      });
+    });
+    return ms;
+  }
+
+ private:
+  void PassOver() const {
+    WIN32_FIND_DATAW item;
+    const FindHandle find(FindFirstFileW((voicebank_ + L"\\*.*").c_str(), &item));
+    while (FindNextFileW(find.get(), &item)) {
+    }
+  }
+  void FillView() const {
+    SendMessageW(bareView_, WM_SETREDRAW, FALSE, 0);
+    ListView_DeleteAllItems(bareView_);
+    ListView_SetItemCount(bareView_, kWaves);
+    std::array<wchar_t, 16> name{L"name.wav"};
+    std::array<wchar_t, 2> mark{L"*"};
+    for (int row = 0; row < kWaves; ++row) {
+      LVITEMW item{};
+      item.mask = LVIF_TEXT | LVIF_PARAM;
+      item.iItem = row;
+      item.pszText = name.data();
+      ListView_InsertItem(bareView_, &item);
+      ListView_SetItemText(bareView_, row, 1, mark.data());
+    }
+    SendMessageW(bareView_, WM_SETREDRAW, TRUE, 0);
+  }
+
+  std::wstring voicebank_;
+  HWND bareView_ = nullptr;
+  RunningProgram program_;
+};
+
+}  // namespace
+
+std::vector<Row> EditorRows(const std::wstring& voicebank) {
+  return {RowOf<SwitchSyllables>("switch_syllables", "ms", 2.0),
+          {"update_state", "ms", 2.0, [voicebank] { return std::make_unique<RefreshState>(voicebank); }},
+          {"open_voicebank", "ms", 2.0, [voicebank] { return std::make_unique<OpenVoicebank>(voicebank); }}};
+}
