@@ -142,7 +142,9 @@ double CFrqCtrl::FrequencyAtY(int y) const {
 // The edited frame becomes the selection.
 void CFrqCtrl::SetFrameFrequency(SampleCount column, bool repaint, double frequency) {
   if (!Map) return;
-  Map->SetFrequency(Map->PositionOf(column), frequency);
+  const SampleCount position = Map->PositionOf(column);
+  if (position < 0) return;  // with a hop out of range no position leads to the frame
+  Map->SetFrequency(position, frequency);
   SelectColumns(column, column);
   if (repaint) Refresh();
   Notify(FCN_FRAMECHANGED, column);
@@ -192,7 +194,9 @@ LRESULT CFrqCtrl::OnLButtonDblClk(WPARAM, int x, int y) {
 // Columns are told as sample positions, since a map's frames are reached by those alone.
 void CFrqCtrl::SelectColumns(SampleCount first, SampleCount last) {
   Map->ClearSelection();
-  Map->SelectRange(Map->PositionOf(first), Map->PositionOf(last), false);
+  const SampleCount from = Map->PositionOf(first);
+  const SampleCount to = Map->PositionOf(last);
+  if (from >= 0 && to >= 0) Map->SelectRange(from, to, false);
 }
 
 void CFrqCtrl::ShowSelectionChange() {

@@ -27,6 +27,8 @@ bool IsAccidental(int note) {
 }  // namespace
 
 bool CFrqCtrl::Draw(HDC dc, const RECT& client) {
+  // Under the box that tells of a failed analysis the layer is in the middle of being built.
+  if (Analyzing) return false;
   const int stripWidth = Geometry.ThumbnailMode ? 0 : LabelSize(dc).cx;
   Geometry.PlotRect = {client.left + stripWidth, client.top, client.right, client.bottom};
   if (!LayerDC && !BuildLayer(dc, client)) return false;
@@ -34,7 +36,7 @@ bool CFrqCtrl::Draw(HDC dc, const RECT& client) {
     const SelectGuard selectBitmap(LayerDC.get(), LayerBitmap.get());
     BitBlt(dc, 0, 0, client.right - client.left, client.bottom - client.top, LayerDC.get(), 0, 0, SRCCOPY);
   }
-  if (Map) DrawMap(dc, client);
+  if (IsMapLoaded()) DrawMap(dc, client);
   DrawCaption(dc, client);
   return true;
 }
@@ -80,7 +82,7 @@ COLORREF CFrqCtrl::GroundColor() const {
 void CFrqCtrl::DrawLayer(HDC dc, PixelBitmap& pixels, const RECT& client) {
   if (ViewMode == 0) {
     DrawNoteRows(dc, pixels);
-    if (Map && Map->HasMarks) DrawMarkedColumns(pixels);
+    if (IsMapLoaded() && Map->HasMarks) DrawMarkedColumns(pixels);
   }
   // What comes next is drawn by the system, and over what is written by hand.
   DrawNoteLabels(dc, {client.left, client.top, Geometry.PlotRect.left, client.bottom});

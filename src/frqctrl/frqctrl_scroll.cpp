@@ -92,8 +92,10 @@ void CFrqCtrl::ScrollByWheel(WPARAM keys, int delta) {
 }
 
 void CFrqCtrl::ScrollColumnsByWheel(int delta) {
-  const SampleCount last = std::max(0, ColumnCount() - 1);
-  Geometry.ScrollColumn = std::clamp(Geometry.ScrollColumn - delta * 4 / WHEEL_DELTA, 0, last);
+  const std::int64_t last = std::max(0, ColumnCount() - 1);
+  // Counted wider, as the view may have been scrolled to any number.
+  const std::int64_t column = std::int64_t{Geometry.ScrollColumn} - delta * 4 / WHEEL_DELTA;
+  Geometry.ScrollColumn = static_cast<SampleCount>(std::clamp<std::int64_t>(column, 0, last));
   RebuildNow();
   SetScrollPosition(SB_HORZ, Geometry.ScrollColumn);
 }

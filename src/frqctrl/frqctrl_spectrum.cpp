@@ -48,6 +48,7 @@ int CFrqCtrl::EnsureSpectrum() {
   } catch (const std::exception& error) {
     ForgetSpectrum();
     MessageBoxA(GetActiveWindow(), error.what(), nullptr, MB_ICONERROR);
+    InvalidateRect(Hwnd, nullptr, FALSE);  // what the box has covered
   }
   Analyzing = false;
   return 0;

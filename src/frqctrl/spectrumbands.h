@@ -54,8 +54,9 @@ class IntensityTable {
 // whenever the table is; about 120 bytes an entry.
 class SpectrumSteps {
  public:
-  // No row of the table is lower: the view begins at note 24 and shows half a row below.
-  static constexpr int LowestNote = 23;
+  // No row of the table is lower: before the first map the scroll bar reaches down to note 19, and the view shows half a
+  // row below.
+  static constexpr int LowestNote = 18;
 
   SpectrumSteps(const SpectrumTable& table, std::uint32_t sampleRate);
 

@@ -48,15 +48,22 @@ struct PaintBuffer {
 std::mutex idleLock;
 PaintBuffer idleBuffer;  // of all threads
 
+// A context takes no bitmap that was made when the screen had other colours.
+bool Takes(HDC memory, const Bitmap& picture) {
+  const HGDIOBJ before = picture ? SelectObject(memory, picture.get()) : nullptr;
+  if (before) SelectObject(memory, before);
+  return before != nullptr;
+}
+
 // The kept buffer, or a new one. Who paints while another thread paints, or in the middle of a paint, as under a
 // message box that the drawing shows, finds none and makes one of its own.
-PaintBuffer TakeBuffer(HDC target, const RECT& client) {
+PaintBuffer TakeBuffer(HDC target, HDC memory, const RECT& client) {
   PaintBuffer buffer;
   {
     const std::lock_guard lock(idleLock);
     std::swap(buffer, idleBuffer);
   }
-  if (buffer.Picture && client.right <= buffer.Width && client.bottom <= buffer.Height) return buffer;
+  if (Takes(memory, buffer.Picture) && client.right <= buffer.Width && client.bottom <= buffer.Height) return buffer;
   const int width = std::max<int>(buffer.Width, client.right);
   const int height = std::max<int>(buffer.Height, client.bottom);
   buffer.Picture.reset();  // ahead of the larger one, so that both are never held
@@ -95,9 +102,9 @@ LRESULT CCtrlBase::OnPaint() {
   GetClientRect(Hwnd, &client);
   PAINTSTRUCT paint{};
   const HDC target = BeginPaint(Hwnd, &paint);
-  PaintBuffer buffer = TakeBuffer(target, client);
+  const MemoryDc memory(CreateCompatibleDC(target));
+  PaintBuffer buffer = TakeBuffer(target, memory.get(), client);
   {
-    const MemoryDc memory(CreateCompatibleDC(target));
     const SelectGuard selectBitmap(memory.get(), buffer.Picture.get());
     auto font = reinterpret_cast<HFONT>(SendMessageW(Hwnd, WM_GETFONT, 0, 0));
     const SelectGuard selectFont(memory.get(), font ? font : GetCurrentObject(memory.get(), OBJ_FONT));

@@ -224,10 +224,10 @@ TEST(Intensities, TheCacheHoldsEveryNoteAtEveryRate) {
   for (const std::uint32_t rate : {0u, 1u, 8000u, 44100u, 192000u, 0xFFFFFFFFu}) {
     SpectrumSteps steps(table, rate);
     std::vector<NoteBand> bands;
-    BuildNoteBands(23, 400, rate, bands);
+    BuildNoteBands(18, 400, rate, bands);
     for (const std::size_t entry : {7u, 0u, 7u}) {
-      for (int note = 23; note <= 400; ++note) {
-        const double level = BandLevel(bands[static_cast<std::size_t>(note - 23)], table[entry]);
+      for (int note = 18; note <= 400; ++note) {
+        const double level = BandLevel(bands[static_cast<std::size_t>(note - 18)], table[entry]);
         ASSERT_EQ(steps.Of(entry)[steps.IndexOf(note)], LevelToStep(level)) << rate << " " << note;
       }
     }
