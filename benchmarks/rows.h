@@ -36,6 +36,10 @@ Row RowOf(const char* name, const char* unit, double aim) {
 // The program's windows at work; `voicebank` as below.
 std::vector<Row> EditorRows(const std::wstring& voicebank);
 
+// How well the check library finds what is wrong, natively, and its time in the form that users get.
+std::vector<Row> CheckRows();
+std::vector<Row> CheckLibraryRows();
+
 std::vector<Row> ExecutableRows();
 
 // `voicebank`: full path of a folder of 5,000 waves with maps of the size of one frame. What is in the files does not

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "base/note.h"
+#include "check/checkrecords.h"
 #include "frqctrl/geometry.h"
 #include "frqmap/dio.h"
 #include "frqmap/edits.h"
@@ -237,6 +238,24 @@ TEST(vectors, Control) {
   }
 }
 
+TEST(vectors, Check) {
+  Family family("check");
+  for (const Json& test : family.Entries()) {
+    SCOPED_TRACE(test["file"]);
+    FrqMap map = Decode(test["file"]).value();
+    const auto frames = MakeCheckFrames(map, Wide(test["map_path"]));
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(frames.get());
+    const std::size_t size = sizeof(CheckFrameRecord) + map.Frames.size() * sizeof(CheckFrame);
+    family.Expect({size, frames->Average}, {test["frames_record_size"], test["average"]});
+    family.ExpectFile(Bytes(bytes + 528, bytes + size), test["frames_record_from_528"]);
+    const std::u16string path(frames->MapPath);
+    family.Expect(testdata::Utf8(std::wstring(path.begin(), path.end())), test["map_path"]);
+    const auto regions = MakeCheckRegions(map);
+    const auto* const text = reinterpret_cast<const char*>(regions.get());
+    family.Expect(Hex({text, 12 + 8 * regions->RegionCount}), test["regions_record"]);
+  }
+}
+
 TEST(vectors, FitSize) {
   Family family("fit_size");
   for (const Json& row : family.Entries()) {
@@ -301,6 +320,7 @@ TEST(vectors, EveryFamilyIsComparedOrKnownToWait) {
                                           "selection",
                                           "marks",
                                           "regions",
+                                          "check",
                                           "control",
                                           "fit_size",
                                           "vs",
@@ -311,7 +331,7 @@ TEST(vectors, EveryFamilyIsComparedOrKnownToWait) {
                                           "spectrum_color",
                                           "spectrum_color_levels",
                                           "column_entry"};
-  const std::set<std::string> waiting = {"find_failure", "check"};
+  const std::set<std::string> waiting = {"find_failure"};
   for (const auto& [name, entries] : Family::Everything().items()) {
     if (waiting.contains(name)) std::printf("%s: not compared: %zu\n", name.c_str(), entries.size());
     EXPECT_TRUE(compared.contains(name) || waiting.contains(name)) << name;

@@ -1,0 +1,65 @@
+#include "check/checkrecords.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "frqmap/frqmap.h"
+
+namespace {
+
+// Zeroed, with room for `count` items behind the one that the record itself ends with. A map in memory is larger than
+// its records, so that their size cannot wrap.
+template <typename Record>
+CheckRecordPtr<Record> Allocate(std::size_t count, std::size_t itemSize) {
+  return CheckRecordPtr<Record>(static_cast<Record*>(std::calloc(1, sizeof(Record) + count * itemSize)));
+}
+
+}  // namespace
+
+CheckRecordPtr<CheckFrameRecord> MakeCheckFrames(const FrqMap& map, std::wstring_view mapPath) {
+  auto record = Allocate<CheckFrameRecord>(map.Frames.size(), sizeof(CheckFrame));
+  if (!record) return record;
+  record->Average = map.Average;
+  std::ranges::copy(mapPath.substr(0, std::size(record->MapPath) - 1), record->MapPath);
+  record->FrameCount = map.FrameCount;
+  record->Hop = map.Hop;
+  for (SampleCount i = 0; i < map.FrameCount; ++i) {
+    CheckFrame& frame = record->Frames[i];
+    // By its position, as all the program asks: with a hop that leads nowhere there is neither pitch nor level.
+    const bool isThere = map.PositionOf(i) >= 0;
+    const FrqFrame& source = map.Frames[static_cast<std::size_t>(i)];
+    frame.Frequency = isThere ? source.Frequency : FrqNoPitch;
+    frame.NoPitch = frame.Frequency <= FrqNoPitch;
+    frame.Amplitude = isThere ? source.Amplitude : 0.0;
+  }
+  return record;
+}
+
+CheckRecordPtr<CheckRegionRecord> MakeCheckRegions(FrqMap& map) {
+  const int count = map.ComputeSoundRegions();
+  auto record = Allocate<CheckRegionRecord>(static_cast<std::size_t>(count), sizeof(CheckRegion));
+  if (!record) return record;
+  record->RegionCount = static_cast<std::uint32_t>(count);
+  CheckRegion* region = record->Regions;
+  bool sounding = false;
+  for (SampleCount i = 0; i < map.FrameCount; ++i) {
+    const bool soundsOn = map.Frames[static_cast<std::size_t>(i)].Sounding;
+    if (soundsOn && !sounding) region->First = i;
+    if (!soundsOn && sounding) (region++)->Last = i - 1;
+    sounding = soundsOn;
+  }
+  if (sounding) region->Last = map.FrameCount - 1;
+  return record;
+}
+
+int TakeCheckResults(const CheckFrameRecord& record, FrqMap& map) {
+  int count = 0;
+  for (SampleCount i = 0; i < map.FrameCount; ++i) {
+    FrqFrame& frame = map.Frames[static_cast<std::size_t>(i)];
+    frame.Mark = static_cast<std::uint32_t>(record.Frames[i].Mark);
+    frame.SuggestedFrequency = record.Frames[i].SuggestedFrequency;
+    if (frame.Mark != 0) ++count;
+  }
+  map.HasMarks = count > 0;
+  return count;
+}
