@@ -129,14 +129,20 @@ class ProgramTest : public testing::Test {
   // Does what asks or tells something, and answers each box as it comes. The texts of the boxes.
   std::wstring Answer(const std::function<void()>& work, std::initializer_list<WPARAM> answers, int id = 0xFFFF) const {
     const auto worked = std::async(std::launch::async, work);
-    std::wstring texts;
-    HWND last = nullptr;
+    std::wstring texts, text;
+    HWND box = nullptr;
     for (const WPARAM answer : answers) {
-      const auto isNext = [&] { return FindBox() && FindBox() != last; };
+      // The system may give the next box the handle of the last, and one that goes has no text any more.
+      const auto isNext = [&] {
+        const HWND found = FindBox();
+        const std::wstring shown = WindowText(GetDlgItem(found, id));
+        const bool next = !shown.empty() && (found != box || shown != text);
+        if (next) box = found, text = shown;
+        return next;
+      };
       if (!Eventually(isNext)) return L"no message box";
-      last = FindBox();
-      texts += WindowText(GetDlgItem(last, id));
-      PostMessageW(last, WM_COMMAND, answer, 0);
+      texts += text;
+      PostMessageW(box, WM_COMMAND, answer, 0);
     }
     return texts;
   }
