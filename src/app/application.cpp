@@ -61,6 +61,7 @@ int RunApplication(const std::wstring& given) {
     if (!editor.Hwnd) ExitProcess(1);
     WaitForSingleObject(thread.get(), INFINITE);
     thread.reset();
+    list.EndThreads();
     CoUninitialize();
   }
   return 0;

@@ -13,6 +13,7 @@ struct EditorState {
   int selectedRow = -1;
   int maps = 0;  // syllables that have one
   bool selectedHasMap = false;
+  bool hasThumbnails = false;  // their window is there
   bool currentEdited = false;
   bool anyEdited = false;
   int selectedFrames = 0;

@@ -9,6 +9,7 @@
 #include "voicebank/pluginfile.h"
 #include "window/realnumberbox.h"
 #include "window/subclassedlistbox.h"
+#include "window/waitforwindow.h"
 
 namespace {
 
@@ -17,11 +18,6 @@ constexpr wchar_t kZoomValue[] = L"FrqCtrlZoom";
 
 constexpr int kNumberBoxLimit = 16;  // characters
 constexpr int kPitchSteps = 24;      // a semitone each, the middle one being no change
-
-// Waits for a window of another thread to go. After some ten seconds the wait gives up and things go on regardless.
-void WaitForWindowToGo(HWND window) {
-  for (int attempt = 0; attempt < 99 && IsWindow(window); ++attempt) Sleep(100);
-}
 
 DWORD ProcessorCount() {
   SYSTEM_INFO info;

@@ -4,7 +4,7 @@
 // and asks the list for all else through messages.h. Sources: editordlg.cpp is the window from its start to its end,
 // _settings what it keeps in the registry, _state the commands and what enables them, _syllable what the list hands
 // over, _layout its sizes, _frames the edits of frames, _saving what becomes of edits, _folders how voicebanks are
-// opened, _help the manual and the about box.
+// opened, _check the windows that look at the whole voicebank, _help the manual and the about box.
 #pragma once
 
 #include <list>
@@ -72,6 +72,7 @@ class CEditorDlg : public CDlgBase {
   void OnBrightness(UINT id);
   void OnManual(UINT id);
   void OnAbout(UINT id);
+  void OnThumbnail(UINT id);
 
   // What the list tells.
   void OnSetMap(FrqMap* saved, FrqMap* map);

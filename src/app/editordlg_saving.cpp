@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <exception>
+#include <mutex>
 
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
@@ -40,12 +41,15 @@ void CEditorDlg::FinishSave(DWORD error) {
 // hold twice is as good as one that cannot be read.
 void CEditorDlg::ReloadCurrentMap() {
   if (!CurrentMap) return;
-  try {
-    LoadMap(*CurrentMap, CurrentPath, FrqType, &FileList->Store);
-    CurrentMap->CopyTo(*SavedMap);
-  } catch (const std::exception&) {
-    CurrentMap->Clear();
-    SavedMap->Clear();
+  {
+    const std::lock_guard lock(FileList->ReloadLock);
+    try {
+      LoadMap(*CurrentMap, CurrentPath, FrqType, &FileList->Store);
+      CurrentMap->CopyTo(*SavedMap);
+    } catch (const std::exception&) {
+      CurrentMap->Clear();
+      SavedMap->Clear();
+    }
   }
   ToList().SetCurrentEdited(false, CurrentMap);
   UpdateState();

@@ -98,6 +98,7 @@ void CEditorDlg::SaveSettings() {
 void CEditorDlg::ApplyResamplerKind() {
   FrqType = GetResamplerKind(ResamplerPath);
   FileList->FrqType = FrqType;
+  FileList->Thumbnail.MapKind = FrqType;
   Table().SetKind(FrqType);
   SendLimits();
 }

@@ -57,7 +57,7 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_VIEW_COLOR_RUBY, &E::OnColor, nullptr, nullptr, HasColor<ID_VIEW_COLOR_RUBY>},
       {ID_VIEW_BRIGHTEN, &E::OnBrightness, [](S s) { return s.brightness > kBrightest; }},
       {ID_VIEW_DARKEN, &E::OnBrightness, [](S s) { return s.brightness < kDarkest; }},
-      {ID_VIEW_THUMBNAIL, nullptr},
+      {ID_VIEW_THUMBNAIL, &E::OnThumbnail, nullptr, nullptr, [](S s) { return s.hasThumbnails; }},
       {ID_TOOL_CHECK, nullptr},
       // Reached from the modify bar only: its item stands in the menu's template and goes at the first update.
       {ID_TOOL_MODIFYALL, nullptr, nullptr, always},
@@ -75,6 +75,7 @@ EditorState CEditorDlg::CollectState() const {
   state.selectedRow = list.Selection();
   state.maps = list.CountMaps();
   state.selectedHasMap = state.selectedRow >= 0 && list.HasMap(state.selectedRow);
+  state.hasThumbnails = list.ThumbnailWindow() != nullptr;
   state.currentEdited = list.IsCurrentEdited();
   state.anyEdited = list.IsAnyEdited();
   state.selectedFrames = Frames().SelectedCount();

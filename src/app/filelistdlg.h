@@ -2,11 +2,13 @@
 //
 // It runs on the list thread. The other threads reach it through the FLM_ messages alone (messages.h); its handlers,
 // and so every change of an entry, run on the list thread. Sources: filelistdlg.cpp is the window, _scan how it is
-// filled, _view the rows and columns, _messages what it answers, _maps the work on maps that a message asks for.
+// filled, _view the rows and columns, _messages what it answers, _maps the work on maps that a message asks for,
+// _thumbnails the window of thumbnails.
 #pragma once
 
 #include <atomic>
 #include <memory>
+#include <mutex>
 #include <set>
 #include <string>
 #include <vector>
@@ -14,6 +16,7 @@
 #include "app/messages.h"
 #include "app/syllable.h"
 #include "base/handle.h"
+#include "dialogs/thumbnaildlg.h"
 #include "frqmap/mrqstore.h"
 #include "voicebank/folderlisting.h"
 #include "window/dialogbase.h"
@@ -38,6 +41,17 @@ class CFileListDlg : public CDlgBase {
   // The entries of desc.mrq files, for the kind that keeps its maps there. It has locks of its own: the main thread
   // uses it as well.
   MrqStore Store;
+
+  // Held by the main thread while it reads the shown map from its file again, and by the list while it copies maps for
+  // the thumbnails: that may come at any time, also then. Nothing is sent and nothing else is waited for under it.
+  std::mutex ReloadLock;
+
+  // Runs on a thread of its own while it is open. The main thread writes its MapKind, together with FrqType.
+  CThumbnailDlg Thumbnail;
+
+  // Ends what runs on threads of its own. On the main thread, when the windows of the list and the editor have gone: a
+  // send to either comes back at once then, so that no thread is waited for that waits itself.
+  void EndThreads();
 
   LRESULT OnDestroy() override;
   LRESULT OnSize(WPARAM kind, int width, int height) override;
@@ -110,8 +124,16 @@ class CFileListDlg : public CDlgBase {
 
   HWND ListView() const;
   EditorSender ToEditor() const;
-  // The window of thumbnails is not there yet, so what is posted to it is dropped.
-  ThumbnailSender ToThumbnail() const { return ThumbnailSender(nullptr); }
+  ThumbnailSender ToThumbnail() const { return ThumbnailSender(Thumbnail.Hwnd); }
+
+  // Thumbnails.
+  void ShowThumbnail(bool show);
+  static unsigned WINAPI ThumbnailThread(void* list);
+  void RunThumbnail();
+  void StartWindow(unsigned(WINAPI* thread)(void*), HANDLE ready);
+  void ListMaps(std::vector<ListedMap>& maps) const;
+  void CopyMaps(const MapCopy* copies, std::size_t count);
+  void TakeMap(const ReadMapRecord& record);
 
   std::wstring Argument;
   std::vector<SyllableEntry> Entries;  // ordered by SortEntries; no entry moves while its maps are shown
@@ -121,7 +143,8 @@ class CFileListDlg : public CDlgBase {
   int MinTrackHeight = 0;
   int LeftMargin = 0;  // of the list view in the window, kept at the right too
   int TopMargin = 0;
-  EventHandle ReadyEvent;  // set at the end of OnInitDialog
+  std::vector<ThreadHandle> Threads;  // begun by the list; the ended ones go when another one begins
+  EventHandle ReadyEvent;             // set at the end of OnInitDialog
   double DpiScaleX = 1.0;
   double DpiScaleY = 1.0;
   int SavedCount = 0;                // maps saved since the start

@@ -21,7 +21,7 @@ void AnswerNumber(LPARAM target, std::uint32_t value) {
 }  // namespace
 
 INT_PTR CFileListDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message < FLM_SETCURRENTEDITED || message > FLM_SHOWMODIFYBAR) {
+  if (message < FLM_SETCURRENTEDITED || message > FLM_TAKEMAP) {
     return CDlgBase::OnDialogMessage(message, wParam, lParam);
   }
   ServeMessage(message, wParam, lParam);
@@ -46,8 +46,14 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_GETHASMAP: return AnswerNumber(lParam, HasMap(index));
     case FLM_REFRESHMAPS: return RefreshMaps();
     case FLM_COUNTMAPS: return AnswerNumber(lParam, static_cast<std::uint32_t>(CountMaps()));
-    case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
+    case FLM_SHOWTHUMBNAIL: return ShowThumbnail(flag);
+    case FLM_ISTHUMBNAILVISIBLE: return AnswerNumber(lParam, IsWindowVisible(Thumbnail.Hwnd));
+    case FLM_GETTHUMBNAILWINDOW: return Answer(lParam, Thumbnail.Hwnd.load());
     case FLM_REFRESHTHUMBNAIL: return ToThumbnail().PostRefreshAll();
+    case FLM_LISTMAPS: return ListMaps(*reinterpret_cast<std::vector<ListedMap>*>(lParam));
+    case FLM_COPYMAPS: return CopyMaps(reinterpret_cast<const MapCopy*>(lParam), wParam);
+    case FLM_TAKEMAP: return TakeMap(*reinterpret_cast<const ReadMapRecord*>(lParam));
+    case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
     case FLM_SELECTSYLLABLE: return SelectSyllable(index);
     case FLM_SETFAILED: return SetMarkedCell(index, lParam != 0);
     case FLM_GETFAILED: return AnswerNumber(lParam, IsFailed(index));

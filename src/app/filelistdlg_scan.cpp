@@ -25,6 +25,24 @@ bool IsSoundFile(const std::wstring& name) {
   return false;
 }
 
+// A window that takes no input for the length of the scope. One that took none before stays so.
+class DisabledWindow {
+ public:
+  explicit DisabledWindow(HWND window) : window_(window && IsWindowEnabled(window) ? window : nullptr) {
+    Enable(FALSE);
+  }
+  ~DisabledWindow() { Enable(TRUE); }
+  DisabledWindow(const DisabledWindow&) = delete;
+  DisabledWindow& operator=(const DisabledWindow&) = delete;
+
+ private:
+  void Enable(BOOL enabled) const {
+    if (window_) EnableWindow(window_, enabled);
+  }
+
+  HWND window_;
+};
+
 }  // namespace
 
 // False if the argument names nothing that exists.
@@ -78,6 +96,7 @@ void CFileListDlg::WaitForEditorWindow() const {
 
 int CFileListDlg::ScanFolderWaiting(const std::wstring& folder, bool withSubfolders) {
   const WaitCursor waiting;
+  const DisabledWindow thumbnail(Thumbnail.Hwnd);
   return ScanFolder(folder, withSubfolders);
 }
 

@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 class FrqMap;
 struct CheckFrqSettings;
@@ -49,6 +50,9 @@ enum FileListMessage : UINT {
   FLM_IGNORE = 32798,              // index, sample position
   FLM_FINDFAILURE = 32799,         // -, FindFailureRecord*
   FLM_SHOWMODIFYBAR = 32800,       // show, by need
+  FLM_LISTMAPS = 32801,            // -, std::vector<ListedMap>* out
+  FLM_COPYMAPS = 32802,            // count, MapCopy*
+  FLM_TAKEMAP = 32803,             // -, ReadMapRecord*
 };
 
 enum EditorMessage : UINT {
@@ -73,6 +77,27 @@ struct FindFailureRecord {
   std::uint8_t Forward;  // direction
   std::uint8_t Show;     // also select the syllable and show the run of marks
   std::uint8_t Found;    // out
+};
+
+// What FLM_LISTMAPS tells of a syllable that has a map.
+struct ListedMap {
+  int Index;
+  std::uint32_t FrameEstimate;
+  std::wstring Path;  // of the wave
+};
+
+// What FLM_COPYMAPS asks for: the map of a syllable as it is now, empty if there is none in memory.
+struct MapCopy {
+  int Index;
+  FrqMap* Target;  // the sender's
+};
+
+// What FLM_TAKEMAP hands over: a map that the sender has read from its file. If the list has read it too, or edited it,
+// the sender's becomes a copy of that one.
+struct ReadMapRecord {
+  int Index;
+  const wchar_t* Path;  // of the wave: the index may be out of date
+  FrqMap* Map;          // the sender's
 };
 
 inline constexpr int kPathBufferSize = 260;
@@ -151,6 +176,19 @@ class FileListSender {
   void Ignore(int index, int position) const { Send(FLM_IGNORE, static_cast<WPARAM>(index), position); }
   void FindFailure(FindFailureRecord& record) const { Send(FLM_FINDFAILURE, 0, messages_detail::Pointer(&record)); }
   void ShowModifyBar(bool show, bool byNeed) const { Send(FLM_SHOWMODIFYBAR, show, byNeed); }
+  // All syllables with a map, in the order of the list.
+  std::vector<ListedMap> ListMaps() const {
+    std::vector<ListedMap> maps;
+    Send(FLM_LISTMAPS, 0, messages_detail::Pointer(&maps));
+    return maps;
+  }
+  void CopyMaps(const std::vector<MapCopy>& copies) const {
+    if (!copies.empty()) Send(FLM_COPYMAPS, copies.size(), messages_detail::Pointer(copies.data()));
+  }
+  void TakeMap(int index, const std::wstring& wavePath, FrqMap& map) const {
+    const ReadMapRecord record{index, wavePath.c_str(), &map};
+    Send(FLM_TAKEMAP, 0, messages_detail::Pointer(&record));
+  }
   // Ends the list's window as its own Cancel would.
   void Cancel() const { SendMessageW(list_, WM_COMMAND, IDCANCEL, 0); }
 

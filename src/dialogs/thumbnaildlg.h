@@ -1,0 +1,103 @@
+// CThumbnailDlg: every syllable that has a map as a small picture of its curve; a click selects the syllable.
+//
+// It runs on a thread of its own, which the syllable list starts, and reaches the list through messages alone. It holds
+// no pointer to a map of the list's: what is in view is shown from copies that the list makes on its own thread, and a
+// map that it reads from its file is handed to the list to keep.
+//
+// The pictures are live controls. They are made when their row first comes into view and stay from then on, hidden
+// where they are scrolled away. Maps are read one for each message, so that the window comes up at once on a voicebank
+// of thousands.
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+#include <string>
+#include <vector>
+
+#include "app/messages.h"
+#include "dialogs/thumbnaillayout.h"
+#include "frqctrl/layerevictionlist.h"
+#include "frqmap/frqmap.h"
+#include "window/dialogbase.h"
+
+// One syllable with a map.
+struct ThumbnailItem {
+  HWND Window = nullptr;    // its control, null until it came into view
+  int SyllableIndex = 0;    // in the list
+  std::wstring Path;        // of the wave
+  FrqMap Map;               // a copy of the list's while the thumbnail is in view, else empty
+  bool HasCurve = false;    // Map was loaded when the thumbnail was last drawn
+  bool LoadFailed = false;  // the map could not be read, so that it is not tried again
+};
+
+class CThumbnailDlg : public CDlgBase {
+ public:
+  // Set before Run: the window of the list, its entries of desc.mrq files, which have locks of their own, and an event
+  // that is set when this window has come, so that the list knows of it.
+  HWND Owner = nullptr;
+  MrqStore* Store = nullptr;
+  HANDLE ReadyEvent = nullptr;
+
+  // The kind of maps that are read. The main thread writes it when the resampler changes.
+  std::atomic<FrqType> MapKind = FrqTypeFrq;
+
+  LRESULT OnDestroy() override;
+  LRESULT OnSize(WPARAM kind, int width, int height) override;
+  LRESULT OnVScroll(UINT code, int position, HWND scrollBar) override;
+  LRESULT OnMouseWheel(WPARAM keys, int x, int y, int delta) override;
+  LRESULT OnExitSizeMove() override;
+  LRESULT OnGetMinMaxInfo(MINMAXINFO* info) override;
+  LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
+  LRESULT OnTimer(UINT_PTR timer, LPARAM lParam) override;
+  INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  INT_PTR OnInitDialog(LPARAM lParam) override;
+  void OnOK() override;
+  std::unique_ptr<CDlgBase> CreateInstance() const override;
+  int GetTemplateId() const override;
+  void OnDialogEnd() override;
+
+ private:
+  // The message that the window posts to itself for the next map to be read.
+  static constexpr UINT TNM_LOADNEXT = 32771;
+
+  // Items First to End, the last one exclusive.
+  struct ItemRange {
+    int First = 0, End = 0;
+    bool Contains(int item) const { return item >= First && item < End; }
+  };
+  static ItemRange ItemsIn(const std::vector<ThumbnailRow>& rows);
+
+  // The layout, from the rows to the controls on the screen.
+  int Relayout(bool keepAnchor);
+  void FillItems();
+  int BuildRows(bool keepAnchor);
+  void PlaceRows(int first, int end);
+  void ShowItem(int index, int shift);
+  void HideItem(ThumbnailItem& item);
+  void CreateControl(ThumbnailItem& item);
+  void ShowFrom(int row);
+  void Forget();
+
+  // The maps in view.
+  void CopyMaps(const std::vector<int>& items);
+  void PostLoadNext();
+  void LoadNext();
+  bool LoadItem(ThumbnailItem& item);
+  void RefreshItem(int syllable);
+  void RefreshAll();
+
+  ThumbnailItem& ItemAt(int item) { return Items[static_cast<std::size_t>(item)]; }
+  FileListSender ToList() const { return FileListSender(Owner); }
+
+  std::vector<ThumbnailItem> Items;  // in the order of the list; filled in one go, since the controls point into it
+  std::vector<PixelSize> Sizes;      // of the items' windows
+  ThumbnailLayout Rows;
+  ThumbnailSpacing Spacing;
+  int AnchorSyllable = 0;                 // the syllable that the layout keeps at the top
+  int TopRow = 0;                         // first row shown
+  bool Busy = false;                      // a layout is running: the handlers that would start one return at once
+  bool SizeChanged = false;               // a WM_SIZE came since the last end of a size-move
+  std::vector<ThumbnailRow> VisibleRows;  // on the screen, their tops as they stand in the window
+  LayerEvictionList Layers;               // the cap on the layers of the thumbnails
+};

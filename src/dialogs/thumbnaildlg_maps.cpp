@@ -1,0 +1,95 @@
+// CThumbnailDlg: the maps in view, copied from the list's, read one by one where nobody has read them yet.
+#include <algorithm>
+#include <exception>
+
+#include "base/flagscope.h"
+#include "dialogs/thumbnaildlg.h"
+#include "frqctrl/frqctrlmessages.h"
+#include "frqmap/mapfiles.h"
+
+namespace {
+
+constexpr UINT_PTR kLoadTimer = 1;
+
+// A map that memory does not hold is as good as one that cannot be read.
+bool ReadMap(FrqMap& map, const std::wstring& path, FrqType kind, MrqStore* store) {
+  try {
+    return LoadMap(map, path, kind, store) == 0;
+  } catch (const std::exception&) {
+    map.Clear();
+    return false;
+  }
+}
+
+}  // namespace
+
+// All of them with one send. A layer shows whether there is a curve, so that one of an older state goes.
+void CThumbnailDlg::CopyMaps(const std::vector<int>& items) {
+  std::vector<MapCopy> copies;
+  for (const int item : items) copies.push_back({ItemAt(item).SyllableIndex, &ItemAt(item).Map});
+  ToList().CopyMaps(copies);
+  for (const int index : items) {
+    ThumbnailItem& item = ItemAt(index);
+    if (item.HasCurve != item.Map.Loaded) FrqCtrlSender(item.Window).DropLayer();
+    item.HasCurve = item.Map.Loaded;
+  }
+}
+
+// What is posted comes ahead of the mouse and the keyboard: with the user waiting, the next map comes by a timer, which
+// comes behind them.
+void CThumbnailDlg::PostLoadNext() {
+  if (HIWORD(GetQueueStatus(QS_INPUT)) != 0) {
+    SetTimer(Hwnd, kLoadTimer, USER_TIMER_MINIMUM, nullptr);
+  } else {
+    PostMessageW(Hwnd, TNM_LOADNEXT, 0, 0);
+  }
+}
+
+LRESULT CThumbnailDlg::OnTimer(UINT_PTR timer, LPARAM) {
+  if (timer != kLoadTimer) return 0;
+  KillTimer(Hwnd, kLoadTimer);
+  LoadNext();
+  return 0;
+}
+
+// Reads the first map in view that nobody has read yet, and asks for the next one. Before the window is shown it reads
+// nothing, as it is shown only when its queue is empty; the size that it gets then begins anew.
+void CThumbnailDlg::LoadNext() {
+  if (!IsWindowVisible(Hwnd)) return;
+  const ItemRange visible = ItemsIn(VisibleRows);
+  const auto first = Items.begin() + visible.First;
+  const auto end = Items.begin() + visible.End;
+  const auto next = std::find_if(
+      first, end, [](const ThumbnailItem& item) { return item.Window && !item.Map.Loaded && !item.LoadFailed; });
+  if (next == end) return;
+  next->LoadFailed = !LoadItem(*next);
+  if (!next->LoadFailed) FrqCtrlSender(next->Window).SetMaps(nullptr, &next->Map);
+  PostLoadNext();
+}
+
+// The list keeps what was read, unless it has read the map itself meanwhile: then that is what is shown.
+bool CThumbnailDlg::LoadItem(ThumbnailItem& item) {
+  if (!ReadMap(item.Map, item.Path, MapKind, Store)) return false;
+  const FlagScope busy(Busy);
+  ToList().TakeMap(item.SyllableIndex, item.Path, item.Map);
+  item.HasCurve = item.Map.Loaded;
+  return item.HasCurve;
+}
+
+void CThumbnailDlg::RefreshItem(int syllable) {
+  const auto item = std::ranges::lower_bound(Items, syllable, {}, &ThumbnailItem::SyllableIndex);
+  if (item == Items.end() || item->SyllableIndex != syllable || !item->Window) return;
+  item->LoadFailed = false;  // its file may be another one now
+  const int index = static_cast<int>(item - Items.begin());
+  if (ItemsIn(VisibleRows).Contains(index)) CopyMaps({index});
+  const FrqCtrlSender control(item->Window);
+  control.DropLayer();
+  control.RepaintNow();
+  PostLoadNext();
+}
+
+void CThumbnailDlg::RefreshAll() {
+  Forget();
+  AnchorSyllable = 0;
+  Relayout(InSizeMove);
+}
