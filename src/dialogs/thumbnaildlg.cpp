@@ -67,6 +67,9 @@ INT_PTR CThumbnailDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lPara
     case TNM_REFRESHITEM: RefreshItem(static_cast<int>(wParam)); return Answered();
     case TNM_REFRESHALL: RefreshAll(); return Answered();
     case TNM_LOADNEXT: LoadNext(); return Answered();
+    case WM_SHOWWINDOW:
+      if (wParam) PostLoadNext();
+      return 0;
     case WM_TIMER: return OnTimer(wParam, lParam);
     case WM_CLOSE: PostMessageW(Hwnd, WM_COMMAND, IDCANCEL, 0); return 1;
     default: return CDlgBase::OnDialogMessage(message, wParam, lParam);

@@ -53,7 +53,7 @@ LRESULT CThumbnailDlg::OnTimer(UINT_PTR timer, LPARAM) {
 }
 
 // Reads the first map in view that nobody has read yet, and asks for the next one. Before the window is shown it reads
-// nothing, as it is shown only when its queue is empty; the size that it gets then begins anew.
+// nothing, as it is shown only when its queue is empty; that it is shown then begins anew.
 void CThumbnailDlg::LoadNext() {
   if (!IsWindowVisible(Hwnd)) return;
   const ItemRange visible = ItemsIn(VisibleRows);
