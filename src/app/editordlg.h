@@ -117,6 +117,7 @@ class CEditorDlg : public CDlgBase {
   void OnSave(UINT id);
   void OnSaveAll(UINT id);
   void FinishSave(DWORD error);
+  void CopyToSaved();
   void ReloadCurrentMap();
   void ShowReloaded();
   void ReloadIfEdited();
@@ -142,6 +143,7 @@ class CEditorDlg : public CDlgBase {
 
   const std::wstring Argument;
   std::wstring CurrentPath;      // the wave shown now
+  std::wstring MapPath;          // the wave of CurrentMap, which comes later than CurrentPath where the row changes
   FrqMap* CurrentMap = nullptr;  // working map of the current syllable; the list's
   FrqMap* SavedMap = nullptr;    // last saved copy of the same; the list's
   std::wstring ResamplerPath;

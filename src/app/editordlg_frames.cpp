@@ -155,13 +155,16 @@ void CEditorDlg::OnKeyEdited() {
 }
 
 // Only frequencies count: a changed key alone is not seen, and goes when the list reads the map again because no
-// difference is left. A click on another row may be under way: the list is told only if its row is the one shown here.
+// difference is left. A click on another row may be under way, so that the map is told by itself and not by a row.
 void CEditorDlg::OnReloadSelection(UINT) {
   if (!CurrentMap || !ToList().IsCurrentEdited()) return;
   const std::vector<int> rows = Frames().SelectedRows();
   const int different = RestoreFrames(*CurrentMap, *SavedMap, rows, Frames().RowCount());
-  const int index = ToList().Selection();
-  if (ToList().Map(index) == CurrentMap) ToList().SetEdited(index, different != 0);
+  if (different == 0) {
+    ReloadCurrentMap();
+  } else {
+    ToList().SetCurrentEdited(true, CurrentMap);
+  }
   // What was read may have another length.
   if (different == 0 && Frames().RowCount() != CurrentMap->FrameCount) ShowFrames();
   Frames().Update(*CurrentMap, rows);

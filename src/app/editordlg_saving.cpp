@@ -32,9 +32,17 @@ void CEditorDlg::FinishSave(DWORD error) {
   const FrqMap* const saved = CurrentMap;
   if (error != 0) ShowMessage(Hwnd, LoadResString(IDS_SAVEFAILED) + SystemErrorText(error), MB_ICONERROR);
   // While the box stood, the user may have chosen another row, whose saved copy is none of this save's business.
-  if (CurrentMap && CurrentMap == saved) CurrentMap->CopyTo(*SavedMap);
+  if (CurrentMap && CurrentMap == saved) CopyToSaved();
   Table().SetMaps(SavedMap, CurrentMap);
   UpdateState();
+}
+
+void CEditorDlg::CopyToSaved() {
+  try {
+    CurrentMap->CopyTo(*SavedMap);
+  } catch (const std::exception&) {
+    SavedMap->Clear();  // memory does not hold it twice: no second curve
+  }
 }
 
 // Reads the current map from its file again, on this thread: the list is idle meanwhile. A map that memory does not
@@ -44,7 +52,7 @@ void CEditorDlg::ReloadCurrentMap() {
   {
     const std::lock_guard lock(FileList->ReloadLock);
     try {
-      LoadMap(*CurrentMap, CurrentPath, FrqType, &FileList->Store);
+      LoadMap(*CurrentMap, MapPath, FrqType, &FileList->Store);
       CurrentMap->CopyTo(*SavedMap);
     } catch (const std::exception&) {
       CurrentMap->Clear();

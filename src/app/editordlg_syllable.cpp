@@ -9,6 +9,7 @@
 
 // The very map that is shown brings nothing new: a caller who changed what is in it sends EDM_REFRESHMAP.
 void CEditorDlg::OnSetMap(FrqMap* saved, FrqMap* map) {
+  MapPath = CurrentPath;
   if (map == CurrentMap) return;
   CurrentMap = map;
   SavedMap = saved;

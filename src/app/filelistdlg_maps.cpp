@@ -85,8 +85,13 @@ DWORD CFileListDlg::SaveAll(bool deleteLlsm) {
 // hears of it: the entry just stays edited.
 int CFileListDlg::SaveEntry(SyllableEntry& entry, int index, bool deleteLlsm, DWORD& error) {
   SetLastError(ERROR_SUCCESS);
-  if (SaveMap(entry.Map, entry.Path, FrqType, &Store) != 0) {
-    error = GetLastError();
+  try {
+    if (SaveMap(entry.Map, entry.Path, FrqType, &Store) != 0) {
+      error = GetLastError();
+      return -1;
+    }
+  } catch (const std::exception&) {
+    error = ERROR_NOT_ENOUGH_MEMORY;  // a file is made whole in memory first
     return -1;
   }
   SetEdited(index, false, true);

@@ -51,9 +51,10 @@ bool CFileListDlg::FillFromArguments() {
   Store.Clear();
   const int fill = FillCount;
   const std::wstring& path = Argument;
-  WIN32_FIND_DATAW item;
-  if (!FindHandle(FindFirstFileW(path.c_str(), &item))) return false;
-  if (item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
+  // By its attributes, as the root of a drive is found by no search.
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) return false;
+  if (attributes & FILE_ATTRIBUTE_DIRECTORY) {
     Folder = path;
     ScanFolderWaiting(path, true);
     WaitForEditorWindow();

@@ -105,7 +105,7 @@ void CFileListDlg::FillColumn(int columnId, bool SyllableEntry::*marked) {
 void CFileListDlg::InsertRow(int index) {
   SyllableEntry& entry = Entries[static_cast<std::size_t>(index)];
   // The name as seen from the folder: its path behind the folder and the separator.
-  const std::size_t skipped = Folder.size() + 1;
+  const std::size_t skipped = Folder.size() + (Folder.ends_with(L'\\') ? 0 : 1);
   std::wstring name = skipped < entry.Path.size() ? entry.Path.substr(skipped) : std::wstring();
   LVITEMW item{};
   item.mask = LVIF_TEXT | LVIF_PARAM;

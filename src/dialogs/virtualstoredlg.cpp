@@ -29,7 +29,7 @@ INT_PTR VirtualStoreDlg::OnInitDialog(LPARAM) {
 
 LRESULT VirtualStoreDlg::OnNotify(WPARAM, NMHDR* header) {
   if (header->idFrom != IDC_VIRTUALSTORE_LINK) return 1;
-  if (header->code == NM_CLICK) OpenShadow();
+  if (header->code == NM_CLICK || header->code == NM_RETURN) OpenShadow();
   return 0;
 }
 

@@ -181,9 +181,10 @@ TEST_F(Thumbnails, FollowWhatBecomesOfTheMaps) {
   List().OpenFolder(folder_.Path(L"none").c_str());
   EXPECT_TRUE(Eventually([&] { return IsWindowVisible(GetDlgItem(window_, IDC_THUMBNAIL_NONE)); }));
   EXPECT_EQ(Names(), L"");
-  SCROLLINFO info{sizeof(info), SIF_RANGE, 0, 0, 0, 0, 0};
-  GetScrollInfo(window_, SB_VERT, &info);
-  EXPECT_EQ(info.nMax, 0);
+  EXPECT_TRUE(Eventually([&] {
+    SCROLLINFO info{sizeof(info), SIF_RANGE, 0, 0, 0, 0, 0};
+    return GetScrollInfo(window_, SB_VERT, &info) && info.nMax == 0;
+  }));
   Scroll(SB_LINEDOWN);
   SizeClient(300, 300);
   List().OpenFolder(bank.c_str());
