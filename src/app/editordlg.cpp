@@ -85,8 +85,10 @@ void CEditorDlg::RemoveTempFolder() {
   RemoveDirectoryW(TempFolder.c_str());
 }
 
-// The one orderly way out: the close box, Exit and Escape all come here. The list goes first, then this window.
+// The one orderly way out: the close box, Exit and Escape all come here. The list goes first, then this window. Not while
+// a dialog of ours stands in front: a job runs behind it, whose answers would have nowhere to go.
 void CEditorDlg::OnCancel() {
+  if (!IsWindowEnabled(Hwnd)) return;
   if (!ConfirmDiscard()) return;
   ToList().Cancel();
   WaitForWindowToGo(FileList->Hwnd);

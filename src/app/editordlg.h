@@ -4,7 +4,8 @@
 // and asks the list for all else through messages.h. Sources: editordlg.cpp is the window from its start to its end,
 // _settings what it keeps in the registry, _state the commands and what enables them, _syllable what the list hands
 // over, _layout its sizes, _frames the edits of frames, _saving what becomes of edits, _folders how voicebanks are
-// opened, _check the windows that look at the whole voicebank, _help the manual and the about box.
+// opened, _check the windows that look at the whole voicebank, _creating the commands that make maps, _help the manual
+// and the about box.
 #pragma once
 
 #include <list>
@@ -18,6 +19,7 @@
 #include "base/handle.h"
 #include "frqctrl/frqctrlmessages.h"
 #include "frqmap/frqmap.h"
+#include "resampler/createjob.h"
 #include "window/dialogbase.h"
 
 class CFileListDlg;
@@ -125,6 +127,15 @@ class CEditorDlg : public CDlgBase {
   void OnReloadAll(UINT id);
   void OnRemoveAll(UINT id);
   void RemoveMaps();
+  void ReloadEverything();
+
+  // Making maps.
+  void OnInitialize(UINT id);
+  void OnInitializeAll(UINT id);
+  void OnCreateMissing(UINT id);
+  bool PrepareCreateFrqJob(CreateFrqJob& job);
+  void StartCreateFrqJob(const CreateFrqJob& job);
+  void RunCreateFrqDlg(const CreateFrqJob& job);
 
   // Folders.
   void OnOpen(UINT id);

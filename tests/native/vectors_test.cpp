@@ -13,6 +13,7 @@
 #include "frqmap/pmk.h"
 #include "native/family.h"
 #include "native/wavebytes.h"
+#include "resampler/commandline.h"
 #include "resampler/notename.h"
 
 namespace {
@@ -114,8 +115,18 @@ TEST(vectors, Notes) {
   for (const wchar_t* text : {L"C99999999999999999", L"か4", L"-1"}) EXPECT_EQ(NoteNumberFromName(text), -1) << text;
   for (const Json& test : notes["hz_to_note"]) family.Expect(HzToNote(test["hz"]), test["note"], 1e-12);
   for (const Json& test : notes["note_to_hz"]) family.Expect(NoteToHz(test["note"]), test["hz"], 1e-12);
-  for (const char* const other : {"create_command_line", "modulation", "render_command_line"}) {
-    family.NotCompared(notes[other]);
+  for (const Json& test : notes["create_command_line"]) {
+    family.Expect(testdata::Utf8(CreateCommandLine(Wide(test["wave"]))), test["line"]);
+  }
+  for (const Json& test : notes["modulation"]) {
+    family.Expect(ModulationFromText(Wide(test["text"])), test["value"]);
+  }
+  for (const Json& test : notes["render_command_line"]) {
+    const RenderSettings settings{test["pitch_shift"], test["modulation"], Wide(test["flags"])};
+    family.Expect(NoteToRender(test["frequency"], settings.PitchShift), test["note"]);
+    const std::wstring line =
+        RenderCommandLine(Wide(test["wave"]), Wide(test["output"]), test["frequency"], test["length_ms"], settings);
+    family.Expect(testdata::Utf8(line), test["line"]);
   }
 }
 

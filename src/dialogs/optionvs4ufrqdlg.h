@@ -1,0 +1,36 @@
+// COptionVs4ufrqDlg: the settings of an analysis by the library, asked before it makes maps: the range of notes, and
+// whether a .frq replaces the analysis.
+#pragma once
+
+#include <string>
+
+#include "resampler/noterange.h"
+#include "window/dialogbase.h"
+
+class COptionVs4ufrqDlg : public CDlgBase {
+ public:
+  // What the user settled on.
+  bool UseFrq = true;
+  int Offset = 24;  // lowest note
+  int Range = 84;   // semitones
+
+  INT_PTR OnInitDialog(LPARAM lParam) override;
+  LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
+  void OnOK() override;
+  std::unique_ptr<CDlgBase> CreateInstance() const override;
+  int GetTemplateId() const override;
+
+ private:
+  void ReadSettings();
+  void WriteSettings() const;
+  void FillPresets();
+  void FillNoteBoxes();
+  void EnableCustomBoxes();
+  int SelectedPreset() const;
+  NoteRange CustomBoxes() const;
+
+  // Kept in the registry, together with UseFrq.
+  int Preset = 0;
+  int CustomOffset = 24;
+  int CustomRange = 84;
+};

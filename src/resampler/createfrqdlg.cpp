@@ -1,0 +1,189 @@
+#include "resampler/createfrqdlg.h"
+
+#include <commctrl.h>
+#include <process.h>
+
+#include <exception>
+
+#include "app/messages.h"
+#include "base/path.h"
+#include "base/text.h"
+#include "frqmap/convert.h"
+#include "frqmap/mapfiles.h"
+#include "frqmap/mrqmap.h"
+#include "resampler/hiddenrun.h"
+#include "resources/ids.h"
+#include "voicebank/folderlisting.h"
+
+namespace {
+
+constexpr DWORD kFullBarMs = 500;  // that long the full bar can be seen
+
+int ProcessorCount() {
+  SYSTEM_INFO info;
+  GetSystemInfo(&info);
+  return static_cast<int>(info.dwNumberOfProcessors);
+}
+
+}  // namespace
+
+CCreateFrqDlg::CCreateFrqDlg() : WorkerCount(ProcessorCount()) {}
+
+CCreateFrqDlg::CCreateFrqDlg(CreateMode mode, HWND editorWindow, HWND listWindow, const std::wstring& resamplerPath,
+                             int workerCount)
+    : Mode(mode),
+      EditorWindow(editorWindow),
+      ListWindow(listWindow),
+      ResamplerPath(resamplerPath),
+      WorkerCount(workerCount) {}
+
+INT_PTR CCreateFrqDlg::OnInitDialog(LPARAM) {
+  const int count = BuildWorkList();
+  SendDlgItemMessageW(Hwnd, IDC_CREATEFRQ_PROGRESS, PBM_SETRANGE32, 0, count);
+  SendDlgItemMessageW(Hwnd, IDC_CREATEFRQ_PROGRESS, PBM_SETPOS, 0, 0);
+  SetDlgItemTextW(Hwnd, IDC_CREATEFRQ_FILE, L"");
+  StartWorkers();
+  return 1;
+}
+
+int CCreateFrqDlg::BuildWorkList() {
+  WorkList.clear();
+  Store.Clear();
+  if (IsForOne(Mode)) {
+    WorkList.push_back({CurrentWave, CurrentIndex});
+    if (FrqType == FrqTypeMrq) Store.LoadFolder(FolderOf(CurrentWave));
+  } else {
+    AddFromList();
+  }
+  return static_cast<int>(WorkList.size());
+}
+
+void CCreateFrqDlg::AddFromList() {
+  const FileListSender list(ListWindow);
+  const int count = list.Count();
+  ListedFolders listed;
+  for (int index = 0; index < count; ++index) {
+    const std::wstring wave = list.Path(index);
+    // Each folder is read once, when its first syllable comes by.
+    const std::wstring folder = FolderOf(wave);
+    if (FrqType == FrqTypeMrq && !Store.HasFolder(folder)) Store.LoadFolder(folder);
+    if (IsWanted(Mode, Mode != CreateMode::All && HasMap(wave, listed))) WorkList.push_back({wave, index});
+  }
+}
+
+// As MapFileExists, without a call of the file system for each wave.
+bool CCreateFrqDlg::HasMap(const std::wstring& wave, ListedFolders& listed) {
+  const std::wstring map = MapPathFromWaveW(wave, FrqType);
+  return FrqType == FrqTypeMrq ? MrqExists(map, Store) : listed.SizeOf(map).has_value();
+}
+
+// With a count of 0 no worker starts, and so none ever reports: the dialog stays, and even Abort cannot end it. Users
+// who set that count get what they asked for.
+void CCreateFrqDlg::StartWorkers() {
+  Workers = std::make_unique<ThreadHandle[]>(static_cast<std::size_t>(WorkerCount));
+  Aborting = false;
+  NextIndex = -1;
+  DoneCount = 0;
+  StartedCount = 0;
+  for (int i = 0; i < WorkerCount; ++i) {
+    Workers[static_cast<std::size_t>(i)].reset(
+        reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, WorkerProc, this, 0, nullptr)));
+    // One that the system refuses has nothing to do any more.
+    if (!Workers[static_cast<std::size_t>(i)]) PostMessageW(Hwnd, WM_CREATEFRQ_WORKER_DONE, 0, 0);
+  }
+}
+
+INT_PTR CCreateFrqDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_CREATEFRQ_STARTED: OnStarted(wParam); return Answered();
+    case WM_CREATEFRQ_WORKER_DONE: OnWorkerDone(); return Answered();
+    default: return CDlgBase::OnDialogMessage(message, wParam, lParam);
+  }
+}
+
+// The count follows the order in which the news come in and not the numbers of the items: it always counts up.
+void CCreateFrqDlg::OnStarted(std::size_t index) {
+  if (index >= WorkList.size()) return;
+  ++StartedCount;
+  const std::wstring name = FileNameOf(WorkList[index].wavePath);
+  const std::wstring text = FormatText(L"(%d/%d) %s", StartedCount, static_cast<int>(WorkList.size()), name.c_str());
+  SetDlgItemTextW(Hwnd, IDC_CREATEFRQ_FILE, text.c_str());
+  SendDlgItemMessageW(Hwnd, IDC_CREATEFRQ_PROGRESS, PBM_SETPOS, static_cast<WPARAM>(StartedCount - 1), 0);
+}
+
+void CCreateFrqDlg::OnWorkerDone() {
+  if (++DoneCount < WorkerCount) return;
+  Store.CompactFiles();
+  if (!Aborting) SendDlgItemMessageW(Hwnd, IDC_CREATEFRQ_PROGRESS, PBM_SETPOS, WorkList.size(), 0);
+  RedrawWindow(Hwnd, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+  Sleep(kFullBarMs);
+  Workers.reset();
+  WorkerCount = 0;
+  PostMessageW(Hwnd, WM_COMMAND, IDCANCEL, 0);
+}
+
+void CCreateFrqDlg::OnCancel() {
+  if (!Workers) {
+    End(IDCANCEL);
+    return;
+  }
+  Aborting = true;
+  EnableWindow(Item(IDCANCEL), FALSE);
+}
+
+unsigned WINAPI CCreateFrqDlg::WorkerProc(void* self) {
+  auto* const dialog = static_cast<CCreateFrqDlg*>(self);
+  const HWND window = dialog->Hwnd;
+  try {
+    dialog->WorkThrough();
+  } catch (const std::exception&) {
+    // A map that memory does not hold ends its worker as any other failure does.
+  }
+  // From here on the dialog may be gone at any moment.
+  PostMessageW(window, WM_CREATEFRQ_WORKER_DONE, 0, static_cast<LPARAM>(GetCurrentThreadId()));
+  return 0;
+}
+
+// Until the list is through, the user aborts, or an item fails: then this worker ends, the others go on, and the list
+// hears nothing of the item.
+void CCreateFrqDlg::WorkThrough() {
+  const FileListSender list(ListWindow);
+  while (!Aborting) {
+    const int index = ++NextIndex;
+    if (index >= static_cast<int>(WorkList.size())) return;
+    const WorkItem& item = WorkList[static_cast<std::size_t>(index)];
+    PostMessageW(Hwnd, WM_CREATEFRQ_STARTED, static_cast<WPARAM>(index), 0);
+    if (!Work(item)) return;
+    list.SetEdited(item.listIndex, false);
+    list.SetFailed(item.listIndex, false);
+  }
+}
+
+bool CCreateFrqDlg::Work(const WorkItem& item) {
+  return IsConversion(Mode) ? Convert(item.wavePath) : Create(item.wavePath);
+}
+
+// The target goes first: a conversion that fails leaves the wave without one.
+bool CCreateFrqDlg::Convert(const std::wstring& wave) {
+  DeleteMapFile(MapPathFromWaveW(wave, TargetType), &Store, false);
+  return ConvertMap(wave, FrqType, TargetType, &Store) == 0;
+}
+
+// A resampler that ran and ended with a negative code has failed, and what it left goes again. Any other code is a
+// success: resamplers give all sorts of them.
+bool CCreateFrqDlg::Create(const std::wstring& wave) {
+  const std::wstring map = MapPathFromWaveW(wave, FrqType);
+  DeleteMapFile(map, &Store, !InitBoth);
+  LONG exitCode = 0;
+  const int result = RunResamplerCreateMap(Hwnd, ResamplerPath, wave, {Vs4uOffset, Vs4uRange}, Vs4uUseFrq, &exitCode);
+  if (result != 0) return false;
+  if (exitCode < 0) DeleteMapFile(map, &Store, !InitBoth);
+  return true;
+}
+
+std::unique_ptr<CDlgBase> CCreateFrqDlg::CreateInstance() const {
+  return std::make_unique<CCreateFrqDlg>();
+}
+int CCreateFrqDlg::GetTemplateId() const {
+  return IDD_CREATEFRQ;
+}

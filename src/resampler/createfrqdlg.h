@@ -1,0 +1,83 @@
+// CCreateFrqDlg: the progress dialog that owns a job of making or converting maps.
+//
+// It runs modally on the editor's thread and starts a fixed number of workers, which draw items from one list through
+// one counter; a worker makes its map by a run of the resampler, or by conversion, and then has the list forget what it
+// held of the syllable. No error of an item is shown anywhere: users see which syllables have no map afterwards. The
+// user can abort, which lets the runs that are under way come to their end: a resampler is never killed.
+//
+// What the workers share: the list of items and the settings of the job, which are fixed before the first worker starts
+// and stay until the last has gone; NextIndex, which nothing but an atomic increment touches; Aborting, an atomic flag
+// (a worker that sees it late takes one item more, which is harmless); the store, which has locks of its own. All else
+// belongs to the dialog's thread, and the workers reach it by posted messages alone.
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/handle.h"
+#include "frqmap/mrqstore.h"
+#include "resampler/createjob.h"
+#include "window/dialogbase.h"
+
+enum CreateFrqMessage : UINT {
+  WM_CREATEFRQ_STARTED = 32769,      // index of an item, -: a worker has taken it
+  WM_CREATEFRQ_WORKER_DONE = 32770,  // -, thread: a worker is leaving
+};
+
+class CCreateFrqDlg : public CDlgBase {
+ public:
+  // As many workers as there are processors.
+  CCreateFrqDlg();
+  CCreateFrqDlg(CreateMode mode, HWND editorWindow, HWND listWindow, const std::wstring& resamplerPath,
+                int workerCount);
+
+  // The job, to be filled in before the dialog runs.
+  CreateMode Mode = CreateMode::All;
+  HWND EditorWindow = nullptr;
+  HWND ListWindow = nullptr;
+  std::wstring ResamplerPath;
+  ::FrqType FrqType = FrqTypeFrq;  // the kind that is made; of a conversion its source
+  bool Vs4uUseFrq = true;
+  int Vs4uOffset = 24;
+  int Vs4uRange = 84;
+  bool InitBoth = true;
+  int WorkerCount = 0;
+  int CurrentIndex = 0;      // of the syllable that a job for one is about
+  std::wstring CurrentWave;  // likewise
+  ::FrqType TargetType = FrqTypeFrq;
+
+  INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  INT_PTR OnInitDialog(LPARAM lParam) override;
+  // Also what closes the dialog at the end of the job, and nothing else does.
+  void OnCancel() override;
+  std::unique_ptr<CDlgBase> CreateInstance() const override;
+  int GetTemplateId() const override;
+
+ private:
+  // The number of items.
+  int BuildWorkList();
+  void AddFromList();
+  bool HasMap(const std::wstring& wave, class ListedFolders& listed);
+  void StartWorkers();
+  void OnStarted(std::size_t index);
+  void OnWorkerDone();
+
+  // On a worker's thread.
+  static unsigned WINAPI WorkerProc(void* self);
+  void WorkThrough();
+  bool Work(const WorkItem& item);
+  bool Create(const std::wstring& wave);
+  bool Convert(const std::wstring& wave);
+
+  std::unique_ptr<ThreadHandle[]> Workers;  // null: no worker can be running
+  int DoneCount = 0;                        // workers that have told their end
+  std::atomic<bool> Aborting = false;       // set by the user, read by the workers
+  std::vector<WorkItem> WorkList;
+  std::atomic<int> NextIndex = -1;  // the item drawn last
+  int StartedCount = 0;             // items that the user has been told of
+  MrqStore Store;                   // the dialog's own, not the list's
+};

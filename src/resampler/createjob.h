@@ -1,0 +1,45 @@
+// A job of making maps, as the commands of the editor ask for it, and what of it needs no window.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "frqmap/frqtype.h"
+
+enum class CreateMode : std::uint32_t {
+  All = 0,         // every syllable: its map is deleted and made anew
+  Missing = 1,     // every syllable without a map
+  Current = 2,     // the current syllable
+  ConvertAll = 3,  // every syllable that has a map of the source kind
+  ConvertOne = 4,  // the current syllable
+};
+
+struct CreateFrqJob {
+  CreateMode mode = CreateMode::All;
+  std::int32_t first = 24;   // lowest note of a vs4ufrq analysis; of a conversion the source kind
+  std::int32_t second = 84;  // its range in semitones; of a conversion the target kind
+  bool useFrq = true;        // a .frq replaces the analysis of a vs4ufrq
+  bool initBoth = true;      // false: of a map in desc.mrq the entry stays, and the analysis beside it goes
+};
+
+// One wave to be worked on.
+struct WorkItem {
+  std::wstring wavePath;
+  int listIndex = 0;  // of the syllable in the list
+};
+
+constexpr bool IsConversion(CreateMode mode) {
+  return mode == CreateMode::ConvertAll || mode == CreateMode::ConvertOne;
+}
+
+// The job is for the syllable that is shown, not for the list.
+constexpr bool IsForOne(CreateMode mode) {
+  return mode == CreateMode::Current || mode == CreateMode::ConvertOne;
+}
+
+// Of the modes that go over the list: whether a syllable is worked on. `hasMap`: of the kind that is made, or of a
+// conversion's source.
+constexpr bool IsWanted(CreateMode mode, bool hasMap) {
+  if (mode == CreateMode::Missing) return !hasMap;
+  return mode != CreateMode::ConvertAll || hasMap;
+}

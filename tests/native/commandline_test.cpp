@@ -1,0 +1,71 @@
+// What resamplers are called with where users type oddly or recordings are odd, and the notes that a range is picked
+// by.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "resampler/commandline.h"
+#include "resampler/noterange.h"
+
+namespace {
+
+TEST(CommandLine, TakesAnyModulationAndFlagsThatAUserTypes) {
+  const std::pair<const wchar_t*, int> tests[] = {
+      {L" ", 0},           {L"-", 0},
+      {L"12x", 12},        {L"x12", 0},
+      {L" 7", 7},          {L"2147483647", 200},
+      {L"99999999999", 0}, {L"-99999999999999999999999", 0},
+      {L"-200", -200},
+  };
+  for (const auto& [text, value] : tests) EXPECT_EQ(ModulationFromText(text), value) << text;
+  EXPECT_EQ(WithoutQuotes(L"g-5\" \"calc.exe\""), L"g-5   calc.exe ");
+}
+
+TEST(CommandLine, HasAPlaceForANoteThatHasNoName) {
+  const RenderSettings flags{.PitchShift = 12, .Modulation = 0, .Flags = std::wstring(300, L'g')};
+  EXPECT_EQ(RenderCommandLine(L"a b.wav", L"o.wav", 7902.0, 1e6, flags),
+            L"\"a b.wav\" \"o.wav\"  100 \"" + std::wstring(300, L'g') + L"\" 0 1e+06 0 0 100 0 !120 AA#1#");
+  const double notes[] = {std::nan(""), -1.0, 55.0};
+  for (const double hz : notes) EXPECT_EQ(NoteToRender(hz, 0), 33) << hz;
+  EXPECT_GT(NoteToRender(std::numeric_limits<double>::infinity(), 0), 119);
+}
+
+TEST(CommandLine, TellsTheLengthOfAnyWave) {
+  const struct {
+    int channels, bits, rate;
+    std::uint32_t bytes;
+    double ms;
+  } tests[] = {{1, 16, 44100, 88200, 1000.0},
+               {2, 16, 44100, 88200, 500.0},
+               {1, 24, 44100, 44100, 333.33334350585938},
+               {1, 16, 44100, 0x20000002, 1.0 / 44.1},
+               {0, 16, 44100, 8, 0.0},
+               {1, 0, 44100, 8, 0.0},
+               {1, 16, 0, 8, 0.0}};
+  for (const auto& test : tests) {
+    WaveFormat format;
+    format.channels = static_cast<std::uint16_t>(test.channels);
+    format.bitsPerSample = static_cast<std::uint16_t>(test.bits);
+    format.samplesPerSec = static_cast<std::uint32_t>(test.rate);
+    EXPECT_EQ(RenderLengthMs(format, test.bytes), static_cast<float>(test.ms)) << test.ms;
+  }
+}
+
+TEST(NoteRange, CountsBothEndsInEitherOrder) {
+  EXPECT_EQ(NoteRangeBetween(L"A2", L"G5"), (NoteRange{45, 35}));
+  EXPECT_EQ(NoteRangeBetween(L"B7", L"C1"), (NoteRange{24, 84}));
+  EXPECT_EQ(NoteRangeBetween(L"C4", L"C4"), (NoteRange{60, 1}));
+}
+
+TEST(NoteRange, LeavesNotesThatTheBoxesDoNotHold) {
+  for (int note = -200; note < 200; ++note) {
+    const auto boxes = BoxesOfNote(note);
+    EXPECT_EQ(boxes.has_value(), note >= 24 && note < 108) << note;
+    if (!boxes) continue;
+    const std::wstring name = NoteBoxName(boxes->Name) + NoteBoxOctave(boxes->Octave);
+    EXPECT_EQ(NoteRangeBetween(name, name), (NoteRange{note, 1}));
+  }
+}
+
+}  // namespace
