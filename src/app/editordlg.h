@@ -4,8 +4,8 @@
 // and asks the list for all else through messages.h. Sources: editordlg.cpp is the window from its start to its end,
 // _settings what it keeps in the registry, _state the commands and what enables them, _syllable what the list hands
 // over, _layout its sizes, _frames the edits of frames, _saving what becomes of edits, _folders how voicebanks are
-// opened, _check the windows that look at the whole voicebank, _creating the commands that make maps, _help the manual
-// and the about box.
+// opened, _check the windows that look at the whole voicebank, _creating the commands that make maps, _options the
+// resampler, _help the manual and the about box.
 #pragma once
 
 #include <list>
@@ -128,6 +128,10 @@ class CEditorDlg : public CDlgBase {
   void OnRemoveAll(UINT id);
   void RemoveMaps();
   void ReloadEverything();
+
+  // Options.
+  void OnOption(UINT id);
+  void ShowNewKind();
 
   // Making maps.
   void OnInitialize(UINT id);

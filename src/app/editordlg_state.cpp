@@ -61,7 +61,7 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_TOOL_CHECK, nullptr},
       // Reached from the modify bar only: its item stands in the menu's template and goes at the first update.
       {ID_TOOL_MODIFYALL, nullptr, nullptr, always},
-      {ID_TOOL_OPTION, nullptr},
+      {ID_TOOL_OPTION, &E::OnOption},
       {ID_HELP_MANUAL, &E::OnManual},
       {ID_HELP_ABOUT, &E::OnAbout},
   };

@@ -153,6 +153,7 @@ class FileListSender {
   }
   bool HasMap(int index) const { return AskNumber(FLM_GETHASMAP, index) != 0; }
   void RefreshMaps() const { Send(FLM_REFRESHMAPS); }
+  void PostRefreshMaps() const { messages_detail::Post(list_, FLM_REFRESHMAPS, 0); }
   int CountMaps() const { return static_cast<int>(AskNumber(FLM_COUNTMAPS)); }
   FrqMap* Map(int index) const { return AskMap(FLM_GETMAP, index); }
   FrqMap* SavedMap(int index) const { return AskMap(FLM_GETSAVEDMAP, index); }

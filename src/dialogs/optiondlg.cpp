@@ -1,0 +1,103 @@
+#include "dialogs/optiondlg.h"
+
+#include <windowsx.h>
+#include <commdlg.h>
+
+#include <algorithm>
+
+#include "base/files.h"
+#include "base/registry.h"
+#include "base/text.h"
+#include "resources/ids.h"
+#include "window/messagebox.h"
+
+namespace {
+
+constexpr wchar_t kHistoryKey[] = L"Software\\UTAU Plugin\\Marlit\\Resamplers";
+constexpr int kPathLimit = 260;  // characters
+constexpr int kCountLimit = 3;
+constexpr int kShownResamplers = 10;  // of those in the history
+
+}  // namespace
+
+INT_PTR COptionDlg::OnInitDialog(LPARAM) {
+  LoadHistory(kHistoryKey, History);
+  COMBOBOXINFO box{};
+  box.cbSize = sizeof(box);
+  if (SendDlgItemMessageW(Hwnd, IDC_OPTION_RESAMPLER, CB_GETCOMBOBOXINFO, 0, reinterpret_cast<LPARAM>(&box))) {
+    SendMessageW(box.hwndItem, EM_LIMITTEXT, kPathLimit, 0);
+  }
+  FillResamplers();
+  SetDlgItemTextW(Hwnd, IDC_OPTION_RESAMPLER, ResamplerPath.c_str());
+  SetDlgItemInt(Hwnd, IDC_OPTION_PARALLEL, MaxParallelCount, FALSE);
+  SendDlgItemMessageW(Hwnd, IDC_OPTION_PARALLEL, EM_LIMITTEXT, kCountLimit, 0);
+  CheckDlgButton(Hwnd, IDC_OPTION_DELETELLSM, AutoDeleteLlsm ? BST_CHECKED : BST_UNCHECKED);
+  return 1;
+}
+
+// The text in the box goes with what was listed, so whoever wants to keep it puts it back.
+void COptionDlg::FillResamplers() const {
+  const HWND box = Item(IDC_OPTION_RESAMPLER);
+  ComboBox_ResetContent(box);
+  for (const std::wstring& resampler : History) {
+    if (ComboBox_GetCount(box) == kShownResamplers) break;
+    ComboBox_AddString(box, resampler.c_str());
+  }
+}
+
+LRESULT COptionDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
+  if (LOWORD(wParam) == IDC_OPTION_BROWSE) Browse();
+  return CDlgBase::OnCommand(wParam, code, control);
+}
+
+// Starts from the resampler that the dialog was opened with, not from what was typed since.
+void COptionDlg::Browse() {
+  std::wstring filter = LoadResString(IDS_RESAMPLERFILTER);
+  std::ranges::replace(filter, L'|', L'\0');
+  wchar_t file[kPathLimit] = L"";
+  lstrcpynW(file, ResamplerPath.c_str(), kPathLimit);
+  OPENFILENAMEW picker{};
+  picker.lStructSize = sizeof(picker);
+  picker.hwndOwner = Hwnd;
+  picker.lpstrFilter = filter.c_str();
+  picker.lpstrFile = file;
+  picker.nMaxFile = kPathLimit;
+  picker.Flags = OFN_ENABLESIZING | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY;
+  picker.lpstrDefExt = L".exe";
+  if (GetOpenFileNameW(&picker)) SetDlgItemTextW(Hwnd, IDC_OPTION_RESAMPLER, file);
+}
+
+void COptionDlg::OnOK() {
+  const std::wstring resampler = WindowText(Item(IDC_OPTION_RESAMPLER)).substr(0, kPathLimit);
+  if (resampler.empty()) return;
+  if (FileExists(resampler)) {
+    Accept(resampler);
+  } else {
+    Refuse(resampler);
+  }
+}
+
+void COptionDlg::Accept(const std::wstring& resampler) {
+  ResamplerPath = resampler;
+  MaxParallelCount = GetDlgItemInt(Hwnd, IDC_OPTION_PARALLEL, nullptr, FALSE);
+  AutoDeleteLlsm = IsDlgButtonChecked(Hwnd, IDC_OPTION_DELETELLSM) == BST_CHECKED;
+  History.remove(resampler);
+  History.push_front(resampler);
+  SaveHistory(kHistoryKey, History);
+  End(IDOK);
+}
+
+void COptionDlg::Refuse(const std::wstring& resampler) {
+  ShowMessage(Hwnd, LoadResString(IDS_FILENOTFOUND) + L"\r\n\r\n" + resampler, MB_ICONEXCLAMATION);
+  History.remove(resampler);
+  SaveHistory(kHistoryKey, History);
+  FillResamplers();
+  SetDlgItemTextW(Hwnd, IDC_OPTION_RESAMPLER, resampler.c_str());
+}
+
+std::unique_ptr<CDlgBase> COptionDlg::CreateInstance() const {
+  return std::make_unique<COptionDlg>();
+}
+int COptionDlg::GetTemplateId() const {
+  return IDD_OPTION;
+}

@@ -1,0 +1,33 @@
+// COptionDlg: the resampler, how many maps are made at a time, and whether a save deletes the analysis beside the wave.
+//
+// The resamplers that were chosen before are kept in the registry, the newest first. One that has gone leaves that list
+// when it is chosen again.
+#pragma once
+
+#include <list>
+#include <string>
+
+#include "window/dialogbase.h"
+
+class COptionDlg : public CDlgBase {
+ public:
+  // In: what is shown. Out: what the user settled on.
+  std::wstring ResamplerPath;
+  DWORD MaxParallelCount = 1;  // 0 is taken too
+  bool AutoDeleteLlsm = true;
+
+  INT_PTR OnInitDialog(LPARAM lParam) override;
+  LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
+  // The dialog stays open without a resampler that is there.
+  void OnOK() override;
+  std::unique_ptr<CDlgBase> CreateInstance() const override;
+  int GetTemplateId() const override;
+
+ private:
+  void FillResamplers() const;
+  void Browse();
+  void Accept(const std::wstring& resampler);
+  void Refuse(const std::wstring& resampler);
+
+  std::list<std::wstring> History;
+};

@@ -1,0 +1,96 @@
+// The options: which resamplers the dialog takes and remembers, and what another one brings with it.
+#include "gui/resamplerdouble.h"
+
+namespace {
+
+constexpr wchar_t kHistory[] = L"Software\\UTAU Plugin\\Marlit\\Resamplers";
+
+class Options : public DoubleTest {
+ protected:
+  // Does what the work does to the dialog, and comes back when the command has ended.
+  void InDialog(const std::function<void(HWND)>& work) const {
+    const auto pressed = std::async(std::launch::async, [this] { Press(ID_TOOL_OPTION); });
+    HWND dialog = nullptr;
+    ASSERT_TRUE(Eventually([&] { return (dialog = FindBox()) && GetDlgItem(dialog, IDC_OPTION_RESAMPLER); }));
+    work(dialog);
+  }
+  static void Confirm(HWND dialog, const std::wstring& resampler) {
+    SetDlgItemTextW(dialog, IDC_OPTION_RESAMPLER, resampler.c_str());
+    PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+  }
+  static std::wstring History() {
+    std::list<std::wstring> list;
+    LoadHistory(kHistory, list);
+    std::wstring names;
+    for (const std::wstring& path : list) names += path.substr(path.find_last_of(L'\\') + 1) + L"|";
+    return names;
+  }
+};
+
+TEST_F(Options, RememberResamplersAndForgetThoseThatHaveGone) {
+  std::list<std::wstring> known;
+  for (int i = 0; i < 12; ++i) known.push_back(folder_.Path(L"program\\" + std::to_wstring(i) + L".exe"));
+  Install(L"resampler.exe", 4);
+  folder_.Write(L"program\\2.exe");
+  SaveHistory(kHistory, known);
+  Start(L"");
+  InDialog([&](HWND dialog) {
+    EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_OPTION_RESAMPLER)), folder_.Path(L"program\\resampler.exe"));
+    EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_OPTION_PARALLEL)), L"4");
+    EXPECT_TRUE(IsDlgButtonChecked(dialog, IDC_OPTION_DELETELLSM));
+    EXPECT_EQ(SendDlgItemMessageW(dialog, IDC_OPTION_RESAMPLER, CB_GETCOUNT, 0, 0), 10);
+    SetDlgItemTextW(dialog, IDC_OPTION_RESAMPLER, L"");
+    SendMessageW(dialog, WM_COMMAND, IDOK, 0);
+    EXPECT_TRUE(IsWindowVisible(dialog)) << "an empty path is none";
+    for (const std::wstring& refused : {known.front(), folder_.Path(L"program")}) {
+      Confirm(dialog, refused);
+      HWND box = nullptr;
+      ASSERT_TRUE(Eventually([&] { return (box = FindBox()) && box != dialog && !IsWindowEnabled(dialog); }));
+      EXPECT_EQ(WindowText(GetDlgItem(box, 0xFFFF)), LoadResString(IDS_FILENOTFOUND) + L"\r\n\r\n" + refused);
+      SendMessageW(box, WM_COMMAND, IDOK, 0);
+      ASSERT_TRUE(Eventually([&] { return IsWindowEnabled(dialog) != FALSE; }));
+      EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_OPTION_RESAMPLER)), refused);
+    }
+    EXPECT_EQ(History(), L"1.exe|2.exe|3.exe|4.exe|5.exe|6.exe|7.exe|8.exe|9.exe|10.exe|11.exe|");
+    SetDlgItemTextW(dialog, IDC_OPTION_PARALLEL, L"0");
+    SendDlgItemMessageW(dialog, IDC_OPTION_DELETELLSM, BM_CLICK, 0, 0);
+    Confirm(dialog, folder_.Path(L"program\\2.exe"));
+  });
+  EXPECT_EQ(History(), L"2.exe|1.exe|3.exe|4.exe|5.exe|6.exe|7.exe|8.exe|9.exe|10.exe|11.exe|");
+  Leave();
+  wchar_t resampler[MAX_PATH] = L"";
+  DWORD workers = 99;
+  EXPECT_TRUE(RegReadValue(L"Resampler", resampler) && RegReadValue(L"CreateFrqMaxCount", workers));
+  EXPECT_EQ(resampler + std::to_wstring(workers), folder_.Path(L"program\\2.exe") + L"0");
+  EXPECT_FALSE(RegReadFlag(L"AutoDeleteLLSM", true));
+}
+
+TEST_F(Options, AnotherFamilyBringsItsOwnMapsOnceTheEditsAreGivenUp) {
+  Install(L"resampler.exe", 4);
+  folder_.Write(L"program\\w4u.exe");
+  AddSyllable(L"bank\\a", {220.0});
+  AddSyllable(L"bank\\b", {330.0});
+  folder_.Write(L"bank\\b.dio");
+  Start(Bank());
+  SetFirstFrame(L"100");
+  for (const WPARAM answer : {IDNO, IDYES}) {
+    InDialog([&](HWND dialog) {
+      SetDlgItemTextW(dialog, IDC_OPTION_PARALLEL, L"7");
+      Confirm(dialog, folder_.Path(L"program\\w4u.exe"));
+      HWND box = nullptr;
+      ASSERT_TRUE(Eventually([&] { return (box = FindBox()) && box != dialog; }));
+      EXPECT_EQ(WindowText(GetDlgItem(box, 0xFFFF)), LoadResString(IDS_DISCARD));
+      PostMessageW(box, WM_COMMAND, answer, 0);
+    });
+    if (answer == IDYES) break;
+    EXPECT_EQ(Column(1) + Column(2) + Frames(), L"*|*|*||100.00000000|");
+    InDialog([](HWND dialog) {
+      EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_OPTION_PARALLEL)), L"4") << "nothing was taken over";
+      PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    });
+  }
+  EXPECT_TRUE(Eventually([this] { return Column(1) == L"|*|"; }));
+  EXPECT_EQ(Column(2) + Frames(), L"||");
+}
+
+}  // namespace
