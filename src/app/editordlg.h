@@ -137,6 +137,7 @@ class CEditorDlg : public CDlgBase {
   void OnInitialize(UINT id);
   void OnInitializeAll(UINT id);
   void OnCreateMissing(UINT id);
+  void OnConvert(UINT id);
   bool PrepareCreateFrqJob(CreateFrqJob& job);
   void StartCreateFrqJob(const CreateFrqJob& job);
   void RunCreateFrqDlg(const CreateFrqJob& job);

@@ -7,6 +7,7 @@
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
 #include "base/text.h"
+#include "dialogs/converfrqdlg.h"
 #include "dialogs/initmrqdlg.h"
 #include "dialogs/optionvs4ufrqdlg.h"
 #include "resampler/createfrqdlg.h"
@@ -74,6 +75,14 @@ void CEditorDlg::OnInitializeAll(UINT) {
 void CEditorDlg::OnCreateMissing(UINT) {
   CreateFrqJob job{.mode = CreateMode::Missing};
   if (PrepareCreateFrqJob(job)) StartCreateFrqJob(job);
+}
+
+void CEditorDlg::OnConvert(UINT) {
+  CConverFrqDlg dialog;
+  dialog.ParentWindow = Hwnd;
+  if (dialog.Run(false) != IDOK) return;
+  const CreateMode mode = dialog.ConvertAll ? CreateMode::ConvertAll : CreateMode::ConvertOne;
+  StartCreateFrqJob({.mode = mode, .first = dialog.SourceType, .second = dialog.TargetType});
 }
 
 // What the kind has to ask before its maps are made. False if the user goes back.

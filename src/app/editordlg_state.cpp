@@ -43,7 +43,7 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_EDIT_INITIALIZEALL, &E::OnInitializeAll},
       {ID_EDIT_CREATEMISSING, &E::OnCreateMissing, [](S s) { return s.maps < s.rows; }},
       {ID_EDIT_REMOVEALL, &E::OnRemoveAll, hasMaps},
-      {ID_EDIT_CONVERT, nullptr},
+      {ID_EDIT_CONVERT, &E::OnConvert},
       {ID_VIEW_ZOOMIN, &E::OnZoom, [](S s) { return s.zoom < s.zoomCount - 1; }},
       {ID_VIEW_ZOOMOUT, &E::OnZoom, [](S s) { return s.zoom > 0; }},
       {ID_VIEW_PREVIOUS, &E::OnNeighbour, [](S s) { return s.selectedRow > 0; }},

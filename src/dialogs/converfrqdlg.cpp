@@ -1,0 +1,91 @@
+#include "dialogs/converfrqdlg.h"
+
+#include <windowsx.h>
+
+#include <cstdint>
+
+#include "base/registry.h"
+#include "base/text.h"
+#include "resources/ids.h"
+
+namespace {
+
+constexpr wchar_t kAllValue[] = L"ConvertAllFrq";
+constexpr wchar_t kKindsValue[] = L"ConvertFrqType";
+
+// Both kinds in one value of the registry.
+struct StoredKinds {
+  std::uint16_t source;
+  std::uint16_t target;
+};
+
+constexpr struct {
+  FrqType kind;
+  UINT text;
+} kKinds[] = {
+    {FrqTypeFrq, IDS_KIND_FRQ}, {FrqTypeFrc, IDS_KIND_FRC}, {FrqTypeVs4ufrq, IDS_KIND_VS4UFRQ},
+    {FrqTypePmk, IDS_KIND_PMK}, {FrqTypeDio, IDS_KIND_DIO}, {FrqTypeMrq, IDS_KIND_MRQ},
+};
+
+}  // namespace
+
+INT_PTR CConverFrqDlg::OnInitDialog(LPARAM) {
+  ReadSettings();
+  FillKinds(IDC_CONVERT_FROM, SourceType);
+  FillKinds(IDC_CONVERT_TO, TargetType);
+  CheckRadioButton(Hwnd, IDC_CONVERT_ONE, IDC_CONVERT_ALL, ConvertAll ? IDC_CONVERT_ALL : IDC_CONVERT_ONE);
+  EnableOK();
+  return 0;
+}
+
+void CConverFrqDlg::ReadSettings() {
+  ConvertAll = RegReadFlag(kAllValue, ConvertAll);
+  StoredKinds kinds;
+  if (!RegReadValue(kKindsValue, kinds)) return;
+  SourceType = kinds.source;
+  TargetType = kinds.target;
+}
+
+// The first kind is shown for one that is none.
+void CConverFrqDlg::FillKinds(int box, int shown) const {
+  const HWND window = Item(box);
+  ComboBox_ResetContent(window);
+  for (const auto& [kind, text] : kKinds) {
+    const int position = ComboBox_AddString(window, LoadResString(text).c_str());
+    ComboBox_SetItemData(window, position, kind);
+    if (position == 0 || kind == shown) ComboBox_SetCurSel(window, position);
+  }
+}
+
+int CConverFrqDlg::SelectedKind(int box) const {
+  const HWND window = Item(box);
+  return static_cast<int>(ComboBox_GetItemData(window, ComboBox_GetCurSel(window)));
+}
+
+void CConverFrqDlg::EnableOK() const {
+  EnableWindow(Item(IDOK), SelectedKind(IDC_CONVERT_FROM) != SelectedKind(IDC_CONVERT_TO));
+}
+
+LRESULT CConverFrqDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
+  const UINT id = LOWORD(wParam);
+  if ((id == IDC_CONVERT_FROM || id == IDC_CONVERT_TO) && code == CBN_SELCHANGE) EnableOK();
+  return CDlgBase::OnCommand(wParam, code, control);
+}
+
+void CConverFrqDlg::OnOK() {
+  SourceType = SelectedKind(IDC_CONVERT_FROM);
+  TargetType = SelectedKind(IDC_CONVERT_TO);
+  if (SourceType == TargetType) return;
+  ConvertAll = IsDlgButtonChecked(Hwnd, IDC_CONVERT_ALL) == BST_CHECKED;
+  RegWriteFlag(kAllValue, ConvertAll);
+  RegWriteValue(kKindsValue,
+                StoredKinds{static_cast<std::uint16_t>(SourceType), static_cast<std::uint16_t>(TargetType)});
+  End(IDOK);
+}
+
+std::unique_ptr<CDlgBase> CConverFrqDlg::CreateInstance() const {
+  return std::make_unique<CConverFrqDlg>();
+}
+int CConverFrqDlg::GetTemplateId() const {
+  return IDD_CONVERT;
+}
