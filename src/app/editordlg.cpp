@@ -17,7 +17,6 @@ constexpr wchar_t kPlacementValue[] = L"EditorDlg";
 constexpr wchar_t kZoomValue[] = L"FrqCtrlZoom";
 
 constexpr int kNumberBoxLimit = 16;  // characters
-constexpr int kPitchSteps = 24;      // a semitone each, the middle one being no change
 
 DWORD ProcessorCount() {
   SYSTEM_INFO info;
@@ -58,8 +57,8 @@ void CEditorDlg::PrepareControls() {
     SubclassControl<CTextBoxRealNumberCtrl>(Item(box));
   }
   SubclassControl<CSubclassedListbox>(Item(IDC_EDITOR_FRAMES));
-  SendDlgItemMessageW(Hwnd, IDC_EDITOR_PITCH, TBM_SETRANGE, TRUE, MAKELPARAM(0, kPitchSteps));
-  SendDlgItemMessageW(Hwnd, IDC_EDITOR_PITCH, TBM_SETPOS, TRUE, kPitchSteps / 2);
+  SendDlgItemMessageW(Hwnd, IDC_EDITOR_PITCH, TBM_SETRANGE, TRUE, MAKELPARAM(0, 2 * kPitchMiddle));
+  SendDlgItemMessageW(Hwnd, IDC_EDITOR_PITCH, TBM_SETPOS, TRUE, kPitchMiddle);
   SetDlgItemTextW(Hwnd, IDC_EDITOR_MODULATION, L"0");
 }
 
@@ -68,25 +67,18 @@ void CEditorDlg::MakeTempFolder() {
   GetTempPathW(MAX_PATH + 1, folder);
   TempFolder = folder + FormatText(L"marlit_%d_%d", GetCurrentProcessId(), GetCurrentThreadId());
   CreateDirectoryW(TempFolder.c_str(), nullptr);
+  Preview.SetFolder(TempFolder);
 }
 
-// The files directly in it, and then the folder, which stays if a folder was put into it.
+// The folder stays if a folder was put into it, or if a resampler does not come to its end.
 void CEditorDlg::RemoveTempFolder() {
-  if (TempFolder.empty()) return;  // it would be the root of the drive
-  WIN32_FIND_DATAW item;
-  FindHandle find(FindFirstFileW((TempFolder + L"\\*.*").c_str(), &item));
-  if (find) {
-    do {
-      if (item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) continue;
-      DeleteFileW((TempFolder + L"\\" + item.cFileName).c_str());
-    } while (FindNextFileW(find.get(), &item));
-    find.reset();  // an open search would keep the folder
-  }
-  RemoveDirectoryW(TempFolder.c_str());
+  Preview.StopAndWait();
+  Preview.ClearFolder();
+  if (!TempFolder.empty()) RemoveDirectoryW(TempFolder.c_str());
 }
 
-// The one orderly way out: the close box, Exit and Escape all come here. The list goes first, then this window. Not while
-// a dialog of ours stands in front: a job runs behind it, whose answers would have nowhere to go.
+// The one orderly way out: the close box, Exit and Escape all come here. The list goes first, then this window. Not
+// while a dialog of ours stands in front: a job runs behind it, whose answers would have nowhere to go.
 void CEditorDlg::OnCancel() {
   if (!IsWindowEnabled(Hwnd)) return;
   if (!ConfirmDiscard()) return;
@@ -112,6 +104,7 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     case EDM_SETSYLLABLE: OnSetSyllable(reinterpret_cast<const wchar_t*>(lParam)); return Answered();
     case EDM_UPDATESTATE: UpdateState(); return Answered();
     case EDM_FOLDEROPENED: OnFolderOpened(reinterpret_cast<const wchar_t*>(lParam)); return Answered();
+    case WM_PREVIEW_DONE: OnPreviewDone(); return Answered();
     case EDM_REFRESHMAP: OnRefreshMap(lParam != 0); return Answered();
     case kShowKeyMessage: OnShowKey(); return Answered();
     default: return CDlgBase::OnDialogMessage(message, wParam, lParam);

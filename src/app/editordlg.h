@@ -5,7 +5,7 @@
 // _settings what it keeps in the registry, _state the commands and what enables them, _syllable what the list hands
 // over, _layout its sizes, _frames the edits of frames, _saving what becomes of edits, _folders how voicebanks are
 // opened, _check the windows that look at the whole voicebank, _creating the commands that make maps, _options the
-// resampler, _help the manual and the about box.
+// resampler, _preview Play, _help the manual and the about box.
 #pragma once
 
 #include <list>
@@ -20,6 +20,7 @@
 #include "frqctrl/frqctrlmessages.h"
 #include "frqmap/frqmap.h"
 #include "resampler/createjob.h"
+#include "resampler/preview.h"
 #include "window/dialogbase.h"
 
 class CFileListDlg;
@@ -142,6 +143,12 @@ class CEditorDlg : public CDlgBase {
   void StartCreateFrqJob(const CreateFrqJob& job);
   void RunCreateFrqDlg(const CreateFrqJob& job);
 
+  // Preview.
+  void OnPlayPressed();
+  void OnPreviewDone();
+  void OnDirectPressed();
+  PreviewInput CollectPreviewInput() const;
+
   // Folders.
   void OnOpen(UINT id);
   void OnRecentFolder(UINT id);
@@ -156,6 +163,9 @@ class CEditorDlg : public CDlgBase {
 
   // To itself, for a key that is shown when the message at work is done with.
   static constexpr UINT kShowKeyMessage = WM_APP + 0x100;
+
+  // Of the trackbar for the pitch: no change. A step is a semitone.
+  static constexpr int kPitchMiddle = 12;
 
   const std::wstring Argument;
   std::wstring CurrentPath;      // the wave shown now
@@ -172,13 +182,14 @@ class CEditorDlg : public CDlgBase {
   int Color = 0;
   int MinTrackWidth = 0;  // the size of the window when it was made is its smallest
   int MinTrackHeight = 0;
-  int BottomMargin = 0;                   // from the frame list to the bottom of the window
-  EditorState Shown;                      // what UpdateState last carried into the menu
-  bool ShowingKey = false;                // ShowKey writes the key box: no edit of the user's
-  bool KeyIsLate = false;                 // a kShowKeyMessage is on its way
-  bool PluginMode = false;                // started on a plug-in file of the host
-  bool AllSyllables = false;              // in plug-in mode: the whole voicebank was asked for
-  std::wstring TempFolder;                // private to this process, for scratch files
+  int BottomMargin = 0;       // from the frame list to the bottom of the window
+  EditorState Shown;          // what UpdateState last carried into the menu
+  bool ShowingKey = false;    // ShowKey writes the key box: no edit of the user's
+  bool KeyIsLate = false;     // a kShowKeyMessage is on its way
+  bool PluginMode = false;    // started on a plug-in file of the host
+  bool AllSyllables = false;  // in plug-in mode: the whole voicebank was asked for
+  std::wstring TempFolder;    // private to this process, for scratch files
+  CPreview Preview;
   std::list<std::wstring> RecentFolders;  // the newest first
   HMENU RecentMenu = nullptr;             // hangs in the File menu, which owns it
 };

@@ -73,7 +73,7 @@ LRESULT CEditorDlg::OnMouseWheel(WPARAM keys, int x, int y, int delta) {
 LRESULT CEditorDlg::OnHScroll(UINT, int, HWND scrollBar) {
   if (!scrollBar || GetDlgCtrlID(scrollBar) != IDC_EDITOR_PITCH) return 0;
   const auto position = static_cast<int>(SendMessageW(scrollBar, TBM_GETPOS, 0, 0));
-  const int semitones = position - 12;
+  const int semitones = position - kPitchMiddle;
   SetDlgItemTextW(Hwnd, IDC_EDITOR_PITCHTEXT, std::to_wstring(semitones).c_str());
   return 0;
 }

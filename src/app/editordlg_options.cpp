@@ -24,6 +24,7 @@ void CEditorDlg::OnOption(UINT) {
   }
   MaxParallelCount = dialog.MaxParallelCount;
   AutoDeleteLlsm = dialog.AutoDeleteLlsm;
+  Preview.ClearFolder();
   ApplyResamplerKind();
   EnableWindow(Item(IDC_EDITOR_FREQUENCY), TRUE);
   EnableWindow(Item(IDC_EDITOR_SET), TRUE);

@@ -131,6 +131,8 @@ void CEditorDlg::RunControlCommand(UINT id, UINT code, LPARAM detail) {
   if (id == IDC_EDITOR_FRAMES && code == LBN_SELCHANGE) OnFrameListSelChange();
   if (id == IDC_EDITOR_SET) OnSetFrequency();
   if (id >= IDC_EDITOR_TRIPLE && id <= IDC_EDITOR_KEYFROMSELECTION) OnFlatButton(id);
+  if (id == IDC_EDITOR_PLAY) OnPlayPressed();
+  if (id == IDC_EDITOR_DIRECT) OnDirectPressed();
 }
 
 // Through the message queue, so that the command has returned when the window goes.

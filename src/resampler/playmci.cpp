@@ -1,0 +1,47 @@
+#include "resampler/playmci.h"
+
+#include <mmsystem.h>
+
+#include <cwchar>
+
+#include "resampler/guardedcall.h"
+
+namespace {
+
+constexpr UINT kAnswerSize = 32;
+
+struct MciCall {
+  const wchar_t* command;
+  wchar_t* answer;
+};
+
+// Drivers of others stand behind the device: one that raises an exception has failed like one that gives an error.
+DWORD SendGuarded(const std::wstring& command, wchar_t* answer = nullptr) {
+  MciCall call{command.c_str(), answer};
+  const auto send = [](void* argument) -> DWORD {
+    const auto* const sent = static_cast<const MciCall*>(argument);
+    return mciSendStringW(sent->command, sent->answer, sent->answer ? kAnswerSize : 0, nullptr);
+  };
+  return CallGuarded(send, &call);
+}
+
+}  // namespace
+
+DWORD PlayMci(const std::wstring& path, int from, int endTrim) {
+  if (const DWORD error = SendGuarded(L"open \"" + path + L"\" alias Utau")) return error;
+  wchar_t answer[kAnswerSize] = L"";
+  if (const DWORD error = SendGuarded(L"status Utau length", answer)) return error;
+  const int length = static_cast<int>(std::wcstol(answer, nullptr, 10));
+  const int to = endTrim < 0 ? from - endTrim : length - endTrim;
+  return SendGuarded(L"play Utau from " + std::to_wstring(from < 0 ? 0 : from) + L" to " + std::to_wstring(to));
+}
+
+bool IsMciPlaying() {
+  wchar_t mode[kAnswerSize] = L"";
+  mciSendStringW(L"status Utau mode", mode, kAnswerSize, nullptr);
+  return mode == std::wstring(L"playing");
+}
+
+DWORD CloseMci() {
+  return mciSendStringW(L"close Utau", nullptr, 0, nullptr);
+}

@@ -1,0 +1,221 @@
+#include "resampler/preview.h"
+
+#include <process.h>
+
+#include <atomic>
+#include <exception>
+#include <utility>
+
+#include "app/messages.h"
+#include "base/files.h"
+#include "base/path.h"
+#include "frqmap/mapfiles.h"
+#include "frqmap/mrqmap.h"
+#include "resampler/hiddenrun.h"
+#include "resampler/moreconfig.h"
+#include "resampler/playmci.h"
+#include "resampler/resamplerkind.h"
+#include "voicebank/waveheader.h"
+
+std::wstring PreviewLogText;
+
+namespace {
+
+constexpr DWORD kPollMs = 100;
+constexpr DWORD kLongestWaitMs = 10'000;
+
+void Log(const std::wstring& text) {
+  PreviewLogText += text;
+}
+
+void ClearFiles(const std::wstring& folder) {
+  if (folder.empty()) return;  // it would be the root of the drive
+  WIN32_FIND_DATAW item;
+  const FindHandle find(FindFirstFileW(PathIn(folder, L"*.*").c_str(), &item));
+  if (!find) return;
+  do {
+    if (!(item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) DeleteFileW(PathIn(folder, item.cFileName).c_str());
+  } while (FindNextFileW(find.get(), &item));
+}
+
+// A wave that is marked read-only would leave a copy that the next preview cannot replace.
+bool CopyWave(const std::wstring& from, const std::wstring& to) {
+  if (!CopyFileW(from.c_str(), to.c_str(), FALSE)) return false;
+  SetFileAttributesW(to.c_str(), FILE_ATTRIBUTE_NORMAL);
+  return true;
+}
+
+// The one entry in a desc.mrq of its own.
+bool WriteEntryBeside(const std::wstring& folder, const std::wstring& mapPath, const std::optional<MrqEntry>& entry) {
+  if (!entry) return false;
+  MrqStore store;
+  const std::wstring key = MrqKey(mapPath);
+  return store.AddFolder(folder) == 0 && store.SetEntry(key, *entry) == 0 && store.WriteEntry(key) == 0;
+}
+
+}  // namespace
+
+// What the object and its thread share.
+struct CPreview::Shared {
+  std::wstring Folder;
+  PreviewInput Input;
+  std::atomic<bool> StopAsked = false;
+
+  // The last render: the thread's alone.
+  FrqMap LastMap;
+  std::wstring LastPath;
+  RenderSettings LastSettings;
+
+  bool HasChanged() const;
+  void RememberInput();
+  bool PutMapBeside(const std::wstring& wave);
+  int RenderAndPlay();
+  int Render(const std::wstring& wave, const std::wstring& output, std::wstring& commandLine);
+  int Play(const std::wstring& output) const;
+};
+
+bool CPreview::Shared::HasChanged() const {
+  return LastSettings != Input.Settings || LastPath != Input.WavePath || !Input.Map.Equals(LastMap);
+}
+
+void CPreview::Shared::RememberInput() {
+  Input.Map.CopyTo(LastMap);
+  LastPath = Input.WavePath;
+  LastSettings = Input.Settings;
+}
+
+bool CPreview::Shared::PutMapBeside(const std::wstring& wave) {
+  const std::wstring mapPath = MapPathFromWaveW(wave, Input.FrqType);
+  if (Input.FrqType == FrqTypeMrq) return WriteEntryBeside(Folder, mapPath, Input.Entry);
+  if (Input.FrqType == FrqTypeVs4ufrq) {
+    // The library puts edits into a project that is there.
+    CopyFileW(MapPathFromWaveW(Input.WavePath, Input.FrqType).c_str(), mapPath.c_str(), FALSE);
+  }
+  // A save renews the average of a map that has none in its file, and the next press would see another map.
+  FrqMap saved;
+  Input.Map.CopyTo(saved);
+  if (SaveMap(saved, wave, Input.FrqType, nullptr) == 0) return true;
+  Log(L"fail to save " + mapPath);
+  return false;
+}
+
+// The output of the last render goes before anything asks for it, so that every press renders anew: resamplers have
+// settings of their own, of which nothing is known here. Only the folder is kept where the input is the same.
+int CPreview::Shared::RenderAndPlay() {
+  if (HasChanged()) ClearFiles(Folder);
+  const std::wstring wave = PathIn(Folder, FileNameOf(Input.WavePath));
+  if (!CopyWave(Input.WavePath, wave)) {
+    const DWORD error = GetLastError();
+    Log(L"fail to copy " + Input.WavePath + L" to " + wave);
+    return static_cast<int>(error);
+  }
+  if (!PutMapBeside(wave)) return -1;
+  const std::wstring output = PathIn(Folder, L"output.wav");
+  if (FileExists(output) && !DeleteFileW(output.c_str())) {
+    Log(L"fail to delete " + output);
+    return -1;
+  }
+  RememberInput();
+  std::wstring commandLine;
+  if (Input.Settings.Direct) {
+    CopyWave(wave, output);
+  } else if (Render(wave, output, commandLine) != 0) {
+    return -1;
+  }
+  if (!FileExists(output)) {
+    Log(L"fail to render\n\n\"" + Input.ResamplerPath + L"\" " + commandLine + L"\n\noriginal wav is " +
+        Input.WavePath);
+    return -1;
+  }
+  return Play(output);
+}
+
+int CPreview::Shared::Render(const std::wstring& wave, const std::wstring& output, std::wstring& commandLine) {
+  const int result = RunResamplerRender(Input.Window, commandLine, Input.ResamplerPath, wave, Input.Map.ShownAverage(),
+                                        Input.Settings, output);
+  // Nothing hangs on that setting any more; it is read where it once was asked for.
+  if (result == 0 && GetResamplerKind(Input.ResamplerPath) == FrqTypeMrq) IsMoreCompatibilityOff(Input.ResamplerPath);
+  return result;
+}
+
+int CPreview::Shared::Play(const std::wstring& output) const {
+  if (PlayMci(output, 0, 0) != 0) {
+    Log(L"fail to play " + output);
+    return static_cast<int>(CloseMci());
+  }
+  Log(L"succeed to play " + output);
+  while (!StopAsked && IsMciPlaying()) Sleep(kPollMs);
+  CloseMci();
+  return 0;
+}
+
+int RunResamplerRender(HWND owner, std::wstring& commandLine, const std::wstring& resamplerPath,
+                       const std::wstring& inputWave, double frequency, const RenderSettings& settings,
+                       const std::wstring& outputWave) {
+  WaveHeader header;
+  if (header.Load(inputWave, true) != 0) {
+    Log(L"fail to open " + inputWave);
+    return -1;
+  }
+  const double lengthMs = RenderLengthMs(header.format, header.dataSize);
+  commandLine = RenderCommandLine(inputWave, outputWave, frequency, lengthMs, settings);
+  if (RunHidden(owner, resamplerPath, commandLine, nullptr) == 0) return 0;
+  Log(L"fail to shellexecute \"" + resamplerPath + L"\" " + commandLine);
+  return -1;
+}
+
+CPreview::CPreview() : State(std::make_shared<Shared>()) {}
+
+CPreview::~CPreview() {
+  StopAndWait();
+}
+
+void CPreview::SetFolder(const std::wstring& folder) {
+  State->Folder = folder;
+}
+
+void CPreview::ClearFolder() const {
+  ClearFiles(State->Folder);
+}
+
+void CPreview::Start(PreviewInput input) {
+  Running = true;
+  State->StopAsked = false;
+  const HWND window = input.Window;
+  State->Input = std::move(input);
+  auto shared = std::make_unique<std::shared_ptr<Shared>>(State);
+  Thread.reset(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, ThreadProc, shared.get(), 0, nullptr)));
+  if (Thread) {
+    shared.release();
+  } else {
+    EditorSender(window).PostPreviewDone();
+  }
+}
+
+unsigned WINAPI CPreview::ThreadProc(void* argument) {
+  const std::unique_ptr<std::shared_ptr<Shared>> owned(static_cast<std::shared_ptr<Shared>*>(argument));
+  Shared& shared = **owned;
+  PreviewLogText.clear();
+  int result = -1;
+  try {
+    result = shared.RenderAndPlay();
+  } catch (const std::exception&) {
+    // What memory does not hold is not played.
+  }
+  EditorSender(shared.Input.Window).PostPreviewDone();
+  return static_cast<unsigned>(result);
+}
+
+void CPreview::Stop() {
+  State->StopAsked = true;
+}
+
+void CPreview::Finish() {
+  Running = false;
+  State->StopAsked = false;
+}
+
+void CPreview::StopAndWait() {
+  Stop();
+  if (Thread) WaitForSingleObject(Thread.get(), kLongestWaitMs);
+}

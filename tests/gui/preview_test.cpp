@@ -1,0 +1,183 @@
+// Play: what the resampler is given, what is left of it, and that the button stops what it began.
+#include "resampler/preview.h"
+
+#include "frqmap/mapfiles.h"
+#include "frqmap/mrqstore.h"
+#include "frqmap/vslib.h"
+#include "gui/resamplerdouble.h"
+
+namespace {
+
+constexpr wchar_t kReadOnly[] = L"強 い&%^";
+
+class Preview : public DoubleTest {
+ protected:
+  void SetUp() override {
+    // Left by a test that was ended early and had the number of this process.
+    while (!Scratch().empty()) std::filesystem::remove_all(Scratch());
+    Bytes note = kSecondOfSound;
+    note.resize(note.size() + 88200);
+    folder_.Write(L"program\\note", note);
+    Script(L"0 0 note");
+  }
+  void TearDown() override { SetFileAttributesW(Wave(kReadOnly).c_str(), FILE_ATTRIBUTE_NORMAL); }
+
+  bool IsStopped() const { return WindowText(Item(IDC_EDITOR_PLAY)) == LoadResString(IDS_PLAY); }
+  // Presses, and waits for the end; the log of it all.
+  std::wstring Play() const {
+    Press(IDC_EDITOR_PLAY);
+    EXPECT_TRUE(Eventually([this] { return IsStopped(); }));
+    return PreviewLogText;
+  }
+  // Where a device is missing the sound ends the preview, after all else went well.
+  static bool HasRendered(const std::wstring& log) {
+    return log.starts_with(L"succeed to play ") || log.starts_with(L"fail to play ");
+  }
+  static std::wstring Scratch() {
+    wchar_t temp[MAX_PATH + 1] = L"";
+    GetTempPathW(MAX_PATH, temp);
+    const std::wstring start = std::wstring(temp) + L"marlit_" + std::to_wstring(GetCurrentProcessId()) + L"_";
+    WIN32_FIND_DATAW item;
+    const FindHandle find(FindFirstFileW((start + L"*").c_str(), &item));
+    return find ? std::wstring(temp) + item.cFileName : L"";
+  }
+  static std::wstring ScratchFiles() {
+    std::vector<std::wstring> names;
+    for (const auto& entry : std::filesystem::directory_iterator(Scratch())) names.push_back(entry.path().filename());
+    std::ranges::sort(names);
+    std::wstring all;
+    for (const std::wstring& name : names) all += name + L"|";
+    return all;
+  }
+};
+
+TEST_F(Preview, GivesTheResamplerTheEditedMapAndWhatTheBoxesSay) {
+  Install(L"resampler.exe");
+  AddSyllable(std::wstring(L"bank\\") + kReadOnly, {220.0});
+  const auto saved = ReadWholeFile(Bank() + L"\\強 い&%^_wav.frq");
+  SetFileAttributesW(Wave(kReadOnly).c_str(), FILE_ATTRIBUTE_READONLY);
+  Start(Bank());
+  SetFirstFrame(L"100");
+  const struct {
+    int pitch;
+    const wchar_t *key, *modulation, *flags, *middle, *end;
+  } tests[] = {
+      {12, L"440", L"0", L"", L"A4 100 \"\"", L"0"},
+      {24, L"445", L"", L"g-5\"B 0", L"A5 100 \"g-5 B 0\"", L"100"},
+      {0, L"453", L"500", L"g", L"A#3 100 \"g\"", L"200"},
+      {12, L"", L"-x", L"", L"A1 100 \"\"", L"0"},
+      {0, L"55", L"-300", L"", L" 100 \"\"", L"-200"},
+  };
+  for (const auto& test : tests) {
+    SendItem(IDC_EDITOR_PITCH, TBM_SETPOS, TRUE, reinterpret_cast<void*>(test.pitch));
+    Type(IDC_EDITOR_KEY, test.key);
+    SendItem(IDC_EDITOR_KEY, WM_KILLFOCUS);
+    SetDlgItemTextW(editor_, IDC_EDITOR_MODULATION, test.modulation);
+    SetDlgItemTextW(editor_, IDC_EDITOR_FLAGS, test.flags);
+    EXPECT_TRUE(HasRendered(Play())) << PreviewLogText.c_str();
+    const std::vector<std::wstring> calls = TakeCalls();
+    ASSERT_EQ(calls.size(), 2u);
+    const std::wstring wave = Scratch() + L"\\強 い&%^.wav";
+    EXPECT_EQ(calls[0].substr(calls[0].find(L".exe\"") + 5), L" \"" + wave + L"\" \"" + Scratch() + L"\\output.wav\" " +
+                                                                 test.middle + L" 0 1000 0 0 100 " + test.end +
+                                                                 L" !120 AA#1#");
+    FrqMap map;
+    ASSERT_EQ(LoadMap(map, wave, FrqTypeFrq, nullptr), 0);
+    EXPECT_EQ(map.Frames[0].Frequency, 100.0);
+    EXPECT_EQ(ScratchFiles(), L"output.wav|強 い&%^.wav|強 い&%^_wav.frq|");
+  }
+  EXPECT_EQ(ReadWholeFile(Bank() + L"\\強 い&%^_wav.frq"), saved);
+  EXPECT_EQ(Column(2), L"*|") << "nothing was saved";
+  WriteWholeFile(Scratch() + L"\\left.llsm", {});
+  Play();
+  EXPECT_TRUE(FileExists(Scratch() + L"\\left.llsm")) << "the input is the same";
+  EXPECT_EQ(Starts(TakeCalls()), 1) << "every press renders";
+  SetFirstFrame(L"101");
+  Play();
+  EXPECT_FALSE(FileExists(Scratch() + L"\\left.llsm"));
+  const std::wstring scratch = Scratch();
+  Leave();
+  EXPECT_FALSE(std::filesystem::exists(scratch));
+}
+
+TEST_F(Preview, PutsTheMapOfEachKindBesideTheCopy) {
+  SetDllDirectoryW(std::filesystem::path(MARLIT_VSLIB_DOUBLE).parent_path().c_str());
+  const struct {
+    const wchar_t* resampler;
+    FrqType kind;
+    const wchar_t* files;
+  } tests[] = {{L"resampler.exe", FrqTypeFrq, L"a.wav|a_wav.frq|output.wav|"},
+               {L"vs4u.exe", FrqTypeVs4ufrq, L"a.wav|a_wav.vs4ufrq|output.wav|"},
+               {L"model4.exe", FrqTypeFrc, L"a.wav|a_wav.frc|output.wav|"},
+               {L"tips.exe", FrqTypePmk, L"a.wav|a_wav.pmk|output.wav|"},
+               {L"w4u.exe", FrqTypeDio, L"a.dio|a.wav|output.wav|"},
+               {L"moresampler.exe", FrqTypeMrq, L""}};
+  for (const auto& test : tests) {
+    SCOPED_TRACE(test.resampler);
+    Install(test.resampler);
+    folder_.Write(L"bank\\a.wav", kSecondOfSound);
+    MrqStore store;
+    store.AddFolder(Bank());
+    FrqMap map;
+    map.Create(40, FrqTypeFrq);
+    for (int i = 0; i < 40; ++i) map.SetFrequency(256 * i, 441.0);
+    if (test.kind == FrqTypeVs4ufrq) {
+      ASSERT_EQ(CVsLib().CreateFile(*NarrowPath(Wave(L"a")), 24, 84, false, FrqTypeFrq, nullptr), 0);
+    } else {
+      ASSERT_EQ(SaveMap(map, Wave(L"a"), test.kind, &store), 0);
+    }
+    Start(Bank());
+    EXPECT_TRUE(HasRendered(Play())) << PreviewLogText.c_str();
+    EXPECT_EQ(Starts(TakeCalls()), 1);
+    EXPECT_EQ(ScratchFiles(), test.files);
+    Leave();
+  }
+}
+
+TEST_F(Preview, FailsWithoutAWordAndCanBeTriedAgain) {
+  Install(L"resampler.exe");
+  AddSyllable(L"bank\\a", {440.0});
+  AddSyllable(L"bank\\b", {440.0});
+  Start(Bank());
+  Script(L"0 1 nothing");
+  EXPECT_TRUE(Play().starts_with(L"fail to render\n\n\"" + folder_.Path(L"program\\resampler.exe") + L"\" \""));
+  EXPECT_TRUE(PreviewLogText.ends_with(L"\n\noriginal wav is " + Wave(L"a")));
+  Script(L"0 0 rubbish");
+  EXPECT_EQ(Play(), L"fail to play " + Scratch() + L"\\output.wav");
+  SendItem(IDC_EDITOR_DIRECT, BM_CLICK);
+  EXPECT_FALSE(IsWindowEnabled(Item(IDC_EDITOR_FLAGS)) || IsWindowEnabled(Item(IDC_EDITOR_MODULATION)));
+  TakeCalls();
+  EXPECT_TRUE(HasRendered(Play()));
+  EXPECT_EQ(Starts(TakeCalls()), 0) << "the wave itself was asked for";
+  EXPECT_EQ(ReadWholeFile(Scratch() + L"\\output.wav"), kSecondOfSound);
+  SendItem(IDC_EDITOR_DIRECT, BM_CLICK);
+  EXPECT_TRUE(IsWindowEnabled(Item(IDC_EDITOR_FLAGS)));
+  DeleteFileW(folder_.Path(L"program\\resampler.exe").c_str());
+  EXPECT_TRUE(Play().starts_with(L"fail to shellexecute \""));
+  DeleteFileW(Wave(L"a").c_str());
+  EXPECT_EQ(Play(), L"fail to copy " + Wave(L"a") + L" to " + Scratch() + L"\\a.wav");
+}
+
+TEST_F(Preview, StopsAtASecondPressAndWithTheWindowWhileARunComesToItsEnd) {
+  Install(L"resampler.exe");
+  AddSyllable(L"bank\\a", {440.0});
+  Script(L"600 0 note");
+  Start(Bank());
+  Press(IDC_EDITOR_PLAY);
+  EXPECT_EQ(WindowText(Item(IDC_EDITOR_PLAY)), LoadResString(IDS_STOP));
+  const ULONGLONG start = GetTickCount64();
+  for (int i = 0; i < 3; ++i) Press(IDC_EDITOR_PLAY);
+  EXPECT_FALSE(IsStopped());
+  SetFirstFrame(L"100");
+  EXPECT_TRUE(Eventually([this] { return IsStopped(); }));
+  EXPECT_GE(GetTickCount64() - start, 500u) << "the run was not waited for";
+  EXPECT_EQ(TakeCalls().back(), L"-");
+  const std::wstring scratch = Scratch();
+  Press(IDC_EDITOR_PLAY);
+  Leave();
+  EXPECT_EQ(ExitCode(), 0);
+  EXPECT_EQ(TakeCalls().back(), L"-");
+  EXPECT_FALSE(std::filesystem::exists(scratch));
+}
+
+}  // namespace
