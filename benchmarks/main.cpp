@@ -17,7 +17,8 @@ int main(int count, char** arguments) {
   // The table is read on the host system, which ends its lines without a carriage return.
   _setmode(_fileno(stdout), _O_BINARY);
   const std::wstring voicebank = std::filesystem::absolute(arguments[2]).wstring();
-  return MeasureAndReport({CheckLibraryRows(), EditorRows(voicebank), ExecutableRows(), FolderRows(voicebank),
-                           FrameListRows(), MapFileRows(), MrqRows(), ResamplerRows(), TableRows(), VoicebankRows()},
-                          count > 3 ? arguments[3] : "", arguments[1]);
+  return MeasureAndReport(
+      {CheckLibraryRows(), EditorRows(voicebank), ExecutableRows(), FolderRows(voicebank), FrameListRows(), JobRows(),
+       MapFileRows(), MrqRows(), ResamplerRows(), TableRows(), VoicebankRows()},
+      count > 3 ? arguments[3] : "", arguments[1]);
 }

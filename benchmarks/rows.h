@@ -47,6 +47,10 @@ std::vector<Row> ExecutableRows();
 std::vector<Row> FolderRows(const std::wstring& voicebank);
 
 std::vector<Row> FrameListRows();
+
+// A job of making maps, with several counts of workers.
+std::vector<Row> JobRows();
+
 std::vector<Row> MapFileRows();
 
 // A map saved into a desc.mrq of 5,000 entries.
