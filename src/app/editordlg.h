@@ -17,6 +17,7 @@
 #include "app/framelist.h"
 #include "app/messages.h"
 #include "base/handle.h"
+#include "check/checkrecords.h"
 #include "frqctrl/frqctrlmessages.h"
 #include "frqmap/frqmap.h"
 #include "resampler/createjob.h"
@@ -76,6 +77,7 @@ class CEditorDlg : public CDlgBase {
   void OnManual(UINT id);
   void OnAbout(UINT id);
   void OnThumbnail(UINT id);
+  void OnCheck(UINT id);
 
   // What the list tells.
   void OnSetMap(FrqMap* saved, FrqMap* map);
@@ -182,13 +184,14 @@ class CEditorDlg : public CDlgBase {
   int Color = 0;
   int MinTrackWidth = 0;  // the size of the window when it was made is its smallest
   int MinTrackHeight = 0;
-  int BottomMargin = 0;       // from the frame list to the bottom of the window
-  EditorState Shown;          // what UpdateState last carried into the menu
-  bool ShowingKey = false;    // ShowKey writes the key box: no edit of the user's
-  bool KeyIsLate = false;     // a kShowKeyMessage is on its way
-  bool PluginMode = false;    // started on a plug-in file of the host
-  bool AllSyllables = false;  // in plug-in mode: the whole voicebank was asked for
-  std::wstring TempFolder;    // private to this process, for scratch files
+  int BottomMargin = 0;            // from the frame list to the bottom of the window
+  CheckFrqSettings CheckSettings;  // what the user last said of the voicebank
+  EditorState Shown;               // what UpdateState last carried into the menu
+  bool ShowingKey = false;         // ShowKey writes the key box: no edit of the user's
+  bool KeyIsLate = false;          // a kShowKeyMessage is on its way
+  bool PluginMode = false;         // started on a plug-in file of the host
+  bool AllSyllables = false;       // in plug-in mode: the whole voicebank was asked for
+  std::wstring TempFolder;         // private to this process, for scratch files
   CPreview Preview;
   std::list<std::wstring> RecentFolders;  // the newest first
   HMENU RecentMenu = nullptr;             // hangs in the File menu, which owns it

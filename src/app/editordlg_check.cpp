@@ -1,8 +1,10 @@
-// The commands that look at the whole voicebank: the thumbnails.
+// The commands that look at the whole voicebank: the thumbnails, and the check.
 #include <windows.h>
 
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
+#include "dialogs/checkdlg.h"
+#include "window/waitcursor.h"
 #include "window/waitforwindow.h"
 
 // The window goes in its own time, and its thread tells this one when it has gone.
@@ -14,4 +16,13 @@ void CEditorDlg::OnThumbnail(UINT) {
   const HWND thumbnail = ToList().ThumbnailWindow();
   PostMessageW(thumbnail, WM_COMMAND, IDCANCEL, 0);
   WaitForWindowToGo(thumbnail);
+}
+
+// The list checks while this thread waits for it, which shows the marks of its own map meanwhile.
+void CEditorDlg::OnCheck(UINT) {
+  CCheckFrqDlg dialog(CheckSettings);
+  if (dialog.Run(false) != IDOK) return;
+  CheckSettings = dialog.Settings;
+  const WaitCursor waiting;
+  ToList().RunCheck(CheckSettings);
 }

@@ -58,7 +58,7 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_VIEW_BRIGHTEN, &E::OnBrightness, [](S s) { return s.brightness > kBrightest; }},
       {ID_VIEW_DARKEN, &E::OnBrightness, [](S s) { return s.brightness < kDarkest; }},
       {ID_VIEW_THUMBNAIL, &E::OnThumbnail, nullptr, nullptr, [](S s) { return s.hasThumbnails; }},
-      {ID_TOOL_CHECK, nullptr},
+      {ID_TOOL_CHECK, &E::OnCheck, hasMaps},
       // Reached from the modify bar only: its item stands in the menu's template and goes at the first update.
       {ID_TOOL_MODIFYALL, nullptr, nullptr, always},
       {ID_TOOL_OPTION, &E::OnOption},

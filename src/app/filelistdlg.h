@@ -3,7 +3,7 @@
 // It runs on the list thread. The other threads reach it through the FLM_ messages alone (messages.h); its handlers,
 // and so every change of an entry, run on the list thread. Sources: filelistdlg.cpp is the window, _scan how it is
 // filled, _view the rows and columns, _messages what it answers, _maps the work on maps that a message asks for,
-// _thumbnails the window of thumbnails.
+// _thumbnails the window of thumbnails, _check the run of a check.
 #pragma once
 
 #include <atomic>
@@ -22,6 +22,7 @@
 #include "window/dialogbase.h"
 
 class CEditorDlg;
+class CheckLibrary;
 
 class CFileListDlg : public CDlgBase {
  public:
@@ -125,6 +126,10 @@ class CFileListDlg : public CDlgBase {
   HWND ListView() const;
   EditorSender ToEditor() const;
   ThumbnailSender ToThumbnail() const { return ThumbnailSender(Thumbnail.Hwnd); }
+
+  // Check.
+  void RunCheck(const CheckFrqSettings& settings);
+  int CheckEntries(const CheckLibrary& library, const CheckFrqSettings& settings);
 
   // Thumbnails.
   void ShowThumbnail(bool show);

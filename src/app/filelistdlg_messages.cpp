@@ -55,6 +55,7 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_TAKEMAP: return TakeMap(*reinterpret_cast<const ReadMapRecord*>(lParam));
     case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
     case FLM_SELECTSYLLABLE: return SelectSyllable(index);
+    case FLM_RUNCHECK: return RunCheck(*reinterpret_cast<const CheckFrqSettings*>(lParam));
     case FLM_SETFAILED: return SetMarkedCell(index, lParam != 0);
     case FLM_GETFAILED: return AnswerNumber(lParam, IsFailed(index));
     case FLM_GETPATH:

@@ -128,7 +128,7 @@ void CFileListDlg::SetCell(int row, int columnId, bool marked) {
 void CFileListDlg::SetMarkedCell(int index, bool marked) {
   SyllableEntry* const entry = EntryAt(index);
   if (!entry) return;
-  if (!marked) entry->Map.ClearMarks();
+  if (!marked) entry->Map.ApplyMarks(-1, false);
   SetCell(entry->ListRow, kMarkedColumn, marked);
 }
 

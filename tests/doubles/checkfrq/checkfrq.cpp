@@ -1,0 +1,48 @@
+// A stand-in for the check library, told by the test what to answer. It keeps the records that it was given, as bytes.
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "doubles/checkfrq/script.h"
+
+namespace {
+
+CheckScript script;
+
+template <typename T>
+T At(const unsigned char* record, std::size_t offset) {
+  T value;
+  std::memcpy(&value, record + offset, sizeof(value));
+  return value;
+}
+
+template <typename T>
+void Put(unsigned char* record, std::size_t offset, T value) {
+  std::memcpy(record + offset, &value, sizeof(value));
+}
+
+}  // namespace
+
+extern "C" __declspec(dllexport) CheckScript* Script() {
+  return &script;
+}
+
+// The offsets are those that any library goes by: the first frame is at 544, and a frame has 40 bytes.
+extern "C" __declspec(dllexport) int CheckFrequencyMap(const void* settings, unsigned char* frames,
+                                                       const unsigned char* regions) {
+  const auto count = At<unsigned>(frames, 528);
+  std::memcpy(script.Settings, settings, sizeof(script.Settings));
+  script.FramesSize = 584 + std::size_t{40} * count;
+  script.RegionsSize = regions ? 12 + std::size_t{8} * At<unsigned>(regions, 0) : 0;
+  std::memcpy(script.Frames, frames, std::min(script.FramesSize, sizeof(script.Frames)));
+  std::memcpy(script.Regions, regions, std::min(script.RegionsSize, sizeof(script.Regions)));
+  ++script.Calls;
+  for (const CheckScript::Answer& answer : script.Answers) {
+    if (answer.Call != script.Calls) continue;
+    unsigned char* const frame = frames + 544 + 40 * answer.Frame;
+    Put(frame, 24, answer.Mark);
+    Put(frame, 32, answer.Suggested);
+  }
+  return script.Calls == script.StopAt ? -1 : 7;
+}
