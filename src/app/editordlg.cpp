@@ -105,6 +105,9 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     case EDM_UPDATESTATE: UpdateState(); return Answered();
     case EDM_FOLDEROPENED: OnFolderOpened(reinterpret_cast<const wchar_t*>(lParam)); return Answered();
     case WM_PREVIEW_DONE: OnPreviewDone(); return Answered();
+    case EDM_SHOWFAILURE:
+      OnShowFailure(static_cast<SampleCount>(wParam), static_cast<SampleCount>(lParam));
+      return Answered();
     case EDM_REFRESHMAP: OnRefreshMap(lParam != 0); return Answered();
     case kShowKeyMessage: OnShowKey(); return Answered();
     default: return CDlgBase::OnDialogMessage(message, wParam, lParam);

@@ -78,6 +78,8 @@ class CEditorDlg : public CDlgBase {
   void OnAbout(UINT id);
   void OnThumbnail(UINT id);
   void OnCheck(UINT id);
+  void OnModifyAll(UINT id);
+  void OnShowFailure(SampleCount first, SampleCount last);
 
   // What the list tells.
   void OnSetMap(FrqMap* saved, FrqMap* map);

@@ -60,7 +60,7 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_VIEW_THUMBNAIL, &E::OnThumbnail, nullptr, nullptr, [](S s) { return s.hasThumbnails; }},
       {ID_TOOL_CHECK, &E::OnCheck, hasMaps},
       // Reached from the modify bar only: its item stands in the menu's template and goes at the first update.
-      {ID_TOOL_MODIFYALL, nullptr, nullptr, always},
+      {ID_TOOL_MODIFYALL, &E::OnModifyAll, nullptr, always},
       {ID_TOOL_OPTION, &E::OnOption},
       {ID_HELP_MANUAL, &E::OnManual},
       {ID_HELP_ABOUT, &E::OnAbout},

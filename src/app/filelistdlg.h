@@ -3,7 +3,8 @@
 // It runs on the list thread. The other threads reach it through the FLM_ messages alone (messages.h); its handlers,
 // and so every change of an entry, run on the list thread. Sources: filelistdlg.cpp is the window, _scan how it is
 // filled, _view the rows and columns, _messages what it answers, _maps the work on maps that a message asks for,
-// _thumbnails the window of thumbnails, _check the run of a check.
+// _thumbnails the window of thumbnails, _check the run of a check, _failures the steps through its
+// marks.
 #pragma once
 
 #include <atomic>
@@ -16,6 +17,7 @@
 #include "app/messages.h"
 #include "app/syllable.h"
 #include "base/handle.h"
+#include "dialogs/modifydlg.h"
 #include "dialogs/thumbnaildlg.h"
 #include "frqmap/mrqstore.h"
 #include "voicebank/folderlisting.h"
@@ -130,6 +132,12 @@ class CFileListDlg : public CDlgBase {
   // Check.
   void RunCheck(const CheckFrqSettings& settings);
   int CheckEntries(const CheckLibrary& library, const CheckFrqSettings& settings);
+  void FindFailure(FindFailureRecord& record);
+  void LocateFailure(int index, SampleCount sample);
+  void ApplyFailure(int index, SampleCount sample, bool apply);
+  bool ApplyToEntry(int index, SampleCount sample, bool apply, bool notify);
+  void ShowModifyBar(bool show);
+  static unsigned WINAPI ModifyBarThread(void* list);
 
   // Thumbnails.
   void ShowThumbnail(bool show);
@@ -148,6 +156,7 @@ class CFileListDlg : public CDlgBase {
   int MinTrackHeight = 0;
   int LeftMargin = 0;  // of the list view in the window, kept at the right too
   int TopMargin = 0;
+  CModifyFailureDlg ModifyBar;        // runs on a thread of its own while it is open
   std::vector<ThreadHandle> Threads;  // begun by the list; the ended ones go when another one begins
   EventHandle ReadyEvent;             // set at the end of OnInitDialog
   double DpiScaleX = 1.0;

@@ -10,6 +10,7 @@
 
 // All on this thread: the editor waits in its send, and shows what becomes of its own map meanwhile.
 void CFileListDlg::RunCheck(const CheckFrqSettings& settings) {
+  int marks = 0;
   {
     const CheckLibrary library;
     if (!library.IsLoaded()) {
@@ -17,9 +18,10 @@ void CFileListDlg::RunCheck(const CheckFrqSettings& settings) {
       return;
     }
     const WaitCursor waiting;
-    if (library.HasEntry()) CheckEntries(library, settings);
+    if (library.HasEntry()) marks = CheckEntries(library, settings);
   }
   ToThumbnail().PostRefreshAll();
+  if (marks > 0) ShowModifyBar(true);
 }
 
 // The number of marked frames. Maps that nobody has looked at yet are read; one that cannot be read is left out.

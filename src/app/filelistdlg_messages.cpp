@@ -56,6 +56,10 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
     case FLM_SELECTSYLLABLE: return SelectSyllable(index);
     case FLM_RUNCHECK: return RunCheck(*reinterpret_cast<const CheckFrqSettings*>(lParam));
+    case FLM_MODIFY: return ApplyFailure(index, static_cast<SampleCount>(lParam), true);
+    case FLM_IGNORE: return ApplyFailure(index, static_cast<SampleCount>(lParam), false);
+    case FLM_FINDFAILURE: return FindFailure(*reinterpret_cast<FindFailureRecord*>(lParam));
+    case FLM_SHOWMODIFYBAR: return ShowModifyBar(lParam != 0 ? IsFailed(-1) : flag);
     case FLM_SETFAILED: return SetMarkedCell(index, lParam != 0);
     case FLM_GETFAILED: return AnswerNumber(lParam, IsFailed(index));
     case FLM_GETPATH:

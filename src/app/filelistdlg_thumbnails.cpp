@@ -47,7 +47,9 @@ void CFileListDlg::EndThreads() {
   constexpr DWORD kPauseMs = 50;
   for (const ThreadHandle& thread : Threads) {
     do {
-      if (Thumbnail.Hwnd) PostMessageW(Thumbnail.Hwnd, WM_COMMAND, IDCANCEL, 0);
+      for (const HWND window : {Thumbnail.Hwnd.load(), ModifyBar.Hwnd.load()}) {
+        if (window) PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
+      }
     } while (WaitForSingleObject(thread.get(), kPauseMs) == WAIT_TIMEOUT);
   }
   Threads.clear();

@@ -1,0 +1,68 @@
+#include "dialogs/modifydlg.h"
+
+#include "base/registry.h"
+#include "resources/ids.h"
+
+namespace {
+
+constexpr wchar_t kPlacementValue[] = L"ModifyFailureDlg";
+
+}  // namespace
+
+INT_PTR CModifyFailureDlg::OnInitDialog(LPARAM) {
+  SetEvent(ReadyEvent);
+  Index = Sample = -1;
+  ShowNext(true);
+  RestoreWindowPlacement(Hwnd, kPlacementValue);
+  return 1;
+}
+
+LRESULT CModifyFailureDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
+  switch (LOWORD(wParam)) {
+    case IDC_MODIFY_PREVIOUS: ShowNext(Forward = false); return 0;
+    case IDC_MODIFY_NEXT: ShowNext(Forward = true); return 0;
+    case IDC_MODIFY_IGNORE:
+      ToList().Ignore(Index, Sample);
+      ShowNextOrEnd();
+      return 0;
+    case IDC_MODIFY_MODIFY:
+      ToList().Modify(Index, Sample);
+      ShowNextOrEnd();
+      return 0;
+    case IDC_MODIFY_MODIFYALL:
+      ToList().Modify(-1, 0);
+      End(IDOK);
+      return 0;
+    default: return CDlgBase::OnCommand(wParam, code, control);
+  }
+}
+
+// False, and the same run stays, if there is no other one.
+bool CModifyFailureDlg::ShowNext(bool forward) {
+  FindFailureRecord record{Index, Sample, forward, true, false};
+  ToList().FindFailure(record);
+  if (!record.Found) return false;
+  Index = record.Index;
+  Sample = record.Sample;
+  return true;
+}
+
+void CModifyFailureDlg::ShowNextOrEnd() {
+  if (!ShowNext(Forward)) End(IDOK);
+}
+
+LRESULT CModifyFailureDlg::OnDestroy() {
+  SaveWindowPlacement(Hwnd, kPlacementValue);
+  return CDlgBase::OnDestroy();
+}
+
+void CModifyFailureDlg::OnDialogEnd() {
+  Hwnd = nullptr;
+}
+
+std::unique_ptr<CDlgBase> CModifyFailureDlg::CreateInstance() const {
+  return std::make_unique<CModifyFailureDlg>();
+}
+int CModifyFailureDlg::GetTemplateId() const {
+  return IDD_MODIFY;
+}

@@ -1,0 +1,33 @@
+// CModifyFailureDlg: the bar that goes from one run of marked frames to the next, through all syllables, and keeps or
+// replaces their frequencies.
+//
+// It runs on a thread of its own and blocks nobody: the user may edit, save and choose syllables while it is open. What
+// it does is asked of the list by messages, which works on the maps and shows each run in the editor.
+#pragma once
+
+#include "app/messages.h"
+#include "window/dialogbase.h"
+
+class CModifyFailureDlg : public CDlgBase {
+ public:
+  // Set before Run: the window of the list, and an event that is set when this window has come.
+  HWND List = nullptr;
+  HANDLE ReadyEvent = nullptr;
+
+  LRESULT OnDestroy() override;
+  LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
+  INT_PTR OnInitDialog(LPARAM lParam) override;
+  std::unique_ptr<CDlgBase> CreateInstance() const override;
+  int GetTemplateId() const override;
+  void OnDialogEnd() override;
+
+ private:
+  bool ShowNext(bool forward);
+  void ShowNextOrEnd();
+
+  FileListSender ToList() const { return FileListSender(List); }
+
+  int Index = -1;       // syllable of the run in view
+  int Sample = -1;      // sample position in it
+  bool Forward = true;  // direction of the last step, also from one opening to the next
+};

@@ -1,0 +1,147 @@
+// The bar that goes through what a check has marked.
+#include "gui/checkwindows.h"
+
+namespace {
+
+class ModifyBar : public CheckTest {
+ protected:
+  // Five syllables of 60 frames. The second and the last have two runs of marks each; those of the last come with
+  // suggestions.
+  void Begin() {
+    for (const wchar_t* name : {L"a", L"b", L"c", L"d", L"e"}) AddSyllable(name, std::vector<double>(60, 220.0));
+    std::ranges::copy(std::to_array<CheckScript::Answer>({{2, 3, 1, 0},
+                                                          {2, 4, 1, 0},
+                                                          {2, 30, 1, 0},
+                                                          {2, 31, 1, 0},
+                                                          {2, 32, 1, 0},
+                                                          {5, 10, 1, 440},
+                                                          {5, 20, 1, 440},
+                                                          {5, 21, 1, 880}}),
+                      Script().Answers);
+    Start(folder_.Path());
+    CheckAgain();
+  }
+  void CheckAgain() {
+    Script().Calls = 0;
+    RunCheck();
+    EXPECT_TRUE(Eventually([&] { return Bar() && IsWindowVisible(Bar()) && InView() == std::pair(1, kFirst); }));
+  }
+  static void PressButton(int id) { SendMessageW(Bar(), WM_COMMAND, static_cast<WPARAM>(id), 0); }
+  bool BarGoes() const {
+    return Eventually([] { return !Bar(); });
+  }
+  // The syllable that is shown and its selected frames, which the table has as the list of frames does.
+  std::pair<int, std::vector<int>> InView() const {
+    std::vector<int> frames = SelectedFrames();
+    std::vector<int> ofMap;
+    const int row = List().Selection();
+    const FrqMap& map = *List().Map(row);
+    for (int i = 0; i < map.FrameCount; ++i) {
+      if (map.Frames[static_cast<std::size_t>(i)].Selected) ofMap.push_back(i);
+    }
+    if (ofMap != frames) frames = {-1};
+    return {row, frames};
+  }
+  int FirstColumn() const { return GetScrollPos(Item(IDC_EDITOR_TABLE), SB_HORZ); }
+  int MarkCount(int syllable) const {
+    const std::string marks = Marks(syllable);
+    return static_cast<int>(marks.size() - static_cast<std::size_t>(std::ranges::count(marks, '.')));
+  }
+
+  const std::vector<int> kFirst = {3, 4};
+  const std::vector<int> kSecond = {30, 31, 32};
+  const std::vector<int> kThird = {10};
+  const std::vector<int> kLast = {20, 21};
+};
+
+TEST_F(ModifyBar, GoesFromRunToRunInBothDirectionsAndRound) {
+  Begin();
+  EXPECT_EQ(FirstColumn(), 0) << "there is no column in front of the first";
+  const struct {
+    int button, row;
+    const std::vector<int>& frames;
+    int column;
+  } steps[] = {{IDC_MODIFY_NEXT, 1, kSecond, 25},     {IDC_MODIFY_NEXT, 4, kThird, 5},
+               {IDC_MODIFY_NEXT, 4, kLast, 15},       {IDC_MODIFY_NEXT, 1, kFirst, 0},
+               {IDC_MODIFY_PREVIOUS, 4, kLast, 15},   {IDC_MODIFY_PREVIOUS, 4, kThird, 5},
+               {IDC_MODIFY_PREVIOUS, 1, kSecond, 25}, {IDC_MODIFY_PREVIOUS, 1, kFirst, 0}};
+  for (const auto& step : steps) {
+    PressButton(step.button);
+    EXPECT_EQ(InView(), std::pair(step.row, step.frames));
+    EXPECT_EQ(FirstColumn(), step.column);
+  }
+  PostMessageW(Bar(), WM_CLOSE, 0, 0);
+  EXPECT_TRUE(BarGoes());
+  EXPECT_EQ(MarkCount(1) + MarkCount(4), 8) << "to close it settles nothing";
+  List().ShowModifyBar(false, true);
+  EXPECT_TRUE(Eventually([&] { return Bar() != nullptr; })) << "there is need of it";
+  List().ShowModifyBar(false, false);
+  EXPECT_TRUE(BarGoes());
+}
+
+TEST_F(ModifyBar, SettlesEachRunAndEndsWithTheLast) {
+  Begin();
+  PressButton(IDC_MODIFY_IGNORE);
+  EXPECT_EQ(InView(), std::pair(1, kSecond));
+  EXPECT_EQ(MarkCount(1), 3);
+  PressButton(IDC_MODIFY_NEXT);
+  EXPECT_EQ(Column(2) + Column(3),
+            L"|||||"
+            L"|*|||*|");
+  PressButton(IDC_MODIFY_MODIFY);
+  EXPECT_EQ(InView(), std::pair(4, kLast));
+  EXPECT_EQ(List().Map(4)->Frames[10].Frequency, 440.0);
+  EXPECT_NEAR(List().Map(4)->Average, List().Map(4)->ComputeAverage(-1), 0.0) << "though the file had one of its own";
+  EXPECT_EQ(WindowText(Item(IDC_EDITOR_KEY)).substr(0, 3), L"222");
+  PressButton(IDC_MODIFY_MODIFY);
+  EXPECT_EQ(Column(2) + Column(3),
+            L"||||*|"
+            L"|*||||");
+  EXPECT_EQ(InView(), std::pair(1, kSecond));
+  PressButton(IDC_MODIFY_IGNORE);
+  EXPECT_TRUE(BarGoes());
+  EXPECT_EQ(Column(2) + Column(3),
+            L"||||*|"
+            L"|||||");
+}
+
+TEST_F(ModifyBar, ModifiesAllThatHasASuggestion) {
+  Begin();
+  PressButton(IDC_MODIFY_MODIFYALL);
+  EXPECT_TRUE(BarGoes());
+  EXPECT_EQ(Column(2) + Column(3),
+            L"|*|||*|"
+            L"|*||||")
+      << "what has none stays marked";
+  EXPECT_EQ(MarkCount(1), 5);
+  CheckAgain();
+  PressButton(IDC_MODIFY_NEXT);
+  PressButton(IDC_MODIFY_MODIFY);
+  EXPECT_EQ(InView().first, 4) << "a run without a suggestion is passed by";
+  EXPECT_EQ(MarkCount(1), 5);
+  List().Map(1)->Average = 100.0;
+  List().Modify(1, 50 * 256);
+  EXPECT_NEAR(List().Map(1)->Average, 220.0, 1.0) << "no run there, yet the average is new";
+  List().Modify(0, 0);
+  EXPECT_EQ(List().Map(0)->Average, 261.5) << "nothing is marked";
+}
+
+TEST_F(ModifyBar, GoesWithTheMarksThatItIsFor) {
+  Begin();
+  List().SetFailed(4, false);
+  EXPECT_EQ(Column(3), L"|*||||");
+  SetFirstFrame(L"300");
+  Press(IDC_EDITOR_RELOAD);
+  EXPECT_TRUE(BarGoes()) << "the maps that are left have no marks";
+  EXPECT_EQ(MarkCount(1), 0);
+  CheckAgain();
+  SetFirstFrame(L"300");
+  Press(ID_EDIT_RELOAD);
+  EXPECT_TRUE(BarGoes()) << "though the last syllable has marks";
+  EXPECT_EQ(Column(3), L"||||*|");
+  CheckAgain();
+  Press(ID_RECENT_FIRST);
+  EXPECT_TRUE(BarGoes());
+}
+
+}  // namespace
