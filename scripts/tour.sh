@@ -1,7 +1,7 @@
 # Sourced by ./run where there is no display: the main job, done by mouse and keys on a virtual one.
 #
 # tour LANGUAGE PROGRAM MAKER [PATH]   opens PATH and shows it; without PATH, opens a copy of the sample voicebank, takes
-# an octave error out of one frame and saves. Ends over the spectrum. Screenshots are numbered in build/tour/LANGUAGE/.
+# an octave error out of one frame, saves, creates the missing maps and visits the other windows. Screenshots are numbered in build/tour/LANGUAGE/.
 
 tour() {
   local language=$1 program=$2 maker=$3 path=$4
@@ -32,6 +32,7 @@ tour() {
   [ -n "$path" ] || correct_a_frame "$bank"
   click_editor 254 27 # the button over the table
   shoot spectrum
+  [ -n "$path" ] || visit_the_rest
   xdotool windowfocus "$editor"
   xdotool key --clearmodifiers ctrl+q
   wait "$wine_process"
@@ -123,6 +124,30 @@ first_high_frame() {
   local average
   average=$(od -A n -t f8 -j 12 -N 8 "$1")
   od -A n -v -t f8 -j 40 -w16 "$1" | awk -v average="$average" '$1 > 1.6 * average { print NR - 1 " " $1; exit }'
+}
+
+# By the keys of the menus, which are the same in both languages.
+visit_the_rest() {
+  xdotool windowfocus "$editor"
+  xdotool key --clearmodifiers alt+e
+  xdotool key m
+  shoot maps-created
+  xdotool key --clearmodifiers alt+v
+  xdotool key t
+  find_window '^(Thumbnail|サムネイル)$'
+  shoot thumbnails
+  xdotool windowfocus "$window"
+  xdotool key Escape
+  settle
+  xdotool windowfocus "$editor"
+  xdotool key F10 Right Right Right Down Return
+  shoot check
+  xdotool key Return
+  find_window '^(Modify Frequency Maps|周波数表の修正)$'
+  shoot checked
+  xdotool windowfocus "$window"
+  xdotool key Escape
+  settle
 }
 
 correct_a_frame() {
