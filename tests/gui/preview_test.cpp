@@ -15,9 +15,7 @@ class Preview : public DoubleTest {
   void SetUp() override {
     // Left by a test that was ended early and had the number of this process.
     while (!Scratch().empty()) std::filesystem::remove_all(Scratch());
-    Bytes note = kSecondOfSound;
-    note.resize(note.size() + 88200);
-    folder_.Write(L"program\\note", note);
+    folder_.Write(L"program\\note", SecondOfSilence());
     Script(L"0 0 note");
   }
   void TearDown() override { SetFileAttributesW(Wave(kReadOnly).c_str(), FILE_ATTRIBUTE_NORMAL); }

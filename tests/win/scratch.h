@@ -49,3 +49,12 @@ class ScratchFolder {
 inline const Bytes kSecondOfSound = {'R', 'I', 'F', 'F', 0,  0, 0,   0,   'W', 'A',  'V',  'E',  'f', 'm',  't',
                                      ' ', 16,  0,   0,   0,  1, 0,   1,   0,   0x44, 0xAC, 0,    0,   0x88, 0x58,
                                      1,   0,   2,   0,   16, 0, 'd', 'a', 't', 'a',  0x88, 0x58, 1,   0};
+
+// The same with its samples, which are silent, and with all that a player asks of a head.
+inline Bytes SecondOfSilence() {
+  Bytes file = kSecondOfSound;
+  file.resize(file.size() + 88200);
+  const std::size_t rest = file.size() - 8;
+  for (std::size_t i = 0; i < 4; ++i) file[4 + i] = static_cast<std::uint8_t>(rest >> (8 * i));
+  return file;
+}
