@@ -19,12 +19,11 @@ namespace {
 
 constexpr int kWaves = 200;
 
-// A program that ends at once: what is weighed is what the job adds. It has no console, as resamplers started by the
-// job have none to show.
+// Ends at once: what is weighed is what the job adds.
 std::wstring IdleProgram() {
   std::array<wchar_t, MAX_PATH> path{};
   GetModuleFileNameW(nullptr, path.data(), MAX_PATH);
-  return std::filesystem::path(path.data()).parent_path() / L"basic-resampler.exe";
+  return std::filesystem::path(path.data()).parent_path() / L"bench_idle.exe";
 }
 
 // Answers what the job asks of the list of syllables, on a thread of its own as the list does.
@@ -121,7 +120,7 @@ class Job : public Work {
       run.fMask = SEE_MASK_NOCLOSEPROCESS | SEE_MASK_NO_CONSOLE;
       run.lpFile = program.c_str();
       run.lpParameters = line.c_str();
-      Require(ShellExecuteExW(&run), "basic-resampler.exe is not there");
+      Require(ShellExecuteExW(&run), "bench_idle.exe is not there");
       const UniqueHandle<KernelTraits> process(run.hProcess);
       WaitForSingleObject(process.get(), INFINITE);
     }
