@@ -18,7 +18,7 @@ int main(int count, char** arguments) {
   _setmode(_fileno(stdout), _O_BINARY);
   const std::wstring voicebank = std::filesystem::absolute(arguments[2]).wstring();
   return MeasureAndReport(
-      {CheckLibraryRows(), EditorRows(voicebank), ExecutableRows(), FolderRows(voicebank), FrameListRows(), JobRows(),
-       MapFileRows(), MrqRows(), ResamplerRows(), TableRows(), VoicebankRows()},
+      {CheckLibraryRows(), EditorRows(voicebank), ExecutableRows(), FolderRows(voicebank), FrameListRows(),
+       GlanceRows(), JobRows(), MapFileRows(), MrqRows(), ResamplerRows(), TableRows(), VoicebankRows()},
       count > 3 ? arguments[3] : "", arguments[1]);
 }

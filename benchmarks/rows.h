@@ -53,6 +53,9 @@ std::vector<Row> JobRows();
 
 std::vector<Row> MapFileRows();
 
+// The thumbnails of a voicebank of 5,000, and a check of 1,000 maps.
+std::vector<Row> GlanceRows();
+
 // A map saved into a desc.mrq of 5,000 entries.
 std::vector<Row> MrqRows();
 

@@ -67,6 +67,7 @@ class RunningProgram {
     SendMessageW(editor_.Hwnd, WM_COMMAND, IDCANCEL, 0);
     const HANDLE both[] = {editorThread_.get(), listThread_.get()};
     WaitForMultipleObjects(2, both, TRUE, INFINITE);
+    list_.EndThreads();
   }
   RunningProgram(const RunningProgram&) = delete;
   RunningProgram& operator=(const RunningProgram&) = delete;

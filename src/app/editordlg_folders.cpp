@@ -48,7 +48,6 @@ void CEditorDlg::OpenFolderWaiting(const std::wstring& path) {
   const WaitCursor waiting;
   ToList().OpenFolder(path.c_str());
   ToList().ShowModifyBar(false, false);
-  ToList().ShowModifyBar(false, false);
 }
 
 // The whole voicebank instead of the syllables that the host handed over; there is no way back to those.

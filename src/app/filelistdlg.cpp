@@ -43,6 +43,7 @@ INT_PTR CFileListDlg::OnInitDialog(LPARAM) {
 }
 
 void CFileListDlg::RememberLayout() {
+  View = Item(IDC_LIST_FILES);
   const HDC screen = GetDC(nullptr);
   DpiScaleX = GetDeviceCaps(screen, LOGPIXELSX) / 96.0;
   DpiScaleY = GetDeviceCaps(screen, LOGPIXELSY) / 96.0;
@@ -105,9 +106,6 @@ std::unique_ptr<CDlgBase> CFileListDlg::CreateInstance() const {
 }
 int CFileListDlg::GetTemplateId() const {
   return IDD_FILELIST;
-}
-HWND CFileListDlg::ListView() const {
-  return Item(IDC_LIST_FILES);
 }
 EditorSender CFileListDlg::ToEditor() const {
   return EditorSender(Editor->Hwnd);

@@ -125,7 +125,7 @@ class CFileListDlg : public CDlgBase {
   bool HasMap(int index);
   int CountMaps() const;
 
-  HWND ListView() const;
+  HWND ListView() const { return View; }
   EditorSender ToEditor() const;
   ThumbnailSender ToThumbnail() const { return ThumbnailSender(Thumbnail.Hwnd); }
 
@@ -152,6 +152,7 @@ class CFileListDlg : public CDlgBase {
   std::vector<SyllableEntry> Entries;  // ordered by SortEntries; no entry moves while its maps are shown
   int FillCount = 0;                   // folders opened so far: tells a handler that the entries were replaced under it
   int CurrentIndex = -1;               // the syllable shown in the editor
+  HWND View = nullptr;                 // the list view, which is looked up once: each cell is written through it
   int MinTrackWidth = 0;
   int MinTrackHeight = 0;
   int LeftMargin = 0;  // of the list view in the window, kept at the right too

@@ -114,4 +114,36 @@ TEST_F(Check, WithoutALibraryItSaysSoAndChangesNothing) {
   EXPECT_EQ(Column(3), L"|");
 }
 
+// With the library that comes along, and all thumbnails open.
+TEST_F(Check, OddMapsAreShownAndCheckedAmongTheOthers) {
+  const std::string odd[] = {"amplitude-nan", "count-too-low", "infinite", "nan-and-negative", "zero-frames"};
+  for (const std::string& name : odd) {
+    folder_.Write(testdata::Wide(name) + L".wav");
+    folder_.Write(testdata::Wide(name) + L"_wav.frq", testdata::FileBytes("bad/frq-" + name + "_wav.frq"));
+  }
+  AddSyllable(L"gone", {220.0});
+  AddSyllable(L"long", std::vector<double>(100000, 220.0));
+  AddSyllable(L"one", {220.0});
+  AddSyllable(L"unvoiced", std::vector<double>(300, 55.0));
+  FrqMap map;
+  map.Create(300, FrqTypeFrq);
+  map.Average = 262.0;
+  for (int i = 0; i < 300; ++i) map.Frames[i] = {.Frequency = i / 5 == 30 ? 524.0 : 262.0, .Amplitude = 3000.0};
+  folder_.Write(L"wrong.wav");
+  folder_.Write(L"wrong_wav.frq", EncodeFreq0003(map, FrqTypeFrq));
+  Start(folder_.Path());
+  DeleteFileW(folder_.Path(L"gone_wav.frq").c_str());
+  Press(ID_VIEW_THUMBNAIL);
+  RunCheck();
+  EXPECT_EQ(Column(0),
+            L"amplitude-nan.wav|count-too-low.wav|gone.wav|infinite.wav|long.wav|nan-and-negative.wav|"
+            L"one.wav|unvoiced.wav|wrong.wav|zero-frames.wav|");
+  EXPECT_EQ(Marks(8).substr(149, 7), ".sssss.");
+  EXPECT_EQ(Marks(2), "") << "its file has gone";
+  ASSERT_TRUE(Eventually([] { return Bar() != nullptr; }));
+  SendMessageW(Bar(), WM_COMMAND, IDC_MODIFY_MODIFYALL, 0);
+  EXPECT_NEAR(List().Map(8)->Frames[152].Frequency, 262.0, 5.0);
+  EXPECT_TRUE(Eventually([&] { return List().Map(4)->Loaded; }));
+}
+
 }  // namespace

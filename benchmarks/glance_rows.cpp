@@ -1,0 +1,281 @@
+// A whole voicebank at a glance: its thumbnails, from the command to the last curve in view, and a check of its maps.
+#include <windows.h>
+#include <psapi.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/files.h"
+#include "check/checkrun.h"
+#include "frqmap/freq0003.h"
+#include "frqmap/mapfiles.h"
+#include "measuring.h"
+#include "resources/ids.h"
+#include "rows.h"
+#include "runningprogram.h"
+
+namespace {
+
+constexpr SampleCount kFrames = 500;
+constexpr wchar_t kControlClass[] = L"FrequencyTableControl";
+
+// A voicebank of waves with maps, in folders of a hundred: a larger one would cost a look at all its files for each
+// that is added. It is made once for all rows that want it.
+class Voicebank {
+ public:
+  explicit Voicebank(int syllables)
+      : path_(std::filesystem::temp_directory_path() /
+              (L"marlit_bank_" + std::to_wstring(GetCurrentProcessId()) + L"_" + std::to_wstring(syllables))) {
+    const Bytes map = EncodeFreq0003(LongMap(kFrames), FrqTypeFrq);
+    for (int i = 0; i < syllables; ++i) {
+      const std::filesystem::path folder = path_ / std::to_wstring(1000 + i / 100);
+      if (i % 100 == 0) std::filesystem::create_directories(folder);
+      const std::wstring name = (folder / std::to_wstring(1000 + i)).wstring();
+      WriteWholeFile(name + L".wav", {});
+      WriteWholeFile(name + L"_wav.frq", map);
+    }
+  }
+  ~Voicebank() {
+    std::error_code error;
+    std::filesystem::remove_all(path_, error);
+  }
+  Voicebank(const Voicebank&) = delete;
+  Voicebank& operator=(const Voicebank&) = delete;
+
+  std::wstring Path() const { return path_.wstring(); }
+  std::wstring WaveOf(int i) const {
+    return (path_ / std::to_wstring(1000 + i / 100) / (std::to_wstring(1000 + i) + L".wav")).wstring();
+  }
+
+ private:
+  const std::filesystem::path path_;
+};
+
+const Voicebank& LargeVoicebank() {
+  static const Voicebank voicebank(5000);
+  return voicebank;
+}
+
+// As many thumbnails as in a window, in a bare one.
+class BareThumbnails {
+ public:
+  BareThumbnails(int count, const FrqMap* maps, LayerEvictionList* layers = nullptr) {
+    parent_ = CreateWindowW(L"STATIC", L"", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, 800, 600, nullptr, nullptr,
+                            nullptr, nullptr);
+    for (int i = 0; i < count; ++i) {
+      const HWND window = CreateWindowExW(WS_EX_CLIENTEDGE, kControlClass, L"a.wav", WS_CHILD | WS_VISIBLE, 0, 0, 1, 1,
+                                          parent_, nullptr, nullptr, nullptr);
+      const FrqCtrlSender control(window);
+      control.SetThumbnail(true);
+      control.SetMaps(nullptr, const_cast<FrqMap*>(maps));
+      control.SetAutoSize(true);
+      if (layers) control.SetLayerList(layers);
+      Place(window, i);
+      control.RepaintNow();
+      windows_.push_back(window);
+    }
+  }
+  ~BareThumbnails() { DestroyWindow(parent_); }
+  BareThumbnails(const BareThumbnails&) = delete;
+  BareThumbnails& operator=(const BareThumbnails&) = delete;
+
+  void Hide() const {
+    for (const HWND window : windows_) ShowWindow(window, SW_HIDE);
+  }
+  void Show() const {
+    for (std::size_t i = 0; i < windows_.size(); ++i) {
+      Place(windows_[i], static_cast<int>(i));
+      FrqCtrlSender(windows_[i]).RepaintNow();
+    }
+  }
+
+ private:
+  static void Place(HWND window, int i) {
+    SetWindowPos(window, nullptr, i % 3 * 260, i / 3 % 6 * 90, 254, 72, SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+  }
+
+  HWND parent_;
+  std::vector<HWND> windows_;
+};
+
+class ThumbnailWork : public Work {
+ protected:
+  // A folder that is opened anew has no maps in memory.
+  void OpenVoicebank() const { program_.List().OpenFolder(LargeVoicebank().Path().c_str()); }
+
+  void Open() { SendMessageW(program_.ListWindow(), FLM_SHOWTHUMBNAIL, TRUE, 0); }
+  void Close() const {
+    const HWND window = program_.List().ThumbnailWindow();
+    PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
+    while (program_.List().ThumbnailWindow()) Sleep(1);
+  }
+  std::vector<HWND> InView() const {
+    std::vector<HWND> controls;
+    const HWND window = program_.List().ThumbnailWindow();
+    if (!IsWindowVisible(window)) return controls;
+    for (HWND control = nullptr; (control = FindWindowExW(window, control, kControlClass, nullptr));) {
+      if (IsWindowVisible(control)) controls.push_back(control);
+    }
+    return controls;
+  }
+  void WaitForPictures() const {
+    const auto isPainted = [](HWND control) { return !GetUpdateRect(control, nullptr, FALSE); };
+    for (;;) {
+      const std::vector<HWND> controls = InView();
+      if (!controls.empty() && std::ranges::all_of(controls, isPainted)) return;
+    }
+  }
+  // The first in view is the first of the list.
+  void WaitForCurves() const {
+    const int last = static_cast<int>(InView().size()) - 1;
+    const FrqMap* const map = program_.List().Map(last);
+    while (!map->Loaded) Sleep(0);
+    SendMessageW(program_.List().ThumbnailWindow(), WM_NULL, 0, 0);  // behind the paint
+  }
+
+  const FrqMap map_ = LongMap(kFrames);
+  RunningProgram program_;
+};
+
+// From the command to the first picture, or to the last curve in view, against making, reading and drawing no more than
+// what is in view, in a bare window.
+class OpenThumbnails : public ThumbnailWork {
+ public:
+  explicit OpenThumbnails(bool withCurves) : withCurves_(withCurves) {}
+
+  double Measured() override {
+    OpenVoicebank();
+    const double ms = MillisecondsOf([&] {
+      Open();
+      WaitForPictures();
+      if (withCurves_) WaitForCurves();
+    });
+    count_ = static_cast<int>(InView().size());
+    Require(count_ > 4, "there are too few thumbnails in view");
+    Close();
+    return ms;
+  }
+
+  double Yardstick() override {
+    return MillisecondsOf([&] {
+      FrqMap map;
+      const BareThumbnails bare(count_, &map);
+      for (int i = 0; withCurves_ && i < count_; ++i) {
+        Require(LoadMap(map, LargeVoicebank().WaveOf(i), FrqTypeFrq, nullptr) == 0, "the map cannot be read");
+      }
+      if (withCurves_) bare.Show();
+    });
+  }
+
+ private:
+  const bool withCurves_;
+  int count_ = 0;
+};
+
+// A page forth or back over thumbnails that have been in view before, against hiding and showing as many.
+class ScrollThumbnails : public ThumbnailWork {
+ public:
+  ScrollThumbnails() {
+    OpenVoicebank();
+    Open();
+    WaitForPictures();
+    WaitForCurves();
+    count_ = static_cast<int>(InView().size());
+    Scroll(SB_PAGEDOWN);
+    Sleep(500);  // for its maps
+    Scroll(SB_PAGEUP);
+    Sleep(500);
+    bare_ = std::make_unique<BareThumbnails>(count_, &map_);
+  }
+  ~ScrollThumbnails() override { Close(); }
+
+  double Measured() override {
+    down_ = !down_;
+    return MillisecondsOf([&] { Scroll(down_ ? SB_PAGEDOWN : SB_PAGEUP); });
+  }
+  double Yardstick() override {
+    return MillisecondsOf([&] {
+      bare_->Hide();
+      bare_->Show();
+    });
+  }
+
+ private:
+  void Scroll(UINT code) const { SendMessageW(program_.List().ThumbnailWindow(), WM_VSCROLL, code, 0); }
+
+  std::unique_ptr<BareThumbnails> bare_;
+  int count_ = 0;
+  bool down_ = false;
+};
+
+// What a thousand thumbnails that were drawn hold in memory, against their pixels.
+class LayerMemory : public Work {
+ public:
+  LayerMemory() { RegisterControl<CFrqCtrl>(); }
+
+  double Measured() override {
+    const double before = Held();
+    LayerEvictionList layers;
+    const BareThumbnails bare(static_cast<int>(LayerEvictionList::Capacity), &map_, &layers);
+    Require(layers.Count() == LayerEvictionList::Capacity, "there are not as many layers");
+    return Held() - before;
+  }
+  double Yardstick() override {
+    const PixelSize size = ThumbnailClientSize(kFrames, 1.0, 1.0);
+    return 4.0 * size.width * size.height * static_cast<double>(LayerEvictionList::Capacity) / (1 << 20);
+  }
+
+ private:
+  static double Held() {
+    PROCESS_MEMORY_COUNTERS counters{};
+    GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof(counters));
+    return static_cast<double>(counters.WorkingSetSize) / (1 << 20);
+  }
+
+  const FrqMap map_ = LongMap(kFrames);
+};
+
+// A check of a thousand maps in memory, against the time that the library itself takes for them.
+class CheckMaps : public Work {
+ public:
+  CheckMaps() {
+    program_.List().OpenFolder(voicebank_.Path().c_str());
+    program_.List().RunCheck(settings_);  // reads the maps
+    Require(library_.HasEntry(), "there is no check library");
+  }
+
+  double Measured() override {
+    return MillisecondsOf([&] { program_.List().RunCheck(settings_); });
+  }
+  double Yardstick() override {
+    const auto entry = reinterpret_cast<CheckFrequencyMapEntry>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"checkfrq.dll"), "CheckFrequencyMap")));
+    FrqMap map = LongMap(kFrames);
+    const auto frames = MakeCheckFrames(map, L"");
+    const auto regions = MakeCheckRegions(map);
+    return MillisecondsOf([&] {
+      for (int i = 0; i < kMaps; ++i) entry(&settings_, frames.get(), regions.get());
+    });
+  }
+
+ private:
+  static constexpr int kMaps = 1000;
+
+  const Voicebank voicebank_{kMaps};
+  const CheckFrqSettings settings_;
+  const CheckLibrary library_;
+  RunningProgram program_;
+};
+
+}  // namespace
+
+std::vector<Row> GlanceRows() {
+  return {{"thumbnails_first_paint", "ms", 2.0, [] { return std::make_unique<OpenThumbnails>(false); }},
+          {"thumbnails_all_drawn", "ms", 2.0, [] { return std::make_unique<OpenThumbnails>(true); }},
+          RowOf<ScrollThumbnails>("thumbnails_page", "ms", 2.0),
+          RowOf<LayerMemory>("thumbnails_memory", "MB", 1.5),
+          RowOf<CheckMaps>("check_1000_maps", "ms", 1.5)};
+}
