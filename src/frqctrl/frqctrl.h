@@ -70,6 +70,7 @@ class CFrqCtrl : public CCtrlBase {
 
   // Columns between two vertical lines, whatever the map's hop; also the page of the horizontal scroll bar.
   static constexpr int BarInterval = 17;
+  static constexpr UINT_PTR kCursorTimer = 100;
   static constexpr int kBrightest = -3;  // of Brightness
   static constexpr int kDarkest = 3;
 

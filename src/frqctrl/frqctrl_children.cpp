@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr UINT_PTR kCursorTimer = 100;
 constexpr UINT kCursorMs = 100;
 
 constexpr int kColorTableCount = 6;

@@ -30,6 +30,7 @@ LRESULT CFrqCtrl::SetThumbnail(bool on) {
   Geometry.ThumbnailMode = on;
   Geometry.BottomNote = on ? kThumbnailBottomNote : kBottomNote;
   if (!on) return 0;
+  KillTimer(Hwnd, kCursorTimer);  // a thumbnail has no cursor of its own, and there are thousands
   for (const int id : {IDC_TABLE_VIEW, IDC_TABLE_BRIGHTNESS, IDC_TABLE_TRACKBAR}) DestroyWindow(GetDlgItem(Hwnd, id));
   return 0;
 }
