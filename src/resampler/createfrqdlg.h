@@ -52,6 +52,8 @@ class CCreateFrqDlg : public CDlgBase {
 
   INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   INT_PTR OnInitDialog(LPARAM lParam) override;
+  // Nothing: Enter must not end a dialog whose workers run.
+  void OnOK() override {}
   // Also what closes the dialog at the end of the job, and nothing else does.
   void OnCancel() override;
   std::unique_ptr<CDlgBase> CreateInstance() const override;
