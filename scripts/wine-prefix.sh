@@ -1,7 +1,7 @@
 # Sourced: a Wine prefix of the project's own under build/wine/, never the user's.
 #
 # use_prefix NAME makes build/wine/NAME if it is missing and exports what Wine needs to run in it.
-#   test   no display is needed: windows live on a null driver
+#   test   no display is needed: windows live on a null driver, and sound goes nowhere
 #   en     English, on the display
 #   ja     Japanese, on the display
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -46,7 +46,13 @@ use_prefix() {
     export LOCPATH=$root/build/wine/locales
     { export LC_ALL=ja_JP.UTF-8; } 2>/dev/null # for Wine; this shell itself need not know it
   fi
-  [ "$name" = test ] && unset DISPLAY
+  if [ "$name" = test ]; then
+    unset DISPLAY
+    # Sound goes nowhere, and does so on a machine without a device as well.
+    export ALSA_CONFIG_PATH=$root/build/wine/no-sound.conf
+    mkdir -p "$root/build/wine"
+    [ -e "$ALSA_CONFIG_PATH" ] || echo 'pcm.!default { type null } ctl.!default { type null }' >"$ALSA_CONFIG_PATH"
+  fi
   if [ ! -e "$WINEPREFIX/.ready" ]; then
     make_base_prefix
     rm -rf "$WINEPREFIX"
