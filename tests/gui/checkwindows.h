@@ -9,27 +9,38 @@
 
 class CheckTest : public ProgramTest {
  protected:
+  ~CheckTest() override {
+    Leave();
+    FreeLibrary(double_);
+    SetDllDirectoryW(nullptr);
+    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+  }
+
   // From here on the program finds its libraries in the system's folder and in this one, and no longer beside itself.
   static void FindLibrariesIn(const std::wstring& folder) {
     SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32 | LOAD_LIBRARY_SEARCH_USER_DIRS);
-    AddDllDirectory(folder.c_str());
+    SetDllDirectoryW(folder.c_str());
   }
   static std::wstring DoubleFolder(const std::string& name) {
     return std::filesystem::absolute(testdata::Path(std::string(MARLIT_CHECK_DOUBLES) + "/" + name)).wstring();
   }
   // The script of the stand-in, which stays loaded to keep it.
-  static CheckScript& Script() {
+  CheckScript& Script() {
     FindLibrariesIn(DoubleFolder("checkfrq"));
-    const FARPROC entry = GetProcAddress(LoadLibraryW(L"checkfrq.dll"), "Script");
+    if (!double_) double_ = LoadLibraryW(L"checkfrq.dll");
+    const FARPROC entry = GetProcAddress(double_, "Script");
     return *reinterpret_cast<CheckScript* (*)()>(reinterpret_cast<void*>(entry))();
   }
   // The check as the user runs it, with the settings as they come up.
   void RunCheck() const {
     const auto pressed = std::async(std::launch::async, [this] { Press(ID_TOOL_CHECK); });
     EXPECT_TRUE(Eventually([&] { return CheckDialog() != nullptr; }));
-    PostMessageW(CheckDialog(), WM_COMMAND, IDOK, 0);
+    Close(CheckDialog(), IDOK);
   }
-  static HWND CheckDialog() { return FindWindowW(L"#32770", L"Check frequency maps"); }
+  static HWND CheckDialog() {
+    const HWND dialog = FindWindowW(L"#32770", L"Check frequency maps");
+    return IsWindowVisible(dialog) ? dialog : nullptr;
+  }
   static HWND Bar() { return FindWindowW(L"#32770", L"Modify Frequency Maps"); }
 
   // A letter for each frame: "x" for a mark, "s" for one with a suggestion.
@@ -40,4 +51,7 @@ class CheckTest : public ProgramTest {
     }
     return marks;
   }
+
+ private:
+  HMODULE double_ = nullptr;
 };

@@ -22,7 +22,6 @@ class Converting : public DoubleTest {
     return static_cast<int>(SendDlgItemMessageW(dialog, box, CB_GETCURSEL, 0, 0));
   }
   static bool CanConfirm(HWND dialog) { return IsWindowEnabled(GetDlgItem(dialog, IDOK)); }
-  static void Close(HWND dialog, WPARAM answer) { PostMessageW(dialog, WM_COMMAND, answer, 0); }
 };
 
 // In the order of the boxes.

@@ -126,23 +126,24 @@ class ProgramTest : public testing::Test {
   void Press(UINT command) const {
     SendMessageTimeoutW(editor_, WM_COMMAND, command, 0, SMTO_NORMAL, 2 * kLimitMs, nullptr);
   }
+  // Presses a button of a dialog. One that ends by it is hidden when this comes back, so that no one finds it any more
+  // while it goes.
+  static void Close(HWND dialog, WPARAM button) { SendMessageW(dialog, WM_COMMAND, button, 0); }
   // Does what asks or tells something, and answers each box as it comes. The texts of the boxes.
   std::wstring Answer(const std::function<void()>& work, std::initializer_list<WPARAM> answers, int id = 0xFFFF) const {
     const auto worked = std::async(std::launch::async, work);
-    std::wstring texts, text;
-    HWND box = nullptr;
+    std::wstring texts;
     for (const WPARAM answer : answers) {
-      // The system may give the next box the handle of the last, and one that goes has no text any more.
-      const auto isNext = [&] {
-        const HWND found = FindBox();
-        const std::wstring shown = WindowText(GetDlgItem(found, id));
-        const bool next = !shown.empty() && (found != box || shown != text);
-        if (next) box = found, text = shown;
-        return next;
+      HWND box = nullptr;
+      std::wstring text;
+      const auto hasCome = [&] {
+        box = FindBox();
+        text = WindowText(GetDlgItem(box, id));
+        return !text.empty();
       };
-      if (!Eventually(isNext)) return L"no message box";
+      if (!Eventually(hasCome)) return L"no message box";
       texts += text;
-      PostMessageW(box, WM_COMMAND, answer, 0);
+      Close(box, answer);
     }
     return texts;
   }
