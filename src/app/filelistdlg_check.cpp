@@ -30,14 +30,15 @@ int CFileListDlg::CheckEntries(const CheckLibrary& library, const CheckFrqSettin
   for (int index = 0; index < static_cast<int>(Entries.size()); ++index) {
     SyllableEntry& entry = Entries[static_cast<std::size_t>(index)];
     if (!entry.HasMap) continue;
-    EnsureLoaded(entry);
-    if (!entry.Map.Loaded) continue;
+    const bool isNew = !entry.Map.Loaded;
+    if (isNew && LoadEntry(entry) != 0) continue;
     const CheckOutcome outcome = library.Check(settings, entry.Map, MapPathFromWaveW(entry.Path, FrqType));
     if (outcome.What == CheckOutcome::Stopped) break;
     if (outcome.What == CheckOutcome::Skipped) continue;
     marks += outcome.Marks;
     SetMarkedCell(index, outcome.Marks != 0);
-    if (index == CurrentIndex) ToEditor().RefreshMap(false);
+    // A map that could not be read when it was selected has no rows in the frame list yet.
+    if (index == CurrentIndex) ToEditor().RefreshMap(isNew);
   }
   return marks;
 }

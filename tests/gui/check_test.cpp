@@ -65,6 +65,10 @@ TEST_F(Check, TheLibraryIsGivenEachMapByteForByte) {
   const std::int32_t regions[] = {1, 0, 5, 0, 0};
   ASSERT_EQ(script.RegionsSize, sizeof(regions));
   EXPECT_EQ(std::memcmp(script.Regions, regions, sizeof(regions)), 0);
+  Select(2);
+  AddSyllable(L"c", {220.0, 330.0});
+  RunCheck();
+  EXPECT_EQ(Frames(), L"220.00000000|330.00000000|") << "the shown map can be read now";
 }
 
 TEST_F(Check, MarksFollowTheLastRunUntilTheLibraryStopsIt) {
