@@ -53,7 +53,7 @@ INT_PTR CThumbnailDlg::OnInitDialog(LPARAM) {
   Spacing = SpacingOfScreen();
   Forget();
   {
-    const FlagScope busy(Busy);  // the placement sizes the window
+    const FlagScope busy(Busy);  // the placement sizes the window, which is laid out below
     RestoreWindowPlacement(Hwnd, kPlacementValue);
     const int selection = ToList().Selection();
     if (selection >= 0) AnchorSyllable = selection;
@@ -224,9 +224,8 @@ LRESULT CThumbnailDlg::OnExitSizeMove() {
   return CDlgBase::OnExitSizeMove();
 }
 
-// Two rows, and a thumbnail of some three seconds, have room in any size.
+// Two rows, and a thumbnail of some three seconds, have room in any size, also in one that was kept.
 LRESULT CThumbnailDlg::OnGetMinMaxInfo(MINMAXINFO* info) {
-  if (Busy) return 0;
   const ThumbnailSpacing spacing = SpacingOfScreen();
   const PixelSize size = SizeOf(kFramesInLeastWidth);
   RECT rect{0, 0, size.width + 2 * spacing.MarginX, spacing.MarginY + 2 * (size.height + spacing.MarginY)};

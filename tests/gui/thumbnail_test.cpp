@@ -107,6 +107,12 @@ TEST_F(Thumbnails, OnlyWhatIsInViewIsReadAndAClickSelects) {
   EXPECT_TRUE(Eventually([&] { return !IsWindow(window_) && !List().ThumbnailWindow(); }));
   const auto isChecked = [&] { return GetMenuState(GetMenu(editor_), ID_VIEW_THUMBNAIL, MF_BYCOMMAND) & MF_CHECKED; };
   EXPECT_TRUE(Eventually([&] { return !isChecked(); }));
+  EXPECT_TRUE(
+      RegWriteValue(L"ThumbnailDlg", WINDOWPLACEMENT{sizeof(WINDOWPLACEMENT), 0, SW_SHOW, {}, {}, {0, 0, 9, 9}}));
+  Press(ID_VIEW_THUMBNAIL);
+  EXPECT_TRUE(Eventually([this] {
+    return IsWindowVisible(List().ThumbnailWindow()) && Place(List().ThumbnailWindow()).bottom > 190;
+  })) << "two rows always have room";
 }
 
 TEST_F(Thumbnails, TheViewMovesByRowsAndKeepsItsAnchor) {
