@@ -96,8 +96,10 @@ LRESULT CFileListDlg::OnNotify(WPARAM, NMHDR* header) {
 // Enter in the list does nothing.
 void CFileListDlg::OnOK() {}
 
-// Also reached by Escape in this window, which ends the list alone: the editor runs on without it.
+// Also reached by Escape in this window, which ends the list alone: the editor runs on without it. The thumbnails go
+// with their maps, in their own time: they may be waiting for an answer of this window.
 void CFileListDlg::OnCancel() {
+  if (const HWND thumbnail = Thumbnail.Hwnd) PostMessageW(thumbnail, WM_COMMAND, IDCANCEL, 0);
   EndDialog(Hwnd, IDCANCEL);
 }
 

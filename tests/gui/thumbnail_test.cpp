@@ -113,6 +113,10 @@ TEST_F(Thumbnails, OnlyWhatIsInViewIsReadAndAClickSelects) {
   EXPECT_TRUE(Eventually([this] {
     return IsWindowVisible(List().ThumbnailWindow()) && Place(List().ThumbnailWindow()).bottom > 190;
   })) << "two rows always have room";
+  window_ = List().ThumbnailWindow();
+  PostMessageW(GetDlgItem(list_, IDC_LIST_FILES), WM_KEYDOWN, VK_ESCAPE, 0);
+  EXPECT_TRUE(Eventually([&] { return !IsWindow(list_) && !IsWindow(window_); })) << "thumbnails of no list";
+  EXPECT_TRUE(IsWindow(editor_));
 }
 
 TEST_F(Thumbnails, TheViewMovesByRowsAndKeepsItsAnchor) {
