@@ -36,8 +36,12 @@ std::wstring CEditorDlg::WaveInformation() const {
                     channels.c_str(), wave.LengthSeconds());
 }
 
+// Frames are rebuilt where the list has edited the map: Ctrl+S asks the menu as it stands whether there is anything to
+// save.
 void CEditorDlg::OnRefreshMap(bool rebuildFrames) {
   Table().DropLayer();
   Table().RepaintNow();
-  if (rebuildFrames) ShowFrames();
+  if (!rebuildFrames) return;
+  ShowFrames();
+  UpdateState();
 }

@@ -90,6 +90,7 @@ TEST_F(ModifyBar, SettlesEachRunAndEndsWithTheLast) {
             L"|*|||*|");
   PressButton(IDC_MODIFY_MODIFY);
   EXPECT_EQ(InView(), std::pair(4, kLast));
+  EXPECT_FALSE(IsGrey(ID_FILE_SAVE)) << "Ctrl+S would do nothing";
   EXPECT_EQ(List().Map(4)->Frames[10].Frequency, 440.0);
   EXPECT_NEAR(List().Map(4)->Average, List().Map(4)->ComputeAverage(-1), 0.0) << "though the file had one of its own";
   EXPECT_EQ(WindowText(Item(IDC_EDITOR_KEY)).substr(0, 3), L"222");
