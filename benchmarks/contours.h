@@ -1,6 +1,6 @@
 // Sung pitch contours with everything that a clean map may hold, and the errors that an analysis lays into them.
 //
-// The check is measured and tested on them. Nothing here knows the rules of the check; the numbers are those of
+// The check is measured on them. Nothing here knows the rules of the check; the numbers are those of
 // singing: vibrato of 5 to 7 Hz, scoops and falls of some semitones, onsets whose pitch trembles while the breath dies
 // away.
 #pragma once
