@@ -8,12 +8,16 @@ namespace {
 
 using testdata::Json;
 using testdata::Utf8;
-using vectors = ProgramTest;
+class vectors : public ProgramTest {
+ protected:
+  vectors() {
+    std::filesystem::current_path(testdata::Path(Family::Folder()));
+    Start(L"");
+  }
+};
 
 TEST_F(vectors, Rows) {
   Family family("rows");
-  std::filesystem::current_path(testdata::Path(Family::Folder()));
-  Start(L"");
   List().OpenFolder(L"voice");
   std::istringstream column(Utf8(Column(0)));
   Json rows;
@@ -22,23 +26,17 @@ TEST_F(vectors, Rows) {
 }
 
 TEST_F(vectors, Captions) {
-  Family family("captions");
-  std::filesystem::current_path(testdata::Path(Family::Folder()));
-  Start(L"");
-  for (const Json& test : family.Entries()) {
+  Family::Each("captions", [this](Family& family, const Json& test) {
     List().OpenFolder(testdata::Wide(test["folder"]).c_str());
     family.Expect(Utf8(WindowText(editor_)), test["caption"]);
-  }
+  });
 }
 
 TEST_F(vectors, WaveInformation) {
-  Family family("waves");
-  std::filesystem::current_path(testdata::Path(Family::Folder()));
-  Start(L"");
-  for (const Json& test : family.Entries()) {
+  Family::Each("waves", [this](Family& family, const Json& test) {
     EditorSender(editor_).SetSyllable(testdata::Wide(test["file"]).c_str());
     family.Expect(Utf8(WindowText(Item(IDC_EDITOR_WAVEINFO))), test["information"]);
-  }
+  });
 }
 
 }  // namespace
