@@ -21,36 +21,26 @@ TEST(Edits, UnusualFrequenciesHaveATextToo) {
 }
 
 TEST(Edits, LimitsHoldForEveryNumber) {
-  const double infinity = std::numeric_limits<double>::infinity();
-  const struct {
-    double hz;
-    FrqType kind;
-    bool single;
-    double result;
-  } tests[] = {
-      {std::nan(""), FrqTypeFrq, false, 55.0},     {std::nan(""), FrqTypeMrq, true, 55.0},
-      {infinity, FrqTypeFrq, false, kHighest},     {-infinity, FrqTypeFrq, false, 55.0},
-      {1e300, FrqTypeMrq, true, kHighest},         {kHighest, FrqTypeMrq, true, 7902.1328125},
-      {55.0000001, FrqTypeFrq, false, 55.0000001}, {55.0000001, FrqTypeMrq, true, 55.0},
-      {882.0, FrqTypePmk, false, 882.0},           {33.3, FrqTypePmk, false, 55.0},
+  const double none = std::nan(""), infinity = std::numeric_limits<double>::infinity();
+  const std::tuple<double, FrqType, bool, double> tests[] = {
+      {none, FrqTypeFrq, false, 55.0},      {infinity, FrqTypeFrq, false, kHighest},
+      {-infinity, FrqTypeFrq, false, 55.0}, {kHighest, FrqTypeMrq, true, 7902.1328125},
+      {55.0000001, FrqTypeMrq, true, 55.0}, {33.3, FrqTypePmk, false, 55.0},
   };
-  for (const auto& test : tests) {
-    EXPECT_EQ(ClampFrequency(test.hz, test.kind, test.single), test.result) << test.hz << " " << test.kind;
+  for (const auto& [hz, kind, single, result] : tests) {
+    EXPECT_EQ(ClampFrequency(hz, kind, single), result) << hz << " " << kind;
   }
 }
 
 TEST(Edits, TypedTextIsReadUpToTheFirstOddCharacter) {
-  const struct {
-    const wchar_t* text;
-    double value;
-  } tests[] = {
-      {L"", 0.0},       {L"  \t440", 440.0},  {L"+1.5", 1.5},         {L"-1.5", -1.5},       {L".5", 0.5},
-      {L"5.", 5.0},     {L"1e2", 100.0},      {L"1E+2x", 100.0},      {L"1e", 1.0},          {L"1.2.3", 1.2},
-      {L"1,5", 1.0},    {L"--5", 0.0},        {L"+-5", 0.0},          {L"- 5", 0.0},         {L".", 0.0},
-      {L"0x1F", 0.0},   {L"inf", 0.0},        {L"-nan", 0.0},         {L"440\x3042", 440.0}, {L"\xFF15", 0.0},
-      {L"1e-999", 0.0}, {L"1e999", HUGE_VAL}, {L"-1e999", -HUGE_VAL},
+  const std::pair<const wchar_t*, double> tests[] = {
+      {L"", 0.0},           {L"  \t440", 440.0}, {L"+1.5", 1.5},    {L"-1.5", -1.5},
+      {L".5", 0.5},         {L"5.", 5.0},        {L"1E+2x", 100.0}, {L"1e", 1.0},
+      {L"1,5", 1.0},        {L"--5", 0.0},       {L".", 0.0},       {L"0x1F", 0.0},
+      {L"inf", 0.0},        {L"-nan", 0.0},      {L"1e-999", 0.0},  {L"440\x3042", 440.0},
+      {L"1e999", HUGE_VAL}, {L"\xFF15", 0.0},
   };
-  for (const auto& test : tests) EXPECT_EQ(ParseFrequency(test.text), test.value) << test.text;
+  for (const auto& [text, value] : tests) EXPECT_EQ(ParseFrequency(text), value) << text;
 }
 
 }  // namespace

@@ -10,21 +10,6 @@ namespace {
 
 constexpr int kMost = std::numeric_limits<int>::max();
 
-TEST(TableGeometryTest, EveryColumnIsHitWhereItIsDrawn) {
-  for (int zoom = 0; zoom < kZoomCount; ++zoom) {
-    const TableGeometry table{.PlotRect = {17, 0, 217, 100}, .Zoom = zoom, .ScrollColumn = 30};
-    SampleCount expected = 30;
-    table.WalkColumns([&](std::int64_t column, double x) {
-      EXPECT_EQ(column, expected);
-      EXPECT_EQ(table.XToColumn(static_cast<int>(x), true, 1000), column);
-      EXPECT_EQ(table.XToColumn(static_cast<int>(x) - 1, false, 1000), column - 1);
-      ++expected;
-      return true;
-    });
-    EXPECT_EQ(expected - 1, table.XToColumn(216, true, 1000)) << "the plot's last column";
-  }
-}
-
 TEST(TableGeometryTest, NonsenseFromAFileStaysFarOutsideThePlot) {
   const TableGeometry table{.PlotRect = {0, 0, 100, 400}, .Zoom = 6};
   for (const double hz : {std::numeric_limits<double>::infinity(), std::nan(""), -1.0, 1e300}) {

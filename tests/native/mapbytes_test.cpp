@@ -59,13 +59,6 @@ TEST(MapBytes, FramesBehindTheLastPeriodHaveNoLevel) {
   EXPECT_EQ(FramesWithRecord(*DecodePmk(*EncodePmk(EvenMap(10, 441.0, 256)))), 11) << "a round trip grows";
 }
 
-TEST(MapBytes, AnUnchangedMapIsWrittenBackAsItWas) {
-  for (const auto& [file, kind] : {std::pair("voice/ば_wav.frq", FrqTypeFrq), std::pair("voice/ば_wav.frc", FrqTypeFrc),
-                                   std::pair("bad/frq-hop-0_wav.frq", FrqTypeFrq)}) {
-    EXPECT_EQ(EncodeFreq0003(*DecodeFreq0003(FileBytes(file)), kind), FileBytes(file)) << file;
-  }
-}
-
 TEST(MapBytes, LevelsThatAreNoNumbersDoNotSound) {
   FrqMap map = MapOf(std::vector<double>(6, 55.0), 256, {kNan, kNan, 3000.0, kNan, kNan, kNan});
   EXPECT_EQ(map.ComputeSoundRegions(), 1);

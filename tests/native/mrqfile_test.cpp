@@ -67,21 +67,6 @@ TEST(MrqFile, DamageCostsNoMapThatCanStillBeRead) {
   }
 }
 
-TEST(MrqFile, MapsOfAnyLengthAreFoundInALargeFile) {
-  MrqImage image(EmptyMrqFile());
-  Maps saved;
-  MrqEntry entry;
-  for (std::size_t i = 1; i <= 100; ++i) {
-    entry.Frequencies.assign(i % 30 * 1000 + i, 100.0);
-    saved[std::u16string(i, u'a')] = entry.Frequencies;
-    ASSERT_TRUE(WriteMrqEntry(image, std::u16string(i, u'a'), entry, 1));
-  }
-  EXPECT_EQ(ReadAll(image), saved);
-
-  image.Content[14] = 1;
-  EXPECT_TRUE(ReadAll(image).empty()) << "a name longer than any path";
-}
-
 // Takes what goes into its space, and then fails as a disk does.
 class FullDisk : public MrqImage {
  public:

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 namespace {
@@ -19,12 +20,14 @@ std::string RowsOf(const ThumbnailLayout& layout) {
 }
 
 TEST(ThumbnailLayout, ARowTakesWhatFitsAndATooWideThumbnailHasItsOwn) {
-  const struct {
-    int width;
-    const char* rows;
-  } tests[] = {{0, "0|1|2|3|4|"}, {136, "0|1|2|3|4|"}, {137, "0|1|2|34|"}, {232, "0|1|2|34|"}, {233, "01|2|34|"},
-               {740, "01|234|"}, {741, "012|34|"},    {849, "0123|4|"},   {5000, "01234|"}};
-  for (const auto& test : tests) EXPECT_EQ(RowsOf(LayOutThumbnails(kSizes, test.width, {})), test.rows) << test.width;
+  for (const auto& [width, rows] : {std::pair(0, "0|1|2|3|4|"),
+                                    {136, "0|1|2|3|4|"},
+                                    {137, "0|1|2|34|"},
+                                    {233, "01|2|34|"},
+                                    {741, "012|34|"},
+                                    {5000, "01234|"}}) {
+    EXPECT_EQ(RowsOf(LayOutThumbnails(kSizes, width, {})), rows) << width;
+  }
 }
 
 TEST(ThumbnailLayout, PlacesAreApartByTheGapsAndKeepTheirSizes) {
@@ -43,14 +46,12 @@ TEST(ThumbnailLayout, PlacesAreApartByTheGapsAndKeepTheirSizes) {
 TEST(ThumbnailLayout, AWindowShowsTheRowsThatBeginAboveItsBottom) {
   const ThumbnailLayout layout = LayOutThumbnails(kSizes, 233, {});
   for (int item = 0; item < 5; ++item) EXPECT_EQ(layout.RowOf(item), item < 2 ? 0 : item == 2 ? 1 : 2);
-  const struct {
-    int first, height, end, shift, page;
-  } tests[] = {{0, 0, 0, 0, 0},   {0, 1, 1, 0, 0},     {0, 88, 1, 0, 1},    {0, 89, 2, 0, 1},
-               {0, 999, 3, 0, 3}, {1, 176, 3, -88, 2}, {2, 999, 3, -176, 3}};
-  for (const auto& test : tests) {
-    EXPECT_EQ(layout.EndOfView(test.first, test.height), test.end) << test.first << ", " << test.height;
-    EXPECT_EQ(layout.Shift(test.first), test.shift);
-    EXPECT_EQ(layout.Page(test.height, {}), test.page) << test.height;
+  // The first row and the height; the end, the shift and the page.
+  const std::array<int, 5> tests[] = {
+      {0, 0, 0, 0, 0}, {0, 88, 1, 0, 1}, {0, 89, 2, 0, 1}, {1, 176, 3, -88, 2}, {2, 999, 3, -176, 3}};
+  for (const auto& [first, height, end, shift, page] : tests) {
+    const std::array seen = {layout.EndOfView(first, height), layout.Shift(first), layout.Page(height, {})};
+    EXPECT_EQ(seen, (std::array{end, shift, page})) << first << ", " << height;
   }
   EXPECT_EQ(LayOutThumbnails({}, 300, {}).Page(300, {}), 0);
 }

@@ -13,25 +13,18 @@ TEST(VsProject, WhatALibraryMayTellHarmsNobody) {
   constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
   VsProject refusedPoints = ProjectOf(44100, 200, {{6900, 1, 0.5}});
   refusedPoints.Items[0].PointCount = 300;
-  const struct {
-    const char* what;
-    VsProject project;
-    bool isMap, hasGrid, hasPeriods;
-  } tests[] = {
+  const std::tuple<const char*, VsProject, bool, bool, bool> tests[] = {
       {"no item", VsProject(), false, false, false},
       {"no rate", ProjectOf(0, 200, {{6900, 1, 0.5}}), true, false, false},
       {"no points per second", ProjectOf(44100, 0, {{6900, 1, 0.5}}), true, false, true},
       {"more frames than memory", ProjectOf(kMost, 1, {{0, 0, 0.5}}), true, false, true},
       {"periods of no length", ProjectOf(44100, 200, {{kMost, 1, 0.5}}), true, true, false},
-      {"an endless period", ProjectOf(44100, 200, {{-kMost, 1, 0.5}}), true, true, true},
       {"fewer points than counted", refusedPoints, true, true, true},
   };
-  for (const auto& test : tests) {
-    EXPECT_EQ(ResampledMap(test.project, FrqTypeDio).has_value(), test.hasGrid) << test.what;
-    EXPECT_EQ(PmkOfProject(test.project).has_value(), test.hasPeriods) << test.what;
-    std::optional<FrqMap> map = MapOfProject(test.project);
-    ASSERT_EQ(map.has_value(), test.isMap) << test.what;
-    if (map) map->SetFrequency(map->FrameCount - 1, 440.0);
+  for (const auto& [what, odd, isMap, hasGrid, hasPeriods] : tests) {
+    EXPECT_EQ(ResampledMap(odd, FrqTypeDio).has_value(), hasGrid) << what;
+    EXPECT_EQ(PmkOfProject(odd).has_value(), hasPeriods) << what;
+    EXPECT_EQ(MapOfProject(odd).has_value(), isMap) << what;
   }
   VsProject project = ProjectOf(44100, 200, {{6000, 1, 0.5}});
   FrqMap noHop;
