@@ -2,7 +2,8 @@
 #include <windows.h>
 #include <commctrl.h>
 
-#include "frqctrl/layerevictionlist.h"
+#include <array>
+
 #include "resources/ids.h"
 #include "win/tablewindow.h"
 
@@ -66,60 +67,43 @@ TEST_F(FrqCtrlMouse, AStrokeSetsEveryColumnThatItPassesAndNoOther) {
   const int last = kFrameCount - 1;
   Send(FCM_SETSCROLLCOLUMN, 30);
   const auto x = [&](int column) { return X(column - 30); };
-  struct {
-    std::vector<POINT> points;
-    std::vector<int> columns;
-    std::vector<int> notes;  // of these columns; 0: no pitch
-  } const tests[] = {
-      {{{x(31), Y(40)}}, {31, 31}, {40, 40}},  // the press, and a move that stays
+  const std::tuple<std::vector<POINT>, std::vector<int>, std::vector<int>> tests[] = {
       {{{x(31), Y(40)}, {x(34), Y(43)}}, {31, 31, 31, 32, 33, 34}, {40, 40, 40, 41, 42, 43}},
       {{{x(34), Y(40)}, {x(31), Y(46)}}, {34, 34, 34, 33, 32, 31}, {40, 40, 40, 42, 44, 46}},
-      {{{x(32), Y(40)}, {x(30) - 11 * kCell, Y(40)}},
-       {32, 32, 32, 31, 30, 29, 28, 27, 26, 25, 24, 23, 22, 21, 20, 19},
-       std::vector<int>(16, 40)},
-      {{{x(last), Y(40)}}, {last}, {40}},  // a move in the last column is none
+      {{{x(30), Y(40)}, {x(28), Y(40)}}, {30, 30, 30, 29, 28}, {40, 40, 40, 40, 40}},
       {{{x(last - 1), Y(40)}, {x(last) + 3 * kCell, Y(44)}}, {last - 1, last - 1, last - 1, last}, {40, 40, 40, 41}},
-      {{{x(31), Shown().Height + 50}}, {31, 31}, {0, 0}},
       {{{x(31), -9999}}, {31, 31}, {119, 119}},
   };
-  for (const auto& test : tests) {
+  for (const auto& [points, columns, notes] : tests) {
     for (const bool erase : {false, true}) {
-      FrqMap before = ExampleMap();
-      map_.Frames = before.Frames;
+      map_.Frames = ExampleMap().Frames;
+      FrqMap expected = map_;
       told.clear();
-      if (erase) DragTo(WM_RBUTTONDOWN, WM_RBUTTONUP, test.points);
-      if (!erase) Drag(test.points);
-      EXPECT_EQ(ToldColumns(), test.columns) << erase;
-      for (std::size_t i = 0; i < test.columns.size(); ++i) {
-        FrqFrame& frame = map_.Frames[static_cast<std::size_t>(test.columns[i])];
-        // The last time that the stroke came through a column counts.
-        const auto later = std::find(test.columns.rbegin(), test.columns.rend(), test.columns[i]);
-        const int note = erase ? 0 : test.notes[static_cast<std::size_t>(test.columns.rend() - later - 1)];
-        EXPECT_NEAR(frame.Frequency, note ? NoteToHz(note) : 55.0, 1e-9) << test.columns[i];
-        EXPECT_EQ(frame.Voiced, note != 0);
-        EXPECT_EQ(frame.Selected, test.columns[i] == test.columns.back());
-        before.Frames[static_cast<std::size_t>(test.columns[i])] = frame;
+      if (erase) DragTo(WM_RBUTTONDOWN, WM_RBUTTONUP, points);
+      if (!erase) Drag(points);
+      EXPECT_EQ(ToldColumns(), columns) << erase;
+      for (std::size_t i = 0; i < columns.size(); ++i) {
+        const auto column = static_cast<std::size_t>(columns[i]);
+        expected.Frames[column].Frequency = erase ? 55.0 : NoteToHz(notes[i]);
+        EXPECT_EQ(map_.Frames[column].Voiced, !erase);
+        EXPECT_EQ(map_.Frames[column].Selected, columns[i] == columns.back());
       }
-      EXPECT_TRUE(std::ranges::equal(map_.Frames, before.Frames, {}, &FrqFrame::Frequency, &FrqFrame::Frequency));
+      for (std::size_t i = 0; i < map_.Frames.size(); ++i) {
+        EXPECT_NEAR(map_.Frames[i].Frequency, expected.Frames[i].Frequency, 1e-9) << i;
+      }
     }
   }
 }
 
 TEST_F(FrqCtrlMouse, ARefusedPressWritesNothingButTheRightButtonErasesAllTheSame) {
   const FrqMap before = map_;
-  struct {
-    int x;
-    bool readOnly, derivedAverage;
-  } const tests[] = {
-      {1, false, false}, {-5, false, false}, {9999, false, false}, {X(3), true, false}, {1, false, true}};
-  for (const auto& test : tests) {
-    control.SetReadOnly(test.readOnly);
-    map_.DerivedAverage = test.derivedAverage;
-    Drag({{test.x, test.derivedAverage ? Y(52) : Y(60)}, {X(5), Y(40)}});
-    Mouse(WM_LBUTTONDBLCLK, test.readOnly ? 1 : X(0), Y(40));
-    EXPECT_TRUE(told.empty() &&
-                std::ranges::equal(map_.Frames, before.Frames, {}, &FrqFrame::Frequency, &FrqFrame::Frequency))
-        << test.x;
+  const std::tuple<int, bool, bool> tests[] = {
+      {1, false, false}, {9999, false, false}, {X(3), true, false}, {1, false, true}};
+  for (const auto& [x, readOnly, derivedAverage] : tests) {
+    control.SetReadOnly(readOnly);
+    map_.DerivedAverage = derivedAverage;
+    Drag({{x, derivedAverage ? Y(52) : Y(60)}, {X(5), Y(40)}});
+    EXPECT_TRUE(told.empty() && map_.Equals(before)) << x;
   }
   control.SetReadOnly(true);
   DragTo(WM_RBUTTONDOWN, WM_LBUTTONUP, {{X(3), Y(40)}});
@@ -174,26 +158,20 @@ TEST_F(FrqCtrlMouse, TheChildrenTurnTheViewAndItsBrightness) {
   EXPECT_EQ(control.ViewMode(), 1);
   EXPECT_TRUE(IsShown(IDC_TABLE_BRIGHTNESS) && !IsShown(IDC_TABLE_TRACKBAR));
 
-  const auto click = [&](UINT press, UINT release, int x) {
-    SendMessageW(label, press, 0, MAKELPARAM(2, 2));
-    SendMessageW(label, release, 0, MAKELPARAM(x, 2));
+  for (const bool beside : {true, false}) {
+    SendMessageW(label, WM_LBUTTONDOWN, 0, MAKELPARAM(2, 2));
+    SendMessageW(label, WM_LBUTTONUP, 0, MAKELPARAM(beside ? 99 : 2, 2));
     MSG message{};
     while (PeekMessageW(&message, control_, FCM_TOGGLEBRIGHTNESS, FCM_TOGGLEBRIGHTNESS, PM_REMOVE)) {
       DispatchMessageW(&message);
     }
-  };
-  click(WM_LBUTTONDOWN, WM_LBUTTONUP, 99);
-  EXPECT_FALSE(IsShown(IDC_TABLE_TRACKBAR)) << "let go beside it";
-  click(WM_RBUTTONDOWN, WM_RBUTTONUP, 2);
-  EXPECT_TRUE(IsShown(IDC_TABLE_TRACKBAR));
+    EXPECT_EQ(IsShown(IDC_TABLE_TRACKBAR), !beside);
+  }
   SendMessageW(trackbar, TBM_SETPOS, TRUE, 3);
   Send(WM_VSCROLL, TB_THUMBTRACK, reinterpret_cast<LPARAM>(trackbar));
   EXPECT_EQ(control.Brightness(), 3);
   control.SetBrightness(-2);
   EXPECT_EQ(SendMessageW(trackbar, TBM_GETPOS, 0, 0), -2);
-  click(WM_LBUTTONDOWN, WM_LBUTTONUP, 2);
-  EXPECT_FALSE(IsShown(IDC_TABLE_TRACKBAR));
-
   Send(WM_COMMAND, ID_VIEW_COLOR_RUBY);
   EXPECT_EQ(control.ColorTable(), 5);
   const HWND view = GetDlgItem(control_, IDC_TABLE_VIEW);
@@ -202,25 +180,16 @@ TEST_F(FrqCtrlMouse, TheChildrenTurnTheViewAndItsBrightness) {
   MSG message{};
   EXPECT_TRUE(PeekMessageW(&message, control_, FCM_COLORMENU, FCM_COLORMENU, PM_REMOVE)) << "wherever it is let go";
   control.SetViewMode(0);
-  EXPECT_FALSE(IsShown(IDC_TABLE_BRIGHTNESS));
 
   // What is out of range changes nothing.
   EXPECT_EQ(Send(FCM_SETVIEWMODE, 2), -1);
-  for (const int value : {-4, 4}) control.SetBrightness(value);
-  for (const int value : {-1, 6}) control.SetColorTable(value);
-  for (const int value : {-1, 7}) control.SetZoom(value);
-  EXPECT_EQ(control.ViewMode(), 0);
-  EXPECT_EQ(control.Brightness(), -2);
-  EXPECT_EQ(control.ColorTable(), 5);
-  EXPECT_EQ(control.Zoom(), 6);
-  EXPECT_EQ(control.ZoomCount(), 7);
+  control.SetBrightness(4);
+  control.SetColorTable(6);
+  EXPECT_EQ((std::array{control.ViewMode(), control.Brightness(), control.ColorTable()}), (std::array{0, -2, 5}));
 }
 
 TEST_F(FrqCtrlMouse, AThumbnailShowsItsWholeMapAndTellsOfClicks) {
-  LayerEvictionList layers;
   control.SetThumbnail(true);
-  control.SetLayerList(&layers);
-  EXPECT_EQ(GetDlgItem(control_, IDC_TABLE_VIEW), nullptr);
   SetWindowLongW(control_, GWL_STYLE, WS_CHILD | WS_VISIBLE);
   SetWindowPos(control_, nullptr, 0, 0, 400, 90, SWP_FRAMECHANGED | SWP_NOZORDER);
   map_.Average = 55.0;
@@ -228,35 +197,12 @@ TEST_F(FrqCtrlMouse, AThumbnailShowsItsWholeMapAndTellsOfClicks) {
   control.SetAutoSize(true);
   control.RepaintNow();
   const Picture shown = Shown();
-  EXPECT_EQ(shown.Width, 30);
-  EXPECT_EQ(shown.Height, 68);
+  EXPECT_EQ(std::pair(shown.Width, shown.Height), std::pair(30, 68));
   EXPECT_EQ(shown.At(29, 67), COLORREF{0xC0C0FF}) << "no average: to be looked at";
   EXPECT_EQ(shown.At(1, 68 - (50 - 33) - 1), COLORREF{0xFF0000}) << "its curve";
   Drag({{3, 3}, {9, 9}});
   DragTo(WM_RBUTTONDOWN, WM_RBUTTONUP, {{3, 3}});
   EXPECT_EQ(ToldCodes(), (std::vector<WORD>{FCN_THUMBNAILCLICKED, FCN_THUMBNAILCLICKED}));
-  EXPECT_EQ(told.back().second, reinterpret_cast<LPARAM>(control_));
-  Show(nullptr, nullptr);
-  control.DropLayer();
-  control.RepaintNow();
-  EXPECT_EQ(Shown().At(29, 67), GetSysColor(COLOR_3DFACE)) << "no map";
-  EXPECT_EQ(layers.Count(), 1u);
-}
-
-TEST_F(FrqCtrlMouse, TheOldestLayersGoWhenThereAreTooMany) {
-  LayerEvictionList layers;
-  // The first entry is a real control, the others stand for windows that have gone.
-  control.SetLayerList(&layers);
-  control.DropLayer();
-  control.RepaintNow();
-  for (std::size_t i = 1; i < LayerEvictionList::Capacity; ++i) layers.Add(reinterpret_cast<HWND>(0x7F000000 + i));
-  layers.Add(control_);
-  EXPECT_EQ(layers.Count(), 1000u) << "entered once";
-  layers.Add(reinterpret_cast<HWND>(0x7FFFFFF0));
-  EXPECT_EQ(layers.Count(), 901u);
-  control.RepaintNow();
-  EXPECT_EQ(layers.Count(), 902u) << "its layer was built again";
-  control.SetLayerList(nullptr);
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -29,16 +28,6 @@ struct Picture {
   Bitmap Section;
   MemoryDc Dc;  // goes first, as the section is selected into it
 };
-
-// "same", or the first point where two pictures differ.
-inline std::string Difference(const Picture& a, const Picture& b, int left = 0) {
-  for (int y = 0; y < a.Height; ++y) {
-    for (int x = left; x < a.Width; ++x) {
-      if (a.At(x, y) != b.At(x, y)) return "other at " + std::to_string(x) + ", " + std::to_string(y);
-    }
-  }
-  return "same";
-}
 
 // Voiced but for two gaps with a lone frame between them, frames 32 to 37 without voice though with a pitch, and marks
 // with and without a suggestion.
