@@ -8,19 +8,14 @@
 namespace {
 
 TEST(WaveHeader, TellsALengthOfAnyHead) {
-  const struct {
-    std::size_t position;
-    std::uint8_t byte;
-    double seconds;
-  } tests[] = {{22, 3, 0.333}, {22, 0, 0.0}, {43, 0xFF, 5897.753}};
   const ScratchFolder folder;
   WaveHeader wave;
-  for (const auto& test : tests) {
+  for (const auto& [channels, seconds] : {std::pair(3, 0.333), {0, 0.0}}) {
     Bytes head = kSecondOfSound;
-    head[test.position] = test.byte;
+    head[22] = static_cast<std::uint8_t>(channels);
     folder.Write(L"a.WAVE", head);
     EXPECT_EQ(wave.Load(folder.Path(L"a.WAVE"), true), 0);
-    EXPECT_EQ(wave.LengthSeconds(), test.seconds) << test.position;
+    EXPECT_EQ(wave.LengthSeconds(), seconds) << channels;
     EXPECT_EQ(wave.Load(folder.Path(L"a.WAVE"), false), -1) << "the samples are not there";
     EXPECT_FALSE(wave.loaded) << "a failed read leaves nothing of the wave before";
   }
