@@ -13,52 +13,36 @@ TEST_F(Editor, EachSyllableIsShownWithItsFramesKeyAndWave) {
   Start(folder_.Path());
   EXPECT_EQ(WindowText(Item(IDC_EDITOR_KEY)), L"261.50000000");
   EXPECT_EQ(WindowText(Item(IDC_EDITOR_WAVEINFO)), L"44100 Hz, 16 bits per sample, Monaural, 1.000 sec");
-  const struct {
-    bool previous;
-    int row;
-    std::wstring frames;
-  } steps[] = {{true, 0, L"----|220.00000000|"}, {false, 1, L"440.00000000|"}, {false, 2, L""}, {false, 2, L""}};
-  for (const auto& step : steps) {
-    SendMessageW(list_, FLM_SELECTNEIGHBOUR, step.previous, 0);
-    EXPECT_EQ(List().Selection(), step.row);
-    EXPECT_EQ(Frames(), step.frames);
-    EXPECT_EQ(IsGrey(ID_VIEW_PREVIOUS), step.row == 0);
-    EXPECT_EQ(IsGrey(ID_VIEW_NEXT), step.row == 2);
+  const std::tuple<bool, int, std::wstring> steps[] = {
+      {true, 0, L"----|220.00000000|"}, {false, 1, L"440.00000000|"}, {false, 2, L""}, {false, 2, L""}};
+  for (const auto& [previous, row, frames] : steps) {
+    SendMessageW(list_, FLM_SELECTNEIGHBOUR, previous, 0);
+    EXPECT_EQ(List().Selection(), row);
+    EXPECT_EQ(Frames(), frames);
+    EXPECT_EQ(IsGrey(ID_VIEW_PREVIOUS), row == 0);
+    EXPECT_EQ(IsGrey(ID_VIEW_NEXT), row == 2);
   }
-  Select(0);
-  Type(IDC_EDITOR_FREQUENCY, L"99");
-  EditorSender(editor_).SetMap(List().SavedMap(0), List().Map(0));
-  EXPECT_EQ(WindowText(Item(IDC_EDITOR_FREQUENCY)), L"99") << "the same map again changes nothing";
 }
 
 TEST_F(Editor, ABrokenMapShowsNoFramesAndHarmsNothing) {
-  for (const std::string name : {"7-bytes", "hop-0", "huge-count", "magic-lower", "truncated-frames"}) {
-    folder_.Write(testdata::Wide(name) + L".wav");
-    folder_.Write(testdata::Wide(name) + L"_wav.frq", testdata::FileBytes("bad/frq-" + name + "_wav.frq"));
-  }
+  AddSyllable(L"broken", {});
+  folder_.Write(L"broken_wav.frq", testdata::FileBytes("bad/frq-truncated-frames_wav.frq"));
   AddSyllable(L"sound", {220.0});
   Start(folder_.Path());
-  for (const int row : {0, 4, 1, 2, 3, 5}) {
+  for (const int row : {0, 1, 0}) {
     Select(row);
-    EXPECT_EQ(Frames(), row == 4 ? L"220.00000000|" : L"") << row;
+    EXPECT_EQ(Frames(), row == 1 ? L"220.00000000|" : L"") << row;
   }
 }
 
 TEST_F(Editor, ATypedKeyCountsWhenItsBoxIsLeft) {
   AddSyllable(L"a", {220.0});
   Start(folder_.Path());
-  const struct {
-    std::wstring typed, shown;
-    double key;
-  } tests[] = {{L"-30o0.5", L"300.5", 300.5}, {L"", L"", 55.0}, {L"9999", L"7902.13282010", 7902.132820097988}};
-  for (const auto& test : tests) {
-    Type(IDC_EDITOR_KEY, test.typed);
-    EXPECT_NE(List().Map(0)->Average, test.key);
-    SendItem(IDC_EDITOR_KEY, WM_KILLFOCUS);
-    EXPECT_DOUBLE_EQ(List().Map(0)->Average, test.key);
-    EXPECT_EQ(WindowText(Item(IDC_EDITOR_KEY)), test.shown);
-  }
-  EXPECT_EQ(Column(2), L"*|");
+  Type(IDC_EDITOR_KEY, L"-30o0.5");
+  EXPECT_EQ(List().Map(0)->Average, 261.5);
+  SendItem(IDC_EDITOR_KEY, WM_KILLFOCUS);
+  EXPECT_EQ(List().Map(0)->Average, 300.5);
+  EXPECT_EQ(WindowText(Item(IDC_EDITOR_KEY)) + Column(2), L"300.5*|");
 }
 
 TEST_F(Editor, TheWheelScrollsTheFramesUnderThePointerWhateverHasTheFocus) {
@@ -124,13 +108,8 @@ TEST_F(Editor, EditsThatCannotBeSavedStayUntilTheUserLetsThemGo) {
     EXPECT_EQ(Column(2), L"||*|*|*|");
   }
   EXPECT_EQ(List().SavedMap(2)->Frames[0].Frequency, 440.0) << "the second curve follows the attempt";
-  List().SetEdited(3, false);
-  EXPECT_EQ(List().Map(3)->Frames[0].Frequency, 220.0) << "given up, so it is read again";
-  DeleteFileW(folder_.Path(L"a_wav.frq").c_str());
-  List().SetEdited(0, false);
-  EXPECT_TRUE(List().Map(0)->Loaded) << "it was saved, so there is nothing to read again";
   EXPECT_EQ(PressAndAnswer(IDCANCEL, IDNO), LoadResString(IDS_DISCARD));
-  EXPECT_EQ(Column(2) + Frames(), L"||*||*|440.00000000|");
+  EXPECT_EQ(Column(2) + Frames(), L"||*|*|*|440.00000000|");
   EXPECT_EQ(PressAndAnswer(IDCANCEL, IDYES), LoadResString(IDS_DISCARD));
   EXPECT_EQ(ExitCode(), 0);
   EXPECT_EQ(ReadWholeFile(refused), before);
