@@ -2,8 +2,8 @@
 //
 // A file is 1384 bytes of header (the project's record at 0, the count of items at 16, an item's record at 20) and 104
 // bytes for each control point, 80 of them its record. Records are bytes here, so that a program that has them wrong
-// finds no friend. Two further entries are the test's: what the next calls shall answer, and how many projects are
-// open.
+// finds no friend. A further entry tells the test how many projects
+// are open.
 #include <windows.h>
 
 #include <atomic>
@@ -20,7 +20,6 @@ using Project = std::vector<char>;  // the file
 constexpr int kItemsAt = 16, kItemAt = 20, kHeaderSize = 1384, kPointSize = 104, kPointsAnalysed = 60;
 constexpr int kNoSuchThing = 2;
 
-int failures[12];  // for each entry, in the order below
 std::atomic<int> openProjects;
 
 char* At(Project* project, std::size_t offset) {
@@ -36,8 +35,7 @@ void Put(Project* project, std::size_t offset, std::int32_t value) {
   std::memcpy(project->data() + offset, &value, sizeof(value));
 }
 
-int Copy(int call, void* target, const void* source, std::size_t size) {
-  if (failures[call] != 0) return failures[call];
+int Copy(void* target, const void* source, std::size_t size) {
   if (!target || !source) return kNoSuchThing;
   std::memcpy(target, source, size);
   return 0;
@@ -53,52 +51,45 @@ int Open(Project&& project, Project** out) {
 
 extern "C" {
 
-void FailCall(int call, int code) {
-  failures[call] = code;
-}
 int OpenProjects() {
   return openProjects;
 }
 
 int WINAPI VslibCreateProject(Project** out) {
-  return failures[0] != 0 ? failures[0] : Open(Project(kHeaderSize), out);
+  return Open(Project(kHeaderSize), out);
 }
 
 int WINAPI VslibOpenProject(Project** out, const char* path) {
   *out = reinterpret_cast<Project*>(1);  // what a failure leaves there is of no use
-  if (failures[1] != 0) return failures[1];
   std::ifstream file(path, std::ios::binary);
   return file ? Open(Project(std::istreambuf_iterator<char>(file), {}), out) : kNoSuchThing;
 }
 
 int WINAPI VslibSaveProject(Project* project, const char* path) {
-  if (failures[2] != 0) return failures[2];
   std::ofstream file(path, std::ios::binary);
   return file.write(project->data(), static_cast<std::streamsize>(project->size())) ? 0 : kNoSuchThing;
 }
 
 int WINAPI VslibDeleteProject(Project* project) {
-  if (failures[3] != 0) return failures[3];
   delete project;
   --openProjects;
   return 0;
 }
 
 int WINAPI VslibGetProjectInfo(Project* project, void* info) {
-  return Copy(4, info, At(project, 0), 16);
+  return Copy(info, At(project, 0), 16);
 }
 
 int WINAPI VslibGetTrackMaxNum(Project* project, int* count) {
-  return Copy(5, count, At(project, kItemsAt), sizeof(*count));
+  return Copy(count, At(project, kItemsAt), sizeof(*count));
 }
 
 int WINAPI VslibGetItemMaxNum(Project* project, int* count) {
-  return Copy(6, count, At(project, kItemsAt), sizeof(*count));
+  return Copy(count, At(project, kItemsAt), sizeof(*count));
 }
 
 // The analysis: each semitone of the range in turn, and a pitch in every point.
 int WINAPI VslibAddItemEx(Project* project, const char* wave, int* item, int lowestNote, int semitones, int zero) {
-  if (failures[7] != 0) return failures[7];
   if (GetFileAttributesA(wave) == INVALID_FILE_ATTRIBUTES || zero != 0) return kNoSuchThing;
   *item = 0;
   project->resize(kHeaderSize + kPointsAnalysed * kPointSize);
@@ -115,20 +106,19 @@ int WINAPI VslibAddItemEx(Project* project, const char* wave, int* item, int low
 }
 
 int WINAPI VslibGetItemInfo(Project* project, int item, void* info) {
-  return Copy(8, info, item == 0 ? At(project, kItemAt) : nullptr, 292);
+  return Copy(info, item == 0 ? At(project, kItemAt) : nullptr, 292);
 }
 
 int WINAPI VslibGetCtrlPntInfoEx(Project* project, int item, int index, void* point) {
-  return Copy(9, point, PointAt(project, item, index), 80);
+  return Copy(point, PointAt(project, item, index), 80);
 }
 
 int WINAPI VslibSetCtrlPntInfoEx(Project* project, int item, int index, const void* point) {
-  return Copy(10, PointAt(project, item, index), point, 80);
+  return Copy(PointAt(project, item, index), point, 80);
 }
 
 // Kept in the item's record, where a test finds it in the file.
 int WINAPI SetPrjSaveOption(Project* project, int option) {
-  if (failures[11] != 0) return failures[11];
   Put(project, kItemAt + 280, option);
   return 0;
 }
