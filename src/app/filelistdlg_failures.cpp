@@ -20,7 +20,7 @@ void CFileListDlg::FindFailure(FindFailureRecord& record) {
 void CFileListDlg::LocateFailure(int index, SampleCount sample) {
   const SyllableEntry* const entry = EntryAt(index);
   SampleCount first = 0, last = 0;
-  if (!entry || entry->Map.GetMarkRange(sample, first, last) != 0) return;
+  if (!entry || !IsWindowEnabled(Hwnd) || entry->Map.GetMarkRange(sample, first, last) != 0) return;
   SelectSyllable(index);
   ToEditor().ShowFailure(first, last);
 }

@@ -123,7 +123,10 @@ void CFileListDlg::SelectNeighbour(bool previous) {
   if (row >= 0 && row < RowCount()) SelectRow(row);
 }
 
+// Thumbnails and bar are no part of the editor, which waits for a job with its list disabled: another syllable would
+// take its place under the job, and lose its edits when that one is done.
 void CFileListDlg::SelectSyllable(int index) {
+  if (!IsWindowEnabled(Hwnd)) return;
   const SyllableEntry* const entry = EntryAt(index);
   if (entry && entry->ListRow >= 0) SelectRow(entry->ListRow);
 }

@@ -110,6 +110,8 @@ TEST_F(Creating, ShowsItsProgressAndLetsWhatRunsComeToItsEndOnAbort) {
   EXPECT_TRUE(IsWindow(editor_)) << "it cannot be closed under a job";
   SendMessageW(progress, WM_COMMAND, IDOK, 0);
   EXPECT_TRUE(IsWindow(progress)) << "Enter ended it under its workers";
+  SendMessageW(list_, FLM_SELECTSYLLABLE, 4, 0);
+  EXPECT_EQ(List().Selection(), 0) << "a thumbnail puts another syllable under the job";
   SendMessageW(progress, WM_COMMAND, IDCANCEL, 0);
   EXPECT_FALSE(IsWindowEnabled(GetDlgItem(progress, IDCANCEL)));
   const LRESULT position = SendMessageW(bar, PBM_GETPOS, 0, 0);
