@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <limits>
 
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
@@ -15,9 +16,6 @@
 #include "window/messagebox.h"
 
 namespace {
-
-// As many as the option dialog takes; the registry may hold any number.
-constexpr DWORD kMostWorkers = 999;
 
 // Shows copies of the maps in the table for as long as it lives: the list reads the shown map anew in the middle of a
 // job, on its own thread, while this one may have to paint. The focus goes too, as the key box puts its number into the
@@ -129,7 +127,7 @@ void CEditorDlg::StartCreateFrqJob(const CreateFrqJob& job) {
 }
 
 void CEditorDlg::RunCreateFrqDlg(const CreateFrqJob& job) {
-  const auto workers = static_cast<int>(std::min(MaxParallelCount, kMostWorkers));
+  const auto workers = static_cast<int>(std::min<DWORD>(MaxParallelCount, std::numeric_limits<int>::max()));
   CCreateFrqDlg dialog(job.mode, Hwnd, FileList->Hwnd, ResamplerPath, workers);
   dialog.ParentWindow = Hwnd;
   dialog.CurrentIndex = ToList().Selection();

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 #include <process.h>
 
+#include <algorithm>
 #include <exception>
 
 #include "app/messages.h"
@@ -78,19 +79,22 @@ bool CCreateFrqDlg::HasMap(const std::wstring& wave, ListedFolders& listed) {
 }
 
 // With a count of 0 no worker starts, and so none ever reports: the dialog stays, and even Abort cannot end it. Users
-// who set that count get what they asked for.
+// who set that count get what they asked for. The registry may hold any count: workers beyond the items would find
+// nothing to do, and where the system refuses one it would refuse the next.
 void CCreateFrqDlg::StartWorkers() {
-  Workers = std::make_unique<ThreadHandle[]>(static_cast<std::size_t>(WorkerCount));
+  const int wanted = std::min(WorkerCount, std::max(1, static_cast<int>(WorkList.size())));
+  Workers = std::make_unique<ThreadHandle[]>(static_cast<std::size_t>(wanted));
   Aborting = false;
   NextIndex = -1;
   DoneCount = 0;
   StartedCount = 0;
-  for (int i = 0; i < WorkerCount; ++i) {
-    Workers[static_cast<std::size_t>(i)].reset(
-        reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, WorkerProc, this, 0, nullptr)));
-    // One that the system refuses has nothing to do any more.
-    if (!Workers[static_cast<std::size_t>(i)]) PostMessageW(Hwnd, WM_CREATEFRQ_WORKER_DONE, 0, 0);
+  for (WorkerCount = 0; WorkerCount < wanted; ++WorkerCount) {
+    ThreadHandle& worker = Workers[static_cast<std::size_t>(WorkerCount)];
+    worker.reset(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, WorkerProc, this, 0, nullptr)));
+    if (!worker) break;
   }
+  // Without a single one nobody else would end the dialog.
+  if (wanted > 0 && WorkerCount == 0) PostMessageW(Hwnd, WM_CREATEFRQ_WORKER_DONE, 0, 0);
 }
 
 INT_PTR CCreateFrqDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -45,7 +45,7 @@ class CCreateFrqDlg : public CDlgBase {
   int Vs4uOffset = 24;
   int Vs4uRange = 84;
   bool InitBoth = true;
-  int WorkerCount = 0;
+  int WorkerCount = 0;       // the most; once they are started, how many did
   int CurrentIndex = 0;      // of the syllable that a job for one is about
   std::wstring CurrentWave;  // likewise
   ::FrqType TargetType = FrqTypeFrq;
