@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 #include <process.h>
+#include <shlwapi.h>
 
 #include <algorithm>
 #include <exception>
@@ -109,8 +110,8 @@ INT_PTR CCreateFrqDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lPara
 void CCreateFrqDlg::OnStarted(std::size_t index) {
   if (index >= WorkList.size()) return;
   ++StartedCount;
-  const std::wstring name = FileNameOf(WorkList[index].wavePath);
-  const std::wstring text = FormatText(L"(%d/%d) %s", StartedCount, static_cast<int>(WorkList.size()), name.c_str());
+  const wchar_t* const name = PathFindFileNameW(WorkList[index].wavePath.c_str());
+  const std::wstring text = FormatText(L"(%d/%d) %s", StartedCount, static_cast<int>(WorkList.size()), name);
   SetDlgItemTextW(Hwnd, IDC_CREATEFRQ_FILE, text.c_str());
   SendDlgItemMessageW(Hwnd, IDC_CREATEFRQ_PROGRESS, PBM_SETPOS, static_cast<WPARAM>(StartedCount - 1), 0);
 }

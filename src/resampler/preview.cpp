@@ -1,6 +1,7 @@
 #include "resampler/preview.h"
 
 #include <process.h>
+#include <shlwapi.h>
 
 #include <atomic>
 #include <exception>
@@ -103,7 +104,8 @@ bool CPreview::Shared::PutMapBeside(const std::wstring& wave) {
 // settings of their own, of which nothing is known here. Only the folder is kept where the input is the same.
 int CPreview::Shared::RenderAndPlay() {
   if (HasChanged()) ClearFiles(Folder);
-  const std::wstring wave = PathIn(Folder, FileNameOf(Input.WavePath));
+  // Texts of voicebanks part their folders by "/" too.
+  const std::wstring wave = PathIn(Folder, PathFindFileNameW(Input.WavePath.c_str()));
   if (!CopyWave(Input.WavePath, wave)) {
     const DWORD error = GetLastError();
     Log(L"fail to copy " + Input.WavePath + L" to " + wave);

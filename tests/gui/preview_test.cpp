@@ -106,6 +106,18 @@ TEST_F(Preview, FailsWithoutAWordAndCanBeTriedAgain) {
   EXPECT_EQ(Play(), L"fail to copy " + Wave(L"a") + L" to " + Scratch() + L"\\a.wav");
 }
 
+TEST_F(Preview, CopiesAWaveThatATextNamesWithASlash) {
+  Install(L"resampler.exe");
+  AddSyllable(L"bank\\low\\a", {440.0});
+  const auto write = [this](const wchar_t* name, const std::wstring& text) {
+    folder_.Write(name, Bytes(text.begin(), text.end()));
+  };
+  write(L"bank\\oto.ini", L"low/a.wav=x,0,0,0,0,0\n");
+  write(L"plugin.tmp", L"[#VERSION]\n[#SETTING]\nVoiceDir=" + Bank() + L"\n[#0001]\nLyric=x\n[#NEXT]\n");
+  Start(folder_.Path(L"plugin.tmp"));
+  EXPECT_TRUE(HasRendered(Play())) << PreviewLogText.c_str();
+}
+
 TEST_F(Preview, StopsAtASecondPressAndWithTheWindowWhileARunComesToItsEnd) {
   Install(L"resampler.exe");
   AddSyllable(L"bank\\a", {440.0});
