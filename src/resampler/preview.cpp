@@ -220,4 +220,5 @@ void CPreview::Finish() {
 void CPreview::StopAndWait() {
   Stop();
   if (Thread) WaitForSingleObject(Thread.get(), kLongestWaitMs);
+  Thread.reset();  // not to be waited for twice
 }
