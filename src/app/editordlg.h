@@ -189,6 +189,7 @@ class CEditorDlg : public CDlgBase {
   int BottomMargin = 0;            // from the frame list to the bottom of the window
   CheckFrqSettings CheckSettings;  // what the user last said of the voicebank
   EditorState Shown;               // what UpdateState last carried into the menu
+  unsigned Updates = 0;            // that have begun
   bool ShowingKey = false;         // ShowKey writes the key box: no edit of the user's
   bool KeyIsLate = false;          // a kShowKeyMessage is on its way
   bool PluginMode = false;         // started on a plug-in file of the host

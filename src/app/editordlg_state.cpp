@@ -89,8 +89,13 @@ EditorState CEditorDlg::CollectState() const {
   return state;
 }
 
+// Questions to the list let other threads in, which may ask for an update themselves: theirs is the later state, and
+// has been shown when this one comes to it.
 void CEditorDlg::UpdateState() {
-  Shown = CollectState();
+  const unsigned update = ++Updates;
+  const EditorState state = CollectState();
+  if (update != Updates) return;
+  Shown = state;
   ApplyCommandState(GetMenu(Hwnd), Commands(), Shown);
   EnableWindow(Item(IDC_EDITOR_PITCH), Shown.selectedHasMap);
   EnableWindow(Item(IDC_EDITOR_PLAY), Shown.selectedHasMap);
