@@ -1,6 +1,7 @@
 #include "resampler/hiddenrun.h"
 
 #include <shellapi.h>
+#include <shlwapi.h>
 
 #include <optional>
 
@@ -13,18 +14,32 @@
 
 namespace {
 
-// The shell would open a folder in a window, and an empty name as the folder that is current: both would count as runs
-// that went well, for each wave of a job. And it would tell the user of a file that has gone, a box for each worker. A
-// bare name is the shell's to look for.
-bool IsNoFile(const std::wstring& program) {
-  if (program.find(L'\\') == program.npos) return program.empty();
-  return !FileExists(program);
+// Whether a file that is called a program is one, as far as its first bytes tell.
+bool BeginsAsProgram(const std::wstring& program) {
+  if (lstrcmpiW(PathFindExtensionW(program.c_str()), L".exe") != 0) return true;
+  const FileHandle file(CreateFileW(program.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_EXISTING, 0, nullptr));
+  WORD signature = 0;
+  DWORD read = 0;
+  return !file ||
+         (ReadFile(file.get(), &signature, sizeof(signature), &read, nullptr) && signature == IMAGE_DOS_SIGNATURE);
+}
+
+// Why a run need not be tried; 0 if it is to be. The shell would open a folder in a window, and an empty name as the
+// folder that is current: both would count as runs that went well, for each wave of a job. And it would tell the user
+// of a file that has gone or is no program, a box for each worker, of which all but the first hide behind the job's own
+// window. A bare name is the shell's to look for.
+DWORD WhyNotRun(const std::wstring& program) {
+  const bool bareName = program.find(L'\\') == program.npos;
+  if (bareName) return program.empty() ? ERROR_FILE_NOT_FOUND : 0;
+  if (!FileExists(program)) return ERROR_FILE_NOT_FOUND;
+  return BeginsAsProgram(program) ? 0 : ERROR_BAD_EXE_FORMAT;
 }
 
 }  // namespace
 
 DWORD RunHidden(HWND owner, const std::wstring& program, const std::wstring& commandLine, LONG* exitCode) {
-  if (IsNoFile(program)) return ERROR_FILE_NOT_FOUND;
+  if (const DWORD reason = WhyNotRun(program)) return reason;
   SHELLEXECUTEINFOW run{};
   run.cbSize = sizeof(run);
   run.fMask = SEE_MASK_NOCLOSEPROCESS | SEE_MASK_NO_CONSOLE;

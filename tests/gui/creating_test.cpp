@@ -55,11 +55,13 @@ TEST_F(Creating, GoesOnOrEndsByWhatBecomesOfARun) {
       {L"resampler.exe", L"0 0 rubbish", L"*|*|*|*|*|", L"", 5},
       // Each worker takes one item, loses its map and leaves.
       {L"gone.exe", L"0 0 map", L"||*|*|*|", L"", 0},
+      {L"rubbish.exe", L"0 0 map", L"||*|*|*|", L"", 0},
   };
   for (const auto& [program, script, maps, frames, runs] : tests) {
     SCOPED_TRACE(script);
     Install(L"resampler.exe", 2);
     Choose(folder_.Path(L"program\\" + program), 2);
+    folder_.Write(L"program\\rubbish.exe", {'r', 'u', 'b'});
     Script(script);
     for (const wchar_t* const name : {L"a", L"b", L"c", L"d", L"e"}) AddMap(name, 220.0);
     Start(Bank());
