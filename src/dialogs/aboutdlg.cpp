@@ -60,10 +60,3 @@ INT_PTR CAboutDlg::OnInitDialog(LPARAM) {
   SetDlgItemTextW(Hwnd, IDC_ABOUT_NAME, text.c_str());
   return 1;
 }
-
-std::unique_ptr<CDlgBase> CAboutDlg::CreateInstance() const {
-  return std::make_unique<CAboutDlg>();
-}
-int CAboutDlg::GetTemplateId() const {
-  return IDD_ABOUT;
-}

@@ -1,11 +1,10 @@
 // CAboutDlg: the name and the version of the program.
 #pragma once
 
-#include "window/dialogbase.h"
+#include "resources/ids.h"
+#include "window/templatedialog.h"
 
-class CAboutDlg : public CDlgBase {
+class CAboutDlg : public CTemplateDlg<CAboutDlg, IDD_ABOUT> {
  public:
   INT_PTR OnInitDialog(LPARAM lParam) override;
-  std::unique_ptr<CDlgBase> CreateInstance() const override;
-  int GetTemplateId() const override;
 };

@@ -82,10 +82,3 @@ void CConverFrqDlg::OnOK() {
                 StoredKinds{static_cast<std::uint16_t>(SourceType), static_cast<std::uint16_t>(TargetType)});
   End(IDOK);
 }
-
-std::unique_ptr<CDlgBase> CConverFrqDlg::CreateInstance() const {
-  return std::make_unique<CConverFrqDlg>();
-}
-int CConverFrqDlg::GetTemplateId() const {
-  return IDD_CONVERT;
-}

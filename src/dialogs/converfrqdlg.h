@@ -2,9 +2,10 @@
 #pragma once
 
 #include "frqmap/frqtype.h"
-#include "window/dialogbase.h"
+#include "resources/ids.h"
+#include "window/templatedialog.h"
 
-class CConverFrqDlg : public CDlgBase {
+class CConverFrqDlg : public CTemplateDlg<CConverFrqDlg, IDD_CONVERT> {
  public:
   int SourceType = FrqTypeUnknown;
   int TargetType = FrqTypeUnknown;
@@ -13,8 +14,6 @@ class CConverFrqDlg : public CDlgBase {
   INT_PTR OnInitDialog(LPARAM lParam) override;
   LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
   void OnOK() override;
-  std::unique_ptr<CDlgBase> CreateInstance() const override;
-  int GetTemplateId() const override;
 
  private:
   void ReadSettings();

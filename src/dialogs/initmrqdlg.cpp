@@ -21,12 +21,3 @@ void CInitMrqDlg::OnOK() {
   RegWriteFlag(kBothValue, InitializeBoth);
   End(IDOK);
 }
-
-std::unique_ptr<CDlgBase> CInitMrqDlg::CreateInstance() const {
-  return std::make_unique<CInitMrqDlg>();
-}
-
-// The form in the plural, for one syllable too.
-int CInitMrqDlg::GetTemplateId() const {
-  return IDD_INITMRQALL;
-}

@@ -2,14 +2,14 @@
 // the analysis that lies beside the waves, which keeps entries that were edited by hand.
 #pragma once
 
-#include "window/dialogbase.h"
+#include "resources/ids.h"
+#include "window/templatedialog.h"
 
-class CInitMrqDlg : public CDlgBase {
+// The form in the plural, for one syllable too.
+class CInitMrqDlg : public CTemplateDlg<CInitMrqDlg, IDD_INITMRQALL> {
  public:
   bool InitializeBoth = true;
 
   INT_PTR OnInitDialog(LPARAM lParam) override;
   void OnOK() override;
-  std::unique_ptr<CDlgBase> CreateInstance() const override;
-  int GetTemplateId() const override;
 };

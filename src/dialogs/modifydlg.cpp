@@ -59,10 +59,3 @@ LRESULT CModifyFailureDlg::OnDestroy() {
 void CModifyFailureDlg::OnDialogEnd() {
   Hwnd = nullptr;
 }
-
-std::unique_ptr<CDlgBase> CModifyFailureDlg::CreateInstance() const {
-  return std::make_unique<CModifyFailureDlg>();
-}
-int CModifyFailureDlg::GetTemplateId() const {
-  return IDD_MODIFY;
-}

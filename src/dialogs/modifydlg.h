@@ -6,9 +6,10 @@
 #pragma once
 
 #include "app/messages.h"
-#include "window/dialogbase.h"
+#include "resources/ids.h"
+#include "window/templatedialog.h"
 
-class CModifyFailureDlg : public CDlgBase {
+class CModifyFailureDlg : public CTemplateDlg<CModifyFailureDlg, IDD_MODIFY> {
  public:
   // Set before Run: the window of the list, and an event that is set when this window has come.
   HWND List = nullptr;
@@ -17,8 +18,6 @@ class CModifyFailureDlg : public CDlgBase {
   LRESULT OnDestroy() override;
   LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
   INT_PTR OnInitDialog(LPARAM lParam) override;
-  std::unique_ptr<CDlgBase> CreateInstance() const override;
-  int GetTemplateId() const override;
   void OnDialogEnd() override;
 
  private:

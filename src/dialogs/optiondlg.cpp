@@ -94,10 +94,3 @@ void COptionDlg::Refuse(const std::wstring& resampler) {
   FillResamplers();
   SetDlgItemTextW(Hwnd, IDC_OPTION_RESAMPLER, resampler.c_str());
 }
-
-std::unique_ptr<CDlgBase> COptionDlg::CreateInstance() const {
-  return std::make_unique<COptionDlg>();
-}
-int COptionDlg::GetTemplateId() const {
-  return IDD_OPTION;
-}

@@ -7,9 +7,10 @@
 #include <list>
 #include <string>
 
-#include "window/dialogbase.h"
+#include "resources/ids.h"
+#include "window/templatedialog.h"
 
-class COptionDlg : public CDlgBase {
+class COptionDlg : public CTemplateDlg<COptionDlg, IDD_OPTION> {
  public:
   // In: what is shown. Out: what the user settled on.
   std::wstring ResamplerPath;
@@ -20,8 +21,6 @@ class COptionDlg : public CDlgBase {
   LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
   // The dialog stays open without a resampler that is there.
   void OnOK() override;
-  std::unique_ptr<CDlgBase> CreateInstance() const override;
-  int GetTemplateId() const override;
 
  private:
   void FillResamplers() const;

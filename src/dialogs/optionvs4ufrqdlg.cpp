@@ -116,10 +116,3 @@ void COptionVs4ufrqDlg::WriteSettings() const {
   RegWriteValue(kRangeValue, CustomRange);
   RegWriteFlag(kUseFrqValue, UseFrq);
 }
-
-std::unique_ptr<CDlgBase> COptionVs4ufrqDlg::CreateInstance() const {
-  return std::make_unique<COptionVs4ufrqDlg>();
-}
-int COptionVs4ufrqDlg::GetTemplateId() const {
-  return IDD_OPTIONVS4UFRQ;
-}

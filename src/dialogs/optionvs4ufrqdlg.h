@@ -5,9 +5,10 @@
 #include <string>
 
 #include "resampler/noterange.h"
-#include "window/dialogbase.h"
+#include "resources/ids.h"
+#include "window/templatedialog.h"
 
-class COptionVs4ufrqDlg : public CDlgBase {
+class COptionVs4ufrqDlg : public CTemplateDlg<COptionVs4ufrqDlg, IDD_OPTIONVS4UFRQ> {
  public:
   // What the user settled on.
   bool UseFrq = true;
@@ -17,8 +18,6 @@ class COptionVs4ufrqDlg : public CDlgBase {
   INT_PTR OnInitDialog(LPARAM lParam) override;
   LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
   void OnOK() override;
-  std::unique_ptr<CDlgBase> CreateInstance() const override;
-  int GetTemplateId() const override;
 
  private:
   void ReadSettings();

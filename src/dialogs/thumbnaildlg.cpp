@@ -270,10 +270,3 @@ void CThumbnailDlg::Forget() {
   VisibleRows.clear();
   TopRow = 0;
 }
-
-std::unique_ptr<CDlgBase> CThumbnailDlg::CreateInstance() const {
-  return std::make_unique<CThumbnailDlg>();
-}
-int CThumbnailDlg::GetTemplateId() const {
-  return IDD_THUMBNAIL;
-}

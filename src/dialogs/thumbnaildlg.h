@@ -19,7 +19,8 @@
 #include "dialogs/thumbnaillayout.h"
 #include "frqctrl/layerevictionlist.h"
 #include "frqmap/frqmap.h"
-#include "window/dialogbase.h"
+#include "resources/ids.h"
+#include "window/templatedialog.h"
 
 // One syllable with a map.
 struct ThumbnailItem {
@@ -31,7 +32,7 @@ struct ThumbnailItem {
   bool LoadFailed = false;  // the map could not be read, so that it is not tried again
 };
 
-class CThumbnailDlg : public CDlgBase {
+class CThumbnailDlg : public CTemplateDlg<CThumbnailDlg, IDD_THUMBNAIL> {
  public:
   // Set before Run: the window of the list, its entries of desc.mrq files, which have locks of their own, and an event
   // that is set when this window has come, so that the list knows of it.
@@ -53,8 +54,6 @@ class CThumbnailDlg : public CDlgBase {
   INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   INT_PTR OnInitDialog(LPARAM lParam) override;
   void OnOK() override;
-  std::unique_ptr<CDlgBase> CreateInstance() const override;
-  int GetTemplateId() const override;
   void OnDialogEnd() override;
 
  private:

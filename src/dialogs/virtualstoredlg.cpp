@@ -39,10 +39,3 @@ void VirtualStoreDlg::OpenShadow() const {
   if (GetVirtualStorePath(Folder, shadow) != 0) return;
   ShellExecuteW(Hwnd, L"Open", shadow.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
-
-std::unique_ptr<CDlgBase> VirtualStoreDlg::CreateInstance() const {
-  return std::make_unique<VirtualStoreDlg>();
-}
-int VirtualStoreDlg::GetTemplateId() const {
-  return IDD_VIRTUALSTORE;
-}

@@ -3,17 +3,16 @@
 
 #include <string>
 
-#include "window/dialogbase.h"
+#include "resources/ids.h"
+#include "window/templatedialog.h"
 
-class VirtualStoreDlg : public CDlgBase {
+class VirtualStoreDlg : public CTemplateDlg<VirtualStoreDlg, IDD_VIRTUALSTORE> {
  public:
   // Set before the dialog is run.
   std::wstring Folder;
 
   INT_PTR OnInitDialog(LPARAM lParam) override;
   LRESULT OnNotify(WPARAM wParam, NMHDR* header) override;
-  std::unique_ptr<CDlgBase> CreateInstance() const override;
-  int GetTemplateId() const override;
 
  private:
   void OpenShadow() const;

@@ -185,10 +185,3 @@ bool CCreateFrqDlg::Create(const std::wstring& wave) {
   if (exitCode < 0) DeleteMapFile(map, &Store, !InitBoth);
   return true;
 }
-
-std::unique_ptr<CDlgBase> CCreateFrqDlg::CreateInstance() const {
-  return std::make_unique<CCreateFrqDlg>();
-}
-int CCreateFrqDlg::GetTemplateId() const {
-  return IDD_CREATEFRQ;
-}

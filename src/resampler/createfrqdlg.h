@@ -21,14 +21,15 @@
 #include "base/handle.h"
 #include "frqmap/mrqstore.h"
 #include "resampler/createjob.h"
-#include "window/dialogbase.h"
+#include "resources/ids.h"
+#include "window/templatedialog.h"
 
 enum CreateFrqMessage : UINT {
   WM_CREATEFRQ_STARTED = 32769,      // index of an item, -: a worker has taken it
   WM_CREATEFRQ_WORKER_DONE = 32770,  // -, thread: a worker is leaving
 };
 
-class CCreateFrqDlg : public CDlgBase {
+class CCreateFrqDlg : public CTemplateDlg<CCreateFrqDlg, IDD_CREATEFRQ> {
  public:
   // As many workers as there are processors.
   CCreateFrqDlg();
@@ -56,8 +57,6 @@ class CCreateFrqDlg : public CDlgBase {
   void OnOK() override {}
   // Also what closes the dialog at the end of the job, and nothing else does.
   void OnCancel() override;
-  std::unique_ptr<CDlgBase> CreateInstance() const override;
-  int GetTemplateId() const override;
 
  private:
   // The number of items.
