@@ -43,8 +43,6 @@ class IntensityTable {
   explicit IntensityTable(int brightness);
 
   std::uint8_t OfStep(std::uint8_t step) const { return intensities_[step]; }
-  // The same as LevelToIntensity, without a power.
-  std::uint8_t operator()(double level) const { return OfStep(LevelToStep(level)); }
 
  private:
   std::array<std::uint8_t, 256> intensities_;
