@@ -4,6 +4,7 @@
 #   test   no display is needed: windows live on a null driver, and sound goes nowhere
 #   en     English, on the display
 #   ja     Japanese, on the display
+# Another name that ends in -en or -ja is a further prefix of that language.
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export WINEARCH=win32 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree=;mshtml="
 
@@ -39,9 +40,9 @@ make_japanese_locale() {
 }
 
 use_prefix() {
-  local name=$1
+  local name=$1 kind=${1##*-}
   export WINEPREFIX=$root/build/wine/$name LC_ALL=C.UTF-8
-  if [ "$name" = ja ]; then
+  if [ "$kind" = ja ]; then
     make_japanese_locale
     export LOCPATH=$root/build/wine/locales
     { export LC_ALL=ja_JP.UTF-8; } 2>/dev/null # for Wine; this shell itself need not know it
@@ -57,12 +58,14 @@ use_prefix() {
     make_base_prefix
     rm -rf "$WINEPREFIX"
     cp -a "$root/build/wine/base" "$WINEPREFIX"
-    case $name in
+    case $kind in
       test) wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f ;;
       en) local font
         for font in Tahoma 'MS Shell Dlg' 'MS Shell Dlg 2' 'MS UI Gothic' 'MS PGothic'; do
           wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /d IPAPGothic /f
         done ;;
+      ja) # Wine would take the font of even widths, whose underscores it cuts off.
+        wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'MS UI Gothic' /d IPAPGothic /f ;;
     esac >/dev/null 2>&1 </dev/null
     wineserver -k || true
     wineserver -w
