@@ -39,11 +39,12 @@ tour() {
   echo "Left the program; its screenshots are in $pictures"
 }
 
+# start_display [WIDTHxHEIGHT]
 start_display() {
   local number=$root/build/display
   exec 3>"$number"
   # -r: no key repeats by itself where a busy machine is late with its release.
-  Xvfb -r -displayfd 3 -screen 0 1600x900x24 >/dev/null 2>&1 &
+  Xvfb -r -wr -displayfd 3 -screen 0 "${1:-1600x900}x24" >/dev/null 2>&1 &
   display_process=$!
   exec 3>&-
   trap 'wineserver -k 2>/dev/null || true; kill $display_process 2>/dev/null || true' EXIT
@@ -92,9 +93,10 @@ shoot() {
 }
 
 # Clicks into the editor at a place told in its dialog units. The window is measured before it is sized: its client area
-# is 407 by 228 units then, and its frame, caption and menu take what Wine gives every window.
+# is 407 by 228 units then, and its frame, caption and menu take what Wine gives every window at $dpi dots per inch.
 measure_editor() {
-  local WINDOW X Y WIDTH HEIGHT SCREEN frame=4 caption=19 menu=20
+  local WINDOW X Y WIDTH HEIGHT SCREEN size=${dpi:-96}
+  local frame=$((2 + 2 * size / 96)) caption=$((1 + 18 * size / 96)) menu=$((2 + 18 * size / 96))
   eval "$(xdotool getwindowgeometry --shell "$editor")"
   origin_x=$frame
   origin_y=$((frame + caption + menu))
@@ -102,12 +104,12 @@ measure_editor() {
   unit_y=$(awk -v h="$((HEIGHT - origin_y - frame))" 'BEGIN { print h / 228 }')
 }
 
-# Drags the lower right corner, which leaves the places in the editor's left half as they were.
+# enlarge_editor [DX DY]: drags the lower right corner, which leaves the places in the editor's left half as they were.
 enlarge_editor() {
-  local WINDOW X Y WIDTH HEIGHT SCREEN
+  local dx=${1:-300} dy=${2:-160} WINDOW X Y WIDTH HEIGHT SCREEN
   eval "$(xdotool getwindowgeometry --shell "$editor")"
   xdotool mousemove "$((X + WIDTH - 2))" "$((Y + HEIGHT - 2))" mousedown 1
-  xdotool mousemove "$((X + WIDTH + 150))" "$((Y + HEIGHT + 80))" mousemove "$((X + WIDTH + 300))" "$((Y + HEIGHT + 160))"
+  xdotool mousemove "$((X + WIDTH + dx / 2))" "$((Y + HEIGHT + dy / 2))" mousemove "$((X + WIDTH + dx))" "$((Y + HEIGHT + dy))"
   xdotool mouseup 1
   settle
 }
