@@ -163,8 +163,9 @@ void CThumbnailDlg::ShowItem(int index, int shift) {
   if (!item.Window) CreateControl(item);
   if (!item.Window) return;  // tried again when the rows move
   const PixelRect& place = Rows.Places[static_cast<std::size_t>(index)];
+  // Without its old picture, which others that move may have painted over by now.
   SetWindowPos(item.Window, nullptr, place.left, place.top + shift, place.right - place.left, place.bottom - place.top,
-               SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS | SWP_SHOWWINDOW);
 }
 
 // The class is named after the control's object, which its window brings along.
