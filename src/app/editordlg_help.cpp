@@ -12,11 +12,11 @@
 
 namespace {
 
-// Beside the program.
+// Beside the program, in the user's language.
 std::wstring ManualPath() {
   wchar_t program[MAX_PATH] = L"";
   GetModuleFileNameW(nullptr, program, MAX_PATH);
-  return PathIn(FolderOf(program), L"manual.html");
+  return PathIn(FolderOf(program), LoadResString(IDS_MANUALFILE));
 }
 
 }  // namespace

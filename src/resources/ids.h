@@ -39,6 +39,7 @@
 #define IDS_WAVEINFO 162
 #define IDS_MONAURAL 163
 #define IDS_STEREO 164
+#define IDS_MANUALFILE 165
 
 // The editor's menu is the one resource that goes by a name.
 #define IDR_MENU1 L"IDR_MENU1"
