@@ -1,8 +1,6 @@
 // The program with a stand-in for the check library, and the windows of the check.
 #pragma once
 
-#include "base/registry.h"
-#include "check/checkrecords.h"
 #include "doubles/checkfrq/script.h"
 #include "gui/program.h"
 #include "native/testdata.h"

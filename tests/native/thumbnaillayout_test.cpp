@@ -30,19 +30,6 @@ TEST(ThumbnailLayout, ARowTakesWhatFitsAndATooWideThumbnailHasItsOwn) {
   }
 }
 
-TEST(ThumbnailLayout, PlacesAreApartByTheGapsAndKeepTheirSizes) {
-  const ThumbnailLayout layout = LayOutThumbnails(kSizes, 233, {});
-  const int expected[][4] = {
-      {16, 16, 116, 88}, {124, 16, 224, 88}, {16, 104, 516, 176}, {16, 192, 116, 264}, {124, 192, 128, 264}};
-  for (std::size_t i = 0; i < kSizes.size(); ++i) {
-    const PixelRect& place = layout.Places[i];
-    const int actual[4] = {place.left, place.top, place.right, place.bottom};
-    EXPECT_TRUE(std::equal(actual, actual + 4, expected[i])) << i;
-  }
-  EXPECT_EQ(LayOutThumbnails(kSizes, 5000, {16, 32, 48}).Places[1].left, 32 + 100 + 16);
-  EXPECT_EQ(LayOutThumbnails(kSizes, 0, {16, 32, 48}).Places[4].top, 48 + 4 * (72 + 48));
-}
-
 TEST(ThumbnailLayout, AWindowShowsTheRowsThatBeginAboveItsBottom) {
   const ThumbnailLayout layout = LayOutThumbnails(kSizes, 233, {});
   for (int item = 0; item < 5; ++item) EXPECT_EQ(layout.RowOf(item), item < 2 ? 0 : item == 2 ? 1 : 2);
