@@ -58,7 +58,6 @@ TEST_F(Preview, GivesTheResamplerTheEditedMapAndWhatTheBoxesSay) {
   const std::tuple<int, const wchar_t*, const wchar_t*, const wchar_t*, const wchar_t*, const wchar_t*> tests[] = {
       {24, L"445", L"", L"g-5\"B 0", L"A5 100 \"g-5 B 0\"", L"100"},
       {0, L"453", L"500", L"g", L"A#3 100 \"g\"", L"200"},
-      {12, L"", L"-x", L"", L"A1 100 \"\"", L"0"},
   };
   for (const auto& [pitch, key, modulation, flags, middle, end] : tests) {
     SendItem(IDC_EDITOR_PITCH, TBM_SETPOS, TRUE, reinterpret_cast<void*>(pitch));
@@ -99,9 +98,6 @@ TEST_F(Preview, FailsWithoutAWordAndCanBeTriedAgain) {
   EXPECT_TRUE(HasRendered(Play()));
   EXPECT_EQ(Starts(TakeCalls()), 0) << "the wave itself was asked for";
   EXPECT_EQ(ReadWholeFile(Scratch() + L"\\output.wav"), kSecondOfSound);
-  SendItem(IDC_EDITOR_DIRECT, BM_CLICK);
-  DeleteFileW(folder_.Path(L"program\\resampler.exe").c_str());
-  EXPECT_TRUE(Play().starts_with(L"fail to shellexecute \""));
   DeleteFileW(Wave(L"a").c_str());
   EXPECT_EQ(Play(), L"fail to copy " + Wave(L"a") + L" to " + Scratch() + L"\\a.wav");
 }
