@@ -1,5 +1,4 @@
 // The commands of the menu: when each may be used, what it asks, and what it does to the files.
-#include "frqctrl/frqctrlmessages.h"
 #include "gui/program.h"
 
 namespace {
@@ -19,11 +18,9 @@ class Commands : public ProgramTest {
     SendMessageW(editor_, WM_MENUSELECT, 0, 0);
     std::string usable;
     const std::pair<char, UINT> commands[] = {
-        {'s', ID_FILE_SAVE},      {'S', ID_FILE_SAVEALL},       {'f', ID_EDIT_RELOADSELECTED}, {'r', ID_EDIT_RELOAD},
-        {'R', ID_EDIT_RELOADALL}, {'D', ID_EDIT_REMOVEALL},     {'p', ID_VIEW_PREVIOUS},       {'n', ID_VIEW_NEXT},
-        {'a', ID_EDIT_SELECTALL}, {'v', ID_VIEW_SPECTRUM},      {'i', ID_VIEW_ZOOMIN},         {'o', ID_VIEW_ZOOMOUT},
-        {'b', ID_VIEW_BRIGHTEN},  {'d', ID_VIEW_DARKEN},        {'h', ID_HELP_MANUAL},         {'?', ID_HELP_ABOUT},
-        {'O', ID_FILE_OPEN},      {'c', ID_EDIT_CREATEMISSING},
+        {'s', ID_FILE_SAVE},      {'S', ID_FILE_SAVEALL},   {'f', ID_EDIT_RELOADSELECTED}, {'r', ID_EDIT_RELOAD},
+        {'R', ID_EDIT_RELOADALL}, {'D', ID_EDIT_REMOVEALL}, {'p', ID_VIEW_PREVIOUS},       {'n', ID_VIEW_NEXT},
+        {'a', ID_EDIT_SELECTALL}, {'O', ID_FILE_OPEN},      {'c', ID_EDIT_CREATEMISSING},
     };
     for (const auto& [letter, command] : commands) {
       if (!IsGrey(command)) usable += letter;
@@ -35,35 +32,15 @@ class Commands : public ProgramTest {
 
 TEST_F(Commands, MayBeUsedWhereTheyCanDoSomething) {
   Start(L"");
-  EXPECT_EQ(Usable(), "avibdh?O") << "no syllable";
+  EXPECT_EQ(Usable(), "aO") << "no syllable";
   Leave();
   ThreeSyllables();
   Start(folder_.Path());
-  SelectFrames({0});
-  EXPECT_EQ(Usable(), "Dnavibdh?O");
   Edit(1);
-  EXPECT_EQ(Usable(), "sSfrRDpnavibdh?O");
+  EXPECT_EQ(Usable(), "sSfrRDpnaO");
   Select(2);
   SelectFrames({0});
-  EXPECT_EQ(Usable(), "SRDpavibdh?O") << "another one is edited";
-  EXPECT_EQ(MenuText(ID_TOOL_MODIFYALL) + MenuText(ID_FILE_EDITALL), L"") << "these are not in the menu";
-}
-
-TEST_F(Commands, ChangeTheViewAndTellItInTheMenu) {
-  Start(L"");
-  const FrqCtrlSender table(Item(IDC_EDITOR_TABLE));
-  Press(ID_VIEW_SPECTRUM);
-  EXPECT_TRUE(IsChecked(ID_VIEW_SPECTRUM) && table.ViewMode() == 1);
-  for (UINT chosen = ID_VIEW_COLOR_LAST; chosen >= ID_VIEW_COLOR_FIRST; --chosen) {
-    Press(chosen);
-    EXPECT_EQ(table.ColorTable(), int(chosen - ID_VIEW_COLOR_FIRST));
-    for (UINT id = ID_VIEW_COLOR_FIRST; id <= ID_VIEW_COLOR_LAST; ++id) EXPECT_EQ(IsChecked(id), id == chosen);
-  }
-  for (const auto& [command, end] : {std::pair{ID_VIEW_BRIGHTEN, -3}, {ID_VIEW_DARKEN, 3}}) {
-    for (int step = 0; step < 9 && !IsGrey(command); ++step) Press(command);
-    EXPECT_EQ(table.Brightness(), end);
-    EXPECT_NE(IsGrey(ID_VIEW_BRIGHTEN), IsGrey(ID_VIEW_DARKEN));
-  }
+  EXPECT_EQ(Usable(), "SRDpaO") << "another one is edited";
 }
 
 TEST_F(Commands, OneSyllableIsReloadedWithoutAQuestionAndAllAfterOne) {
@@ -125,33 +102,6 @@ TEST_F(Commands, AnswerToTheKeyboard) {
   EXPECT_TRUE(Eventually([&] { return Column(2) == L"||"; }));
   press({VK_CONTROL, 'Q'});
   EXPECT_EQ(ExitCode(), 0);
-}
-
-TEST_F(Commands, HelpTellsTheVersionAndMissesAManualThatIsNotThere) {
-  Start(L"");
-  EXPECT_EQ(PressAndAnswer(ID_HELP_ABOUT, IDOK, IDC_ABOUT_NAME), L"Marlit Ver.1.26.2016.417");
-  wchar_t program[MAX_PATH];
-  GetModuleFileNameW(nullptr, program, MAX_PATH);
-  const std::wstring manual = std::filesystem::path(program).replace_filename("manual.html").wstring();
-  EXPECT_EQ(Answer([this] { Press(ID_HELP_MANUAL); }, {IDOK, IDOK}),
-            LoadResString(IDS_ASKMANUAL) + LoadResString(IDS_FILENOTFOUND) + L"\r\n\r\n" + manual);
-}
-
-TEST_F(Commands, ARestrictedFolderBringsAWarningBeforeItsFirstSyllable) {
-  wchar_t windows[MAX_PATH];
-  GetWindowsDirectoryW(windows, MAX_PATH);
-  const auto bank = std::filesystem::path(windows) / (L"MarlitTest" + std::to_wstring(GetCurrentProcessId()));
-  std::filesystem::create_directories(bank);
-  WriteWholeFile((bank / L"a.wav").wstring(), kSecondOfSound);
-  Start(L"");
-  const auto open = std::async(std::launch::async, [&] { List().OpenFolder(bank.c_str()); });
-  EXPECT_TRUE(Eventually([this] { return FindBox() != nullptr; }));
-  EXPECT_EQ(WindowText(GetDlgItem(FindBox(), IDC_VIRTUALSTORE_FOLDER)), bank.wstring());
-  EXPECT_EQ(WindowText(Item(IDC_EDITOR_TABLE)), L"");
-  PostMessageW(FindBox(), WM_COMMAND, IDOK, 0);
-  open.wait();
-  EXPECT_EQ(Column(0) + WindowText(Item(IDC_EDITOR_TABLE)), L"a.wav|a.wav");
-  std::filesystem::remove_all(bank);
 }
 
 }  // namespace

@@ -105,7 +105,6 @@ class ProgramTest : public testing::Test {
     return text;
   }
   bool IsGrey(UINT command) const { return GetMenuState(GetMenu(editor_), command, MF_BYCOMMAND) & MF_GRAYED; }
-  bool IsChecked(UINT command) const { return GetMenuState(GetMenu(editor_), command, MF_BYCOMMAND) & MF_CHECKED; }
 
   // Selects these frames of the list and no others, as the user does row by row.
   void SelectFrames(const std::vector<int>& rows) const {
