@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -45,13 +44,6 @@ inline FrqMap ExampleMap() {
     frame.Mark = i % 9 < 3 ? 1 : 0;
     frame.SuggestedFrequency = i % 9 == 2 ? 0.0 : NoteToHz(57.31);
   }
-  return map;
-}
-
-inline FrqMap ExampleReference() {
-  FrqMap map = ExampleMap();
-  map.Average = NoteToHz(48.73);
-  for (FrqFrame& frame : map.Frames) frame.Frequency *= frame.Voiced ? 1.1 : 1.0;
   return map;
 }
 
@@ -100,7 +92,7 @@ class FrqCtrlTest : public testing::Test {
     return size.cx;
   }
   FrqMap map_ = ExampleMap();
-  FrqMap reference_ = ExampleReference();
+  FrqMap reference_ = ExampleMap();
   HWND parent_ = MakeWindow(L"STATIC", WS_POPUP, 0, 640, nullptr, 0);
   HWND control_ = MakeWindow(L"FrequencyTableControl", WS_CHILD | WS_HSCROLL | WS_VSCROLL, 0, 500, parent_, 1001);
   HWND sibling_ = MakeWindow(L"STATIC", WS_CHILD, 520, 100, parent_, 1004);
