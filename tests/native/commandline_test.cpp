@@ -6,7 +6,6 @@
 #include <limits>
 
 #include "resampler/commandline.h"
-#include "resampler/noterange.h"
 
 namespace {
 
@@ -37,7 +36,6 @@ TEST(CommandLine, TellsTheLengthOfAnyWave) {
                                                                     {1, 24, 44100, 44100, 333.33334350585938},
                                                                     {1, 16, 44100, 0x20000002, 1.0 / 44.1},
                                                                     {0, 16, 44100, 8, 0.0},
-                                                                    {1, 0, 44100, 8, 0.0},
                                                                     {1, 16, 0, 8, 0.0}};
   for (const auto& [channels, bits, rate, bytes, ms] : tests) {
     WaveFormat format;
@@ -46,13 +44,6 @@ TEST(CommandLine, TellsTheLengthOfAnyWave) {
     format.samplesPerSec = static_cast<std::uint32_t>(rate);
     EXPECT_EQ(RenderLengthMs(format, bytes), static_cast<float>(ms)) << ms;
   }
-}
-
-TEST(NoteRange, CountsBothEndsInEitherOrder) {
-  EXPECT_EQ(NoteRangeBetween(L"A2", L"G5"), (NoteRange{45, 35}));
-  EXPECT_EQ(NoteRangeBetween(L"B7", L"C1"), (NoteRange{24, 84}));
-  EXPECT_TRUE(BoxesOfNote(24) && BoxesOfNote(107));
-  EXPECT_FALSE(BoxesOfNote(23) || BoxesOfNote(108)) << "notes that the boxes do not hold";
 }
 
 }  // namespace

@@ -12,7 +12,6 @@
 #include "frqmap/freq0003.h"
 #include "frqmap/pmk.h"
 #include "native/family.h"
-#include "native/wavebytes.h"
 #include "resampler/commandline.h"
 #include "resampler/notename.h"
 
@@ -53,17 +52,6 @@ TEST(vectors, Maps) {
     if (load != "open") family.Expect(map && (map->FrameCount > 0 || load == "ok"), load == "ok");
     const Json& expected = test.contains("map") ? test["map"] : test.value("if_ok", Json());
     if (map && !expected.is_null()) family.Expect(Values(*map, &FrqFrame::Frequency), expected["frequency"]);
-  });
-}
-
-TEST(vectors, Waves) {
-  Family::Each("waves", [](Family& family, const Json& test) {
-    const Bytes file = Family::File(test["file"]);
-    WaveBytes source(file);
-    const bool isForm = file.size() > 4 && std::equal(file.begin(), file.begin() + 4, "FORM");
-    const auto wave = isForm ? DecodeAiff(file) : DecodeWav(source, false);
-    if (!test["file"].get<std::string>().ends_with(".mp3")) family.Expect(wave ? 0 : -1, test["full"]["result"]);
-    if (wave) family.Expect(wave->dataSize, test["full"].value("data_size", Json(wave->dataSize)));
   });
 }
 

@@ -1,9 +1,8 @@
-// Where a voicebank lies: in a folder that cannot be written to, or one of which the system keeps a shadow.
+// Where a voicebank lies: in a folder of which the system may keep a shadow.
 #include "voicebank/folderaccess.h"
 
 #include <shlobj.h>
 #include <gtest/gtest.h>
-#include <sddl.h>
 
 #include "win/scratch.h"
 
@@ -49,19 +48,6 @@ TEST(FolderAccess, TheNewerOfAFileAndItsShadowIsTaken) {
   }
   std::filesystem::remove(path);
   std::filesystem::remove(shadow);
-}
-
-TEST(FolderAccess, AFolderWithoutTheRightToWriteIsTold) {
-  const ScratchFolder folder;
-  folder.Write(L"open\\a");
-  folder.Write(L"closed\\a");
-  PSECURITY_DESCRIPTOR rights = nullptr;
-  ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:(A;;GRGX;;;WD)", SDDL_REVISION_1, &rights, nullptr);
-  EXPECT_TRUE(SetFileSecurityW(folder.Path(L"closed").c_str(), DACL_SECURITY_INFORMATION, rights));
-  LocalFree(rights);
-  EXPECT_EQ(CanWriteFolder(folder.Path(L"open")), 1);
-  EXPECT_EQ(CanWriteFolder(folder.Path(L"closed")), 0);
-  EXPECT_EQ(CanWriteFolder(folder.Path(L"missing")), -1);
 }
 
 }  // namespace

@@ -25,9 +25,6 @@ TEST(GuardedCall, GivesTheResultOrTheExceptionAndGoesOn) {
 
 TEST(Sound, EndsByItselfAndBegins) {
   const ScratchFolder folder;
-  folder.Write(L"rubbish.wav", {1, 2, 3});
-  EXPECT_NE(PlayMci(folder.Path(L"rubbish.wav"), 0, 0), 0u);
-  CloseMci();
   EXPECT_NE(PlayMci(folder.Path(L"gone.wav"), 0, 0), 0u);
   CloseMci();
   folder.Write(L"a.wav", SecondOfSilence());
