@@ -1,9 +1,8 @@
-// Which thumbnails stand in a row, where, and which rows a window shows.
+// Which thumbnails stand in a row.
 #include "dialogs/thumbnaillayout.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
 
 namespace {
@@ -28,19 +27,6 @@ TEST(ThumbnailLayout, ARowTakesWhatFitsAndATooWideThumbnailHasItsOwn) {
                                     {5000, "01234|"}}) {
     EXPECT_EQ(RowsOf(LayOutThumbnails(kSizes, width, {})), rows) << width;
   }
-}
-
-TEST(ThumbnailLayout, AWindowShowsTheRowsThatBeginAboveItsBottom) {
-  const ThumbnailLayout layout = LayOutThumbnails(kSizes, 233, {});
-  for (int item = 0; item < 5; ++item) EXPECT_EQ(layout.RowOf(item), item < 2 ? 0 : item == 2 ? 1 : 2);
-  // The first row and the height; the end, the shift and the page.
-  const std::array<int, 5> tests[] = {
-      {0, 0, 0, 0, 0}, {0, 88, 1, 0, 1}, {0, 89, 2, 0, 1}, {1, 176, 3, -88, 2}, {2, 999, 3, -176, 3}};
-  for (const auto& [first, height, end, shift, page] : tests) {
-    const std::array seen = {layout.EndOfView(first, height), layout.Shift(first), layout.Page(height, {})};
-    EXPECT_EQ(seen, (std::array{end, shift, page})) << first << ", " << height;
-  }
-  EXPECT_EQ(LayOutThumbnails({}, 300, {}).Page(300, {}), 0);
 }
 
 }  // namespace
