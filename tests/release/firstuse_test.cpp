@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "app/messages.h"
 #include "base/handle.h"
 #include "base/registry.h"
 #include "base/text.h"
@@ -89,11 +90,15 @@ class ReleaseTest : public testing::Test {
 TEST_F(ReleaseTest, MakesAndChecksTheMapsOfItsVoicebank) {
   ASSERT_NO_FATAL_FAILURE(Start());
   const HWND editor = Dialog(IDC_EDITOR_FRAMES);
-  ASSERT_TRUE(editor && Dialog(IDC_LIST_FILES));
+  const HWND list = Dialog(IDC_LIST_FILES);
+  ASSERT_TRUE(editor && list);
   EXPECT_FALSE(EveryWaveHasAMap());
 
   const HWND waveInformation = GetDlgItem(editor, IDC_EDITOR_WAVEINFO);
   ASSERT_TRUE(Eventually([&] { return SendMessageW(waveInformation, WM_GETTEXTLENGTH, 0, 0) > 0; })) << "no syllable";
+  SendMessageW(list, FLM_SELECTSYLLABLE, 1, 0);
+  const HWND frames = GetDlgItem(editor, IDC_EDITOR_FRAMES);
+  ASSERT_TRUE(Eventually([&] { return SendMessageW(frames, LB_GETCOUNT, 0, 0) > 0; })) << "no map is shown";
   PostMessageW(editor, WM_COMMAND, ID_EDIT_CREATEMISSING, 0);
   EXPECT_TRUE(Eventually([this] { return EveryWaveHasAMap(); }));
   EXPECT_TRUE(Eventually([&] { return IsWindowEnabled(editor); })) << "the job goes on";
