@@ -1,6 +1,7 @@
 // The unpacked release as a user starts it: a process of its own in a folder where nothing else of ours lies, driven by
 // its windows from outside. MARLIT_RELEASE is that folder.
 #include <windows.h>
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -46,10 +47,10 @@ class ReleaseTest : public testing::Test {
     processId_ = made.dwProcessId;
   }
 
-  // A dialog of the program that has such a control; waits for it.
-  HWND Dialog(int control) const {
+  // A dialog of the program, told by the id and the class of a control in it; waits for it.
+  HWND Dialog(int control, const wchar_t* controlClass) const {
     HWND found = nullptr;
-    Eventually([&] { return (found = FindDialog(control)) != nullptr; });
+    Eventually([&] { return (found = FindDialog(control, controlClass)) != nullptr; });
     return found;
   }
   bool GoesAway(HWND window) const {
@@ -74,11 +75,13 @@ class ReleaseTest : public testing::Test {
   const std::filesystem::path bank_ = folder_ / L"voicebank";
 
  private:
-  HWND FindDialog(int control) const {
+  HWND FindDialog(int control, const wchar_t* controlClass) const {
     for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, L"#32770", nullptr));) {
       DWORD process = 0;
       GetWindowThreadProcessId(window, &process);
-      if (process == processId_ && IsWindowVisible(window) && GetDlgItem(window, control)) return window;
+      wchar_t name[64] = L"";
+      GetClassNameW(GetDlgItem(window, control), name, 64);
+      if (process == processId_ && IsWindowVisible(window) && lstrcmpiW(name, controlClass) == 0) return window;
     }
     return nullptr;
   }
@@ -89,8 +92,8 @@ class ReleaseTest : public testing::Test {
 
 TEST_F(ReleaseTest, MakesAndChecksTheMapsOfItsVoicebank) {
   ASSERT_NO_FATAL_FAILURE(Start());
-  const HWND editor = Dialog(IDC_EDITOR_FRAMES);
-  const HWND list = Dialog(IDC_LIST_FILES);
+  const HWND editor = Dialog(IDC_EDITOR_FRAMES, WC_LISTBOXW);
+  const HWND list = Dialog(IDC_LIST_FILES, WC_LISTVIEWW);
   ASSERT_TRUE(editor && list);
   EXPECT_FALSE(EveryWaveHasAMap());
 
@@ -104,10 +107,10 @@ TEST_F(ReleaseTest, MakesAndChecksTheMapsOfItsVoicebank) {
   EXPECT_TRUE(Eventually([&] { return IsWindowEnabled(editor); })) << "the job goes on";
 
   PostMessageW(editor, WM_COMMAND, ID_TOOL_CHECK, 0);
-  const HWND check = Dialog(IDC_CHECK_LOWNOTE);
+  const HWND check = Dialog(IDC_CHECK_LOWNOTE, WC_COMBOBOXW);
   ASSERT_TRUE(check);
   PostMessageW(check, WM_COMMAND, IDOK, 0);
-  const HWND bar = Dialog(IDC_MODIFY_MODIFYALL);
+  const HWND bar = Dialog(IDC_MODIFY_MODIFYALL, WC_BUTTONW);
   ASSERT_TRUE(bar) << "the check found nothing";
   PostMessageW(bar, WM_COMMAND, IDCANCEL, 0);
   EXPECT_TRUE(GoesAway(bar));
