@@ -82,15 +82,39 @@ void CEditorDlg::RemoveTempFolder() {
 void CEditorDlg::OnCancel() {
   if (!IsWindowEnabled(Hwnd)) return;
   if (!ConfirmDiscard()) return;
-  ToList().Cancel();
-  WaitForWindowToGo(FileList->Hwnd);
+  EndList();
   End(IDCANCEL);
 }
 
-LRESULT CEditorDlg::OnDestroy() {
+void CEditorDlg::EndList() {
+  ToList().Cancel();
+  WaitForWindowToGo(FileList->Hwnd);
+}
+
+// Where a dialog of ours stands in front there is no asking: edits then hold up the end by themselves.
+bool CEditorDlg::MayEndSession() {
+  return IsWindowEnabled(Hwnd) ? ConfirmDiscard() : !ToList().IsAnyEdited();
+}
+
+// The system ends the process as soon as this comes back. The list has a host to answer.
+void CEditorDlg::OnEndSession(bool ending) {
+  if (!ending) return;
+  EndList();
+  if (IsWindowEnabled(Hwnd)) {
+    End(IDCANCEL);
+  } else {
+    KeepSettings();  // a job runs, and its dialog is not ended from here
+  }
+}
+
+void CEditorDlg::KeepSettings() {
   SaveWindowPlacement(Hwnd, kPlacementValue);
   RegWriteValue(kZoomValue, Table().Zoom());
   SaveSettings();
+}
+
+LRESULT CEditorDlg::OnDestroy() {
+  KeepSettings();
   RemoveTempFolder();
   return CDlgBase::OnDestroy();
 }
@@ -110,6 +134,8 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
       return Answered();
     case EDM_REFRESHMAP: OnRefreshMap(lParam != 0); return Answered();
     case kShowKeyMessage: OnShowKey(); return Answered();
+    case WM_QUERYENDSESSION: SetWindowLongPtrW(Hwnd, DWLP_MSGRESULT, MayEndSession()); return 1;
+    case WM_ENDSESSION: OnEndSession(wParam != 0); return Answered();
     default: return CDlgBase::OnDialogMessage(message, wParam, lParam);
   }
 }

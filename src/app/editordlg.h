@@ -59,6 +59,10 @@ class CEditorDlg : public CDlgBase {
   void PrepareControls();
   void MakeTempFolder();
   void RemoveTempFolder();
+  void EndList();
+  bool MayEndSession();
+  void OnEndSession(bool ending);
+  void KeepSettings();
   void SaveSettings();
   void ApplyResamplerKind();
 

@@ -67,6 +67,11 @@ TEST_F(Editor, EditsThatCannotBeSavedStayUntilTheUserLetsThemGo) {
   EXPECT_EQ(List().SavedMap(2)->Frames[0].Frequency, 440.0) << "the second curve follows the attempt";
   EXPECT_EQ(PressAndAnswer(IDCANCEL, IDNO), LoadResString(IDS_DISCARD));
   EXPECT_EQ(Column(2) + Frames(), L"||*|*|*|440.00000000|");
+  LRESULT mayEnd = TRUE;
+  const auto query = [&] { mayEnd = SendMessageW(editor_, WM_QUERYENDSESSION, 0, 0); };
+  EXPECT_EQ(Answer(query, {IDNO}), LoadResString(IDS_DISCARD));
+  EXPECT_EQ(mayEnd, FALSE);
+  SendMessageW(editor_, WM_ENDSESSION, FALSE, 0);
   EXPECT_EQ(PressAndAnswer(IDCANCEL, IDYES), LoadResString(IDS_DISCARD));
   EXPECT_EQ(ExitCode(), 0);
   EXPECT_EQ(ReadWholeFile(refused), before);

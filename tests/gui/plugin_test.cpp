@@ -54,6 +54,8 @@ TEST_F(PluginMode, TheWholeVoicebankComesOnDemandAndTheHostHearsOfASave) {
   Press(ID_FILE_EDITALL);
   EXPECT_EQ(Column(0) + Frames(), L"a.wav|b.wav|c.wav|330.00000000|");
   EXPECT_TRUE(IsGrey(ID_FILE_EDITALL));
+  EXPECT_EQ(SendMessageW(editor_, WM_QUERYENDSESSION, 0, 0), TRUE);
+  SendMessageW(editor_, WM_ENDSESSION, TRUE, 0);  // the program has ended by then, Leave finds no window
   EXPECT_EQ(Leave(), "dummy\n");
 }
 
