@@ -230,5 +230,12 @@ int CompactMrqEntries(MrqStream& stream, std::int32_t timestamp) {
     place = Put(image, place, scan.Head().Name, *entry, timestamp);
   }
   if (scan.HasFailed()) return 0;
+  // Entries of other writers may grow by their trailers. What does not fit on the disk must fail before anything of the
+  // old file is written over.
+  const std::int64_t size = stream.Size();
+  if (image.Size() > size && !stream.WriteAt(size, ByteSpan(image.Content).subspan(static_cast<std::size_t>(size)))) {
+    stream.Truncate(size);
+    return 0;
+  }
   return stream.WriteAt(0, image.Content) && stream.Truncate(image.Size()) ? 1 : 0;
 }

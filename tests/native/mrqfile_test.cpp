@@ -88,6 +88,11 @@ TEST(MrqFile, AFullDiskCostsNoMapOfBeforeOrAfter) {
     EXPECT_FALSE(WriteMrqEntry(disk, u"na.wav", longer, 1));
     ASSERT_EQ(disk.Content, before);
   }
+  FullDisk grown(testdata::FileBytes("mrq/04-no-trailer/desc.mrq"));
+  const Bytes withoutTrailers = grown.Content;
+  grown.Space = withoutTrailers.size() + 1;
+  EXPECT_EQ(CompactMrqEntries(grown, 1), 0) << "its entries get trailers";
+  EXPECT_EQ(grown.Content, withoutTrailers);
 }
 
 }  // namespace
