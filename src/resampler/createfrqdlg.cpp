@@ -168,10 +168,13 @@ bool CCreateFrqDlg::Work(const WorkItem& item) {
   return IsConversion(Mode) ? Convert(item.wavePath) : Create(item.wavePath);
 }
 
-// The target goes first: a conversion that fails leaves the wave without one.
+// The target goes first: a conversion that fails leaves the wave without one, and without what a full disk took of it.
 bool CCreateFrqDlg::Convert(const std::wstring& wave) {
-  DeleteMapFile(MapPathFromWaveW(wave, TargetType), &Store, false);
-  return ConvertMap(wave, FrqType, TargetType, &Store) == 0;
+  const std::wstring target = MapPathFromWaveW(wave, TargetType);
+  DeleteMapFile(target, &Store, false);
+  if (ConvertMap(wave, FrqType, TargetType, &Store) == 0) return true;
+  DeleteMapFile(target, &Store, false);
+  return false;
 }
 
 // A resampler that ran and ended with a negative code has failed, and what it left goes again. Any other code is a
