@@ -125,7 +125,9 @@ int CThumbnailDlg::BuildRows(bool keepAnchor) {
   return row;
 }
 
-// Brings the rows from `first` to `end` onto the screen. Where they stand there already nothing moves.
+// Brings the rows from `first` to `end` onto the screen. Where they stand there already nothing moves. All is painted
+// at the end, frames included: a control that came or went with a redraw of its own would cost the more, the more
+// hidden ones there are.
 void CThumbnailDlg::PlaceRows(int first, int end) {
   std::vector<ThumbnailRow> rows(Rows.Rows.begin() + first, Rows.Rows.begin() + end);
   const int shift = Rows.Shift(first);
@@ -143,8 +145,7 @@ void CThumbnailDlg::PlaceRows(int first, int end) {
   }
   CopyMaps(come);
   for (int item = now.First; item < now.End; ++item) ShowItem(item, shift);
-  InvalidateRect(Hwnd, nullptr, TRUE);
-  UpdateWindow(Hwnd);
+  RedrawWindow(Hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
 }
 
 CThumbnailDlg::ItemRange CThumbnailDlg::ItemsIn(const std::vector<ThumbnailRow>& rows) {
@@ -154,7 +155,8 @@ CThumbnailDlg::ItemRange CThumbnailDlg::ItemsIn(const std::vector<ThumbnailRow>&
 // The control stays for the next time. The copy of the map does not: it would double what the maps of a large voicebank
 // take.
 void CThumbnailDlg::HideItem(ThumbnailItem& item) {
-  if (item.Window) ShowWindow(item.Window, SW_HIDE);
+  constexpr UINT kHide = SWP_HIDEWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW;
+  if (item.Window) SetWindowPos(item.Window, nullptr, 0, 0, 0, 0, kHide);
   item.Map.Clear();
 }
 
@@ -163,9 +165,9 @@ void CThumbnailDlg::ShowItem(int index, int shift) {
   if (!item.Window) CreateControl(item);
   if (!item.Window) return;  // tried again when the rows move
   const PixelRect& place = Rows.Places[static_cast<std::size_t>(index)];
-  // Without its old picture, which others that move may have painted over by now.
+  // Nor is its old picture taken along, which others that move may have painted over by now.
   SetWindowPos(item.Window, nullptr, place.left, place.top + shift, place.right - place.left, place.bottom - place.top,
-               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS | SWP_SHOWWINDOW);
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | SWP_SHOWWINDOW);
 }
 
 // The class is named after the control's object, which its window brings along.
