@@ -103,12 +103,6 @@ keys() {
   done
 }
 
-# By its caption, whatever other window was in front.
-to_editor() {
-  xdotool mousemove --window "$editor" 200 10 click 1
-  settle
-}
-
 # picture NAME WINDOW [WINDOW]: the screen, cut to the windows named.
 picture() {
   local name=$1 id left=100000 top=100000 right=0 bottom=0
