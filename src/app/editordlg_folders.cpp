@@ -59,8 +59,10 @@ void CEditorDlg::OnEditAllSyllables(UINT) {
   ToList().OpenFolder(FileList->Folder.c_str());
 }
 
-// The list waits while this runs.
+// The list waits while this runs. What was shown of a syllable goes: the first of the new ones comes later, or there is
+// none.
 void CEditorDlg::OnFolderOpened(const wchar_t* folder) {
+  OnSetSyllable(L"");
   if (!PluginMode) {
     RecentFolders.remove(folder);
     RecentFolders.push_front(folder);

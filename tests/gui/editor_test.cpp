@@ -19,6 +19,8 @@ TEST_F(Editor, EachSyllableIsShownWithItsFramesKeyAndWave) {
     EXPECT_EQ(List().Selection(), row);
     EXPECT_EQ(Frames(), frames);
   }
+  List().OpenFolder(folder_.Path(L"none").c_str());
+  EXPECT_EQ(WindowText(Item(IDC_EDITOR_TABLE)) + WindowText(Item(IDC_EDITOR_WAVEINFO)), L"");
 }
 
 TEST_F(Editor, ATypedKeyCountsWhenItsBoxIsLeft) {
