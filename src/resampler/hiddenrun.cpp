@@ -14,15 +14,10 @@
 
 namespace {
 
-// Whether a file that is called a program is one, as far as its first bytes tell.
-bool BeginsAsProgram(const std::wstring& program) {
-  if (lstrcmpiW(PathFindExtensionW(program.c_str()), L".exe") != 0) return true;
-  const FileHandle file(CreateFileW(program.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                    OPEN_EXISTING, 0, nullptr));
+bool BeginsAsProgram(HANDLE file) {
   WORD signature = 0;
   DWORD read = 0;
-  return !file ||
-         (ReadFile(file.get(), &signature, sizeof(signature), &read, nullptr) && signature == IMAGE_DOS_SIGNATURE);
+  return ReadFile(file, &signature, sizeof(signature), &read, nullptr) && signature == IMAGE_DOS_SIGNATURE;
 }
 
 // Why a run need not be tried; 0 if it is to be. The shell would open a folder in a window, and an empty name as the
@@ -32,8 +27,11 @@ bool BeginsAsProgram(const std::wstring& program) {
 DWORD WhyNotRun(const std::wstring& program) {
   const bool bareName = program.find(L'\\') == program.npos;
   if (bareName) return program.empty() ? ERROR_FILE_NOT_FOUND : 0;
-  if (!FileExists(program)) return ERROR_FILE_NOT_FOUND;
-  return BeginsAsProgram(program) ? 0 : ERROR_BAD_EXE_FORMAT;
+  const FileHandle file(CreateFileW(program.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_EXISTING, 0, nullptr));
+  if (!file) return FileExists(program) ? 0 : ERROR_FILE_NOT_FOUND;
+  const bool named = lstrcmpiW(PathFindExtensionW(program.c_str()), L".exe") == 0;
+  return named && !BeginsAsProgram(file.get()) ? ERROR_BAD_EXE_FORMAT : 0;
 }
 
 }  // namespace
