@@ -54,10 +54,15 @@ class ByteWriter {
   template <typename T>
   void Write(const T& value) {
     static_assert(std::is_trivially_copyable_v<T>);
-    // An insert of a range costs several times as much, which counts where a file is written number by number.
+    std::memcpy(Append(sizeof(T)), &value, sizeof(T));
+  }
+
+  // Room for `size` bytes more, zero until they are written there; good until the next call. An insert of a range costs
+  // several times as much, which counts where a file is written number by number.
+  std::uint8_t* Append(std::size_t size) {
     const std::size_t end = bytes_.size();
-    bytes_.resize(end + sizeof(T));
-    std::memcpy(bytes_.data() + end, &value, sizeof(T));
+    bytes_.resize(end + size);
+    return bytes_.data() + end;
   }
 
   void Reserve(std::size_t size) { bytes_.reserve(size); }

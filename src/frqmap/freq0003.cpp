@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 namespace {
@@ -15,14 +16,19 @@ bool IsFreqMagic(const std::array<char, 8>& magic) {
   return std::string_view(magic.data(), 4) == "FREQ";
 }
 
-FrqFrame ReadFrame(ByteReader& reader) {
-  const auto frequency = reader.Read<double>();
-  FrqFrame frame;
+struct FileFrame {
+  double Frequency;
+  double Amplitude;
+};
+static_assert(sizeof(FileFrame) == kFrameBytes);
+
+// Into a new frame, where it stands: maps are long, and a copy of each would cost as much again.
+void ReadFrame(ByteReader& reader, FrqFrame& frame) {
+  const auto read = reader.Read<FileFrame>();
   // Other writers put 0.0 where there is no pitch, and a NaN compares false.
-  frame.Voiced = frequency > FrqNoPitch;
-  if (frame.Voiced) frame.Frequency = frequency;
-  frame.Amplitude = reader.Read<double>();
-  return frame;
+  frame.Voiced = read.Frequency > FrqNoPitch;
+  if (frame.Voiced) frame.Frequency = read.Frequency;
+  frame.Amplitude = read.Amplitude;
 }
 
 }  // namespace
@@ -38,20 +44,24 @@ std::optional<FrqMap> DecodeFreq0003(ByteSpan file) {
   if (!IsFreqMagic(map.Magic) || !reader.Holds(map.FrameCount, kFrameBytes)) return std::nullopt;
 
   map.Frames.resize(static_cast<std::size_t>(map.FrameCount));
-  for (FrqFrame& frame : map.Frames) frame = ReadFrame(reader);
+  for (FrqFrame& frame : map.Frames) ReadFrame(reader, frame);
   return map;
 }
 
 Bytes EncodeFreq0003(const FrqMap& map, FrqType kind) {
   ByteWriter writer;
-  writer.Reserve(kHeaderBytes + map.Frames.size() * kFrameBytes);
+  const std::size_t frameBytes = map.Frames.size() * kFrameBytes;
+  writer.Reserve(kHeaderBytes + frameBytes);
   writer.Write(Freq0003Magic);
   writer.Write(map.Hop);
   writer.Write(map.Average);
   writer.Write(Freq0003Tag(kind));
   writer.Write(map.FrameCount);
+  std::uint8_t* place = writer.Append(frameBytes);
   for (const FrqFrame& frame : map.Frames) {
-    writer.Write(std::array{frame.Frequency, frame.Amplitude});
+    const FileFrame written = {frame.Frequency, frame.Amplitude};
+    std::memcpy(place, &written, kFrameBytes);
+    place += kFrameBytes;
   }
   return writer.Take();
 }
