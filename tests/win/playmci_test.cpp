@@ -1,4 +1,4 @@
-// The sound of a preview, where there is a device, and drivers that raise exceptions.
+// The sound of a preview, and drivers that raise exceptions.
 #include "resampler/playmci.h"
 
 #include <windows.h>
@@ -28,7 +28,7 @@ TEST(Sound, EndsByItselfAndBegins) {
   EXPECT_NE(PlayMci(folder.Path(L"gone.wav"), 0, 0), 0u);
   CloseMci();
   folder.Write(L"a.wav", SecondOfSilence());
-  if (waveOutGetNumDevs() == 0) GTEST_SKIP() << "this machine has no sound device";
+  ASSERT_NE(waveOutGetNumDevs(), 0u) << "the tests' prefix brings a device that swallows all sound";
   EXPECT_EQ(PlayMci(folder.Path(L"a.wav"), 0, 0), 0u);
   // A device that only swallows the sound may do so in no time.
   for (const ULONGLONG end = GetTickCount64() + 5000; IsMciPlaying() && GetTickCount64() < end;) Sleep(20);
