@@ -1,0 +1,156 @@
+// Document: what it does with files, each in one way: loading a pair of maps, saving, reloading, removing.
+#include <exception>
+#include <utility>
+
+#include "document/document.h"
+
+namespace {
+
+// What the file held when it was last read or written; none where memory does not hold it.
+std::optional<MapImage> ImageOnDisk(const SyllableEntry& entry) {
+  try {
+    return entry.OnDisk ? *entry.OnDisk : MapImage(entry.SavedMap);
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+
+// Reads both maps of an entry. A map that memory does not hold twice is as good as one that cannot be read: then the
+// working one is empty, and the saved one stays or is empty too.
+int Document::LoadPair(SyllableEntry& entry, OnFailure onFailure) {
+  int result = -1;
+  try {
+    result = files_.Load(entry.Map, entry.Path);
+    if (result == 0) {
+      entry.Map.CopyTo(entry.SavedMap);
+      entry.OnDisk.reset();
+      return 0;
+    }
+  } catch (const std::exception&) {
+    result = -1;
+  }
+  entry.Map.Clear();
+  if (onFailure == OnFailure::EmptySaved) {
+    entry.SavedMap.Clear();
+    entry.OnDisk.reset();
+  }
+  return result;
+}
+
+bool Document::EnsureLoaded(int index, OnFailure onFailure) {
+  const std::lock_guard locked(*this);
+  SyllableEntry* const entry = At(index);
+  if (!entry) return false;
+  return entry->Map.Loaded || LoadPair(*entry, onFailure) == 0;
+}
+
+// The map that a window shows is not replaced under it: selecting its syllable reads it.
+void Document::Adopt(int index, std::wstring_view path, FrqMap& map) {
+  const std::lock_guard locked(*this);
+  SyllableEntry* const entry = At(index);
+  if (!entry || entry->Path != path) return;
+  if (entry->Map.Loaded) {
+    CopyMap(index, map);
+    return;
+  }
+  if (!entry->HasMap || index == current_) return;
+  try {
+    map.CopyTo(entry->SavedMap);
+    map.CopyTo(entry->Map);
+    entry->OnDisk.reset();
+  } catch (const std::exception&) {
+    entry->Map.Clear();
+  }
+}
+
+bool Document::CopyMap(int index, FrqMap& target) const {
+  const std::lock_guard locked(mutex_);
+  const SyllableEntry* const entry = At(index);
+  try {
+    if (entry && entry->Map.Loaded) return entry->Map.CopyTo(target) == 0;
+  } catch (const std::exception&) {
+    // without memory there is nothing to show
+  }
+  target.Clear();
+  return false;
+}
+
+int Document::Reload(int index, OnFailure onFailure, bool clearEdited) {
+  const Scope scope(*this, Gesture::Reload);
+  SyllableEntry* const entry = At(index);
+  if (!entry) return -1;
+  const std::optional<MapBefore> before = Recorder::Remember(entry->Map);
+  const std::optional<MapImage> onDisk = ImageOnDisk(*entry);
+  const int result = LoadPair(*entry, onFailure);
+  if (result == 0 && onDisk && onDisk->IsOf(entry->Map)) {
+    steps_.Record(index, before, entry->Map);
+  } else {
+    steps_.DropEntry(index);
+  }
+  TellRead(index, result == 0 || clearEdited);
+  return result;
+}
+
+int Document::ReadAfresh(int index, OnFailure onFailure, bool clearEdited) {
+  const std::lock_guard locked(*this);
+  CloseStroke();
+  SyllableEntry* const entry = At(index);
+  if (!entry) return -1;
+  steps_.DropEntry(index);
+  const int result = LoadPair(*entry, onFailure);
+  TellRead(index, result == 0 || clearEdited);
+  return result;
+}
+
+// One that could not be read stays as edited as it was, unless it is said to be clean.
+void Document::TellRead(int index, bool isClean) {
+  EntryChange told{.Index = index, .Facts = EntryChange::Replaced | EntryChange::Saved};
+  if (isClean) told.Facts |= EntryChange::Touched;
+  if (isClean && SetEditedMark(index, false)) told.Facts |= EntryChange::Edited;
+  Tell(std::move(told));
+}
+
+int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error) {
+  const std::lock_guard locked(*this);
+  CloseStroke();
+  SyllableEntry* const entry = At(index);
+  if (!entry) return -1;
+  if (const int result = files_.Save(entry->Map, entry->Path, error); result != 0) return result;
+  try {
+    entry->OnDisk.emplace(entry->Map);
+  } catch (const std::exception&) {
+    steps_.Clear();  // nothing could tell whether a step back leads to what the file holds
+    entry->OnDisk.reset();
+  }
+  ++savedCount_;
+  const bool changed = SetEditedMark(index, false);
+  Tell({.Index = index, .Facts = changed ? EntryChange::Edited | EntryChange::Touched : EntryChange::Touched});
+  if (deleteAnalysis) files_.DeleteAnalysis(entry->Path);
+  return 0;
+}
+
+// Behind a save that failed it shows what did not reach the file; users know it as the state of the last attempt. What
+// the file holds is kept apart from it then.
+void Document::RenewSaved(int index) {
+  const std::lock_guard locked(*this);
+  SyllableEntry* const entry = At(index);
+  if (!entry) return;
+  try {
+    if (!entry->OnDisk) entry->OnDisk.emplace(entry->SavedMap);
+    entry->Map.CopyTo(entry->SavedMap);
+  } catch (const std::exception&) {
+    entry->SavedMap.Clear();  // memory does not hold it twice: no second curve
+  }
+  if (entry->OnDisk && entry->OnDisk->IsOf(entry->SavedMap)) entry->OnDisk.reset();
+  Tell({.Index = index, .Facts = EntryChange::Saved});
+}
+
+bool Document::Remove(int index) {
+  const std::lock_guard locked(*this);
+  const SyllableEntry* const entry = At(index);
+  if (!entry || !files_.Delete(entry->Path)) return false;
+  SetHasMap(index, false, 0);
+  return true;
+}

@@ -1,0 +1,39 @@
+// Document: the marks that a check leaves, and what becomes of them.
+#include <utility>
+
+#include "document/document.h"
+
+void Document::Mark(int index, const std::function<void(FrqMap&)>& mark, bool tell) {
+  const std::lock_guard locked(*this);
+  SyllableEntry* const entry = At(index);
+  if (!entry) return;
+  mark(entry->Map);
+  if (tell) Tell({.Index = index, .Facts = EntryChange::Marks});
+}
+
+// With marks, but no run at the position, the average is computed anew all the same, whatever it was, and the entry is
+// edited. Marks that are ended change nothing that a file holds.
+bool Document::ApplyMarks(Gesture gesture, int index, SampleCount position, bool apply) {
+  const Scope scope(*this, gesture);
+  const bool many = gesture == Gesture::ModifyAll || gesture == Gesture::IgnoreAll;
+  SyllableEntry* const entry = At(index);
+  if (!entry || !entry->Map.HasMarks) return false;
+  const std::optional<MapBefore> before = Recorder::Remember(entry->Map);
+  entry->Map.ApplyMarks(position, apply);
+  EntryChange told{.Index = index, .Facts = EntryChange::Frames | EntryChange::Marks, .OneOfMany = many};
+  if (apply) {
+    entry->Map.Average = entry->Map.ComputeAverage(-1);
+    told.Facts |= EntryChange::Key | EntryChange::Touched;
+    if (SetEditedMark(index, true)) told.Facts |= EntryChange::Edited;
+  }
+  steps_.Record(index, before, entry->Map);
+  Tell(std::move(told));
+  return true;
+}
+
+void Document::ApplyAllMarks(bool apply) {
+  const Gesture gesture = apply ? Gesture::ModifyAll : Gesture::IgnoreAll;
+  const Scope scope(*this, gesture);
+  for (int index = 0; index < std::ssize(entries_); ++index) ApplyMarks(gesture, index, -1, apply);
+  told_.many = true;
+}

@@ -1,0 +1,26 @@
+// Where the maps of a document come from and go to.
+//
+// The document calls this under its lock: an implementation sends nothing to a window and waits for no other thread.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "frqmap/frqmap.h"
+
+class DocumentFiles {
+ public:
+  virtual ~DocumentFiles() = default;
+
+  // Reads the map of a wave. 0, or nonzero with the map cleared. May throw std::bad_alloc.
+  virtual int Load(FrqMap& map, const std::wstring& wavePath) = 0;
+
+  // Writes it. 0, or nonzero with the system's code in `error`, which is 0 where no file was touched.
+  virtual int Save(FrqMap& map, const std::wstring& wavePath, std::uint32_t& error) = 0;
+
+  // Deletes the map with all that belongs to it. False if the map itself stayed.
+  virtual bool Delete(const std::wstring& wavePath) = 0;
+
+  // Deletes the resampler's analysis beside the wave, which is out of date with a saved map.
+  virtual void DeleteAnalysis(const std::wstring& wavePath) = 0;
+};

@@ -1,0 +1,30 @@
+// What a user would take back at once, and how a menu names it.
+#pragma once
+
+#include <cstdint>
+
+// In the order of the names in the string table.
+enum class Gesture : std::uint8_t {
+  Stroke,
+  Erase,
+  DragKey,
+  Flatten,
+  SetFrequency,
+  Triple,
+  Double,
+  Unvoice,
+  Halve,
+  Third,
+  Interpolate,
+  KeyFromSelection,
+  TypeKey,
+  ReloadSelection,
+  Reload,
+  ReloadAll,
+  Modify,
+  Ignore,
+  ModifyAll,
+  IgnoreAll,
+};
+
+inline constexpr int kGestureCount = static_cast<int>(Gesture::IgnoreAll) + 1;

@@ -1,0 +1,29 @@
+#include "document/mapimage.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+
+namespace {
+
+// A NaN that a file held equals itself here, and 0.0 is not -0.0.
+bool SameBits(double a, double b) {
+  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+}  // namespace
+
+MapImage::MapImage(const FrqMap& map) : hop_(map.Hop), average_(map.Average), frequencies_(map.Frames.size()) {
+  std::ranges::transform(map.Frames, frequencies_.begin(), &FrqFrame::Frequency);
+}
+
+bool MapImage::IsOf(const FrqMap& map) const {
+  if (!map.Loaded || map.Hop != hop_ || (!map.DerivedAverage && !SameBits(map.Average, average_))) return false;
+  return std::ranges::equal(map.Frames, frequencies_, SameBits, &FrqFrame::Frequency);
+}
+
+bool HaveSameImage(const FrqMap& a, const FrqMap& b) {
+  if (!a.Loaded || !b.Loaded || a.Hop != b.Hop) return false;
+  if (!a.DerivedAverage && !SameBits(a.Average, b.Average)) return false;
+  return std::ranges::equal(a.Frames, b.Frames, SameBits, &FrqFrame::Frequency, &FrqFrame::Frequency);
+}

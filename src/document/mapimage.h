@@ -1,0 +1,25 @@
+// What of a map its file holds and an edit can change: enough to tell whether the map is saved.
+//
+// Levels, hop and names are no part of it, since no edit touches them.
+#pragma once
+
+#include <vector>
+
+#include "frqmap/frqmap.h"
+
+class MapImage {
+ public:
+  // Throws std::bad_alloc.
+  explicit MapImage(const FrqMap& map);
+
+  // Bit for bit; the average counts only where the file kind holds one.
+  bool IsOf(const FrqMap& map) const;
+
+ private:
+  SampleCount hop_;
+  double average_;
+  std::vector<double> frequencies_;
+};
+
+// The same of two maps in memory.
+bool HaveSameImage(const FrqMap& a, const FrqMap& b);

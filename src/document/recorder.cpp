@@ -1,0 +1,94 @@
+#include "document/recorder.h"
+
+#include <exception>
+#include <utility>
+
+bool Recorder::Begin(Gesture gesture) {
+  if (open_) return false;
+  open_.emplace(OpenGesture{gesture, {}, false});
+  return true;
+}
+
+void Recorder::End() {
+  OpenGesture gesture = std::move(*open_);
+  open_.reset();
+  if (gesture.Lost) return ClearSteps();
+  if (gesture.Maps.empty()) return;
+  try {
+    steps_.Add({gesture.What, std::move(gesture.Maps)});
+    changed_ = true;
+  } catch (const std::exception&) {
+    ClearSteps();
+  }
+}
+
+std::optional<MapBefore> Recorder::Remember(const FrqMap& map) {
+  try {
+    return MapBefore(map);
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
+void Recorder::Record(int entry, const std::optional<MapBefore>& before, const FrqMap& map) {
+  try {
+    if (before && before->Frames().size() == map.Frames.size()) {
+      MapChange change(entry, *before, map);
+      if (!change.IsNone()) open_->Maps.push_back(std::move(change));
+      return;
+    }
+  } catch (const std::exception&) {
+    // as for a map that could not be remembered
+  }
+  open_->Lost = true;
+}
+
+void Recorder::BeginStroke(Gesture gesture, int entry, const FrqMap& map) {
+  stroke_.emplace(OpenStroke{gesture, entry, Remember(map)});
+  changed_ = true;
+}
+
+void Recorder::EndStroke(const FrqMap& map) {
+  const OpenStroke stroke = std::move(*stroke_);
+  stroke_.reset();
+  changed_ = true;
+  Begin(stroke.What);
+  Record(stroke.Entry, stroke.Before, map);
+  End();
+}
+
+std::optional<Gesture> Recorder::UndoGesture() const {
+  if (stroke_) return stroke_->What;
+  const Step* const step = steps_.NextUndo();
+  return step ? std::optional(step->What) : std::nullopt;
+}
+
+void Recorder::Move(bool redo) {
+  changed_ = true;
+  try {
+    redo ? steps_.MoveToDone() : steps_.MoveToUndone();
+  } catch (const std::exception&) {
+    steps_.Clear();
+  }
+}
+
+void Recorder::DropEntry(int entry) {
+  if (StrokeEntry() == entry) stroke_.reset();
+  if (open_) std::erase_if(open_->Maps, [entry](const MapChange& change) { return change.Entry() == entry; });
+  steps_.DropEntry(entry);
+  changed_ = true;
+}
+
+void Recorder::Clear() {
+  stroke_.reset();
+  ClearSteps();
+}
+
+void Recorder::ClearSteps() {
+  steps_.Clear();
+  changed_ = true;
+}
+
+bool Recorder::TakeChanged() {
+  return std::exchange(changed_, false);
+}

@@ -1,0 +1,63 @@
+// Recorder: what of a gesture becomes a step, from its first change to its end, and the steps that there are.
+//
+// A gesture is open for the time of one call of the document, a stroke over many; only one of both at a time. Where
+// memory does not hold a step the gesture stands all the same, and the history begins anew.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "document/history.h"
+#include "document/step.h"
+
+class Recorder {
+ public:
+  // True if this is the outermost gesture, which the same caller ends.
+  bool Begin(Gesture gesture);
+  void End();
+  bool IsOpen() const { return open_.has_value(); }
+
+  // A map as it is before a change; none where memory does not hold it.
+  static std::optional<MapBefore> Remember(const FrqMap& map);
+  // The difference of the entry's map goes into the open gesture.
+  void Record(int entry, const std::optional<MapBefore>& before, const FrqMap& map);
+
+  void BeginStroke(Gesture gesture, int entry, const FrqMap& map);
+  // With the map of its entry.
+  void EndStroke(const FrqMap& map);
+  // -1 without a stroke.
+  int StrokeEntry() const { return stroke_ ? stroke_->Entry : -1; }
+
+  // What would be undone: an open stroke ends then.
+  std::optional<Gesture> UndoGesture() const;
+  const Step* Next(bool redo) const { return redo ? steps_.NextRedo() : steps_.NextUndo(); }
+  // That step has been done again, or undone.
+  void Move(bool redo);
+
+  // The map of an entry is another one: its steps go, and what was recorded of it in an open gesture.
+  void DropEntry(int entry);
+  void Clear();
+
+  std::size_t Bytes() const { return steps_.Bytes(); }
+  // Whether anything of what this answers has changed since the last call.
+  bool TakeChanged();
+
+ private:
+  struct OpenGesture {
+    Gesture What;
+    std::vector<MapChange> Maps;
+    bool Lost;  // memory did not hold its step
+  };
+  struct OpenStroke {
+    Gesture What;
+    int Entry;
+    std::optional<MapBefore> Before;
+  };
+
+  void ClearSteps();
+
+  std::optional<OpenGesture> open_;
+  std::optional<OpenStroke> stroke_;
+  History steps_;
+  bool changed_ = false;
+};

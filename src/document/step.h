@@ -1,0 +1,96 @@
+// A step of the history: what one gesture has changed, to be taken back and done again bit for bit.
+//
+// A step holds differences and no maps, so that it costs what was changed and not what there is.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "document/gesture.h"
+#include "frqmap/frqmap.h"
+
+// Of one frame its frequency with its voice, or its mark with the suggestion, or both where the frame has taken the
+// suggestion. 24 bytes, of which a step may hold millions.
+struct FrameChange {
+  enum Kind : std::uint32_t { Frequency, MarkGone, MarkSet, Taken };
+
+  std::uint32_t Frame : 28;
+  std::uint32_t What : 2;
+  std::uint32_t VoicedBefore : 1;
+  std::uint32_t VoicedAfter : 1;
+  std::uint32_t Mark;  // that is gone, taken or set
+  double Before;       // [Hz] frequency; of a mark its suggestion
+  double After;        // [Hz] frequency; of Taken the suggestion as well
+};
+static_assert(sizeof(FrameChange) == 24);
+
+// Of a control point of a .vs4ufrq project what an edit sets.
+struct PointValue {
+  std::int32_t Pitch = 0;
+  std::int32_t HasPitch = 0;
+  double Dynamics = 0.0;
+};
+struct PointChange {
+  std::uint32_t Point;
+  PointValue Before;
+  PointValue After;
+};
+
+// A map as it was when a gesture began.
+class MapBefore {
+ public:
+  // Throws std::bad_alloc.
+  explicit MapBefore(const FrqMap& map);
+
+  const std::vector<FrqFrame>& Frames() const { return frames_; }
+  const std::vector<PointValue>& Points() const { return points_; }
+  double Average() const { return average_; }
+  bool Modified() const { return modified_; }
+
+ private:
+  std::vector<FrqFrame> frames_;
+  std::vector<PointValue> points_;
+  double average_;
+  bool modified_;
+};
+
+class MapChange {
+ public:
+  // The difference of a map of as many frames to what it was. Throws std::bad_alloc.
+  MapChange(int entry, const MapBefore& before, const FrqMap& after);
+
+  // Index of the syllable.
+  int Entry() const { return entry_; }
+  // Nothing that a user could take back: that a frame was set to what it was is no difference.
+  bool IsNone() const;
+  bool HasKey() const;
+  bool HasMarks() const;
+  // In ascending order; a frame with two changes comes once.
+  std::vector<int> ChangedFrames() const;
+  std::size_t Bytes() const;
+
+  // Whether the map is as this change has left it (or, `undone`, as it has found it), so that the other state can be
+  // brought back.
+  bool Fits(const FrqMap& map, bool undone) const;
+  // Brings back the state before (or, with `redo`, the one after). The map fits.
+  void Apply(FrqMap& map, bool redo) const;
+
+ private:
+  void AddFrame(std::uint32_t index, const FrqFrame& before, const FrqFrame& after);
+  void ApplyToFrame(FrqFrame& frame, const FrameChange& change, bool redo) const;
+
+  int entry_;
+  SampleCount frameCount_;
+  bool modifiedBefore_, modifiedAfter_;
+  double averageBefore_, averageAfter_;
+  std::vector<FrameChange> frames_;
+  std::vector<PointChange> points_;
+};
+
+struct Step {
+  Gesture What;
+  std::vector<MapChange> Maps;  // in the order in which they were changed
+
+  std::size_t Bytes() const;
+};

@@ -1,0 +1,29 @@
+// SyllableEntry: what the document holds of one wave and its map.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "document/mapimage.h"
+#include "frqmap/frqmap.h"
+
+// HasMap false implies that both maps are empty, without marks, and that the entry is not Edited.
+struct SyllableEntry {
+  std::wstring Path;                // full path of the wave
+  FrqMap Map;                       // what the user sees and edits; empty until first needed
+  FrqMap SavedMap;                  // Map as it was last loaded or saved; its only source is Map.CopyTo
+  std::uint32_t FrameEstimate = 0;  // frames of the map, known without loading it; 0 without a map
+  bool HasMap = false;              // a map of the working kind exists for the wave
+  bool Edited = false;              // Map has changes that no file holds; Map.Modified does not count for this
+
+  // What the file holds, where SavedMap does not say it: behind a save that failed, or one of many.
+  std::optional<MapImage> OnDisk;
+};
+
+// What is known of a syllable when its folder has been looked through.
+struct FoundSyllable {
+  std::wstring Path;
+  std::uint32_t FrameEstimate = 0;
+  bool HasMap = false;
+};
