@@ -1,69 +1,45 @@
 #include "frqmap/mrqstore.h"
 
-#include <shlwapi.h>
-
 #include <algorithm>
-#include <array>
-#include <ctime>
-#include <mutex>
-#include <string_view>
+#include <chrono>
 #include <utility>
 
-#include "frqmap/mrqstream.h"
+#include "base/path.h"
 
 namespace {
 
-using Lock = std::lock_guard<CriticalSection>;
-using PathBuffer = std::array<wchar_t, MAX_PATH>;
+using Lock = std::lock_guard<std::recursive_mutex>;
 
 // Empty if the path becomes too long.
-std::wstring Combined(const std::wstring& folder, const std::wstring& name) {
-  PathBuffer path{};
-  return PathCombineW(path.data(), folder.c_str(), name.c_str()) ? path.data() : L"";
-}
-
 std::wstring MrqPathIn(const std::wstring& folder) {
-  return Combined(folder, L"desc.mrq");
+  return PathSeenFrom(folder, L"desc.mrq");
 }
 
 std::wstring MrqPathOf(const std::wstring& key) {
-  std::wstring folder = key;
-  PathRemoveFileSpecW(folder.data());
-  return MrqPathIn(folder.c_str());
+  return MrqPathIn(FolderOf(key));
 }
 
 // The name in the file; what stands behind a last dot of the key is lost on the way.
 std::u16string NameOf(const std::wstring& key) {
-  PathBuffer name{};
-  lstrcpynW(name.data(), PathFindFileNameW(key.c_str()), static_cast<int>(name.size()));
-  PathRenameExtensionW(name.data(), L".wav");
-  const std::wstring_view wide(name.data());
-  return std::u16string(wide.begin(), wide.end());
+  const std::wstring name = PathWithExtension(FileNameOf(key).substr(0, kPathLimit), L".wav");
+  return std::u16string(name.begin(), name.end());
 }
 
-// Empty if the path becomes too long.
+// Empty if the path becomes too long. Some writers let a zero end the name.
 std::wstring KeyOf(const std::wstring& folder, const std::u16string& name) {
-  std::wstring key = Combined(folder, std::wstring(name.begin(), name.end()));
-  PathRemoveExtensionW(key.data());
-  return key.c_str();
-}
-
-// A key that ends like a name with an extension names the file itself that is deleted here.
-void DeleteAnalysisOf(const std::wstring& key) {
-  PathBuffer path{};
-  lstrcpynW(path.data(), key.c_str(), static_cast<int>(path.size()));
-  PathAddExtensionW(path.data(), L".wav.llsm");
-  DeleteFileW(path.data());
+  const auto end = std::ranges::find(name, u'\0');
+  return PathWithoutExtension(PathSeenFrom(folder, std::wstring(name.begin(), end)));
 }
 
 }  // namespace
 
 std::int32_t MrqStore::PresentTime() {
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(_time64(nullptr)));
+  const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+  return static_cast<std::int32_t>(std::chrono::floor<std::chrono::seconds>(sinceEpoch).count());
 }
 
 int MrqStore::LoadFolder(const std::wstring& folder) {
-  if (std::optional<MrqFile> file = OpenMrqFile(MrqPathIn(folder), MrqMode::Read)) {
+  if (const auto file = Files.Open(MrqPathIn(folder), MrqMode::Read)) {
     ReadAllMrqEntries(*file, [&](const std::u16string& name, MrqEntry&& entry) {
       const std::wstring key = KeyOf(folder, name);
       if (!key.empty()) SetEntry(key, std::move(entry));
@@ -74,7 +50,7 @@ int MrqStore::LoadFolder(const std::wstring& folder) {
 }
 
 int MrqStore::AddFolder(const std::wstring& folder) {
-  if (HasFolder(folder) || !OpenMrqFile(MrqPathIn(folder), MrqMode::Create)) return -1;
+  if (HasFolder(folder) || !Files.Open(MrqPathIn(folder), MrqMode::Create)) return -1;
   EnterFolder(folder);
   return 0;
 }
@@ -113,7 +89,7 @@ int MrqStore::SaveEntry(const std::wstring& key, const MrqEntry& entry) {
 
 int MrqStore::Write(const std::wstring& key, const MrqEntry& entry) {
   const Lock lock(FileLock);
-  std::optional<MrqFile> file = OpenMrqFile(MrqPathOf(key), MrqMode::Patch);
+  const auto file = Files.Open(MrqPathOf(key), MrqMode::Patch);
   return file && WriteMrqEntry(*file, NameOf(key), entry, Now()) ? 0 : -1;
 }
 
@@ -123,13 +99,14 @@ int MrqStore::RemoveEntry(const std::wstring& key) {
     Entries.erase(key);
   }
   KillInFile(key);
-  DeleteAnalysisOf(key);
+  // A key that ends like a name with an extension names the file itself that is deleted here.
+  if (key.size() <= kPathLimit) Files.Delete(PathWithAddedExtension(key, L".wav.llsm"));
   return 0;
 }
 
 void MrqStore::KillInFile(const std::wstring& key) {
   const Lock lock(FileLock);
-  std::optional<MrqFile> file = OpenMrqFile(MrqPathOf(key), MrqMode::Patch);
+  const auto file = Files.Open(MrqPathOf(key), MrqMode::Patch);
   if (!file) return;
   if (const std::optional<MrqHead> head = FindMrqEntry(*file, NameOf(key))) KillMrqEntry(*file, *head);
 }
@@ -156,6 +133,11 @@ void MrqStore::CompactFiles() {
   const Lock folders(FoldersLock);
   for (const std::wstring& folder : Folders) {
     const Lock file(FileLock);
-    CompactMrqFile(MrqPathIn(folder), Now());
+    CompactMrqFile(MrqPathIn(folder), Now(), Files);
   }
+}
+
+int CompactMrqFile(const std::wstring& path, std::int32_t timestamp, MrqAccess& files) {
+  const auto file = files.Open(path, MrqMode::Patch);
+  return file ? CompactMrqEntries(*file, timestamp) : 0;
 }

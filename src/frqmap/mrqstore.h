@@ -9,30 +9,14 @@
 // is written as the entry ka.wav, which reads back under ...\ka. Users' files are like that.
 #pragma once
 
-#include <windows.h>
-
 #include <cstdint>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "frqmap/mrqfile.h"
-
-// May be taken again by the thread that holds it.
-class CriticalSection {
- public:
-  CriticalSection() { InitializeCriticalSection(&section_); }
-  ~CriticalSection() { DeleteCriticalSection(&section_); }
-  CriticalSection(const CriticalSection&) = delete;
-  CriticalSection& operator=(const CriticalSection&) = delete;
-
-  void lock() { EnterCriticalSection(&section_); }
-  void unlock() { LeaveCriticalSection(&section_); }
-
- private:
-  CRITICAL_SECTION section_;
-};
+#include "frqmap/mrqaccess.h"
 
 class MrqStore {
  public:
@@ -40,7 +24,7 @@ class MrqStore {
   using Clock = std::int32_t (*)();
   static std::int32_t PresentTime();
 
-  explicit MrqStore(Clock clock = &PresentTime) : Now(clock) {}
+  explicit MrqStore(Clock clock = &PresentTime, MrqAccess& files = MrqDisk()) : Now(clock), Files(files) {}
 
   // Reads the folder's file, if there is one, on top of what is kept, and enters the folder. Always 0. A damaged file
   // gives the entries that can be read.
@@ -83,9 +67,14 @@ class MrqStore {
   void KillInFile(const std::wstring& key);
 
   const Clock Now;
+  MrqAccess& Files;
   std::map<std::wstring, MrqEntry> Entries;
   std::vector<std::wstring> Folders;
-  CriticalSection FileLock;  // from before a file is opened for writing until it is closed
-  mutable CriticalSection EntriesLock;
-  mutable CriticalSection FoldersLock;
+  std::recursive_mutex FileLock;  // from before a file is opened for writing until it is closed
+  mutable std::recursive_mutex EntriesLock;
+  mutable std::recursive_mutex FoldersLock;
 };
+
+// The file without its dead entries, see CompactMrqEntries. Also 0 for a file that cannot be opened; one that was not
+// there then is, with a header alone.
+int CompactMrqFile(const std::wstring& path, std::int32_t timestamp, MrqAccess& files = MrqDisk());

@@ -21,6 +21,15 @@ bool IsAll(DWORD done, std::size_t size, DWORD error) {
   return false;
 }
 
+class Disk : public MrqAccess {
+ public:
+  std::unique_ptr<MrqStream> Open(const std::wstring& path, MrqMode mode) override {
+    std::optional<MrqFile> file = OpenMrqFile(path, mode);
+    return file ? std::make_unique<MrqFile>(std::move(*file)) : nullptr;
+  }
+  void Delete(const std::wstring& path) override { DeleteFileW(path.c_str()); }
+};
+
 }  // namespace
 
 std::int64_t MrqFile::Size() const {
@@ -69,7 +78,7 @@ std::optional<MrqFile> OpenMrqFile(const std::wstring& path, MrqMode mode) {
   return file;
 }
 
-int CompactMrqFile(const std::wstring& path, std::int32_t timestamp) {
-  std::optional<MrqFile> file = OpenMrqFile(path, MrqMode::Patch);
-  return file ? CompactMrqEntries(*file, timestamp) : 0;
+MrqAccess& MrqDisk() {
+  static Disk disk;
+  return disk;
 }

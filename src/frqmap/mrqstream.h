@@ -1,4 +1,4 @@
-// desc.mrq files on the disk: opening, reading and writing in place, compaction.
+// desc.mrq files on the disk: opening, reading and writing in place.
 //
 // A file is open only for the time of one operation, and lets the resampler read and write it meanwhile.
 #pragma once
@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "base/handle.h"
-#include "frqmap/mrqfile.h"
+#include "frqmap/mrqaccess.h"
 
 class MrqFile : public MrqStream {
  public:
@@ -24,15 +24,5 @@ class MrqFile : public MrqStream {
   FileHandle file_;
 };
 
-enum class MrqMode {
-  Read,    // a file that is there
-  Create,  // makes sure of a file, which then may be of 0 bytes: the header comes with the first Patch
-  Patch,   // reads and writes; makes the file with its header if need be
-};
-
 // None, with the reason in GetLastError, if the file cannot be opened in that mode or is larger than 64 MiB.
 std::optional<MrqFile> OpenMrqFile(const std::wstring& path, MrqMode mode);
-
-// The file without its dead entries, see CompactMrqEntries. Also 0 for a file that cannot be opened; one that was not
-// there then is, with a header alone.
-int CompactMrqFile(const std::wstring& path, std::int32_t timestamp);
