@@ -1,0 +1,21 @@
+// The map files of a voicebank in the kind at work: what a document loads from and saves to.
+#pragma once
+
+#include <atomic>
+
+#include "document/documentfiles.h"
+#include "frqmap/mrqstore.h"
+
+class VoicebankFiles : public DocumentFiles {
+ public:
+  // The kind at work. The main thread writes it when the resampler changes, which takes effect with the next load.
+  std::atomic<FrqType> Kind = FrqTypeFrq;
+
+  // The entries of desc.mrq files, for the kind that keeps its maps there. It has locks of its own.
+  MrqStore Store;
+
+  int Load(FrqMap& map, const std::wstring& wavePath) override;
+  int Save(FrqMap& map, const std::wstring& wavePath, std::uint32_t& error) override;
+  bool Delete(const std::wstring& wavePath) override;
+  void DeleteAnalysis(const std::wstring& wavePath) override;
+};
