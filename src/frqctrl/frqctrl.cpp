@@ -1,22 +1,23 @@
-// CFrqCtrl: its messages and its state. Scrolling, painting and the curve have sources of their own.
 #include "frqctrl/frqctrl.h"
 
-#include <algorithm>
-#include <string_view>
+#include <mutex>
+#include <string>
 
-ScreenScale CurrentScreenScale() {
-  // A screen that tells nothing is taken as an ordinary one: with a factor of 0 no column would ever end.
-  const auto scale = [](int dotsPerInch) { return dotsPerInch > 0 ? dotsPerInch / 96.0 : 1.0; };
-  const HDC screen = GetDC(nullptr);
-  const ScreenScale result{scale(GetDeviceCaps(screen, LOGPIXELSX)), scale(GetDeviceCaps(screen, LOGPIXELSY))};
-  ReleaseDC(nullptr, screen);
-  return result;
-}
+#include "base/text.h"
+#include "frqctrl/specbrightnessctrl.h"
+#include "resources/ids.h"
 
-CFrqCtrl::CFrqCtrl() : Colors(PaletteFor(IsHighContrast())), ColorMenu(MakeColorMenu()) {
+namespace {
+
+constexpr UINT_PTR kCursorTimer = 100;
+constexpr UINT kCursorMs = 100;
+
+}  // namespace
+
+CFrqCtrl::CFrqCtrl() {
   const ScreenScale scale = CurrentScreenScale();
-  Geometry.DpiScaleX = scale.X;
-  Geometry.DpiScaleY = scale.Y;
+  Model.Geometry.DpiScaleX = scale.X;
+  Model.Geometry.DpiScaleY = scale.Y;
 }
 
 const wchar_t* CFrqCtrl::GetWindowClassName() const {
@@ -32,120 +33,97 @@ UINT CFrqCtrl::GetClassStyle(UINT defaultStyle) const {
   return defaultStyle | CS_DBLCLKS;
 }
 
+void CFrqCtrl::OnClassRegistered() const {
+  RegisterControl<CSpecBrightnessCtrl>();
+}
+
+// Long because it is a table.
 LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   const int number = static_cast<int>(wParam);
+  const bool on = wParam != 0;
   switch (message) {
-    case FCM_TOGGLEBRIGHTNESS: return OnToggleBrightness();
-    case FCM_COLORMENU: return OnColorMenu();
-    case FCM_SETMAPS: return SetMaps(reinterpret_cast<const FrqMap*>(wParam), reinterpret_cast<FrqMap*>(lParam));
-    case FCM_SETSELECTION: return SetSelection({reinterpret_cast<const int*>(lParam), lParam ? wParam : 0});
-    case FCM_STEPZOOM: return StepZoom(wParam != 0);
+    case FCM_TOGGLEBRIGHTNESS: Children.ToggleTrackbar(Model.Brightness); break;
+    case FCM_COLORMENU: Children.OpenColorMenu(Model.ColorTable); break;
+    case FCM_SETMAPS: SetMaps(reinterpret_cast<const FrqMap*>(wParam), reinterpret_cast<FrqMap*>(lParam)); break;
+    case FCM_SETEDITING: SetEditing(reinterpret_cast<MapEditing*>(lParam)); break;
+    case FCM_SETSELECTION: SetSelection({reinterpret_cast<const int*>(lParam), lParam ? wParam : 0}); break;
+    case FCM_STEPZOOM: Viewport.StepZoom(on); break;
     case FCM_GETZOOMCOUNT: return kZoomCount;
-    case FCM_GETZOOM: return Geometry.Zoom;
-    case FCM_SETZOOM: return SetZoom(number);
+    case FCM_GETZOOM: return Model.Geometry.Zoom;
+    case FCM_SETZOOM: Viewport.SetZoom(number); break;
     case FCM_DROPLAYER:
-    case FCM_EVICTLAYER: return OnDropLayer();
-    case FCM_SETTHUMBNAIL: return SetThumbnail(wParam != 0);
-    case FCM_SETAUTOSIZE: return SetAutoSize(wParam != 0);
-    case FCM_SETLAYERLIST: return SetLayerList(reinterpret_cast<LayerEvictionList*>(lParam));
-    case FCM_SETLIMITS: return SetLimits(reinterpret_cast<double*>(wParam), reinterpret_cast<double*>(lParam));
-    case FCM_SETREADONLY: return SetReadOnly(wParam != 0);
-    case FCM_SETSCROLLCOLUMN: return SetScrollColumn(number);
-    case FCM_SETWAVEPATH: return SetWavePath(reinterpret_cast<const wchar_t*>(lParam));
-    case FCM_SETKIND: return SetKind(static_cast<FrqType>(number));
+    case FCM_EVICTLAYER: DropLayer(); break;
+    case FCM_SETTHUMBNAIL: SetThumbnail(on); break;
+    case FCM_SETAUTOSIZE: SetAutoSize(on); break;
+    case FCM_SETLAYERLIST: Layer.SetList(reinterpret_cast<LayerEvictionList*>(lParam)); break;
+    case FCM_SETLIMITS: Model.SetLimits(reinterpret_cast<double*>(wParam), reinterpret_cast<double*>(lParam)); break;
+    case FCM_SETREADONLY: Model.ReadOnly = on; break;
+    case FCM_SETSCROLLCOLUMN: Viewport.SetScrollColumn(number); break;
+    case FCM_SETWAVEPATH: Spectrum.SetWave(reinterpret_cast<const wchar_t*>(lParam)); break;
+    case FCM_SETKIND: Model.Kind = static_cast<FrqType>(number); break;
     case FCM_SETVIEWMODE: return SetViewMode(number);
-    case FCM_GETVIEWMODE: return ViewMode;
-    case FCM_SETBRIGHTNESS: return SetBrightness(number);
-    case FCM_GETBRIGHTNESS: return Brightness;
-    case FCM_SETCOLORTABLE: return SetColorTable(number);
-    case FCM_GETCOLORTABLE: return ColorTable;
+    case FCM_GETVIEWMODE: return Model.ViewMode;
+    case FCM_SETBRIGHTNESS: SetBrightness(number); break;
+    case FCM_GETBRIGHTNESS: return Model.Brightness;
+    case FCM_SETCOLORTABLE: SetColorTable(number); break;
+    case FCM_GETCOLORTABLE: return Model.ColorTable;
+    case WM_CAPTURECHANGED: OnCaptureChanged(reinterpret_cast<HWND>(lParam)); break;
     default: return CCtrlBase::OnMessage(window, message, wParam, lParam);
   }
+  return 0;
+}
+
+LRESULT CFrqCtrl::OnCreate(CREATESTRUCTW*) {
+  Children.Create(Hwnd, Model.Geometry, Model.Brightness);
+  SetTimer(Hwnd, kCursorTimer, kCursorMs, nullptr);
+  return 0;
+}
+
+// A control that goes is not sent to any more.
+LRESULT CFrqCtrl::OnDestroy() {
+  Mouse.EndDrag();
+  Layer.Leave(Hwnd);
+  return CCtrlBase::OnDestroy();
 }
 
 LRESULT CFrqCtrl::OnSize(WPARAM, int, int) {
-  return OnDropLayer();
-}
-
-LRESULT CFrqCtrl::OnDropLayer() {
   DropLayer();
   return 0;
 }
 
-LRESULT CFrqCtrl::SetMaps(const FrqMap* reference, FrqMap* map) {
-  // The same map again means that its content is new. Its saved state is not taken here: the editor changes that one
-  // in place, and a sender that shows the map once more need not know it.
-  if (map && map == Map) {
-    RebuildNow();
-    return 0;
+bool CFrqCtrl::Draw(HDC dc, const RECT& client) {
+  // Under the box that tells of a failed analysis the layer is about to be built.
+  if (Spectrum.IsAnalyzing()) return false;
+  Painter.LayOut(dc, client);
+  // Ahead of the lock: the analysis may take seconds and show a box.
+  const bool newLayer = !Layer;
+  const PixelRect& plot = Model.Geometry.PlotRect;
+  if (newLayer && Model.ShowsSpectrum() && plot.left < plot.right) Spectrum.Ensure(Hwnd);
+  const std::wstring caption = WindowText(Hwnd);
+  {
+    const std::lock_guard reading(Editing());
+    const auto draw = [&](HDC layer, PixelBitmap& pixels) { Painter.DrawLayer(layer, pixels, client); };
+    if (newLayer && !Layer.Build(dc, client, draw)) return false;
+    Layer.CopyTo(dc, client);
+    Painter.DrawMap(dc, client);
+    Painter.DrawCaption(dc, client, caption);
   }
-  Map = map;
-  ReferenceMap = reference;
-  Geometry.ScrollColumn = 0;
-  if (!map && ViewMode == 0) {
-    // The layer stays too, so that a window between two maps does not flash.
-    EnableScrollBar(Hwnd, SB_HORZ, ESB_DISABLE_BOTH);
-    return 0;
-  }
-  EnableScrollBar(Hwnd, SB_HORZ, ESB_ENABLE_BOTH);
-  const SampleCount columns = ScrollableColumns();
-  if (!Geometry.ThumbnailMode) SetUpScrollBars(columns);
-  DropLayer();
-  return 0;
+  if (newLayer) Layer.Enter(Hwnd);
+  return true;
 }
 
-LRESULT CFrqCtrl::SetSelection(std::span<const int> frames) {
-  if (!Map) return 0;
-  Map->ClearSelection();
-  for (const int index : frames) {
-    if (index >= 0 && index < ColumnCount()) Map->Frames[static_cast<std::size_t>(index)].Selected = true;
-  }
+void CFrqCtrl::Rebuild() {
+  DropLayer();
   Refresh();
-  return 0;
 }
 
-LRESULT CFrqCtrl::StepZoom(bool down) {
-  SetZoom(down ? Geometry.Zoom - 1 : Geometry.Zoom + 1);
-  Notify(FCN_ZOOMCHANGED, Geometry.Zoom);
-  return 0;
-}
-
-LRESULT CFrqCtrl::SetZoom(int zoom) {
-  Geometry.Zoom = std::clamp(zoom, 0, kZoomCount - 1);
-  RebuildNow();
-  return 0;
-}
-
-LRESULT CFrqCtrl::SetLimits(const double* upper, const double* lower) {
-  if (upper) Limits.UpperLimit = *upper;
-  if (lower) Limits.LowerLimit = *lower;
-  return 0;
-}
-
-LRESULT CFrqCtrl::SetReadOnly(bool readOnly) {
-  ReadOnly = readOnly;
-  return 0;
-}
-
-LRESULT CFrqCtrl::SetWavePath(const wchar_t* path) {
-  WavePath = std::wstring_view(path ? path : L"").substr(0, MAX_PATH - 1);
-  ForgetSpectrum();
-  return 0;
-}
-
-LRESULT CFrqCtrl::SetKind(FrqType kind) {
-  MapKind = kind;
-  return 0;
-}
-
-SampleCount CFrqCtrl::ColumnCount() const {
-  return Map ? Map->FrameCount : 0;
-}
-
-SampleCount CFrqCtrl::ScrollableColumns() {
-  if (ColumnCount() > 0 || ViewMode != 1) return ColumnCount();
-  EnsureSpectrum();
-  return static_cast<SampleCount>(Spectrum.size());
+// A thumbnail's layer is there to be given up.
+void CFrqCtrl::DropLayer() {
+  if (Model.Geometry.ThumbnailMode) {
+    Layer.GiveUp();
+  } else {
+    Layer.Drop();
+  }
 }
 
 void CFrqCtrl::Notify(FrqCtrlNotification code, LPARAM lParam) {
@@ -153,7 +131,161 @@ void CFrqCtrl::Notify(FrqCtrlNotification code, LPARAM lParam) {
   SendMessageW(GetParent(Hwnd), WM_COMMAND, MAKEWPARAM(id, code), lParam);
 }
 
-void CFrqCtrl::RebuildNow() {
+void CFrqCtrl::SetMaps(const FrqMap* reference, FrqMap* map) {
+  // The same map again means that its content is new. Its saved state is not taken here: the editor changes that one
+  // in place, and a sender that shows the map once more need not know it.
+  if (map && map == Model.Map) {
+    Rebuild();
+    return;
+  }
+  Mouse.EndDrag();
+  Model.SetMaps(reference, map);
+  if (!map && Model.ViewMode == 0) {
+    // The layer stays too, so that a window between two maps does not flash.
+    EnableScrollBar(Hwnd, SB_HORZ, ESB_DISABLE_BOTH);
+    return;
+  }
+  EnableScrollBar(Hwnd, SB_HORZ, ESB_ENABLE_BOTH);
+  const SampleCount columns = ScrollableColumns();
+  if (!Model.Geometry.ThumbnailMode) Viewport.SetUpBars(columns);
   DropLayer();
+}
+
+SampleCount CFrqCtrl::ScrollableColumns() {
+  if (!Model.ScrollsOverSpectrum()) return Model.ColumnCount();
+  Spectrum.Ensure(Hwnd);
+  return static_cast<SampleCount>(Spectrum.EntryCount());
+}
+
+void CFrqCtrl::SetEditing(MapEditing* editing) {
+  Mouse.EndDrag();
+  CurrentEditing = editing ? editing : &OwnEditing;
+}
+
+void CFrqCtrl::SetSelection(std::span<const int> frames) {
+  if (!Model.Map) return;
+  Editing().Select(*Model.Map, frames);
   Refresh();
+}
+
+LRESULT CFrqCtrl::SetViewMode(int mode) {
+  if (!Model.SetViewMode(mode)) return -1;
+  Children.ShowViewMode(mode);
+  return 0;
+}
+
+void CFrqCtrl::SetBrightness(int brightness) {
+  if (!Model.SetBrightness(brightness)) return;
+  Children.ShowBrightness(brightness);
+  Rebuild();
+}
+
+void CFrqCtrl::SetColorTable(int table) {
+  if (Model.SetColorTable(table)) Rebuild();
+}
+
+void CFrqCtrl::SetThumbnail(bool on) {
+  Model.SetThumbnail(on);
+  if (!on) return;
+  KillTimer(Hwnd, kCursorTimer);  // a thumbnail has no cursor of its own, and there are thousands
+  Children.Destroy();
+}
+
+// The window takes the size of its map once; a map that comes later finds it as it is.
+void CFrqCtrl::SetAutoSize(bool on) {
+  if (on) FitWindowToMap(Hwnd, Model.ColumnCount());
+}
+
+LRESULT CFrqCtrl::OnCommand(WPARAM wParam, UINT, HWND) {
+  const int id = LOWORD(wParam);
+  if (id == IDC_TABLE_VIEW) {
+    SetViewMode(Children.ChosenViewMode());
+    Rebuild();
+  }
+  if (id >= ID_VIEW_COLOR_FIRST && id <= ID_VIEW_COLOR_LAST) SetColorTable(id - ID_VIEW_COLOR_FIRST);
+  return 0;
+}
+
+LRESULT CFrqCtrl::OnCtlColorStatic(HWND control, HDC) {
+  return TableChildren::IsTrackbar(control) ? reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_3DFACE)) : 0;
+}
+
+LRESULT CFrqCtrl::OnHScroll(UINT code, int, HWND) {
+  Viewport.OnScroll(SB_HORZ, code);
+  return 0;
+}
+
+LRESULT CFrqCtrl::OnVScroll(UINT code, int, HWND scrollBar) {
+  if (TableChildren::IsTrackbar(scrollBar)) {
+    // The trackbar is in the middle of its own message here: the rest waits until it has finished.
+    Model.Brightness = Children.ChosenBrightness();
+    PostMessageW(Hwnd, FCM_SETBRIGHTNESS, static_cast<WPARAM>(Model.Brightness), 0);
+  } else {
+    Viewport.OnScroll(SB_VERT, code);
+  }
+  return 0;
+}
+
+LRESULT CFrqCtrl::OnMouseWheel(WPARAM keys, int x, int y, int delta) {
+  const HWND parent = GetParent(Hwnd);
+  POINT point{x, y};
+  ScreenToClient(parent, &point);
+  // The wheel belongs to what is under the pointer, not to what has the focus.
+  const HWND under = ChildWindowFromPoint(parent, point);
+  if (under == Hwnd) {
+    Viewport.OnWheel(keys, delta);
+  } else if (under) {
+    PostMessageW(under, WM_MOUSEWHEEL, MAKEWPARAM(keys, delta), MAKELPARAM(x, y));
+  }
+  return 0;
+}
+
+LRESULT CFrqCtrl::OnLButtonDown(WPARAM keys, int x, int y) {
+  Mouse.PressLeft({x, y});
+  return CCtrlBase::OnLButtonDown(keys, x, y);
+}
+
+LRESULT CFrqCtrl::OnRButtonDown(WPARAM keys, int x, int y) {
+  Mouse.PressRight({x, y});
+  return CCtrlBase::OnRButtonDown(keys, x, y);
+}
+
+LRESULT CFrqCtrl::OnMouseMove(WPARAM keys, int x, int y) {
+  Mouse.Move({x, y}, LeftButtonDown || RightButtonDown);
+  return CCtrlBase::OnMouseMove(keys, x, y);
+}
+
+// Either button's release ends any drag.
+LRESULT CFrqCtrl::OnLButtonUp(WPARAM keys, int x, int y) {
+  TellThumbnailClick(LeftButtonDown);
+  Mouse.EndDrag();
+  return CCtrlBase::OnLButtonUp(keys, x, y);
+}
+
+LRESULT CFrqCtrl::OnRButtonUp(WPARAM keys, int x, int y) {
+  TellThumbnailClick(RightButtonDown);
+  Mouse.EndDrag();
+  return CCtrlBase::OnRButtonUp(keys, x, y);
+}
+
+LRESULT CFrqCtrl::OnLButtonDblClk(WPARAM, int x, int y) {
+  Mouse.DoubleClick({x, y});
+  return 0;
+}
+
+// What takes the capture away gets the release of the buttons too.
+void CFrqCtrl::OnCaptureChanged(HWND owner) {
+  if (!Mouse.IsDragging() || owner == Hwnd) return;
+  Mouse.OnCaptureChanged(owner);
+  LeftButtonDown = RightButtonDown = 0;
+}
+
+void CFrqCtrl::TellThumbnailClick(int pressed) {
+  if (Model.Geometry.ThumbnailMode && pressed == 1) NotifySelf(FCN_THUMBNAILCLICKED);
+}
+
+// Pressing Ctrl moves no mouse, so that only a timer can bring the cursor of a selection.
+LRESULT CFrqCtrl::OnTimer(UINT_PTR, LPARAM) {
+  if (!Mouse.IsDragging() && !Model.Geometry.ThumbnailMode) Mouse.UpdateCursor();
+  return 0;
 }

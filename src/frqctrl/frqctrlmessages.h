@@ -12,6 +12,7 @@
 
 class FrqMap;
 class LayerEvictionList;
+class MapEditing;
 
 enum FrqCtrlMessage : UINT {
   FCM_TOGGLEBRIGHTNESS = 32775,
@@ -38,6 +39,7 @@ enum FrqCtrlMessage : UINT {
   FCM_GETBRIGHTNESS = 32808,
   FCM_SETCOLORTABLE = 32809,
   FCM_GETCOLORTABLE = 32810,
+  FCM_SETEDITING = 32811,  // lParam: MapEditing*
 };
 
 // The children of the control.
@@ -63,6 +65,9 @@ class FrqCtrlSender {
 
   // The maps are not owned; `reference` is the last saved state, drawn behind. Repaint is the caller's.
   void SetMaps(const FrqMap* reference, FrqMap* map) const { Send(FCM_SETMAPS, Pointer(reference), Pointer(map)); }
+  // What the control writes through; not owned, null for its own again, which writes straight into the map. A drag
+  // ends.
+  void SetEditing(MapEditing* editing) const { Send(FCM_SETEDITING, 0, Pointer(editing)); }
   void SetSelection(std::span<const int> frames) const {
     Send(FCM_SETSELECTION, frames.size(), frames.empty() ? 0 : Pointer(frames.data()));
   }

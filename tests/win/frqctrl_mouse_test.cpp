@@ -3,7 +3,9 @@
 #include <commctrl.h>
 
 #include <array>
+#include <functional>
 
+#include "frqmap/mapediting.h"
 #include "resources/ids.h"
 #include "win/tablewindow.h"
 
@@ -109,6 +111,107 @@ TEST_F(FrqCtrlMouse, TheAverageIsDraggedByItsGripAndADoubleClickThereLevelsTheMa
   EXPECT_EQ(told.back().second, -1);
   EXPECT_NEAR(map_.Average, NoteToHz(70), 1e-9);
   for (const FrqFrame& frame : map_.Frames) EXPECT_EQ(frame.Frequency, map_.Average);
+}
+
+// Counts strokes, and ends one from outside after some writes, as a job or another syllable does.
+class CountingEditing : public DirectEditing {
+ public:
+  void BeginStroke(const FrqMap& map, StrokeKind kind) override {
+    ++Begun;
+    DirectEditing::BeginStroke(map, kind);
+  }
+  void EndStroke() override {
+    if (IsStrokeOpen()) ++Ended;
+    DirectEditing::EndStroke();
+  }
+  bool SetFrequency(FrqMap& map, SampleCount frame, double hz) override {
+    if (--Left < 0) EndStroke();
+    return DirectEditing::SetFrequency(map, frame, hz);
+  }
+  bool SetAverage(FrqMap& map, double hz) override {
+    if (--Left < 0) EndStroke();
+    return DirectEditing::SetAverage(map, hz);
+  }
+  // A paint reads the map under the lock, and tells nobody anything meanwhile.
+  void lock() const override { Held = true; }
+  void unlock() const override { Held = false; }
+
+  int Begun = 0, Ended = 0, Left = 1000;
+  mutable bool Held = false;
+};
+
+TEST_F(FrqCtrlMouse, AStrokeThatIsEndedFromOutsideWritesAndTellsNoMore) {
+  CountingEditing editing;
+  bool toldUnderLock = false;
+  answer = [&] { toldUnderLock |= editing.Held; };
+  control.SetEditing(&editing);
+  const std::vector<POINT> points = {{X(3), Y(40)}, {X(9), Y(40)}, {X(12), Y(40)}};
+  // The writes that are let through: none, the press alone, some columns of a move.
+  for (const int writes : {0, 1, 4}) {
+    editing.Left = writes;
+    const FrqMap before = map_;
+    told.clear();
+    Mouse(WM_LBUTTONDOWN, points[0].x, points[0].y);
+    Mouse(WM_MOUSEMOVE, points[1].x, points[1].y);
+    EXPECT_EQ(GetCapture(), nullptr) << writes;
+    Mouse(WM_MOUSEMOVE, points[2].x, points[2].y);
+    Mouse(WM_LBUTTONUP, points[2].x, points[2].y);
+    EXPECT_EQ(ToldColumns(), (writes == 0   ? std::vector<int>{}
+                              : writes == 1 ? std::vector<int>{3}
+                                            : std::vector<int>{3, 3, 4, 5}));
+    for (std::size_t i = 6; i < 20; ++i) EXPECT_EQ(map_.Frames[i].Frequency, before.Frames[i].Frequency) << i;
+  }
+  editing.Left = 1;
+  told.clear();
+  const int grip = static_cast<int>(Shown().Height - (52.37 - 24) * kCell - kCell / 2);
+  Drag({{1, grip}, {1, Y(60)}, {1, Y(70)}});
+  EXPECT_EQ(ToldCodes(), std::vector<WORD>{FCN_AVERAGECHANGED});
+  EXPECT_EQ(std::pair(editing.Begun, editing.Ended), std::pair(4, 4)) << "one for each press, and all have ended";
+  EXPECT_FALSE(toldUnderLock);
+  control.SetEditing(nullptr);
+  Drag({{X(3), Y(45)}});
+  EXPECT_EQ(editing.Begun, 4) << "its own again";
+}
+
+TEST_F(FrqCtrlMouse, ADragEndsWithItsCaptureItsMapOrItsWindow) {
+  CountingEditing editing;
+  control.SetEditing(&editing);
+  FrqMap other = ExampleMap();
+  const FrqMap untouched = other;
+  const std::function<void()> ends[] = {
+      [&] { SetCapture(sibling_); },
+      [&] { Show(&reference_, &other); },
+      // In answer to the second column of a move.
+      [&] {
+        answer = [&] {
+          if (told.back().second == 4) control.SetMaps(&reference_, &other);
+        };
+        Mouse(WM_MOUSEMOVE, X(6), Y(40));
+        EXPECT_EQ(ToldColumns().back(), 4);
+        EXPECT_NE(map_.Frames[5].Frequency, NoteToHz(40));
+        answer = nullptr;
+      },
+  };
+  for (const auto& end : ends) {
+    SCOPED_TRACE(&end - ends);
+    map_ = ExampleMap();
+    Mouse(WM_LBUTTONDOWN, X(3), Y(40));
+    EXPECT_EQ(GetCapture(), control_);
+    end();
+    EXPECT_NE(GetCapture(), control_);
+    EXPECT_EQ(GetCapture(), &end == ends ? sibling_ : nullptr) << "another window's is not taken from it";
+    ReleaseCapture();
+    const FrqMap before = map_;
+    told.clear();
+    Mouse(WM_MOUSEMOVE, X(9), Y(50));
+    EXPECT_TRUE(told.empty() && map_.Equals(before) && other.Equals(untouched));
+    Mouse(WM_LBUTTONUP, X(9), Y(50));
+    Show(&reference_, &map_);
+  }
+  Mouse(WM_LBUTTONDOWN, X(3), Y(40));
+  DestroyWindow(control_);
+  EXPECT_EQ(editing.Begun, editing.Ended);
+  EXPECT_FALSE(editing.IsStrokeOpen());
 }
 
 TEST_F(FrqCtrlMouse, TheChildrenTurnTheViewAndItsBrightness) {

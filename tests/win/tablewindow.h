@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -50,8 +51,14 @@ inline FrqMap ExampleMap() {
 // What the parent was told, the last at the end.
 inline std::vector<std::pair<WPARAM, LPARAM>> told;
 
+// What the parent does in answer.
+inline std::function<void()> answer;
+
 inline LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_COMMAND) told.emplace_back(wParam, lParam);
+  if (message == WM_COMMAND) {
+    told.emplace_back(wParam, lParam);
+    if (answer) answer();
+  }
   return DefWindowProcW(window, message, wParam, lParam);
 }
 
@@ -61,6 +68,7 @@ class FrqCtrlTest : public testing::Test {
   FrqCtrlTest() {
     SetWindowLongPtrW(parent_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ParentProc));
     told.clear();
+    answer = nullptr;
     ShowWindow(GetDlgItem(control_, IDC_TABLE_VIEW), SW_HIDE);  // it stands over the picture
   }
   ~FrqCtrlTest() override { DestroyWindow(parent_); }

@@ -1,5 +1,4 @@
-// CFrqCtrl: the curve of a map, a square marker for each frame with a pitch and the lines that join them.
-#include "frqctrl/frqctrl.h"
+#include "frqctrl/curvepainting.h"
 
 #include <algorithm>
 #include <array>
@@ -10,14 +9,15 @@
 namespace {
 
 enum CurveInk { InkPlain, InkSelected, InkUnvoiced, CurveInkCount };
+using CurveInks = std::array<COLORREF, CurveInkCount>;
 
 struct CurveValue {
   double Hz;  // shown if it is above FrqNoPitch
   bool Voiced;
 };
 
-CurveValue ValueOf(const FrqFrame& frame, bool suggested) {
-  if (!suggested) return {frame.Frequency, frame.Voiced};
+CurveValue ValueOf(const FrqFrame& frame, CurveOf values) {
+  if (values == CurveOf::Frequencies) return {frame.Frequency, frame.Voiced};
   return {frame.Mark != 0 ? frame.SuggestedFrequency : FrqNoPitch, true};
 }
 
@@ -30,7 +30,7 @@ CurveInk InkOf(bool voiced, bool selected) {
 // gives, in a quarter of the time.
 class CurveLine {
  public:
-  CurveLine(HDC dc, const std::array<COLORREF, CurveInkCount>& colors, double penWidth) : dc_(dc) {
+  CurveLine(HDC dc, const CurveInks& colors, double penWidth) : dc_(dc) {
     for (std::size_t i = 0; i < pens_.size(); ++i) pens_[i] = SolidPen(penWidth, colors[i]);
   }
 
@@ -70,7 +70,7 @@ class CurveLine {
 struct Curve {
   const TableGeometry& Table;
   const FrqMap& Map;
-  bool Suggested;  // the frequencies that the check offers, at marked frames only
+  CurveOf Values;
   int MarkerSize;  // pixels
 
   int ToY(double hz) const { return Table.FrequencyToY(hz, Table.PlotRect.bottom); }
@@ -80,7 +80,7 @@ struct Curve {
 // calls for its markers would be most of a stroke's time.
 class MarkerBars {
  public:
-  MarkerBars(HDC dc, const std::array<COLORREF, CurveInkCount>& colors) : dc_(dc) {
+  MarkerBars(HDC dc, const CurveInks& colors) : dc_(dc) {
     for (std::size_t i = 0; i < brushes_.size(); ++i) brushes_[i] = SolidBrush(colors[i]);
   }
   ~MarkerBars() { Finish(); }
@@ -108,11 +108,11 @@ class MarkerBars {
   CurveInk ink_ = InkPlain;  // of bar_
 };
 
-void DrawMarkers(HDC dc, const Curve& curve, const std::array<COLORREF, CurveInkCount>& colors) {
+void DrawMarkers(HDC dc, const Curve& curve, const CurveInks& colors) {
   MarkerBars bars(dc, colors);
   const int size = curve.MarkerSize;
   WalkFrames(curve.Table, curve.Map, [&](const FrqFrame& frame, double x) {
-    const CurveValue value = ValueOf(frame, curve.Suggested);
+    const CurveValue value = ValueOf(frame, curve.Values);
     if (!(value.Hz > FrqNoPitch)) return;
     const int top = curve.ToY(value.Hz) - size / 2;
     bars.Add({static_cast<int>(x), top, static_cast<int>(x + size), top + size}, InkOf(value.Voiced, frame.Selected));
@@ -121,10 +121,10 @@ void DrawMarkers(HDC dc, const Curve& curve, const std::array<COLORREF, CurveInk
 
 // A frame without a shown value breaks the line; an unvoiced one does not. A thumbnail has no markers, so that a pixel
 // stands for a point that no line may reach.
-void DrawLines(HDC dc, const Curve& curve, const std::array<COLORREF, CurveInkCount>& colors) {
+void DrawLines(HDC dc, const Curve& curve, const CurveInks& colors) {
   CurveLine line(dc, colors, curve.Table.DpiScaleY);
   WalkFrames(curve.Table, curve.Map, [&](const FrqFrame& frame, double x) {
-    const CurveValue value = ValueOf(frame, curve.Suggested);
+    const CurveValue value = ValueOf(frame, curve.Values);
     if (!(value.Hz > FrqNoPitch)) {
       line.Break();
       return;
@@ -138,12 +138,12 @@ void DrawLines(HDC dc, const Curve& curve, const std::array<COLORREF, CurveInkCo
 
 }  // namespace
 
-void CFrqCtrl::DrawCurve(HDC dc, const FrqMap& map, COLORREF color, COLORREF selectedColor, bool suggested) {
-  const bool thumbnail = Geometry.ThumbnailMode;
-  const std::array<COLORREF, CurveInkCount> colors = {color, thumbnail ? color : selectedColor, Colors[ColorUnvoiced]};
-  const int markerSize = std::max(static_cast<int>(Geometry.ColumnWidth() * 8.0 / 10.0), 2);
-  const Curve curve{Geometry, map, suggested, markerSize};
+void DrawCurve(HDC dc, const TableGeometry& geometry, const FrqMap& map, CurveOf values, const CurveColors& colors) {
+  const bool thumbnail = geometry.ThumbnailMode;
+  const CurveInks inks = {colors.Plain, thumbnail ? colors.Plain : colors.Selected, colors.Unvoiced};
+  const int markerSize = std::max(static_cast<int>(geometry.ColumnWidth() * 8.0 / 10.0), 2);
+  const Curve curve{geometry, map, values, markerSize};
   // All lines lie over all markers.
-  if (!thumbnail) DrawMarkers(dc, curve, colors);
-  DrawLines(dc, curve, colors);
+  if (!thumbnail) DrawMarkers(dc, curve, inks);
+  DrawLines(dc, curve, inks);
 }

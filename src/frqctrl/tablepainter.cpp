@@ -1,0 +1,187 @@
+#include "frqctrl/tablepainter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "frqctrl/curvepainting.h"
+#include "frqctrl/drawing.h"
+#include "frqctrl/spectrumpicture.h"
+
+namespace {
+
+// As wide as the label strip and as high as a label, in the font that is selected.
+SIZE LabelSize(HDC dc) {
+  SIZE size{};
+  GetTextExtentPoint32W(dc, L"C0", 2, &size);
+  return size;
+}
+
+bool IsAccidental(int note) {
+  const int step = note % 12;
+  return step == 1 || step == 3 || step == 6 || step == 8 || step == 10;
+}
+
+}  // namespace
+
+TablePainter::TablePainter(TableModel& model, WaveSpectrum& spectrum)
+    : Model(model), Spectrum(spectrum), Colors(PaletteFor(IsHighContrast())) {}
+
+void TablePainter::LayOut(HDC dc, const RECT& client) {
+  const int stripWidth = Model.Geometry.ThumbnailMode ? 0 : LabelSize(dc).cx;
+  Model.Geometry.PlotRect = {client.left + stripWidth, client.top, client.right, client.bottom};
+}
+
+// A thumbnail tells by its ground what the user should look at: no map, or one without an average or with marks.
+COLORREF TablePainter::GroundColor() const {
+  if (!Model.Geometry.ThumbnailMode) return Colors[ColorBackground];
+  if (!Model.IsMapLoaded()) return GetSysColor(COLOR_3DFACE);
+  return Model.Map->Average == FrqNoPitch || Model.Map->HasMarks ? Colors[ColorMarked] : Colors[ColorBackground];
+}
+
+void TablePainter::DrawLayer(HDC dc, PixelBitmap& pixels, const RECT& client) {
+  Fill(dc, SolidBrush(GroundColor()), client);
+  if (Model.Geometry.ThumbnailMode) {
+    if (Model.IsMapLoaded()) DrawAverageLine(dc, client, *Model.Map, ColorAverage);
+    return;
+  }
+  if (Model.ViewMode == 0) {
+    DrawNoteRows(dc, pixels);
+    if (Model.IsMapLoaded() && Model.Map->HasMarks) DrawMarkedColumns(pixels);
+  }
+  // What comes next is drawn by the system, and over what is written by hand.
+  DrawNoteLabels(dc, {client.left, client.top, Model.Geometry.PlotRect.left, client.bottom});
+  if (Model.ShowsSpectrum()) DrawSpectrum(pixels);
+  DrawBarLines(dc);
+  if (Model.IsMapLoaded()) DrawLoadedMap(dc, pixels, client);
+}
+
+void TablePainter::DrawLoadedMap(HDC dc, PixelBitmap& pixels, const RECT& client) {
+  const FrqMap* const reference = Model.ReferenceMap;
+  if (reference) DrawAverageLine(dc, client, *reference, ColorReferenceAverage);
+  if (!Model.Map->DerivedAverage) DrawAverageLine(dc, client, *Model.Map, ColorAverage);
+  if (Model.ViewMode == 0) DrawAmplitude(pixels);
+  if (!reference) return;
+  const CurveColors colors = {Colors[ColorReferenceCurve], Colors[ColorReferenceCurve], Colors[ColorUnvoiced]};
+  DrawCurve(dc, Model.Geometry, *reference, CurveOf::Frequencies, colors);
+}
+
+void TablePainter::DrawMap(HDC dc, const RECT& client) {
+  if (!Model.IsMapLoaded()) return;
+  const FrqMap& map = *Model.Map;
+  // A derived average moves with each stroke, so it is drawn here and not in the layer.
+  if (map.DerivedAverage) DrawAverageLine(dc, client, map, ColorAverage);
+  const COLORREF unvoiced = Colors[ColorUnvoiced];
+  DrawCurve(dc, Model.Geometry, map, CurveOf::Suggestions,
+            {Colors[ColorSuggested], Colors[ColorSuggestedSelected], unvoiced});
+  DrawCurve(dc, Model.Geometry, map, CurveOf::Frequencies, {Colors[ColorCurve], Colors[ColorCurveSelected], unvoiced});
+}
+
+// Each line comes before the row above it, which covers the upper half of a line of more than one pixel. Such a line
+// has round ends, that reach out of the plot, and for their sake the pen draws all lines first.
+void TablePainter::DrawNoteRows(HDC dc, PixelBitmap& pixels) const {
+  const PixelRect& plot = Model.Geometry.PlotRect;
+  const double height = Model.Geometry.RowHeight();
+  const int thickness = std::max(1, static_cast<int>(Model.Geometry.DpiScaleY));
+  if (thickness > 1) {
+    const Pen pen = SolidPen(thickness, Colors[ColorRowLine]);
+    const SelectGuard selectPen(dc, pen.get());
+    Model.Geometry.WalkRows(plot.top, plot.bottom, [&](int, double y) {
+      Line(dc, plot.left, static_cast<int>(y), plot.right, static_cast<int>(y));
+      return true;
+    });
+  }
+  GdiFlush();
+  Model.Geometry.WalkRows(plot.top, plot.bottom, [&](int note, double y) {
+    const int bottom = static_cast<int>(y);
+    const int top = std::max(static_cast<int>(y - height), plot.top);
+    const int lineTop = bottom - thickness / 2;
+    pixels.Fill({plot.left, lineTop, plot.right, lineTop + thickness}, Colors[ColorRowLine]);
+    pixels.Fill({plot.left, top, plot.right, bottom},
+                Colors[IsAccidental(note) ? ColorAccidentalRow : ColorNaturalRow]);
+    return true;
+  });
+}
+
+void TablePainter::DrawMarkedColumns(PixelBitmap& pixels) const {
+  const PixelRect& plot = Model.Geometry.PlotRect;
+  const double width = Model.Geometry.ColumnWidth();
+  WalkFrames(Model.Geometry, *Model.Map, [&](const FrqFrame& frame, double x) {
+    if (frame.Mark == 0) return;
+    const int right = std::min(plot.right, static_cast<int>(x + width));
+    pixels.Fill({static_cast<int>(x), plot.top, right, plot.bottom}, Colors[ColorMarked]);
+  });
+}
+
+// The C of each octave, centred on its row; note 24 is C1.
+void TablePainter::DrawNoteLabels(HDC dc, const RECT& strip) const {
+  SetTextColor(dc, Colors[ColorText]);
+  const double height = Model.Geometry.RowHeight();
+  const int textHeight = LabelSize(dc).cy;
+  Model.Geometry.WalkRows(strip.top, strip.bottom, [&](int note, double y) {
+    if (note > kTopNote) return false;
+    if (note % 12 != 0) return true;
+    RECT rect = strip;
+    rect.top = static_cast<int>((height - textHeight) * 0.5 + (y - height));
+    const std::wstring label = L"C" + std::to_wstring((note - 12) / 12);
+    DrawTextW(dc, label.c_str(), -1, &rect, DT_SINGLELINE);
+    return true;
+  });
+}
+
+void TablePainter::DrawBarLines(HDC dc) const {
+  const PixelRect& plot = Model.Geometry.PlotRect;
+  const Pen pen = SolidPen(Model.Geometry.DpiScaleX, Colors[ColorBarLine]);
+  const SelectGuard selectPen(dc, pen.get());
+  Model.Geometry.WalkColumns([&](std::int64_t column, double x) {
+    if (column % TableModel::BarInterval == 0)
+      Line(dc, static_cast<int>(x), plot.top, static_cast<int>(x), plot.bottom);
+    return true;
+  });
+}
+
+void TablePainter::DrawAmplitude(PixelBitmap& pixels) const {
+  const PixelRect& plot = Model.Geometry.PlotRect;
+  const double barWidth = Model.Geometry.ColumnWidth() * 8.0 / 10.0;
+  const double scale = Model.Geometry.RowHeight() / 1500.0;
+  GdiFlush();
+  WalkFrames(Model.Geometry, *Model.Map, [&](const FrqFrame& frame, double x) {
+    const int right = std::min(plot.right, static_cast<int>(barWidth + x));
+    const int top = ToPixel(plot.bottom - frame.Amplitude * scale);
+    pixels.Fill({static_cast<int>(x), top, right, plot.bottom}, Colors[ColorAmplitude]);
+  });
+}
+
+void TablePainter::DrawSpectrum(PixelBitmap& pixels) {
+  const PixelRect& plot = Model.Geometry.PlotRect;
+  const SpectrumPalette colors = SpectrumColors(Model.ColorTable, IsHighContrast());
+  GdiFlush();
+  pixels.Fill({plot.left, plot.top, plot.right, plot.bottom}, colors[0]);
+  if (plot.left >= plot.right || Spectrum.EntryCount() == 0) return;
+  DrawSpectrumCells(pixels, Model.Geometry,
+                    {Spectrum.Steps(), Spectrum.EntryCount(), Model.ColumnHop(), Model.Brightness, colors});
+}
+
+// The line crosses the label strip, where it can be taken hold of. The grip follows the last line that was drawn, which
+// is the map's own unless that has none.
+void TablePainter::DrawAverageLine(HDC dc, const RECT& rect, const FrqMap& map, TableColor color) {
+  const double average = map.ShownAverage();
+  // 55 Hz in a file stands for no average; a derived one is a pitch at any height.
+  if (!std::isfinite(average) || (!map.DerivedAverage && average == FrqNoPitch)) return;
+  const TableGeometry& geometry = Model.Geometry;
+  const Pen pen =
+      geometry.ThumbnailMode ? Pen(CreatePen(PS_DOT, 1, Colors[color])) : SolidPen(geometry.DpiScaleY, Colors[color]);
+  const SelectGuard selectPen(dc, pen.get());
+  const int y = geometry.FrequencyToY(average, rect.bottom);
+  Line(dc, rect.left, y, rect.right, y);
+  Model.HoldAverageAt(rect.left, y);
+}
+
+void TablePainter::DrawCaption(HDC dc, const RECT& client, const std::wstring& text) const {
+  const TableGeometry& geometry = Model.Geometry;
+  RECT rect = client;
+  InflateRect(&rect, -static_cast<int>(geometry.DpiScaleX), -static_cast<int>(geometry.DpiScaleY));
+  SetBkMode(dc, geometry.ThumbnailMode ? TRANSPARENT : OPAQUE);
+  const bool blank = geometry.ThumbnailMode && !Model.IsMapLoaded();
+  SetTextColor(dc, blank ? GetSysColor(COLOR_BTNTEXT) : Colors[ColorText]);
+  DrawTextW(dc, text.c_str(), -1, &rect, DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+}

@@ -1,0 +1,36 @@
+// TableViewport: which part of the table is seen: its scroll bars, the mouse wheel and the zoom.
+//
+// The numbers are in the model; here they meet the bars of the window. A view that is to be moved by anything else (a
+// key, a fit to the map) is moved here.
+#pragma once
+
+#include <windows.h>
+
+#include "frqctrl/tablehost.h"
+#include "frqctrl/tablemodel.h"
+
+class TableViewport {
+ public:
+  TableViewport(TableModel& model, TableHost& host) : Model(model), Host(host) {}
+
+  // For a map, or a spectrum, of so many columns, shown from the first one on.
+  void SetUpBars(SampleCount columns);
+
+  void SetScrollColumn(SampleCount column);
+  // Limited. Stepping tells the parent, setting does not.
+  void SetZoom(int zoom);
+  void StepZoom(bool down);
+
+  // A scroll code of one of the window's bars, SB_HORZ or SB_VERT.
+  void OnScroll(int bar, UINT code);
+  void OnWheel(WPARAM keys, int delta);
+
+  // Scrolls to a column at the edge of the plot, or beyond it. Repaint is the caller's.
+  void EnsureColumnVisible(SampleCount column);
+
+ private:
+  void SetBarPosition(int bar, int position);
+
+  TableModel& Model;
+  TableHost& Host;
+};

@@ -1,0 +1,33 @@
+#include "frqctrl/wavespectrum.h"
+
+#include <exception>
+#include <string_view>
+
+#include "voicebank/waveheader.h"
+
+void WaveSpectrum::SetWave(const wchar_t* path) {
+  Path = std::wstring_view(path ? path : L"").substr(0, MAX_PATH - 1);
+  Forget();
+}
+
+void WaveSpectrum::Forget() {
+  NoteSteps.reset();
+  Table.Free();
+}
+
+// A table that comes out empty is asked for again with the next paint: the wave may be there by then.
+void WaveSpectrum::Ensure(HWND window) {
+  if (EntryCount() > 0 || Analyzing) return;
+  WaveHeader wave;
+  if (wave.Load(Path, false) != 0) return;
+  Analyzing = true;
+  try {
+    AnalyzeWave(Table, {wave.format.channels, wave.format.bitsPerSample, wave.samples});
+    NoteSteps.emplace(Table, wave.format.samplesPerSec);
+  } catch (const std::exception& error) {
+    Forget();
+    MessageBoxA(GetActiveWindow(), error.what(), nullptr, MB_ICONERROR);
+    InvalidateRect(window, nullptr, FALSE);  // what the box has covered
+  }
+  Analyzing = false;
+}
