@@ -152,7 +152,10 @@ void CFrqCtrl::SetMaps(const FrqMap* reference, FrqMap* map) {
 }
 
 SampleCount CFrqCtrl::ScrollableColumns() {
-  if (!Model.ScrollsOverSpectrum()) return Model.ColumnCount();
+  {
+    const std::lock_guard reading(Editing());
+    if (!Model.ScrollsOverSpectrum()) return Model.ColumnCount();
+  }
   Spectrum.Ensure(Hwnd);
   return static_cast<SampleCount>(Spectrum.EntryCount());
 }

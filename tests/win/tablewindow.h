@@ -68,10 +68,12 @@ class FrqCtrlTest : public testing::Test {
   FrqCtrlTest() {
     SetWindowLongPtrW(parent_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ParentProc));
     told.clear();
-    answer = nullptr;
     ShowWindow(GetDlgItem(control_, IDC_TABLE_VIEW), SW_HIDE);  // it stands over the picture
   }
-  ~FrqCtrlTest() override { DestroyWindow(parent_); }
+  ~FrqCtrlTest() override {
+    answer = nullptr;
+    DestroyWindow(parent_);
+  }
 
   static HWND MakeWindow(const wchar_t* windowClass, DWORD style, int x, int width, HWND parent, INT_PTR id) {
     return CreateWindowW(windowClass, L"", WS_VISIBLE | style, x, 0, width, 330, parent, reinterpret_cast<HMENU>(id),
