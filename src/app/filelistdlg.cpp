@@ -12,38 +12,45 @@ namespace {
 
 constexpr wchar_t kPlacementValue[] = L"FileListDlg";
 
+void PlaceBeside(HWND editor, HWND list) {
+  RECT beside{};
+  GetWindowRect(editor, &beside);
+  RECT window{};
+  GetWindowRect(list, &window);
+  const int left = beside.left - (window.right - window.left);
+  SetWindowPos(list, nullptr, left < 0 ? 0 : left, beside.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 }  // namespace
 
 CFileListDlg::CFileListDlg(const std::wstring& argument)
-    : Argument(argument), ReadyEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {}
+    : Windows(Store, [this] { ToEditor().UpdateState(); }),
+      Argument(argument),
+      ReadyEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {}
 
 INT_PTR CFileListDlg::OnInitDialog(LPARAM) {
   RememberLayout();
   SetWindowTextW(Hwnd, LoadResString(IDS_FILES).c_str());
   // The list goes with the editor and has no close command of its own.
   DeleteMenu(GetSystemMenu(Hwnd, FALSE), SC_CLOSE, MF_BYCOMMAND);
-  ListView_SetExtendedListViewStyleEx(ListView(), LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
-  SetupColumns();
+  Rows.Attach(Item(IDC_LIST_FILES), DpiScaleX);
+  Rows.SetupColumns(FrqType);
 
-  SeenPaths.clear();
   const bool filled = FillFromArguments();
-  SeenPaths.clear();
-
   if (!filled) SetEvent(ReadyEvent.get());
   WaitForSingleObject(Editor->ReadyEvent.get(), INFINITE);
   if (!filled) {
     ToEditor().PostCancel();
     return 1;
   }
-  SelectRow(0);
-  if (!RestoreWindowPlacement(Hwnd, kPlacementValue)) PlaceBesideEditor();
+  Rows.Select(0);
+  if (!RestoreWindowPlacement(Hwnd, kPlacementValue)) PlaceBeside(Editor->Hwnd, Hwnd);
   SetEvent(ReadyEvent.get());
   ToEditor().UpdateState();
   return 1;
 }
 
 void CFileListDlg::RememberLayout() {
-  View = Item(IDC_LIST_FILES);
   const HDC screen = GetDC(nullptr);
   DpiScaleX = GetDeviceCaps(screen, LOGPIXELSX) / 96.0;
   DpiScaleY = GetDeviceCaps(screen, LOGPIXELSY) / 96.0;
@@ -53,19 +60,10 @@ void CFileListDlg::RememberLayout() {
   MinTrackWidth = window.right - window.left;
   MinTrackHeight = window.bottom - window.top;
   RECT list{};
-  GetWindowRect(ListView(), &list);
+  GetWindowRect(Item(IDC_LIST_FILES), &list);
   MapWindowPoints(nullptr, Hwnd, reinterpret_cast<POINT*>(&list), 2);
   LeftMargin = list.left;
   TopMargin = list.top;
-}
-
-void CFileListDlg::PlaceBesideEditor() {
-  RECT editor{};
-  GetWindowRect(Editor->Hwnd, &editor);
-  RECT window{};
-  GetWindowRect(Hwnd, &window);
-  const int left = editor.left - (window.right - window.left);
-  SetWindowPos(Hwnd, nullptr, left < 0 ? 0 : left, editor.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 LRESULT CFileListDlg::OnDestroy() {
@@ -76,7 +74,7 @@ LRESULT CFileListDlg::OnDestroy() {
 
 LRESULT CFileListDlg::OnSize(WPARAM kind, int width, int height) {
   if (kind == SIZE_MINIMIZED) return 0;
-  SetWindowPos(ListView(), nullptr, 0, 0, width - 2 * LeftMargin, height - 2 * TopMargin,
+  SetWindowPos(Rows.Window(), nullptr, 0, 0, width - 2 * LeftMargin, height - 2 * TopMargin,
                SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
   return 0;
 }
@@ -89,7 +87,7 @@ LRESULT CFileListDlg::OnGetMinMaxInfo(MINMAXINFO* info) {
 LRESULT CFileListDlg::OnNotify(WPARAM, NMHDR* header) {
   if (header->idFrom != IDC_LIST_FILES || header->code != LVN_ITEMCHANGED) return 1;
   const auto* const change = reinterpret_cast<const NMLISTVIEW*>(header);
-  if (change->uNewState & LVIS_SELECTED) ShowSyllable(IndexOfRow(change->iItem));
+  if (change->uNewState & LVIS_SELECTED) ShowSyllable(Rows.IndexOf(change->iItem));
   return 1;
 }
 
@@ -103,12 +101,6 @@ void CFileListDlg::OnCancel() {
   EndDialog(Hwnd, IDCANCEL);
 }
 
-std::unique_ptr<CDlgBase> CFileListDlg::CreateInstance() const {
-  return std::make_unique<CFileListDlg>(Argument);
-}
-int CFileListDlg::GetTemplateId() const {
-  return IDD_FILELIST;
-}
 EditorSender CFileListDlg::ToEditor() const {
   return EditorSender(Editor->Hwnd);
 }

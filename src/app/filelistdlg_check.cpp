@@ -20,8 +20,8 @@ void CFileListDlg::RunCheck(const CheckFrqSettings& settings) {
     const WaitCursor waiting;
     if (library.HasEntry()) marks = CheckEntries(library, settings);
   }
-  ToThumbnail().PostRefreshAll();
-  if (marks > 0) ShowModifyBar(true);
+  Windows.ToThumbnail().PostRefreshAll();
+  if (marks > 0) Windows.ShowModifyBar(true, Hwnd);
 }
 
 // The number of marked frames. Maps that nobody has looked at yet are read; one that cannot be read is left out.

@@ -1,4 +1,4 @@
-// What the bar asks for that goes through the marks of a check, and its thread.
+// What the bar asks for that goes through the marks of a check.
 #include <windows.h>
 
 #include "app/filelistdlg.h"
@@ -28,10 +28,10 @@ void CFileListDlg::LocateFailure(int index, SampleCount sample) {
 void CFileListDlg::ApplyFailure(int index, SampleCount sample, bool apply) {
   if (index < 0) {
     for (int each = 0; each < static_cast<int>(Entries.size()); ++each) ApplyToEntry(each, -1, apply, false);
-    ToThumbnail().PostRefreshAll();
+    Windows.ToThumbnail().PostRefreshAll();
   } else {
     if (!ApplyToEntry(index, sample, apply, true)) return;
-    ToThumbnail().PostRefreshItem(index);
+    Windows.ToThumbnail().PostRefreshItem(index);
   }
   ToEditor().RefreshMap(true);
 }
@@ -48,24 +48,4 @@ bool CFileListDlg::ApplyToEntry(int index, SampleCount sample, bool apply, bool 
   }
   SetMarkedCell(index, entry->Map.HasMarks);
   return true;
-}
-
-// A bar that is open stays as it is, with its position.
-void CFileListDlg::ShowModifyBar(bool show) {
-  const HWND bar = ModifyBar.Hwnd;
-  if (!show) {
-    if (bar) SendMessageW(bar, WM_CLOSE, 0, 0);
-    return;
-  }
-  if (bar) return;
-  const EventHandle ready(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-  ModifyBar.List = Hwnd;
-  ModifyBar.ReadyEvent = ready.get();
-  StartWindow(ModifyBarThread, ready.get());
-}
-
-unsigned WINAPI CFileListDlg::ModifyBarThread(void* list) {
-  CModifyFailureDlg& bar = static_cast<CFileListDlg*>(list)->ModifyBar;
-  bar.Run(false);
-  return 0;
 }

@@ -99,7 +99,7 @@ int CFileListDlg::SaveEntry(SyllableEntry& entry, int index, bool deleteLlsm, DW
   if (deleteLlsm) {
     // Whatever the kind of map: the analysis beside the wave is out of date.
     DeleteFileW(LlsmPathFromWave(entry.Path).c_str());
-    UpdateLlsmCell(index);
+    Rows.UpdateLlsm(index, entry.Path, FrqType);
   }
   return 0;
 }

@@ -18,6 +18,18 @@ void AnswerNumber(LPARAM target, std::uint32_t value) {
   Answer(target, value);
 }
 
+bool IsAnyEdited(const std::vector<SyllableEntry>& entries) {
+  return std::any_of(entries.begin(), entries.end(), [](const SyllableEntry& entry) { return entry.Edited; });
+}
+
+bool IsEdited(const SyllableEntry* entry) {
+  return entry && entry->Edited;
+}
+
+bool HasMap(const SyllableEntry* entry) {
+  return entry && entry->HasMap;
+}
+
 }  // namespace
 
 INT_PTR CFileListDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -33,23 +45,23 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const bool flag = wParam != 0;
   switch (message) {
     case FLM_SETCURRENTEDITED: return SetCurrentEdited(flag, reinterpret_cast<const FrqMap*>(lParam));
-    case FLM_ISCURRENTEDITED: return AnswerNumber(lParam, IsEdited(CurrentIndex));
-    case FLM_ISANYEDITED: return AnswerNumber(lParam, IsAnyEdited());
+    case FLM_ISCURRENTEDITED: return AnswerNumber(lParam, IsEdited(EntryAt(CurrentIndex)));
+    case FLM_ISANYEDITED: return AnswerNumber(lParam, IsAnyEdited(Entries));
     case FLM_SAVECURRENT: return AnswerNumber(lParam, SaveCurrent(flag));
     case FLM_SAVEALL: return AnswerNumber(lParam, SaveAll(flag));
     case FLM_RELOADMAPS: return AnswerNumber(lParam, ReloadMaps(flag));
-    case FLM_SELECTNEIGHBOUR: return SelectNeighbour(flag);
+    case FLM_SELECTNEIGHBOUR: return Rows.SelectNeighbour(flag);
     case FLM_OPENFOLDER: return OpenFolder(reinterpret_cast<const wchar_t*>(lParam));
-    case FLM_GETCOUNT: return AnswerNumber(lParam, static_cast<std::uint32_t>(RowCount()));
-    case FLM_GETSELECTION: return AnswerNumber(lParam, static_cast<std::uint32_t>(SelectedRow()));
+    case FLM_GETCOUNT: return AnswerNumber(lParam, static_cast<std::uint32_t>(Rows.Count()));
+    case FLM_GETSELECTION: return AnswerNumber(lParam, static_cast<std::uint32_t>(Rows.Selected()));
     case FLM_SETHASMAP: return SetHasMap(index, LOWORD(lParam) != 0, HIWORD(lParam) == 0);
-    case FLM_GETHASMAP: return AnswerNumber(lParam, HasMap(index));
+    case FLM_GETHASMAP: return AnswerNumber(lParam, HasMap(EntryAt(index)));
     case FLM_REFRESHMAPS: return RefreshMaps();
     case FLM_COUNTMAPS: return AnswerNumber(lParam, static_cast<std::uint32_t>(CountMaps()));
-    case FLM_SHOWTHUMBNAIL: return ShowThumbnail(flag);
+    case FLM_SHOWTHUMBNAIL: return Windows.ShowThumbnail(flag, Hwnd);
     case FLM_ISTHUMBNAILVISIBLE: return AnswerNumber(lParam, IsWindowVisible(Thumbnail.Hwnd));
     case FLM_GETTHUMBNAILWINDOW: return Answer(lParam, Thumbnail.Hwnd.load());
-    case FLM_REFRESHTHUMBNAIL: return ToThumbnail().PostRefreshAll();
+    case FLM_REFRESHTHUMBNAIL: return Windows.ToThumbnail().PostRefreshAll();
     case FLM_LISTMAPS: return ListMaps(*reinterpret_cast<std::vector<ListedMap>*>(lParam));
     case FLM_COPYMAPS: return CopyMaps(reinterpret_cast<const MapCopy*>(lParam), wParam);
     case FLM_TAKEMAP: return TakeMap(*reinterpret_cast<const ReadMapRecord*>(lParam));
@@ -59,7 +71,7 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_MODIFY: return ApplyFailure(index, static_cast<SampleCount>(lParam), true);
     case FLM_IGNORE: return ApplyFailure(index, static_cast<SampleCount>(lParam), false);
     case FLM_FINDFAILURE: return FindFailure(*reinterpret_cast<FindFailureRecord*>(lParam));
-    case FLM_SHOWMODIFYBAR: return ShowModifyBar(lParam != 0 ? IsFailed(-1) : flag);
+    case FLM_SHOWMODIFYBAR: return Windows.ShowModifyBar(lParam != 0 ? IsFailed(-1) : flag, Hwnd);
     case FLM_SETFAILED: return SetMarkedCell(index, lParam != 0);
     case FLM_GETFAILED: return AnswerNumber(lParam, IsFailed(index));
     case FLM_GETPATH:
@@ -89,20 +101,6 @@ SyllableEntry* CFileListDlg::EntryAt(int index) {
   return index >= 0 && index < static_cast<int>(Entries.size()) ? &Entries[static_cast<std::size_t>(index)] : nullptr;
 }
 
-bool CFileListDlg::IsAnyEdited() const {
-  return std::any_of(Entries.begin(), Entries.end(), [](const SyllableEntry& entry) { return entry.Edited; });
-}
-
-bool CFileListDlg::IsEdited(int index) {
-  const SyllableEntry* const entry = EntryAt(index);
-  return entry && entry->Edited;
-}
-
-bool CFileListDlg::HasMap(int index) {
-  const SyllableEntry* const entry = EntryAt(index);
-  return entry && entry->HasMap;
-}
-
 // A negative index asks for any entry.
 bool CFileListDlg::IsFailed(int index) {
   const auto marked = [](const SyllableEntry& entry) { return entry.Map.HasMarks; };
@@ -113,22 +111,19 @@ bool CFileListDlg::IsFailed(int index) {
 
 // Of the rows, told without asking the list view for each.
 int CFileListDlg::CountMaps() const {
-  const auto counts = [](const SyllableEntry& entry) { return entry.HasMap && entry.ListRow >= 0; };
-  return static_cast<int>(std::count_if(Entries.begin(), Entries.end(), counts));
-}
-
-// With nothing selected, the next one is row 0 and there is none before it.
-void CFileListDlg::SelectNeighbour(bool previous) {
-  const int row = SelectedRow() + (previous ? -1 : 1);
-  if (row >= 0 && row < RowCount()) SelectRow(row);
+  int count = 0;
+  for (std::size_t i = 0; i < Entries.size(); ++i) {
+    if (Entries[i].HasMap && Rows.RowOf(static_cast<int>(i)) >= 0) ++count;
+  }
+  return count;
 }
 
 // Thumbnails and bar are no part of the editor, which waits for a job with its list disabled: another syllable would
 // take its place under the job, and lose its edits when that one is done.
 void CFileListDlg::SelectSyllable(int index) {
   if (!IsWindowEnabled(Hwnd)) return;
-  const SyllableEntry* const entry = EntryAt(index);
-  if (entry && entry->ListRow >= 0) SelectRow(entry->ListRow);
+  const int row = Rows.RowOf(index);
+  if (row >= 0) Rows.Select(row);
 }
 
 // The editor names the map that it changed: a click on another row may be under way, and has moved CurrentIndex then.

@@ -1,59 +1,7 @@
-// The window of thumbnails: its thread, and what the list does for it with the maps, which it never touches itself.
-#include <windows.h>
-#include <process.h>
-
-#include <algorithm>
+// What the list does with the maps for the window of thumbnails, which never touches them itself.
 #include <exception>
 
 #include "app/filelistdlg.h"
-
-// A window that is not there is opened, whatever was asked.
-void CFileListDlg::ShowThumbnail(bool show) {
-  if (Thumbnail.Hwnd) {
-    ShowWindow(Thumbnail.Hwnd, show ? SW_SHOW : SW_HIDE);
-    return;
-  }
-  const EventHandle ready(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-  Thumbnail.Owner = Hwnd;
-  Thumbnail.Store = &Store;
-  Thumbnail.ReadyEvent = ready.get();
-  StartWindow(ThumbnailThread, ready.get());
-}
-
-unsigned WINAPI CFileListDlg::ThumbnailThread(void* list) {
-  static_cast<CFileListDlg*>(list)->RunThumbnail();
-  return 0;
-}
-
-// The editor's menu has a check mark for the window.
-void CFileListDlg::RunThumbnail() {
-  Thumbnail.Run(false);
-  ToEditor().UpdateState();
-}
-
-// Comes back when the window is there, which it tells ahead of everything that it asks of the list, or when its thread
-// has ended without one. So no second one is begun while the first is on its way.
-void CFileListDlg::StartWindow(unsigned(WINAPI* thread)(void*), HANDLE ready) {
-  std::erase_if(Threads, [](const ThreadHandle& each) { return WaitForSingleObject(each.get(), 0) == WAIT_OBJECT_0; });
-  ThreadHandle started(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, thread, this, 0, nullptr)));
-  if (!started) return;
-  const HANDLE either[] = {ready, started.get()};
-  WaitForMultipleObjects(2, either, FALSE, INFINITE);
-  Threads.push_back(std::move(started));
-}
-
-// A window may still be on its way, so that it is told to go until its thread has ended.
-void CFileListDlg::EndThreads() {
-  constexpr DWORD kPauseMs = 50;
-  for (const ThreadHandle& thread : Threads) {
-    do {
-      for (const HWND window : {Thumbnail.Hwnd.load(), ModifyBar.Hwnd.load()}) {
-        if (window) PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
-      }
-    } while (WaitForSingleObject(thread.get(), kPauseMs) == WAIT_TIMEOUT);
-  }
-  Threads.clear();
-}
 
 void CFileListDlg::ListMaps(std::vector<ListedMap>& maps) const {
   for (std::size_t i = 0; i < Entries.size(); ++i) {

@@ -1,4 +1,4 @@
-// SyllableEntry: one row of the syllable list, and the owner of the maps of one wave.
+// SyllableEntry: one wave of the voicebank with the maps that it owns, and their state. It does not know what shows it.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,6 @@ struct SyllableEntry {
   FrqMap Map;                       // what the user sees and edits; empty until first needed
   FrqMap SavedMap;                  // Map as it was last loaded or saved; its only source is Map.CopyTo
   std::uint32_t FrameEstimate = 0;  // frames of the map, known without loading it; 0 without a map
-  int ListRow = -1;                 // row of the list view; -1 until shown
   bool HasMap = false;              // a map of the working kind exists for the wave
   bool Edited = false;              // Map has changes that no file holds; Map.Modified does not count for this
 };

@@ -1,0 +1,128 @@
+// How the list is filled: from the argument of the process, or with another folder.
+#include <windows.h>
+
+#include <atomic>
+#include <utility>
+
+#include "app/editordlg.h"
+#include "app/filelistdlg.h"
+#include "app/voicebankscan.h"
+#include "base/path.h"
+#include "voicebank/pluginfile.h"
+#include "window/waitcursor.h"
+
+namespace {
+
+// A window that takes no input for the length of the scope. One that took none before stays so.
+class DisabledWindow {
+ public:
+  explicit DisabledWindow(HWND window) : window_(window && IsWindowEnabled(window) ? window : nullptr) {
+    Enable(FALSE);
+  }
+  ~DisabledWindow() { Enable(TRUE); }
+  DisabledWindow(const DisabledWindow&) = delete;
+  DisabledWindow& operator=(const DisabledWindow&) = delete;
+
+ private:
+  void Enable(BOOL enabled) const {
+    if (window_) EnableWindow(window_, enabled);
+  }
+
+  HWND window_;
+};
+
+void ScanWaiting(VoicebankScan& scan, const std::wstring& folder, HWND thumbnail) {
+  const WaitCursor waiting;
+  const DisabledWindow disabled(thumbnail);
+  scan.AddVoicebank(folder);
+}
+
+// Entries whose maps have not been read yet.
+std::vector<SyllableEntry> EntriesOf(std::vector<ScannedSyllable> found) {
+  std::vector<SyllableEntry> entries(found.size());
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    entries[i].Path = std::move(found[i].Path);
+    entries[i].HasMap = found[i].HasMap;
+    entries[i].FrameEstimate = found[i].FrameEstimate;
+  }
+  return entries;
+}
+
+// The editor is being built on the main thread; it is sure to come.
+void WaitForWindow(const std::atomic<HWND>& window) {
+  while (!window) Sleep(100);
+}
+
+// The name of a wave as seen from the folder: its path behind the folder and the separator.
+std::wstring NameIn(const std::wstring& folder, const std::wstring& path) {
+  const std::size_t skipped = folder.size() + (folder.ends_with(L'\\') ? 0 : 1);
+  return skipped < path.size() ? path.substr(skipped) : std::wstring();
+}
+
+}  // namespace
+
+// False if the argument names nothing that exists. A plug-in file stands for the syllables of the notes that the host
+// handed over, once each, and not for the whole voicebank.
+bool CFileListDlg::FillFromArguments() {
+  if (Argument.empty()) return true;
+  Store.Clear();
+  const int fill = FillCount;
+  // By its attributes, as the root of a drive is found by no search.
+  const DWORD attributes = GetFileAttributesW(Argument.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) return false;
+  const bool isFolder = attributes & FILE_ATTRIBUTE_DIRECTORY;
+  PluginAnswer = !isFolder && IsPluginFile(Argument);
+  VoicebankScan scan(FrqType, Store);
+  if (isFolder) {
+    Folder = Argument;
+    ScanWaiting(scan, Folder, Thumbnail.Hwnd);
+  } else if (PluginAnswer) {
+    const PluginSyllables called = ReadPluginSyllables(Argument);
+    Folder = called.Voicebank;
+    for (const std::wstring& path : called.Paths) scan.AddSyllable(path);
+  } else {
+    Folder = FolderOf(Argument);
+    scan.AddSyllable(Argument);
+  }
+  Entries = EntriesOf(scan.TakeSorted());
+  if (isFolder || PluginAnswer) {
+    WaitForWindow(Editor->Hwnd);
+    const std::wstring opened = Folder;
+    ToEditor().FolderOpened(opened.c_str());
+  }
+  // The editor may have opened another folder while it was told of this one.
+  if (fill == FillCount) ShowRows();
+  return true;
+}
+
+// Whoever opens a folder has asked about unsaved edits before: they end here. The old entries stay until the editor has
+// taken the null maps: it points into them, and may paint while it waits in its send. A row that is on its way to the
+// editor when this comes in between is given up (ShowSyllable).
+void CFileListDlg::OpenFolder(const wchar_t* path) {
+  const std::vector<SyllableEntry> old = std::exchange(Entries, {});
+  Rows.Forget();
+  ++FillCount;
+  CurrentIndex = -1;
+  if (path != Folder.c_str()) Folder = path;
+  const std::wstring opened = Folder;
+  Store.Clear();
+  VoicebankScan scan(FrqType, Store);
+  ScanWaiting(scan, opened, Thumbnail.Hwnd);
+  Entries = EntriesOf(scan.TakeSorted());
+  Rows.UpdateColumns(FrqType);
+  ShowRows();
+  ToEditor().SetMap(nullptr, nullptr);
+  ToEditor().FolderOpened(opened.c_str());
+  Rows.Select(0);
+  Windows.ToThumbnail().PostRefreshAll();
+}
+
+void CFileListDlg::ShowRows() {
+  std::vector<SyllableRow> rows;
+  rows.reserve(Entries.size());
+  const ::FrqType kind = FrqType;
+  for (const SyllableEntry& entry : Entries) {
+    rows.push_back({NameIn(Folder, entry.Path), entry.HasMap, HasLlsm(entry.Path, kind), entry.Edited});
+  }
+  Rows.Fill(rows);
+}

@@ -1,0 +1,69 @@
+#include "app/sidewindows.h"
+
+#include <process.h>
+
+#include <utility>
+
+SideWindows::SideWindows(MrqStore& store, std::function<void()> thumbnailEnded)
+    : Store(store), ThumbnailEnded(std::move(thumbnailEnded)) {}
+
+void SideWindows::ShowThumbnail(bool show, HWND list) {
+  if (Thumbnail.Hwnd) {
+    ShowWindow(Thumbnail.Hwnd, show ? SW_SHOW : SW_HIDE);
+    return;
+  }
+  const EventHandle ready(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  Thumbnail.Owner = list;
+  Thumbnail.Store = &Store;
+  Thumbnail.ReadyEvent = ready.get();
+  StartWindow(ThumbnailThread, ready.get());
+}
+
+void SideWindows::ShowModifyBar(bool show, HWND list) {
+  const HWND bar = ModifyBar.Hwnd;
+  if (!show) {
+    if (bar) SendMessageW(bar, WM_CLOSE, 0, 0);
+    return;
+  }
+  if (bar) return;
+  const EventHandle ready(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  ModifyBar.List = list;
+  ModifyBar.ReadyEvent = ready.get();
+  StartWindow(ModifyBarThread, ready.get());
+}
+
+unsigned WINAPI SideWindows::ThumbnailThread(void* windows) {
+  auto& self = *static_cast<SideWindows*>(windows);
+  self.Thumbnail.Run(false);
+  self.ThumbnailEnded();
+  return 0;
+}
+
+unsigned WINAPI SideWindows::ModifyBarThread(void* windows) {
+  static_cast<SideWindows*>(windows)->ModifyBar.Run(false);
+  return 0;
+}
+
+// Comes back when the window is there, which it tells ahead of everything that it asks of the list, or when its thread
+// has ended without one. So no second one is begun while the first is on its way.
+void SideWindows::StartWindow(unsigned(WINAPI* thread)(void*), HANDLE ready) {
+  std::erase_if(Threads, [](const ThreadHandle& each) { return WaitForSingleObject(each.get(), 0) == WAIT_OBJECT_0; });
+  ThreadHandle started(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, thread, this, 0, nullptr)));
+  if (!started) return;
+  const HANDLE either[] = {ready, started.get()};
+  WaitForMultipleObjects(2, either, FALSE, INFINITE);
+  Threads.push_back(std::move(started));
+}
+
+// A window may still be on its way, so that it is told to go until its thread has ended.
+void SideWindows::EndThreads() {
+  constexpr DWORD kPauseMs = 50;
+  for (const ThreadHandle& thread : Threads) {
+    do {
+      for (const HWND window : {Thumbnail.Hwnd.load(), ModifyBar.Hwnd.load()}) {
+        if (window) PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
+      }
+    } while (WaitForSingleObject(thread.get(), kPauseMs) == WAIT_TIMEOUT);
+  }
+  Threads.clear();
+}

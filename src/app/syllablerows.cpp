@@ -1,0 +1,166 @@
+#include "app/syllablerows.h"
+
+#include <commctrl.h>
+
+#include "base/files.h"
+#include "base/text.h"
+#include "resources/ids.h"
+#include "window/redrawonce.h"
+
+namespace {
+
+constexpr int kNameWidth = 150;
+constexpr int kMarkWidth = 50;
+
+UINT KindTitle(FrqType kind) {
+  switch (kind) {
+    case FrqTypeVs4ufrq: return IDS_KIND_VS4UFRQ;
+    case FrqTypeFrc: return IDS_KIND_FRC;
+    case FrqTypePmk: return IDS_KIND_PMK;
+    case FrqTypeDio: return IDS_KIND_DIO;
+    case FrqTypeMrq: return IDS_KIND_MRQ;
+    default: return IDS_KIND_FRQ;
+  }
+}
+
+}  // namespace
+
+bool HasLlsm(const std::wstring& wavePath, FrqType kind) {
+  return kind == FrqTypeMrq && FileExists(LlsmPathFromWave(wavePath));
+}
+
+void SyllableRows::Attach(HWND view, double dpiScaleX) {
+  View = view;
+  DpiScaleX = dpiScaleX;
+  ListView_SetExtendedListViewStyleEx(View, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
+}
+
+void SyllableRows::SetupColumns(FrqType kind) {
+  InsertColumn(0, kNameColumn, LoadResString(IDS_COLUMN_NAME), kNameWidth, LVCFMT_LEFT);
+  InsertColumn(1, kMapColumn, LoadResString(KindTitle(kind)), kMarkWidth, LVCFMT_CENTER);
+  InsertColumn(2, kEditedColumn, LoadResString(IDS_COLUMN_EDITED), kMarkWidth, LVCFMT_CENTER);
+  InsertColumn(3, kMarkedColumn, LoadResString(IDS_COLUMN_TOBECHECKED), kMarkWidth, LVCFMT_CENTER);
+  UpdateColumns(kind);
+}
+
+void SyllableRows::UpdateColumns(FrqType kind) {
+  std::wstring title = LoadResString(KindTitle(kind));
+  LVCOLUMNW column{};
+  column.mask = LVCF_TEXT;
+  column.pszText = title.data();
+  ListView_SetColumn(View, ColumnIndexOf(kMapColumn), &column);
+
+  const int llsm = ColumnIndexOf(kLlsmColumn);
+  if (kind != FrqTypeMrq && llsm >= 0) ListView_DeleteColumn(View, llsm);
+  if (kind == FrqTypeMrq && llsm < 0) {
+    InsertColumn(ColumnIndexOf(kEditedColumn), kLlsmColumn, L"llsm", kMarkWidth, LVCFMT_CENTER);
+  }
+}
+
+void SyllableRows::InsertColumn(int position, SyllableColumn id, const std::wstring& title, int width,
+                                int format) const {
+  std::wstring text = title;
+  LVCOLUMNW column{};
+  column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
+  column.pszText = text.data();
+  column.cx = static_cast<int>(width * DpiScaleX);
+  column.fmt = format;
+  ListView_InsertColumn(View, position, &column);
+  HDITEMW header{};
+  header.mask = HDI_LPARAM;
+  header.lParam = id;
+  Header_SetItem(ListView_GetHeader(View), position, &header);
+}
+
+int SyllableRows::ColumnIndexOf(SyllableColumn id) const {
+  const HWND header = ListView_GetHeader(View);
+  for (int index = 0; index < Header_GetItemCount(header); ++index) {
+    HDITEMW item{};
+    item.mask = HDI_LPARAM;
+    if (Header_GetItem(header, index, &item) && item.lParam == id) return index;
+  }
+  return -1;
+}
+
+void SyllableRows::Fill(const std::vector<SyllableRow>& rows) {
+  const RedrawOnce redraw(View);
+  ListView_DeleteAllItems(View);
+  ListView_SetItemCount(View, static_cast<int>(rows.size()));
+  RowOfIndex.assign(rows.size(), -1);
+  for (std::size_t i = 0; i < rows.size(); ++i) RowOfIndex[i] = InsertRow(static_cast<int>(i), rows[i].Name);
+  FillColumn(kMapColumn, rows, &SyllableRow::HasMap);
+  FillColumn(kEditedColumn, rows, &SyllableRow::Edited);
+  FillColumn(kLlsmColumn, rows, &SyllableRow::HasLlsm);
+}
+
+int SyllableRows::InsertRow(int index, const std::wstring& name) const {
+  std::wstring text = name;
+  LVITEMW item{};
+  item.mask = LVIF_TEXT | LVIF_PARAM;
+  item.iItem = index;
+  item.pszText = text.data();
+  item.lParam = index;
+  return ListView_InsertItem(View, &item);
+}
+
+// The marks of new rows, whose cells are empty. To look the column and the text up for each cell would take longer than
+// the rows themselves.
+void SyllableRows::FillColumn(SyllableColumn id, const std::vector<SyllableRow>& rows,
+                              bool SyllableRow::*marked) const {
+  const int column = ColumnIndexOf(id);
+  if (column < 0) return;
+  LVITEMW cell{};
+  std::wstring text = LoadResString(IDS_MARK);
+  cell.iSubItem = column;
+  cell.pszText = text.data();
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (!(rows[i].*marked) || RowOfIndex[i] < 0) continue;
+    SendMessageW(View, LVM_SETITEMTEXTW, static_cast<WPARAM>(RowOfIndex[i]), reinterpret_cast<LPARAM>(&cell));
+  }
+}
+
+void SyllableRows::SetCell(int index, SyllableColumn id, bool marked) const {
+  const int row = RowOf(index);
+  const int column = ColumnIndexOf(id);
+  if (row < 0 || column < 0) return;
+  std::wstring text = marked ? LoadResString(IDS_MARK) : std::wstring();
+  ListView_SetItemText(View, row, column, text.data());
+}
+
+void SyllableRows::UpdateLlsm(int index, const std::wstring& wavePath, FrqType kind) const {
+  if (kind == FrqTypeMrq) SetCell(index, kLlsmColumn, HasLlsm(wavePath, kind));
+}
+
+int SyllableRows::Count() const {
+  return ListView_GetItemCount(View);
+}
+
+int SyllableRows::RowOf(int index) const {
+  return index >= 0 && index < static_cast<int>(RowOfIndex.size()) ? RowOfIndex[static_cast<std::size_t>(index)] : -1;
+}
+
+int SyllableRows::IndexOf(int row) const {
+  LVITEMW item{};
+  item.mask = LVIF_PARAM;
+  item.iItem = row;
+  return ListView_GetItem(View, &item) ? static_cast<int>(item.lParam) : -1;
+}
+
+int SyllableRows::Selected() const {
+  return ListView_GetNextItem(View, -1, LVNI_SELECTED);
+}
+
+void SyllableRows::Select(int row) const {
+  LVITEMW item{};
+  item.mask = LVIF_STATE;
+  item.iItem = row;
+  item.state = LVIS_SELECTED;
+  item.stateMask = LVIS_SELECTED;
+  ListView_SetItem(View, &item);
+  ListView_EnsureVisible(View, row, FALSE);
+}
+
+void SyllableRows::SelectNeighbour(bool previous) const {
+  const int row = Selected() + (previous ? -1 : 1);
+  if (row >= 0 && row < Count()) Select(row);
+}

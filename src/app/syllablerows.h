@@ -1,0 +1,70 @@
+// SyllableRows: the list view of the syllables, with a row for each and a column for each of their states.
+//
+// A syllable is named by its index, which is its place in what the list was filled with. A row leads back to it by its
+// own number tag; the other way goes through what the insertion gave. A column is found by the id in its header item,
+// since the llsm column comes and goes.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "frqmap/frqtype.h"
+
+enum SyllableColumn { kNameColumn = 0, kMapColumn = 1, kLlsmColumn = 2, kEditedColumn = 3, kMarkedColumn = 4 };
+
+// What a new row shows.
+struct SyllableRow {
+  std::wstring Name;
+  bool HasMap = false;
+  bool HasLlsm = false;
+  bool Edited = false;
+};
+
+// Whether a resampler's analysis lies beside a wave. Only one kind of map has a column for it; false for the others.
+bool HasLlsm(const std::wstring& wavePath, FrqType kind);
+
+class SyllableRows {
+ public:
+  // The list view, once it is there, and by what the widths of its columns are multiplied.
+  void Attach(HWND view, double dpiScaleX);
+  // Null until then.
+  HWND Window() const { return View; }
+
+  // To be called once; then each time that the kind may have changed.
+  void SetupColumns(FrqType kind);
+  void UpdateColumns(FrqType kind);
+
+  // All rows anew, drawn once.
+  void Fill(const std::vector<SyllableRow>& rows);
+  // The syllables are about to be replaced: no index has a row any more. The rows are seen until the next Fill.
+  void Forget() { RowOfIndex.clear(); }
+
+  // A cell holds the mark or nothing. An index without a row, or a column that is not there, has no cells.
+  void SetCell(int index, SyllableColumn column, bool marked) const;
+  // Looks at the disk for what the llsm cell shows.
+  void UpdateLlsm(int index, const std::wstring& wavePath, FrqType kind) const;
+
+  int Count() const;
+  // The row of a syllable, -1 if it has none; the syllable of a row, -1 if the row cannot be read.
+  int RowOf(int index) const;
+  int IndexOf(int row) const;
+
+  // The first selected row, -1 if there is none.
+  int Selected() const;
+  // The notification comes within the call: when it returns, the editor shows the syllable.
+  void Select(int row) const;
+  // With nothing selected, the next one is row 0 and there is none before it.
+  void SelectNeighbour(bool previous) const;
+
+ private:
+  void InsertColumn(int position, SyllableColumn id, const std::wstring& title, int width, int format) const;
+  int ColumnIndexOf(SyllableColumn id) const;
+  int InsertRow(int index, const std::wstring& name) const;
+  void FillColumn(SyllableColumn id, const std::vector<SyllableRow>& rows, bool SyllableRow::*marked) const;
+
+  HWND View = nullptr;
+  double DpiScaleX = 1.0;
+  std::vector<int> RowOfIndex;  // -1 where no row could be inserted
+};

@@ -1,0 +1,84 @@
+#include "app/voicebankscan.h"
+
+#include <windows.h>
+#include <shlwapi.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "app/mapsearch.h"
+#include "base/path.h"
+#include "voicebank/otoini.h"
+
+namespace {
+
+bool IsSoundFile(const std::wstring& name) {
+  const wchar_t* const extension = PathFindExtensionW(name.c_str());
+  for (const wchar_t* const known : {L".wav", L".wave", L".aif", L".aiff"}) {
+    if (lstrcmpiW(extension, known) == 0) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void VoicebankScan::AddVoicebank(const std::wstring& folder) {
+  const FolderListing* const listing = AddFolder(folder);
+  if (!listing) return;
+  for (const std::wstring& name : listing->Folders()) AddFolder(PathIn(folder, name));
+}
+
+// The sound files of one folder. None if it cannot be listed.
+const FolderListing* VoicebankScan::AddFolder(const std::wstring& folder) {
+  if (kind_ == FrqTypeMrq) store_.LoadFolder(folder);
+  const FolderListing* const listing = listed_.Find(folder);
+  if (!listing) return nullptr;
+  for (const std::wstring& name : listing->Files()) {
+    if (IsSoundFile(name)) AddSyllable(PathIn(folder, name));
+  }
+  return listing;
+}
+
+void VoicebankScan::AddSyllable(const std::wstring& path) {
+  if (path.empty() || !seenPaths_.insert(path).second) return;
+  // The host's syllables may lie in folders that no scan has come through.
+  const std::wstring folder = FolderOf(path);
+  if (kind_ == FrqTypeMrq && !store_.HasFolder(folder)) store_.LoadFolder(folder);
+  const FoundMap map = FindMap(path, kind_, listed_, store_);
+  found_.push_back({path, map.exists, map.frameEstimate});
+}
+
+std::vector<ScannedSyllable> VoicebankScan::TakeSorted() {
+  struct Key {
+    std::wstring folder;
+    ScannedSyllable* syllable;
+  };
+  std::vector<Key> keys;
+  keys.reserve(found_.size());
+  for (ScannedSyllable& syllable : found_) keys.push_back({FolderOf(syllable.Path), &syllable});
+  std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) {
+    // The comparison by language is slow, and the same folder needs none.
+    const int folders = a.folder == b.folder ? 0 : lstrcmpW(a.folder.c_str(), b.folder.c_str());
+    return folders != 0 ? folders < 0 : a.syllable->Path < b.syllable->Path;
+  });
+  std::vector<ScannedSyllable> sorted;
+  sorted.reserve(keys.size());
+  for (const Key& key : keys) sorted.push_back(std::move(*key.syllable));
+  found_.clear();
+  return sorted;
+}
+
+PluginSyllables ReadPluginSyllables(const std::wstring& pluginFile) {
+  UtauCommon::NOTELIST list;
+  list.Load(pluginFile);
+  PluginSyllables called;
+  called.Voicebank = list.GetVoiceDir();
+  UtauCommon::OTOINI syllables;
+  // Without a folder its file would be looked for in the root of the drive.
+  if (!called.Voicebank.empty()) syllables.Load(called.Voicebank);
+  const UtauCommon::NOTE* note = list.FindFirstNumbered();
+  for (; note && note->GetType() == UtauCommon::NoteTypeNumbered; note = note->next) {
+    called.Paths.push_back(ResolveNoteWavePath(*note, syllables));
+  }
+  return called;
+}
