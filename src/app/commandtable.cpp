@@ -18,13 +18,18 @@ void ShowItems(HMENU menu, const std::vector<EditorCommand>& commands, const Edi
       ShowItems(subMenu, commands, state);
       continue;
     }
-    const UINT id = GetMenuItemID(menu, position);
-    const auto row = std::find_if(commands.begin(), commands.end(), [id](const auto& each) { return each.id == id; });
-    if (row != commands.end()) ShowItem(menu, position, *row, state);
+    if (const EditorCommand* const command = FindCommand(commands, GetMenuItemID(menu, position))) {
+      ShowItem(menu, position, *command, state);
+    }
   }
 }
 
 }  // namespace
+
+const EditorCommand* FindCommand(const std::vector<EditorCommand>& commands, UINT id) {
+  const auto row = std::find_if(commands.begin(), commands.end(), [id](const auto& each) { return each.id == id; });
+  return row == commands.end() ? nullptr : &*row;
+}
 
 void ApplyCommandState(HMENU menu, const std::vector<EditorCommand>& commands, const EditorState& state) {
   ShowItems(menu, commands, state);

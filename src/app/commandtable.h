@@ -30,11 +30,16 @@ struct EditorCommand {
   using Test = bool (*)(const EditorState&);
 
   UINT id;
-  void (CEditorDlg::*handler)(UINT id);  // null: nothing answers the command in this version, and its item is grey
-  Test enabled = nullptr;                // null: always
-  Test removed = nullptr;                // taken out of the menu for good; null: never
-  Test checked = nullptr;                // bears a check mark; null: never, and its mark is left alone
+  // A function over the editor, so that it may call a part of it. Null: nothing answers the command in this version,
+  // and its item is grey.
+  void (*handler)(CEditorDlg& editor, UINT id);
+  Test enabled = nullptr;  // null: always
+  Test removed = nullptr;  // taken out of the menu for good; null: never
+  Test checked = nullptr;  // bears a check mark; null: never, and its mark is left alone
 };
+
+// The row of a command; null for none.
+const EditorCommand* FindCommand(const std::vector<EditorCommand>& commands, UINT id);
 
 // Enables, greys, checks and removes the items of the menu and all its submenus. Items without a row are left alone.
 void ApplyCommandState(HMENU menu, const std::vector<EditorCommand>& commands, const EditorState& state);

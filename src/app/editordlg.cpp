@@ -1,10 +1,7 @@
 #include "app/editordlg.h"
 
-#include <commctrl.h>
-
 #include "app/filelistdlg.h"
 #include "base/registry.h"
-#include "base/text.h"
 #include "resources/ids.h"
 #include "voicebank/pluginfile.h"
 #include "window/realnumberbox.h"
@@ -18,10 +15,18 @@ constexpr wchar_t kZoomValue[] = L"FrqCtrlZoom";
 
 constexpr int kNumberBoxLimit = 16;  // characters
 
-DWORD ProcessorCount() {
-  SYSTEM_INFO info;
-  GetSystemInfo(&info);
-  return info.dwNumberOfProcessors;
+void PrepareBoxes(HWND dialog) {
+  for (const int id : {IDC_EDITOR_KEY, IDC_EDITOR_FREQUENCY}) {
+    const HWND box = GetDlgItem(dialog, id);
+    SendMessageW(box, EM_LIMITTEXT, kNumberBoxLimit, 0);
+    SubclassControl<CTextBoxRealNumberCtrl>(box);
+  }
+  SubclassControl<CSubclassedListbox>(GetDlgItem(dialog, IDC_EDITOR_FRAMES));
+}
+
+void EndList(HWND list) {
+  FileListSender(list).Cancel();
+  WaitForWindowToGo(list);
 }
 
 }  // namespace
@@ -29,21 +34,23 @@ DWORD ProcessorCount() {
 CEditorDlg::CEditorDlg(const std::wstring& argument)
     : ReadyEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
       Argument(argument),
-      MaxParallelCount(ProcessorCount()),
-      PluginMode(!argument.empty() && IsPluginFile(argument)) {}
+      PluginMode(!argument.empty() && IsPluginFile(argument)),
+      Recent(!PluginMode) {}
 
 INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
-  RememberLayout();
-  PrepareControls();
-  MakeTempFolder();
+  Layout.Remember(Hwnd);
+  PrepareBoxes(Hwnd);
+  Preview.Prepare(Hwnd);
+  Scratch.Make();
+  Preview.SetFolder(Scratch.Path());
   ReloadCurrentMap();
   ShowFrames();
   EnableWindow(Item(IDC_EDITOR_FREQUENCY), TRUE);
   EnableWindow(Item(IDC_EDITOR_SET), TRUE);
-  BuildRecentMenu();
-  Table().SetViewMode(ViewMode);
-  Table().SetBrightness(Brightness);
-  Table().SetColorTable(Color);
+  Recent.ShowIn(GetMenu(Hwnd));
+  Table().SetViewMode(Settings.ViewMode);
+  Table().SetBrightness(Settings.Brightness);
+  Table().SetColorTable(Settings.Color);
   RestoreWindowPlacement(Hwnd, kPlacementValue);
   int zoom = 0;
   if (RegReadValue(kZoomValue, zoom)) Table().SetZoom(zoom);
@@ -51,44 +58,13 @@ INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
   return 1;
 }
 
-void CEditorDlg::PrepareControls() {
-  for (const int box : {IDC_EDITOR_KEY, IDC_EDITOR_FREQUENCY}) {
-    SendDlgItemMessageW(Hwnd, box, EM_LIMITTEXT, kNumberBoxLimit, 0);
-    SubclassControl<CTextBoxRealNumberCtrl>(Item(box));
-  }
-  SubclassControl<CSubclassedListbox>(Item(IDC_EDITOR_FRAMES));
-  SendDlgItemMessageW(Hwnd, IDC_EDITOR_PITCH, TBM_SETRANGE, TRUE, MAKELPARAM(0, 2 * kPitchMiddle));
-  SendDlgItemMessageW(Hwnd, IDC_EDITOR_PITCH, TBM_SETPOS, TRUE, kPitchMiddle);
-  SetDlgItemTextW(Hwnd, IDC_EDITOR_MODULATION, L"0");
-}
-
-void CEditorDlg::MakeTempFolder() {
-  wchar_t folder[MAX_PATH + 1] = L"";
-  GetTempPathW(MAX_PATH + 1, folder);
-  TempFolder = folder + FormatText(L"marlit_%d_%d", GetCurrentProcessId(), GetCurrentThreadId());
-  CreateDirectoryW(TempFolder.c_str(), nullptr);
-  Preview.SetFolder(TempFolder);
-}
-
-// The folder stays if a folder was put into it, or if a resampler does not come to its end.
-void CEditorDlg::RemoveTempFolder() {
-  Preview.StopAndWait();
-  Preview.ClearFolder();
-  if (!TempFolder.empty()) RemoveDirectoryW(TempFolder.c_str());
-}
-
 // The one orderly way out: the close box, Exit and Escape all come here. The list goes first, then this window. Not
 // while a dialog of ours stands in front: a job runs behind it, whose answers would have nowhere to go.
 void CEditorDlg::OnCancel() {
   if (!IsWindowEnabled(Hwnd)) return;
   if (!ConfirmDiscard()) return;
-  EndList();
+  EndList(FileList->Hwnd);
   End(IDCANCEL);
-}
-
-void CEditorDlg::EndList() {
-  ToList().Cancel();
-  WaitForWindowToGo(FileList->Hwnd);
 }
 
 // Where a dialog of ours stands in front there is no asking: edits then hold up the end by themselves.
@@ -99,7 +75,7 @@ bool CEditorDlg::MayEndSession() {
 // The system ends the process as soon as this comes back. The list has a host to answer.
 void CEditorDlg::OnEndSession(bool ending) {
   if (!ending) return;
-  EndList();
+  EndList(FileList->Hwnd);
   if (IsWindowEnabled(Hwnd)) {
     End(IDCANCEL);
   } else {
@@ -110,17 +86,46 @@ void CEditorDlg::OnEndSession(bool ending) {
 void CEditorDlg::KeepSettings() {
   SaveWindowPlacement(Hwnd, kPlacementValue);
   RegWriteValue(kZoomValue, Table().Zoom());
-  SaveSettings();
+  Settings.Save(Table());
+  Recent.Save();
 }
 
 LRESULT CEditorDlg::OnDestroy() {
   KeepSettings();
-  RemoveTempFolder();
+  // The folder stays if a folder was put into it, or if a resampler does not come to its end.
+  Preview.Close();
+  Scratch.Remove();
   return CDlgBase::OnDestroy();
 }
 
 // Enter in the window ends nothing.
 void CEditorDlg::OnOK() {}
+
+LRESULT CEditorDlg::OnSize(WPARAM kind, int width, int height) {
+  if (kind != SIZE_MINIMIZED) Layout.Arrange(Hwnd, width, height);
+  return 0;
+}
+
+LRESULT CEditorDlg::OnGetMinMaxInfo(MINMAXINFO* info) {
+  info->ptMinTrackSize = Layout.LeastSize();
+  return 0;
+}
+
+// The wheel belongs to what is under the pointer, not to what has the focus.
+LRESULT CEditorDlg::OnMouseWheel(WPARAM keys, int x, int y, int delta) {
+  POINT point{x, y};
+  ScreenToClient(Hwnd, &point);
+  const HWND under = ChildWindowFromPoint(Hwnd, point);
+  if (under && (under == Item(IDC_EDITOR_TABLE) || under == Item(IDC_EDITOR_FRAMES))) {
+    PostMessageW(under, WM_MOUSEWHEEL, MAKEWPARAM(keys, delta), MAKELPARAM(x, y));
+  }
+  return 0;
+}
+
+LRESULT CEditorDlg::OnHScroll(UINT, int, HWND scrollBar) {
+  Preview.OnScrolled(scrollBar);
+  return 0;
+}
 
 INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
@@ -128,7 +133,7 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     case EDM_SETSYLLABLE: OnSetSyllable(reinterpret_cast<const wchar_t*>(lParam)); return Answered();
     case EDM_UPDATESTATE: UpdateState(); return Answered();
     case EDM_FOLDEROPENED: OnFolderOpened(reinterpret_cast<const wchar_t*>(lParam)); return Answered();
-    case WM_PREVIEW_DONE: OnPreviewDone(); return Answered();
+    case WM_PREVIEW_DONE: Preview.OnDone(Settings.FrqType); return Answered();
     case EDM_SHOWFAILURE:
       OnShowFailure(static_cast<SampleCount>(wParam), static_cast<SampleCount>(lParam));
       return Answered();

@@ -47,7 +47,7 @@ void CEditorDlg::ShowFrames() {
 
 // The control may be edited, whatever the map is.
 void CEditorDlg::SendLimits() {
-  Table().SetLimits(MaxFrequencyOfKind(FrqType), MinFrequencyOfKind(FrqType));
+  Table().SetLimits(MaxFrequencyOfKind(Settings.FrqType), MinFrequencyOfKind(Settings.FrqType));
   Table().SetReadOnly(false);
 }
 
@@ -63,7 +63,7 @@ void CEditorDlg::ShowKey() {
 }
 
 double CEditorDlg::Clamp(double hz) const {
-  return ClampFrequency(hz, FrqType, CurrentMap && CurrentMap->SinglePrecision);
+  return ClampFrequency(hz, Settings.FrqType, CurrentMap && CurrentMap->SinglePrecision);
 }
 
 // Rows and frames are the same as long as no row failed to be added; a row without a frame has no pitch.
@@ -83,10 +83,6 @@ void CEditorDlg::OnFrameListSelChange() {
   if (!rows.empty()) Table().SetSelection(rows);
 }
 
-void CEditorDlg::OnSelectAllFrames(UINT) {
-  SelectAllFrames();
-}
-
 void CEditorDlg::SelectAllFrames() {
   Frames().SelectAll();
   OnFrameListSelChange();
@@ -102,7 +98,7 @@ void CEditorDlg::MarkEdited() {
 void CEditorDlg::ScaleSelection(double factor) {
   const std::vector<int> rows = Frames().SelectedRows();
   if (!CurrentMap || rows.empty()) return;
-  Frames().Update(*CurrentMap, ScaleFrames(*CurrentMap, rows, factor, FrqType));
+  Frames().Update(*CurrentMap, ScaleFrames(*CurrentMap, rows, factor, Settings.FrqType));
   RefreshFrequencyBox();
   Table().RepaintNow();
   MarkEdited();
@@ -112,7 +108,7 @@ void CEditorDlg::ScaleSelection(double factor) {
 void CEditorDlg::InterpolateSelection() {
   const std::vector<int> rows = Frames().SelectedRows();
   if (!CurrentMap || rows.size() < 2) return;
-  Frames().Update(*CurrentMap, InterpolateFrames(*CurrentMap, rows, FrqType));
+  Frames().Update(*CurrentMap, InterpolateFrames(*CurrentMap, rows, Settings.FrqType));
   Table().RepaintNow();
   MarkEdited();
 }

@@ -1,4 +1,5 @@
-// The options: another resampler, with which the kind of map at work may change.
+// The settings of the editor and the command that changes them: another resampler, with which the kind of map at work
+// may change, concerns the list and the table too.
 #include <windows.h>
 
 #include "app/editordlg.h"
@@ -7,25 +8,39 @@
 #include "resampler/resamplerkind.h"
 #include "resources/ids.h"
 
-void CEditorDlg::OnOption(UINT) {
+void CEditorDlg::LoadSettings() {
+  Settings.LoadResampler(PluginMode ? Argument : std::wstring());
+  ShareKind();
+  Settings.LoadOptions();
+  Recent.Load();
+}
+
+// The list looks at its own copy of the kind when it is told to refresh. Before the window exists the control's share
+// is lost; it gets it again with each syllable.
+void CEditorDlg::ShareKind() {
+  FileList->FrqType = Settings.FrqType;
+  FileList->Thumbnail.MapKind = Settings.FrqType;
+  Table().SetKind(Settings.FrqType);
+  SendLimits();
+}
+
+void CEditorDlg::OnOption() {
   COptionDlg dialog;
   dialog.ParentWindow = Hwnd;
-  dialog.ResamplerPath = ResamplerPath;
-  dialog.MaxParallelCount = MaxParallelCount;
-  dialog.AutoDeleteLlsm = AutoDeleteLlsm;
+  dialog.ResamplerPath = Settings.ResamplerPath;
+  dialog.MaxParallelCount = Settings.MaxParallelCount;
+  dialog.AutoDeleteLlsm = Settings.AutoDeleteLlsm;
   if (dialog.Run(false) != IDOK) return;
 
   // Edits are those of one kind. Who keeps them keeps all of the old options.
-  const bool kindChanges = GetResamplerKind(dialog.ResamplerPath) != FrqType;
+  const bool kindChanges = GetResamplerKind(dialog.ResamplerPath) != Settings.FrqType;
   if (kindChanges && !ConfirmDiscard()) return;
-  if (lstrcmpiW(dialog.ResamplerPath.c_str(), ResamplerPath.c_str()) != 0) {
-    ResamplerPath = dialog.ResamplerPath;
-    ResamplerChanged = true;
-  }
-  MaxParallelCount = dialog.MaxParallelCount;
-  AutoDeleteLlsm = dialog.AutoDeleteLlsm;
+  Settings.ChooseResampler(dialog.ResamplerPath);
+  Settings.MaxParallelCount = dialog.MaxParallelCount;
+  Settings.AutoDeleteLlsm = dialog.AutoDeleteLlsm;
   Preview.ClearFolder();
-  ApplyResamplerKind();
+  Settings.UpdateKind();
+  ShareKind();
   EnableWindow(Item(IDC_EDITOR_FREQUENCY), TRUE);
   EnableWindow(Item(IDC_EDITOR_SET), TRUE);
   if (kindChanges) ShowNewKind();

@@ -19,11 +19,11 @@ bool CEditorDlg::ConfirmDiscard() {
 
 void CEditorDlg::OnSave(UINT) {
   if (!ToList().IsCurrentEdited()) return;
-  FinishSave(ToList().SaveCurrent(AutoDeleteLlsm));
+  FinishSave(ToList().SaveCurrent(Settings.AutoDeleteLlsm));
 }
 
 void CEditorDlg::OnSaveAll(UINT) {
-  FinishSave(ToList().SaveAll(AutoDeleteLlsm));
+  FinishSave(ToList().SaveAll(Settings.AutoDeleteLlsm));
 }
 
 // The saved copy follows the map even where the save failed: the second curve then shows what did not reach the file.
@@ -52,7 +52,7 @@ void CEditorDlg::ReloadCurrentMap() {
   {
     const std::lock_guard lock(FileList->ReloadLock);
     try {
-      LoadMap(*CurrentMap, MapPath, FrqType, &FileList->Store);
+      LoadMap(*CurrentMap, MapPath, Settings.FrqType, &FileList->Store);
       CurrentMap->CopyTo(*SavedMap);
     } catch (const std::exception&) {
       CurrentMap->Clear();
@@ -111,8 +111,8 @@ void CEditorDlg::RemoveMaps() {
   MrqStore& store = FileList->Store;
   const int count = ToList().Count();
   for (int index = 0; index < count; ++index) {
-    const std::wstring map = MapPathFromWaveW(ToList().Path(index), FrqType);
+    const std::wstring map = MapPathFromWaveW(ToList().Path(index), Settings.FrqType);
     if (DeleteMapFile(map, &store, false)) ToList().SetHasMap(index, false, false);
   }
-  if (FrqType == FrqTypeMrq) store.CompactFiles();
+  if (Settings.FrqType == FrqTypeMrq) store.CompactFiles();
 }

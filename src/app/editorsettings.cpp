@@ -1,9 +1,7 @@
-// What the editor keeps in the registry, and the resampler, which decides the kind of map.
-#include <windows.h>
+#include "app/editorsettings.h"
+
 #include <shlwapi.h>
 
-#include "app/editordlg.h"
-#include "app/filelistdlg.h"
 #include "base/registry.h"
 #include "resampler/resamplerkind.h"
 #include "voicebank/hostfolder.h"
@@ -57,9 +55,17 @@ void TakeProjectResampler(const std::wstring& pluginFile, std::wstring& path) {
   path = combined;
 }
 
+DWORD ProcessorCount() {
+  SYSTEM_INFO info;
+  GetSystemInfo(&info);
+  return info.dwNumberOfProcessors;
+}
+
 }  // namespace
 
-void CEditorDlg::LoadSettings() {
+EditorSettings::EditorSettings() : MaxParallelCount(ProcessorCount()) {}
+
+void EditorSettings::LoadResampler(const std::wstring& pluginFile) {
   StoredPath resampler;
   if (RegReadValue(kResamplerValue, resampler)) {
     resampler.text[MAX_PATH - 1] = 0;  // the block may come without an end
@@ -68,37 +74,38 @@ void CEditorDlg::LoadSettings() {
     ResamplerPath = HostResampler();
   }
   // The project wins over the user's choice, which stays in the registry.
-  if (PluginMode) TakeProjectResampler(Argument, ResamplerPath);
-  ApplyResamplerKind();
+  if (!pluginFile.empty()) TakeProjectResampler(pluginFile, ResamplerPath);
+  UpdateKind();
+}
+
+void EditorSettings::LoadOptions() {
   RegReadValue(kParallelValue, MaxParallelCount);
   AutoDeleteLlsm = RegReadFlag(kDeleteLlsmValue, AutoDeleteLlsm);
   RegReadValue(kViewModeValue, ViewMode);
   RegReadValue(kBrightnessValue, Brightness);
   RegReadValue(kColorValue, Color);
-  if (!PluginMode) LoadHistory(kFolderHistoryKey, RecentFolders);
 }
 
-void CEditorDlg::SaveSettings() {
-  if (ResamplerChanged) {
+void EditorSettings::Save(const FrqCtrlSender& table) {
+  if (resamplerChanged_) {
     StoredPath resampler;
     lstrcpynW(resampler.text, ResamplerPath.c_str(), MAX_PATH);
     RegWriteValue(kResamplerValue, resampler);
-    ResamplerChanged = false;
+    resamplerChanged_ = false;
   }
   RegWriteValue(kParallelValue, MaxParallelCount);
   RegWriteFlag(kDeleteLlsmValue, AutoDeleteLlsm);
-  RegWriteValue(kViewModeValue, Table().ViewMode());
-  RegWriteValue(kBrightnessValue, Table().Brightness());
-  RegWriteValue(kColorValue, Table().ColorTable());
-  if (!PluginMode) SaveHistory(kFolderHistoryKey, RecentFolders);
+  RegWriteValue(kViewModeValue, table.ViewMode());
+  RegWriteValue(kBrightnessValue, table.Brightness());
+  RegWriteValue(kColorValue, table.ColorTable());
 }
 
-// The list looks at its own copy of the kind when it is told to refresh. Before the window exists the control's share
-// is lost; it gets it again with each syllable.
-void CEditorDlg::ApplyResamplerKind() {
+void EditorSettings::ChooseResampler(const std::wstring& path) {
+  if (lstrcmpiW(path.c_str(), ResamplerPath.c_str()) == 0) return;
+  ResamplerPath = path;
+  resamplerChanged_ = true;
+}
+
+void EditorSettings::UpdateKind() {
   FrqType = GetResamplerKind(ResamplerPath);
-  FileList->FrqType = FrqType;
-  FileList->Thumbnail.MapKind = FrqType;
-  Table().SetKind(FrqType);
-  SendLimits();
 }

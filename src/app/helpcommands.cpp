@@ -1,8 +1,9 @@
-// The manual and the about box.
-#include <windows.h>
+#include "app/helpcommands.h"
+
 #include <shellapi.h>
 
-#include "app/editordlg.h"
+#include <string>
+
 #include "base/files.h"
 #include "base/path.h"
 #include "base/text.h"
@@ -21,18 +22,18 @@ std::wstring ManualPath() {
 
 }  // namespace
 
-void CEditorDlg::OnManual(UINT) {
-  if (ShowMessage(Hwnd, LoadResString(IDS_ASKMANUAL), MB_OKCANCEL | MB_ICONINFORMATION) != IDOK) return;
+void ShowManual(HWND owner) {
+  if (ShowMessage(owner, LoadResString(IDS_ASKMANUAL), MB_OKCANCEL | MB_ICONINFORMATION) != IDOK) return;
   const std::wstring manual = ManualPath();
   if (FileExists(manual)) {
-    ShellExecuteW(Hwnd, L"open", manual.c_str(), nullptr, nullptr, SW_SHOW);
+    ShellExecuteW(owner, L"open", manual.c_str(), nullptr, nullptr, SW_SHOW);
   } else {
-    ShowMessage(Hwnd, LoadResString(IDS_FILENOTFOUND) + L"\r\n\r\n" + manual, MB_ICONWARNING);
+    ShowMessage(owner, LoadResString(IDS_FILENOTFOUND) + L"\r\n\r\n" + manual, MB_ICONWARNING);
   }
 }
 
-void CEditorDlg::OnAbout(UINT) {
+void ShowAbout(HWND owner) {
   CAboutDlg dialog;
-  dialog.ParentWindow = Hwnd;
+  dialog.ParentWindow = owner;
   dialog.Run(false);
 }

@@ -1,0 +1,48 @@
+// MapJobs: the commands that make maps or convert them, from the questions they begin with to the end of the job.
+//
+// It lives for one command. What has to be read anew behind a job is the editor's business, which owns what is shown.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+
+#include "app/editorsettings.h"
+#include "app/messages.h"
+#include "frqctrl/frqctrlmessages.h"
+#include "frqmap/frqmap.h"
+#include "resampler/createjob.h"
+
+// What the editor shows while a job runs, of which the table gets copies for that time.
+struct ShownSyllable {
+  FrqCtrlSender table;
+  FrqMap* saved;
+  FrqMap* map;
+  const std::wstring& wavePath;
+};
+
+class MapJobs {
+ public:
+  MapJobs(HWND editor, HWND list, const EditorSettings& settings)
+      : editor_(editor), list_(list), settings_(settings) {}
+
+  // What a command of the menu asks for; none if the user goes back.
+  std::optional<CreateFrqJob> Ask(UINT command) const;
+  // Does it, with the list disabled meanwhile.
+  void Run(const CreateFrqJob& job, const ShownSyllable& shown) const;
+
+ private:
+  std::optional<CreateFrqJob> AskInitialize() const;
+  std::optional<CreateFrqJob> AskInitializeAll() const;
+  std::optional<CreateFrqJob> AskConvert() const;
+  std::optional<CreateFrqJob> AskOfKind(CreateMode mode) const;
+  bool AskOfVs4ufrq(CreateFrqJob& job) const;
+  bool AskOfMrq(CreateFrqJob& job) const;
+  bool HasMap() const;
+  void RunDialog(const CreateFrqJob& job, const ShownSyllable& shown) const;
+
+  const HWND editor_;
+  const HWND list_;
+  const EditorSettings& settings_;
+};

@@ -1,0 +1,88 @@
+#include "app/previewpanel.h"
+
+#include <commctrl.h>
+
+#include <exception>
+#include <utility>
+
+#include "base/text.h"
+#include "frqmap/mrqmap.h"
+#include "frqmap/mrqstore.h"
+#include "resources/ids.h"
+
+namespace {
+
+// Of the trackbar for the pitch: no change. A step is a semitone.
+constexpr int kPitchMiddle = 12;
+
+}  // namespace
+
+void PreviewPanel::Prepare(HWND dialog) {
+  dialog_ = dialog;
+  SendMessageW(Item(IDC_EDITOR_PITCH), TBM_SETRANGE, TRUE, MAKELPARAM(0, 2 * kPitchMiddle));
+  SendMessageW(Item(IDC_EDITOR_PITCH), TBM_SETPOS, TRUE, kPitchMiddle);
+  SetDlgItemTextW(dialog_, IDC_EDITOR_MODULATION, L"0");
+}
+
+void PreviewPanel::Close() {
+  preview_.StopAndWait();
+  preview_.ClearFolder();
+}
+
+void PreviewPanel::OnPlayPressed(const PreviewSource& source) {
+  if (preview_.IsRunning()) {
+    preview_.Stop();
+    return;
+  }
+  if (!source.map) return;
+  try {
+    PreviewInput input = CollectInput(source);
+    SetDlgItemTextW(dialog_, IDC_EDITOR_PLAY, LoadResString(IDS_STOP).c_str());
+    preview_.Start(std::move(input));
+  } catch (const std::exception&) {
+    OnDone(source.kind);  // a map that memory does not hold twice is not played
+  }
+}
+
+int PreviewPanel::PitchShift() const {
+  return static_cast<int>(SendMessageW(Item(IDC_EDITOR_PITCH), TBM_GETPOS, 0, 0)) - kPitchMiddle;
+}
+
+PreviewInput PreviewPanel::CollectInput(const PreviewSource& source) const {
+  PreviewInput input;
+  input.WavePath = source.wavePath;
+  input.FrqType = source.kind;
+  source.map->CopyTo(input.Map);
+  if (source.kind == FrqTypeMrq) {
+    input.Entry = source.store.Find(MrqKey(MapPathFromWaveW(source.wavePath, source.kind)));
+  }
+  input.Settings.PitchShift = PitchShift();
+  input.Settings.Modulation = ModulationFromText(WindowText(Item(IDC_EDITOR_MODULATION)));
+  input.Settings.Flags = WithoutQuotes(WindowText(Item(IDC_EDITOR_FLAGS)));
+  input.Settings.Direct = IsDlgButtonChecked(dialog_, IDC_EDITOR_DIRECT) == BST_CHECKED;
+  input.ResamplerPath = source.resamplerPath;
+  input.Window = dialog_;
+  return input;
+}
+
+// One family keeps more beside a wave than its map, and takes it for that of the next wave of the name.
+void PreviewPanel::OnDone(FrqType kind) {
+  preview_.Finish();
+  SetDlgItemTextW(dialog_, IDC_EDITOR_PLAY, LoadResString(IDS_PLAY).c_str());
+  if (kind == FrqTypeMrq) preview_.ClearFolder();
+}
+
+// The wave itself is played as it is, so nothing that a resampler would take counts. Labels without an id, as the
+// English form has them, stay as they are.
+void PreviewPanel::OnDirectPressed() const {
+  const bool rendered = IsDlgButtonChecked(dialog_, IDC_EDITOR_DIRECT) != BST_CHECKED;
+  for (const int id : {IDC_EDITOR_PITCHLABEL, IDC_EDITOR_PITCH, IDC_EDITOR_PITCHTEXT, IDC_EDITOR_MODULATIONLABEL,
+                       IDC_EDITOR_MODULATION, IDC_EDITOR_PERCENTLABEL, IDC_EDITOR_FLAGSLABEL, IDC_EDITOR_FLAGS}) {
+    EnableWindow(Item(id), rendered);
+  }
+}
+
+void PreviewPanel::OnScrolled(HWND scrollBar) const {
+  if (!scrollBar || GetDlgCtrlID(scrollBar) != IDC_EDITOR_PITCH) return;
+  SetDlgItemTextW(dialog_, IDC_EDITOR_PITCHTEXT, std::to_wstring(PitchShift()).c_str());
+}

@@ -1,0 +1,49 @@
+// PreviewPanel: the group of controls around Play in the editor window, and the preview that it starts and stops.
+//
+// It runs on the thread of its window. What is to be heard is told it at each press; it keeps no map.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "frqmap/frqmap.h"
+#include "resampler/preview.h"
+
+class MrqStore;
+
+// What is to be heard: looked at while the button's handler runs, which copies what the preview needs.
+struct PreviewSource {
+  const std::wstring& wavePath;
+  const FrqMap* map;  // null: there is nothing to be heard
+  ::FrqType kind;
+  const std::wstring& resamplerPath;
+  MrqStore& store;
+};
+
+class PreviewPanel {
+ public:
+  // The controls as they stand at first.
+  void Prepare(HWND dialog);
+  // For scratch files.
+  void SetFolder(const std::wstring& folder) { preview_.SetFolder(folder); }
+  void ClearFolder() const { preview_.ClearFolder(); }
+  // Ends what runs, and leaves nothing in the folder that can be deleted.
+  void Close();
+
+  // The same button stops what it began.
+  void OnPlayPressed(const PreviewSource& source);
+  // The end of a preview has been posted.
+  void OnDone(FrqType kind);
+  void OnDirectPressed() const;
+  // A scroll bar of the window was moved, this panel's or another.
+  void OnScrolled(HWND scrollBar) const;
+
+ private:
+  HWND Item(int id) const { return GetDlgItem(dialog_, id); }
+  int PitchShift() const;
+  PreviewInput CollectInput(const PreviewSource& source) const;
+
+  HWND dialog_ = nullptr;
+  CPreview preview_;
+};
