@@ -67,7 +67,7 @@ class RunningProgram {
     SendMessageW(editor_.Hwnd, WM_COMMAND, IDCANCEL, 0);
     const HANDLE both[] = {editorThread_.get(), listThread_.get()};
     WaitForMultipleObjects(2, both, TRUE, INFINITE);
-    list_.EndThreads();
+    list_.Windows.EndThreads();
   }
   RunningProgram(const RunningProgram&) = delete;
   RunningProgram& operator=(const RunningProgram&) = delete;
@@ -91,8 +91,9 @@ class RunningProgram {
   }
 
   ScratchSettings settings_;
-  CFileListDlg list_{L""};
-  ScriptedEditor editor_{L""};
+  Voicebank voicebank_;
+  CFileListDlg list_{L"", voicebank_};
+  ScriptedEditor editor_{L"", voicebank_};
   ThreadHandle editorThread_;
   ThreadHandle listThread_;
 };

@@ -10,6 +10,7 @@
 
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
+#include "app/voicebank.h"
 #include "base/handle.h"
 #include "frqctrl/frqctrl.h"
 #include "resources/ids.h"
@@ -22,6 +23,10 @@ unsigned WINAPI ListThread(void* argument) {
   static_cast<CFileListDlg*>(argument)->Run(false);
   CoUninitialize();
   return 0;
+}
+
+HACCEL Accelerators(int id) {
+  return LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id));
 }
 
 // In full, since the process may change its current folder and a host is answered at the end, and without the separator
@@ -46,22 +51,22 @@ int RunApplication(const std::wstring& given) {
   InitCommonControls();
   RegisterControl<CFrqCtrl>();
   RegisterControl<CFlatButton>();
-  const HACCEL accelerators = LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_ACCELERATORS));
   {
     const std::wstring argument = given.empty() ? given : FullPath(given);
-    CFileListDlg list(argument);
-    CEditorDlg editor(argument);
+    Voicebank voicebank;
+    CFileListDlg list(argument, voicebank);
+    CEditorDlg editor(argument, voicebank);
     list.Editor = &editor;
     editor.FileList = &list;
     editor.LoadSettings();
     ThreadHandle thread(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, ListThread, &list, 0, nullptr)));
-    editor.Accelerators = accelerators;
-    editor.Run(accelerators != nullptr);
+    editor.Accelerators = {Accelerators(IDR_ACCELERATORS), Accelerators(IDR_SHAREDKEYS)};
+    editor.Run(true);
     // Without an editor the list would wait for it for ever.
     if (!editor.Hwnd) ExitProcess(1);
     WaitForSingleObject(thread.get(), INFINITE);
     thread.reset();
-    list.EndThreads();
+    list.Windows.EndThreads();
     CoUninitialize();
   }
   return 0;

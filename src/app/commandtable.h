@@ -3,7 +3,10 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <vector>
+
+#include "document/gesture.h"
 
 class CEditorDlg;
 
@@ -24,6 +27,10 @@ struct EditorState {
   int brightness = 0;
   bool pluginMode = false;
   bool allSyllables = false;  // in plug-in mode: the whole voicebank is shown
+  std::optional<Gesture> undo;  // what would be undone, and done again
+  std::optional<Gesture> redo;
+
+  bool operator==(const EditorState&) const = default;
 };
 
 struct EditorCommand {

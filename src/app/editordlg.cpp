@@ -14,6 +14,7 @@ constexpr wchar_t kPlacementValue[] = L"EditorDlg";
 constexpr wchar_t kZoomValue[] = L"FrqCtrlZoom";
 
 constexpr int kNumberBoxLimit = 16;  // characters
+constexpr int kEditMenu = 1;         // its place in the menu bar
 
 void PrepareBoxes(HWND dialog) {
   for (const int id : {IDC_EDITOR_KEY, IDC_EDITOR_FREQUENCY}) {
@@ -31,11 +32,17 @@ void EndList(HWND list) {
 
 }  // namespace
 
-CEditorDlg::CEditorDlg(const std::wstring& argument)
+CEditorDlg::CEditorDlg(const std::wstring& argument, Voicebank& voicebank)
     : ReadyEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
       Argument(argument),
+      Bank(voicebank),
+      Syllables(voicebank.Maps),
+      Map(voicebank.Maps),
       PluginMode(!argument.empty() && IsPluginFile(argument)),
-      Recent(!PluginMode) {}
+      Frames(voicebank.Maps, Map),
+      Recent(!PluginMode) {
+  Syllables.AddListener(*this);
+}
 
 INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
   Layout.Remember(Hwnd);
@@ -43,10 +50,10 @@ INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
   Preview.Prepare(Hwnd);
   Scratch.Make();
   Preview.SetFolder(Scratch.Path());
-  ReloadCurrentMap();
-  ShowFrames();
-  EnableWindow(Item(IDC_EDITOR_FREQUENCY), TRUE);
-  EnableWindow(Item(IDC_EDITOR_SET), TRUE);
+  Frames.Attach(Hwnd);
+  Table().SetEditing(&Bank.Editing);
+  Frames.ShowFrames();
+  History.PutInto(GetSubMenu(GetMenu(Hwnd), kEditMenu));
   Recent.ShowIn(GetMenu(Hwnd));
   Table().SetViewMode(Settings.ViewMode);
   Table().SetBrightness(Settings.Brightness);
@@ -69,7 +76,7 @@ void CEditorDlg::OnCancel() {
 
 // Where a dialog of ours stands in front there is no asking: edits then hold up the end by themselves.
 bool CEditorDlg::MayEndSession() {
-  return IsWindowEnabled(Hwnd) ? ConfirmDiscard() : !ToList().IsAnyEdited();
+  return IsWindowEnabled(Hwnd) ? ConfirmDiscard() : Syllables.State().Edited == 0;
 }
 
 // The system ends the process as soon as this comes back. The list has a host to answer.
@@ -138,7 +145,8 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
       OnShowFailure(static_cast<SampleCount>(wParam), static_cast<SampleCount>(lParam));
       return Answered();
     case EDM_REFRESHMAP: OnRefreshMap(lParam != 0); return Answered();
-    case kShowKeyMessage: OnShowKey(); return Answered();
+    case FramePane::kShowKeyMessage: Frames.OnShowKey(); return Answered();
+    case WM_TIMER: Word.OnTimer(wParam); return Answered();
     case WM_QUERYENDSESSION: SetWindowLongPtrW(Hwnd, DWLP_MSGRESULT, MayEndSession()); return 1;
     case WM_ENDSESSION: OnEndSession(wParam != 0); return Answered();
     default: return CDlgBase::OnDialogMessage(message, wParam, lParam);
@@ -146,14 +154,8 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
 }
 
 std::unique_ptr<CDlgBase> CEditorDlg::CreateInstance() const {
-  return std::make_unique<CEditorDlg>(Argument);
-}
-int CEditorDlg::GetTemplateId() const {
-  return IDD_EDITOR;
+  return std::make_unique<CEditorDlg>(Argument, Bank);
 }
 FileListSender CEditorDlg::ToList() const {
   return FileListSender(FileList->Hwnd);
-}
-FrqCtrlSender CEditorDlg::Table() const {
-  return FrqCtrlSender(Item(IDC_EDITOR_TABLE));
 }

@@ -17,29 +17,27 @@ void CEditorDlg::OnMakeMaps(UINT id) {
   }
 }
 
-// Nothing is done where no syllable is shown.
+// Nothing is done where no syllable is shown. A stroke that is still on ends: its map may be another one soon.
 void CEditorDlg::RunMapJob(const CreateFrqJob& job) {
-  if (!CurrentMap) return;
-  const bool wasLoaded = CurrentMap->Loaded;
+  if (!Map) return;
+  const bool wasLoaded = Map.IsLoaded();
   const FileListSender list = ToList();
-  MapJobs(Hwnd, FileList->Hwnd, Settings).Run(job, {Table(), SavedMap, CurrentMap, CurrentPath});
+  Syllables.EndStroke();
+  MapJobs(Hwnd, FileList->Hwnd, Settings).Run(job, CurrentPath);
   list.RefreshMaps();
   if (job.mode == CreateMode::All || job.mode == CreateMode::ConvertAll) ReloadEverything();
   // A map that was there is none of those that were missing, and may have edits.
   if (job.mode != CreateMode::Missing || !wasLoaded) {
-    ReloadCurrentMap();
-    ShowReloaded();
+    Syllables.ReadAfresh(Map.Index(), Document::OnFailure::EmptySaved, true);
   }
   list.PostRefreshThumbnail();
   UpdateState();
-  FileList->Store.CompactFiles();
+  Bank.Files.Store.CompactFiles();
 }
 
 // Reads all maps from their files again, and has the control forget what it made of the old ones.
 void CEditorDlg::ReloadEverything() {
   ToList().ReloadMaps(true);
-  Table().SetMaps(nullptr, nullptr);
-  Table().SetMaps(SavedMap, CurrentMap);
-  ShowReloaded();
+  Frames.ShowAnew();
   UpdateState();
 }

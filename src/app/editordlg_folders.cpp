@@ -80,10 +80,10 @@ void CEditorDlg::OnFolderOpened(const wchar_t* folder) {
   OnSetSyllable(L"");
   Recent.PutFirst(folder);
   Recent.ShowIn(GetMenu(Hwnd));
-  Table().SetMaps(SavedMap, CurrentMap);
+  Table().SetMaps(Map.Saved(), Map.Map());
   Table().DropLayer();
   Table().RepaintNow();
-  ShowFrames();
+  Frames.ShowFrames();
   UpdateState();
   SetWindowTextW(Hwnd, VoicebankCaption(folder).c_str());
   WarnOfRestrictedFolder(Hwnd, folder);

@@ -15,13 +15,12 @@ void CEditorDlg::LoadSettings() {
   Recent.Load();
 }
 
-// The list looks at its own copy of the kind when it is told to refresh. Before the window exists the control's share
-// is lost; it gets it again with each syllable.
+// The list looks at it when it is told to refresh. Before the window exists the table's share is lost; it gets it again
+// with each syllable.
 void CEditorDlg::ShareKind() {
-  FileList->FrqType = Settings.FrqType;
-  FileList->Thumbnail.MapKind = Settings.FrqType;
+  Bank.Files.Kind = Settings.FrqType;
   Table().SetKind(Settings.FrqType);
-  SendLimits();
+  Frames.SetKind(Settings.FrqType);
 }
 
 void CEditorDlg::OnOption() {
@@ -41,15 +40,11 @@ void CEditorDlg::OnOption() {
   Preview.ClearFolder();
   Settings.UpdateKind();
   ShareKind();
-  EnableWindow(Item(IDC_EDITOR_FREQUENCY), TRUE);
-  EnableWindow(Item(IDC_EDITOR_SET), TRUE);
-  if (kindChanges) ShowNewKind();
+  if (kindChanges) {
+    ReloadEverything();
+    ToList().PostRefreshMaps();
+    ToList().PostRefreshThumbnail();
+    ToList().ShowModifyBar(false, false);
+  }
   UpdateState();
-}
-
-void CEditorDlg::ShowNewKind() {
-  ReloadEverything();
-  ToList().PostRefreshMaps();
-  ToList().PostRefreshThumbnail();
-  ToList().ShowModifyBar(false, false);
 }

@@ -56,10 +56,12 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_FILE_SAVE, Call<&E::OnSave>, currentEdited},
       {ID_FILE_SAVEALL, Call<&E::OnSaveAll>, anyEdited},
       {ID_FILE_EXIT, exit},
-      {ID_EDIT_RELOADSELECTED, Call<&E::OnReloadSelection>, selectionEdited},
+      {ID_EDIT_UNDO, Call<&E::OnStepBack>, [](S s) { return s.undo.has_value(); }},
+      {ID_EDIT_REDO, Call<&E::OnStepBack>, [](S s) { return s.redo.has_value(); }},
+      {ID_EDIT_RELOADSELECTED, [](E& e, UINT) { e.Frames.ReloadSelection(); }, selectionEdited},
       {ID_EDIT_RELOAD, Call<&E::OnReloadSyllable>, currentEdited},
       {ID_EDIT_RELOADALL, Call<&E::OnReloadAll>, anyEdited},
-      {ID_EDIT_SELECTALL, Call<&E::SelectAllFrames>},
+      {ID_EDIT_SELECTALL, [](E& e, UINT) { e.Frames.SelectAllFrames(); }},
       {ID_EDIT_INITIALIZE, Call<&E::OnMakeMaps>},
       {ID_EDIT_INITIALIZEALL, Call<&E::OnMakeMaps>},
       {ID_EDIT_CREATEMISSING, Call<&E::OnMakeMaps>, [](S s) { return s.maps < s.rows; }},
@@ -81,7 +83,7 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_VIEW_THUMBNAIL, Call<&E::OnThumbnail>, nullptr, nullptr, [](S s) { return s.hasThumbnails; }},
       {ID_TOOL_CHECK, Call<&E::OnCheck>, hasMaps},
       // Reached from the modify bar only: its item stands in the menu's template and goes at the first update.
-      {ID_TOOL_MODIFYALL, Call<&E::OnModifyAll>, nullptr, always},
+      {ID_TOOL_MODIFYALL, [](E& e, UINT) { e.ToList().Modify(-1, 0); }, nullptr, always},
       {ID_TOOL_OPTION, Call<&E::OnOption>},
       {ID_HELP_MANUAL, manual},
       {ID_HELP_ABOUT, about},
@@ -89,17 +91,21 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
   return commands;
 }
 
+// Of the list in one question, of the rest from the document and the table.
 EditorState CEditorDlg::CollectState() const {
-  const FileListSender list = ToList();
+  const ListState list = ToList().State();
+  const DocumentState syllables = Syllables.State();
   EditorState state;
-  state.rows = list.Count();
-  state.selectedRow = list.Selection();
-  state.maps = list.CountMaps();
-  state.selectedHasMap = state.selectedRow >= 0 && list.HasMap(state.selectedRow);
-  state.hasThumbnails = list.ThumbnailWindow() != nullptr;
-  state.currentEdited = list.IsCurrentEdited();
-  state.anyEdited = list.IsAnyEdited();
-  state.selectedFrames = Frames().SelectedCount();
+  state.rows = list.Rows;
+  state.selectedRow = list.SelectedRow;
+  state.maps = syllables.Maps;
+  state.selectedHasMap = Syllables.Facts(list.SelectedIndex).HasMap;
+  state.hasThumbnails = list.ThumbnailWindow != nullptr;
+  state.currentEdited = syllables.CurrentEdited;
+  state.anyEdited = syllables.Edited > 0;
+  state.undo = syllables.Undo;
+  state.redo = syllables.Redo;
+  state.selectedFrames = Frames.SelectedCount();
   state.zoomCount = Table().ZoomCount();
   state.zoom = Table().Zoom();
   state.viewMode = Table().ViewMode();
@@ -110,14 +116,15 @@ EditorState CEditorDlg::CollectState() const {
   return state;
 }
 
-// Questions to the list let other threads in, which may ask for an update themselves: theirs is the later state, and
-// has been shown when this one comes to it.
+// The question to the list lets other threads in, which may ask for an update themselves: theirs is the later state,
+// and has been shown when this one comes to it.
 void CEditorDlg::UpdateState() {
   const unsigned update = ++Updates;
   const EditorState state = CollectState();
   if (update != Updates) return;
+  if (state != Shown || update == 1) ApplyCommandState(GetMenu(Hwnd), Commands(), state);
   Shown = state;
-  ApplyCommandState(GetMenu(Hwnd), Commands(), Shown);
+  History.Show(state.undo, state.redo);
   EnableWindow(Item(IDC_EDITOR_PITCH), Shown.selectedHasMap);
   EnableWindow(Item(IDC_EDITOR_PLAY), Shown.selectedHasMap);
 }
@@ -141,16 +148,23 @@ LRESULT CEditorDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
   return 0;
 }
 
+// Ctrl+Z belongs to a box that has something of its own to take back, and is not seen by the menu then.
+bool CEditorDlg::TranslateKey(const MSG& message) {
+  const bool isUndo = message.message == WM_KEYDOWN && message.wParam == 'Z' && GetKeyState(VK_CONTROL) < 0 &&
+                      GetKeyState(VK_SHIFT) >= 0 && GetKeyState(VK_MENU) >= 0;
+  if (!isUndo || !SendMessageW(message.hwnd, EM_CANUNDO, 0, 0)) return false;
+  SendMessageW(message.hwnd, EM_UNDO, 0, 0);
+  SendMessageW(message.hwnd, EM_EMPTYUNDOBUFFER, 0, 0);  // else the next one would do it again
+  return true;
+}
+
 // What the boxes, lists and buttons tell; the table tells a frame where others tell their window. The button "Update"
 // is not here: it works by taking the focus from the key box, and that alone.
 void CEditorDlg::RunControlCommand(UINT id, UINT code, LPARAM detail) {
-  if (id == IDC_EDITOR_TABLE) OnTableNotification(code, static_cast<int>(detail));
-  if (id == IDC_EDITOR_KEY && code == EN_KILLFOCUS) OnKeyEdited();
-  if (id == IDC_EDITOR_FRAMES && code == LBN_SELCHANGE) OnFrameListSelChange();
-  if (id == IDC_EDITOR_SET) OnSetFrequency();
-  if (id >= IDC_EDITOR_TRIPLE && id <= IDC_EDITOR_KEYFROMSELECTION) OnFlatButton(id);
+  if (Frames.OnControl(id, code, detail)) return;
+  if (id == IDC_EDITOR_RELOAD) ReloadIfEdited();
   if (id == IDC_EDITOR_PLAY) {
-    Preview.OnPlayPressed({CurrentPath, CurrentMap, Settings.FrqType, Settings.ResamplerPath, FileList->Store});
+    Preview.OnPlayPressed({CurrentPath, Map, Settings.FrqType, Settings.ResamplerPath, Bank.Files.Store});
   }
   if (id == IDC_EDITOR_DIRECT) Preview.OnDirectPressed();
 }

@@ -1,4 +1,4 @@
-// The syllable that the list has handed over: its map in the control and the frame list, its wave in the boxes.
+// What the editor shows of its syllable: what the list hands over, and what the document tells of it.
 #include <windows.h>
 
 #include "app/editordlg.h"
@@ -7,14 +7,38 @@
 #include "resources/ids.h"
 #include "voicebank/waveheader.h"
 
+namespace {
+
+// Rate, bits, channels and length of a wave; empty if its header cannot be read.
+std::wstring WaveInformation(const std::wstring& path) {
+  WaveHeader wave;
+  if (wave.Load(path, true) != 0) return {};
+  const std::wstring channels = LoadResString(wave.format.channels == 1 ? IDS_MONAURAL : IDS_STEREO);
+  return FormatText(LoadResString(IDS_WAVEINFO).c_str(), wave.format.samplesPerSec, wave.format.bitsPerSample,
+                    channels.c_str(), wave.LengthSeconds());
+}
+
+// From another thread, which waits until the editor has taken it in: whether the map that it shows is another one now.
+void TellFromAfar(HWND editor, const DocumentChanges& changes, int shown) {
+  unsigned facts = 0;
+  for (const EntryChange& change : changes.Entries) {
+    if (change.Index == shown) facts |= change.Facts;
+  }
+  if (facts & (EntryChange::Replaced | EntryChange::Frames | EntryChange::Marks)) {
+    EditorSender(editor).RefreshMap((facts & (EntryChange::Replaced | EntryChange::Frames)) != 0);
+  } else if (changes.History) {
+    EditorSender(editor).UpdateState();
+  }
+}
+
+}  // namespace
+
 // The very map that is shown brings nothing new: a caller who changed what is in it sends EDM_REFRESHMAP.
 void CEditorDlg::OnSetMap(FrqMap* saved, FrqMap* map) {
-  MapPath = CurrentPath;
-  if (map == CurrentMap) return;
-  CurrentMap = map;
-  SavedMap = saved;
-  Table().SetMaps(SavedMap, CurrentMap);
-  ShowFrames();
+  if (map == Map.Map()) return;
+  Map.Set(saved, map);
+  Table().SetMaps(saved, map);
+  Frames.ShowFrames();
   Table().RepaintNow();
   UpdateState();
 }
@@ -24,16 +48,7 @@ void CEditorDlg::OnSetSyllable(const wchar_t* wavePath) {
   SetDlgItemTextW(Hwnd, IDC_EDITOR_TABLE, FileNameOf(CurrentPath).c_str());
   Table().SetWavePath(CurrentPath.c_str());
   Table().SetKind(Settings.FrqType);
-  SetDlgItemTextW(Hwnd, IDC_EDITOR_WAVEINFO, WaveInformation().c_str());
-}
-
-// Rate, bits, channels and length of the wave; empty if its header cannot be read.
-std::wstring CEditorDlg::WaveInformation() const {
-  WaveHeader wave;
-  if (wave.Load(CurrentPath, true) != 0) return {};
-  const std::wstring channels = LoadResString(wave.format.channels == 1 ? IDS_MONAURAL : IDS_STEREO);
-  return FormatText(LoadResString(IDS_WAVEINFO).c_str(), wave.format.samplesPerSec, wave.format.bitsPerSample,
-                    channels.c_str(), wave.LengthSeconds());
+  SetDlgItemTextW(Hwnd, IDC_EDITOR_WAVEINFO, WaveInformation(CurrentPath).c_str());
 }
 
 // Frames are rebuilt where the list has edited the map: Ctrl+S asks the menu as it stands whether there is anything to
@@ -42,6 +57,23 @@ void CEditorDlg::OnRefreshMap(bool rebuildFrames) {
   Table().DropLayer();
   Table().RepaintNow();
   if (!rebuildFrames) return;
-  ShowFrames();
+  Frames.ShowFrames();
   UpdateState();
+}
+
+void CEditorDlg::OnChanged(const DocumentChanges& changes) {
+  if (!Hwnd) return;
+  const int shown = Map.Index();
+  if (GetWindowThreadProcessId(Hwnd, nullptr) != GetCurrentThreadId()) return TellFromAfar(Hwnd, changes, shown);
+  bool stateChanges = changes.History;
+  for (const EntryChange& change : changes.Entries) {
+    if (change.Index == shown) Frames.Show(change);
+    stateChanges = stateChanges || (change.Facts & (EntryChange::Edited | EntryChange::HasMap));
+  }
+  if (stateChanges) UpdateState();
+}
+
+// The run of marks between two sample positions is selected alone and stands a few columns in from the left.
+void CEditorDlg::OnShowFailure(SampleCount first, SampleCount last) {
+  if (Map) Frames.ShowMarks(first, last);
 }

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "app/editordlg.h"
 #include "base/registry.h"
 #include "base/text.h"
@@ -23,10 +25,14 @@ void PlaceBeside(HWND editor, HWND list) {
 
 }  // namespace
 
-CFileListDlg::CFileListDlg(const std::wstring& argument)
-    : Windows(Store, [this] { ToEditor().UpdateState(); }),
+CFileListDlg::CFileListDlg(const std::wstring& argument, Voicebank& voicebank)
+    : Windows(voicebank.Maps, voicebank.Files, [this] { ToEditor().UpdateState(); }),
       Argument(argument),
-      ReadyEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {}
+      Bank(voicebank),
+      Syllables(voicebank.Maps),
+      ReadyEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
+  Syllables.AddListener(*this);
+}
 
 INT_PTR CFileListDlg::OnInitDialog(LPARAM) {
   RememberLayout();
@@ -34,7 +40,7 @@ INT_PTR CFileListDlg::OnInitDialog(LPARAM) {
   // The list goes with the editor and has no close command of its own.
   DeleteMenu(GetSystemMenu(Hwnd, FALSE), SC_CLOSE, MF_BYCOMMAND);
   Rows.Attach(Item(IDC_LIST_FILES), DpiScaleX);
-  Rows.SetupColumns(FrqType);
+  Rows.SetupColumns(Bank.Files.Kind);
 
   const bool filled = FillFromArguments();
   if (!filled) SetEvent(ReadyEvent.get());
@@ -43,6 +49,8 @@ INT_PTR CFileListDlg::OnInitDialog(LPARAM) {
     ToEditor().PostCancel();
     return 1;
   }
+  Windows.Commands = Editor->Hwnd;
+  Keys.Start(Hwnd, Editor->Hwnd, IDR_SHAREDKEYS);
   Rows.Select(0);
   if (!RestoreWindowPlacement(Hwnd, kPlacementValue)) PlaceBeside(Editor->Hwnd, Hwnd);
   SetEvent(ReadyEvent.get());
@@ -67,8 +75,9 @@ void CFileListDlg::RememberLayout() {
 }
 
 LRESULT CFileListDlg::OnDestroy() {
+  Keys.Stop();
   SaveWindowPlacement(Hwnd, kPlacementValue);
-  if (PluginAnswer) AnswerHost(Argument, SavedCount > 0);
+  if (PluginAnswer) AnswerHost(Argument, Syllables.State().Saved > 0);
   return CDlgBase::OnDestroy();
 }
 
@@ -97,8 +106,56 @@ void CFileListDlg::OnOK() {}
 // Also reached by Escape in this window, which ends the list alone: the editor runs on without it. The thumbnails go
 // with their maps, in their own time: they may be waiting for an answer of this window.
 void CFileListDlg::OnCancel() {
-  if (const HWND thumbnail = Thumbnail.Hwnd) PostMessageW(thumbnail, WM_COMMAND, IDCANCEL, 0);
+  if (const HWND thumbnail = Windows.Thumbnail.Hwnd) PostMessageW(thumbnail, WM_COMMAND, IDCANCEL, 0);
   EndDialog(Hwnd, IDCANCEL);
+}
+
+// The road from a click to the editor: both sends come back only when the editor has taken the syllable over, and it
+// asks back through messages meanwhile. A folder that is opened in between ends it: the syllable has gone then. A map
+// that cannot be read is left empty and nothing is said: a row without a map goes this way as well, and the next time
+// it is tried again.
+void CFileListDlg::ShowSyllable(int index) {
+  const std::wstring path = Syllables.Facts(index).Path;
+  if (path.empty()) return;
+  const int fill = FillCount;
+  Syllables.SetCurrent(index);
+  Syllables.EnsureLoaded(index, Document::OnFailure::EmptySaved);
+  ToEditor().SetSyllable(path.c_str());
+  if (fill != FillCount) return;
+  const MapPair maps = Syllables.Maps(index);
+  ToEditor().SetMap(maps.Saved, maps.Map);
+}
+
+// Only this thread touches the list view. The thumbnails are told by a post, which any thread may do.
+void CFileListDlg::OnChanged(const DocumentChanges& changes) {
+  constexpr unsigned kShown = EntryChange::Edited | EntryChange::Marks | EntryChange::HasMap;
+  const bool isShown =
+      std::ranges::any_of(changes.Entries, [](const EntryChange& change) { return change.Facts & kShown; });
+  if (isShown && GetWindowThreadProcessId(Hwnd, nullptr) == GetCurrentThreadId()) {
+    ShowChanges(changes);
+  } else if (isShown) {
+    FileListSender(Hwnd).ShowChanges(changes);
+  }
+  for (const EntryChange& change : changes.Entries) {
+    if ((change.Facts & EntryChange::Touched) && !change.OneOfMany) Windows.ToThumbnail().PostRefreshItem(change.Index);
+  }
+  if (changes.OfMany) Windows.ToThumbnail().PostRefreshAll();
+}
+
+void CFileListDlg::ShowChanges(const DocumentChanges& changes) const {
+  for (const EntryChange& change : changes.Entries) {
+    const EntryFacts facts = Syllables.Facts(change.Index);
+    if (change.Facts & EntryChange::Edited) Rows.SetCell(change.Index, kEditedColumn, facts.Edited);
+    if (change.Facts & EntryChange::Marks) Rows.SetCell(change.Index, kMarkedColumn, facts.Marked);
+    if (change.Facts & EntryChange::HasMap) {
+      Rows.SetCell(change.Index, kMapColumn, facts.HasMap);
+      Rows.UpdateLlsm(change.Index, facts.Path, Bank.Files.Kind);
+    }
+  }
+}
+
+std::unique_ptr<CDlgBase> CFileListDlg::CreateInstance() const {
+  return std::make_unique<CFileListDlg>(Argument, Bank);
 }
 
 EditorSender CFileListDlg::ToEditor() const {

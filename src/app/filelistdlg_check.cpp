@@ -1,9 +1,12 @@
-// The check: the run over the maps of all syllables.
+// The check: the run over the maps of all syllables, and what the bar asks for that goes through its marks.
 #include <windows.h>
+
+#include <mutex>
 
 #include "app/filelistdlg.h"
 #include "base/text.h"
 #include "check/checkrun.h"
+#include "check/failuresearch.h"
 #include "resources/ids.h"
 #include "window/messagebox.h"
 #include "window/waitcursor.h"
@@ -24,21 +27,61 @@ void CFileListDlg::RunCheck(const CheckFrqSettings& settings) {
   if (marks > 0) Windows.ShowModifyBar(true, Hwnd);
 }
 
-// The number of marked frames. Maps that nobody has looked at yet are read; one that cannot be read is left out.
+// The number of marked frames. Maps that nobody has looked at yet are read; one that cannot be read is left out. The
+// library works on records of its own, so that the document is not held up by it.
 int CFileListDlg::CheckEntries(const CheckLibrary& library, const CheckFrqSettings& settings) {
   int marks = 0;
-  for (int index = 0; index < static_cast<int>(Entries.size()); ++index) {
-    SyllableEntry& entry = Entries[static_cast<std::size_t>(index)];
-    if (!entry.HasMap) continue;
-    const bool isNew = !entry.Map.Loaded;
-    if (isNew && LoadEntry(entry) != 0) continue;
-    const CheckOutcome outcome = library.Check(settings, entry.Map, MapPathFromWaveW(entry.Path, FrqType));
-    if (outcome.What == CheckOutcome::Stopped) break;
-    if (outcome.What == CheckOutcome::Skipped) continue;
-    marks += outcome.Marks;
-    SetMarkedCell(index, outcome.Marks != 0);
-    // A map that could not be read when it was selected has no rows in the frame list yet.
-    if (index == CurrentIndex) ToEditor().RefreshMap(isNew);
+  for (int index = 0; index < Syllables.State().Entries; ++index) {
+    const EntryFacts facts = Syllables.Facts(index);
+    if (!facts.HasMap || !Syllables.EnsureLoaded(index, Document::OnFailure::KeepSaved)) continue;
+    std::optional<CheckQuery> query;
+    Syllables.Mark(
+        index, [&](FrqMap& map) { query.emplace(map, MapPathFromWaveW(facts.Path, Bank.Files.Kind)); }, false);
+    if (!query || !query->Frames) continue;
+    if (!library.Judge(settings, *query)) break;
+    Syllables.Mark(
+        index,
+        [&](FrqMap& map) {
+          if (map.FrameCount == query->Frames->FrameCount) marks += TakeCheckResults(*query->Frames, map);
+        },
+        true);
   }
   return marks;
+}
+
+void CFileListDlg::FindFailure(FindFailureRecord& record) const {
+  record.Found = false;
+  std::optional<FailurePosition> found;
+  {
+    const std::lock_guard reading(Syllables);
+    std::vector<const FrqMap*> maps;
+    for (int index = 0; index < Syllables.State().Entries; ++index) maps.push_back(Syllables.Maps(index).Map);
+    found = ::FindFailure(maps, {record.Index, record.Sample}, record.Forward != 0);
+  }
+  if (!found) return;
+  record.Index = found->Index;
+  record.Sample = found->Sample;
+  record.Found = true;
+  if (record.Show) LocateFailure(record.Index, record.Sample);
+}
+
+// The syllable comes first, so that the run is selected in its own map.
+void CFileListDlg::LocateFailure(int index, SampleCount sample) const {
+  SampleCount first = 0, last = 0;
+  {
+    const std::lock_guard reading(Syllables);
+    const FrqMap* const map = Syllables.Maps(index).Map;
+    if (!map || map->GetMarkRange(sample, first, last) != 0) return;
+  }
+  if (!IsWindowEnabled(Hwnd)) return;
+  SelectSyllable(index);
+  ToEditor().ShowFailure(first, last);
+}
+
+void CFileListDlg::ApplyFailure(int index, SampleCount sample, bool apply) {
+  if (index < 0) {
+    Syllables.ApplyAllMarks(apply);
+  } else {
+    Syllables.ApplyMarks(apply ? Gesture::Modify : Gesture::Ignore, index, sample, apply);
+  }
 }

@@ -37,17 +37,6 @@ void ScanWaiting(VoicebankScan& scan, const std::wstring& folder, HWND thumbnail
   scan.AddVoicebank(folder);
 }
 
-// Entries whose maps have not been read yet.
-std::vector<SyllableEntry> EntriesOf(std::vector<ScannedSyllable> found) {
-  std::vector<SyllableEntry> entries(found.size());
-  for (std::size_t i = 0; i < found.size(); ++i) {
-    entries[i].Path = std::move(found[i].Path);
-    entries[i].HasMap = found[i].HasMap;
-    entries[i].FrameEstimate = found[i].FrameEstimate;
-  }
-  return entries;
-}
-
 // The editor is being built on the main thread; it is sure to come.
 void WaitForWindow(const std::atomic<HWND>& window) {
   while (!window) Sleep(100);
@@ -65,17 +54,17 @@ std::wstring NameIn(const std::wstring& folder, const std::wstring& path) {
 // handed over, once each, and not for the whole voicebank.
 bool CFileListDlg::FillFromArguments() {
   if (Argument.empty()) return true;
-  Store.Clear();
+  Bank.Files.Store.Clear();
   const int fill = FillCount;
   // By its attributes, as the root of a drive is found by no search.
   const DWORD attributes = GetFileAttributesW(Argument.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) return false;
   const bool isFolder = attributes & FILE_ATTRIBUTE_DIRECTORY;
   PluginAnswer = !isFolder && IsPluginFile(Argument);
-  VoicebankScan scan(FrqType, Store);
+  VoicebankScan scan(Bank.Files.Kind, Bank.Files.Store);
   if (isFolder) {
     Folder = Argument;
-    ScanWaiting(scan, Folder, Thumbnail.Hwnd);
+    ScanWaiting(scan, Folder, Windows.Thumbnail.Hwnd);
   } else if (PluginAnswer) {
     const PluginSyllables called = ReadPluginSyllables(Argument);
     Folder = called.Voicebank;
@@ -84,7 +73,7 @@ bool CFileListDlg::FillFromArguments() {
     Folder = FolderOf(Argument);
     scan.AddSyllable(Argument);
   }
-  Entries = EntriesOf(scan.TakeSorted());
+  Syllables.Open(scan.TakeSorted());
   if (isFolder || PluginAnswer) {
     WaitForWindow(Editor->Hwnd);
     const std::wstring opened = Folder;
@@ -95,21 +84,20 @@ bool CFileListDlg::FillFromArguments() {
   return true;
 }
 
-// Whoever opens a folder has asked about unsaved edits before: they end here. The old entries stay until the editor has
-// taken the null maps: it points into them, and may paint while it waits in its send. A row that is on its way to the
-// editor when this comes in between is given up (ShowSyllable).
+// Whoever opens a folder has asked about unsaved edits before: they end here. The old syllables stay until the editor
+// has taken the null maps: it points into them, and may paint while it waits in its send. A row that is on its way to
+// the editor when this comes in between is given up (ShowSyllable).
 void CFileListDlg::OpenFolder(const wchar_t* path) {
-  const std::vector<SyllableEntry> old = std::exchange(Entries, {});
+  const SyllableEntries old = Syllables.Open({});
   Rows.Forget();
   ++FillCount;
-  CurrentIndex = -1;
   if (path != Folder.c_str()) Folder = path;
   const std::wstring opened = Folder;
-  Store.Clear();
-  VoicebankScan scan(FrqType, Store);
-  ScanWaiting(scan, opened, Thumbnail.Hwnd);
-  Entries = EntriesOf(scan.TakeSorted());
-  Rows.UpdateColumns(FrqType);
+  Bank.Files.Store.Clear();
+  VoicebankScan scan(Bank.Files.Kind, Bank.Files.Store);
+  ScanWaiting(scan, opened, Windows.Thumbnail.Hwnd);
+  Syllables.Open(scan.TakeSorted());
+  Rows.UpdateColumns(Bank.Files.Kind);
   ShowRows();
   ToEditor().SetMap(nullptr, nullptr);
   ToEditor().FolderOpened(opened.c_str());
@@ -118,11 +106,11 @@ void CFileListDlg::OpenFolder(const wchar_t* path) {
 }
 
 void CFileListDlg::ShowRows() {
-  std::vector<SyllableRow> rows;
-  rows.reserve(Entries.size());
-  const ::FrqType kind = FrqType;
-  for (const SyllableEntry& entry : Entries) {
-    rows.push_back({NameIn(Folder, entry.Path), entry.HasMap, HasLlsm(entry.Path, kind), entry.Edited});
+  const FrqType kind = Bank.Files.Kind;
+  std::vector<SyllableRow> rows(static_cast<std::size_t>(Syllables.State().Entries));
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const EntryFacts facts = Syllables.Facts(static_cast<int>(i));
+    rows[i] = {NameIn(Folder, facts.Path), facts.HasMap, HasLlsm(facts.Path, kind), facts.Edited};
   }
   Rows.Fill(rows);
 }

@@ -1,105 +1,102 @@
-// What the list does with the maps that it owns: loading them when they are first needed, bringing them to the editor,
-// and saving them.
-#include <exception>
-
+// What the messages of the editor and of jobs ask of the maps: to save them, to read them again, to say how they are.
 #include "app/filelistdlg.h"
-#include "base/path.h"
-#include "frqmap/mapfiles.h"
 
-// The road from a click to the editor: both sends come back only when the editor has taken the syllable over, and it
-// asks back through messages meanwhile. A folder that is opened in between ends it: the entry has gone then.
-void CFileListDlg::ShowSyllable(int index) {
-  SyllableEntry* const entry = EntryAt(index);
-  if (!entry) return;
-  const bool shown = index == CurrentIndex && !entry->Map.Loaded;
-  CurrentIndex = index;
-  EnsureLoaded(*entry);
-  const bool loadedLate = shown && entry->Map.Loaded;
-  const int fill = FillCount;
-  const std::wstring path = entry->Path;
-  ToEditor().SetSyllable(path.c_str());
-  if (fill != FillCount) return;
-  ToEditor().SetMap(&entry->SavedMap, &entry->Map);
-  // To the editor this is the map that it shows already.
-  if (loadedLate && fill == FillCount) ToEditor().RefreshMap(true);
+#include <mutex>
+
+#include "app/mapsearch.h"
+#include "frqmap/edits.h"
+
+DWORD CFileListDlg::SaveCurrent(bool deleteLlsm) {
+  DWORD error = 0;
+  const int current = Syllables.Current();
+  if (Syllables.Facts(current).Edited) SaveEntry(current, deleteLlsm, error);
+  return error;
 }
 
-// A load that fails leaves an empty map and says nothing: a row without a map goes this way as well, and the load is
-// tried again the next time.
-void CFileListDlg::EnsureLoaded(SyllableEntry& entry) {
-  if (!entry.Map.Loaded) RereadMap(entry);
-}
-
-void CFileListDlg::RereadMap(SyllableEntry& entry) {
-  // A load that fails makes its empty map the saved one too.
-  if (LoadEntry(entry) != 0) entry.Map.CopyTo(entry.SavedMap);
-}
-
-// Reads both maps of an entry; a failure leaves the working one empty and the saved one as it was. A map that memory
-// does not hold twice is as good as one that cannot be read.
-int CFileListDlg::LoadEntry(SyllableEntry& entry) {
-  try {
-    const int result = LoadMap(entry.Map, entry.Path, FrqType, &Store);
-    if (result == 0) entry.Map.CopyTo(entry.SavedMap);
-    return result;
-  } catch (const std::exception&) {
-    entry.Map.Clear();
-    return -1;
+// Stops at the first failure: the syllables behind it stay edited.
+DWORD CFileListDlg::SaveAll(bool deleteLlsm) {
+  DWORD error = 0;
+  for (int index = 0; index < Syllables.State().Entries; ++index) {
+    if (Syllables.Facts(index).Edited && SaveEntry(index, deleteLlsm, error) != 0) break;
   }
+  return error;
 }
 
-// The maps that have edits, or all. True if the current one came. One whose file cannot be read is left empty and as
-// edited as it was, and nobody hears of it.
+// A save that fails before it touches a file leaves no code, and then nobody hears of it: the syllable just stays
+// edited.
+int CFileListDlg::SaveEntry(int index, bool deleteLlsm, DWORD& error) {
+  std::uint32_t code = 0;
+  const int result = Syllables.Save(index, deleteLlsm, code);
+  if (result != 0) error = code;
+  if (result == 0 && deleteLlsm) Rows.UpdateLlsm(index, Syllables.Facts(index).Path, Bank.Files.Kind);
+  return result;
+}
+
+// The maps that have edits, as one gesture, or all of them, as their files are now. True if the current one came. One
+// whose file cannot be read is left empty and as edited as it was.
 bool CFileListDlg::ReloadMaps(bool all) {
+  using enum Document::OnFailure;
   bool current = false;
-  for (int index = 0; index < static_cast<int>(Entries.size()); ++index) {
-    SyllableEntry& entry = Entries[static_cast<std::size_t>(index)];
-    if (!all && !(entry.Map.Loaded && entry.Edited)) continue;
-    const std::wstring folder = FolderOf(entry.Path);
-    if (FrqType == FrqTypeMrq && !Store.HasFolder(folder)) Store.LoadFolder(folder);
-    if (LoadEntry(entry) != 0) continue;
-    current = current || index == CurrentIndex;
-    SetEdited(index, false, true);
+  const Document::Scope gesture(Syllables, Gesture::ReloadAll);
+  for (int index = 0; index < Syllables.State().Entries; ++index) {
+    const EntryFacts facts = Syllables.Facts(index);
+    if (!all && !(facts.Loaded && facts.Edited)) continue;
+    const int result =
+        all ? Syllables.ReadAfresh(index, KeepSaved, false) : Syllables.Reload(index, KeepSaved, false);
+    if (result == 0 && index == Syllables.Current()) current = true;
   }
   return current;
 }
 
-DWORD CFileListDlg::SaveCurrent(bool deleteLlsm) {
-  DWORD error = 0;
-  SyllableEntry* const entry = EntryAt(CurrentIndex);
-  if (entry && entry->Edited) SaveEntry(*entry, CurrentIndex, deleteLlsm, error);
-  return error;
+// The sender may name the map that it means: a click on another row may be under way.
+void CFileListDlg::SetCurrentEdited(bool edited, const FrqMap* map) {
+  const int named = Syllables.IndexOf(map);
+  Syllables.SetEdited(named >= 0 ? named : Syllables.Current(), edited);
 }
 
-// Stops at the first failure: the entries behind it stay edited.
-DWORD CFileListDlg::SaveAll(bool deleteLlsm) {
-  DWORD error = 0;
-  for (int index = 0; index < static_cast<int>(Entries.size()); ++index) {
-    SyllableEntry& entry = Entries[static_cast<std::size_t>(index)];
-    if (entry.Edited && SaveEntry(entry, index, deleteLlsm, error) != 0) break;
+// To clear the flag of an edited syllable is to say that the memory no longer counts: its map is read again.
+void CFileListDlg::SetEditedByMessage(int index, bool edited) {
+  const int meant = index < 0 ? Syllables.Current() : index;
+  if (Syllables.Facts(meant).Edited && !edited) {
+    Syllables.ReadAfresh(meant, Document::OnFailure::EmptySaved, true);
+  } else {
+    Syllables.SetEdited(meant, edited);
   }
-  return error;
 }
 
-// The code is what the file layer left behind. A save that fails before it touches a file leaves none, and then nobody
-// hears of it: the entry just stays edited.
-int CFileListDlg::SaveEntry(SyllableEntry& entry, int index, bool deleteLlsm, DWORD& error) {
-  SetLastError(ERROR_SUCCESS);
-  try {
-    if (SaveMap(entry.Map, entry.Path, FrqType, &Store) != 0) {
-      error = GetLastError();
-      return -1;
-    }
-  } catch (const std::exception&) {
-    error = ERROR_NOT_ENOUGH_MEMORY;  // a file is made whole in memory first
-    return -1;
+void CFileListDlg::SetHasMap(int index, bool hasMap, bool notify) {
+  const EntryFacts facts = Syllables.Facts(index);
+  Syllables.SetHasMap(index, hasMap, facts.FrameEstimate);
+  if (notify && facts.HasMap && !hasMap) Windows.ToThumbnail().PostRefreshItem(index);
+  if (!facts.Path.empty()) Rows.UpdateLlsm(index, facts.Path, Bank.Files.Kind);
+}
+
+// To clear the cell is to clear the marks; a set one leaves the map alone.
+void CFileListDlg::SetFailed(int index, bool failed) {
+  if (failed) return Rows.SetCell(index, kMarkedColumn, true);
+  Syllables.Mark(index, [](FrqMap& map) { map.ApplyMarks(-1, false); }, true);
+}
+
+// A negative index asks for any syllable.
+bool CFileListDlg::IsFailed(int index) const {
+  if (index >= 0) return Syllables.Facts(index).Marked;
+  return Syllables.IsAnyMarked();
+}
+
+// What happened on the disk since the last look. Nothing watches the folder, so an outside change shows only here.
+void CFileListDlg::RefreshMaps() {
+  const FrqType kind = Bank.Files.Kind;
+  Rows.UpdateColumns(kind);
+  if (kind == FrqTypeMrq) Bank.Files.Store.Reload();
+  ListedFolders listed;
+  for (int row = 0; row < Rows.Count(); ++row) {
+    const int index = Rows.IndexOf(row);
+    const EntryFacts before = Syllables.Facts(index);
+    if (before.Path.empty()) continue;
+    const FoundMap found = FindMap(before.Path, kind, listed, Bank.Files.Store);
+    Syllables.SetHasMap(index, found.exists, found.frameEstimate);
+    if (before.HasMap && !found.exists) Windows.ToThumbnail().PostRefreshItem(index);
+    Rows.UpdateLlsm(index, before.Path, kind);
+    Rows.SetCell(index, kMarkedColumn, Syllables.Facts(index).Marked);
   }
-  SetEdited(index, false, true);
-  ++SavedCount;
-  if (deleteLlsm) {
-    // Whatever the kind of map: the analysis beside the wave is out of date.
-    DeleteFileW(LlsmPathFromWave(entry.Path).c_str());
-    Rows.UpdateLlsm(index, entry.Path, FrqType);
-  }
-  return 0;
 }

@@ -13,15 +13,6 @@ constexpr int kRefillShare = 16;
 
 constexpr LPARAM kTextBytes = 32;  // of a row
 
-// The frames in the map's selection, in ascending order.
-std::vector<int> SelectionOf(const FrqMap& map) {
-  std::vector<int> rows;
-  for (std::size_t i = 0; i < map.Frames.size(); ++i) {
-    if (map.Frames[i].Selected) rows.push_back(static_cast<int>(i));
-  }
-  return rows;
-}
-
 std::vector<int> UnionOf(std::span<const int> a, std::span<const int> b) {
   std::vector<int> both;
   both.reserve(a.size() + b.size());
@@ -64,9 +55,9 @@ void FrameList::DeselectAll() const {
   Send(LB_SETSEL, FALSE, -1);
 }
 
-void FrameList::SelectAsIn(const FrqMap& map) const {
+void FrameList::SelectOnly(std::span<const int> rows) const {
   DeselectAll();
-  SelectRows(SelectionOf(map));
+  SelectRows(rows);
 }
 
 // A message for each run of rows. One for each row would take seconds.
@@ -89,57 +80,57 @@ void FrameList::ShowLast(std::span<const int> rows) const {
   Send(LB_SETSEL, TRUE, rows.back());
 }
 
-// A frame that no sample position leads to cannot be edited and is not shown: with a hop of 0 or less that is every
-// frame, with a huge one all but the first.
-void FrameList::AddRows(const FrqMap& map) const {
-  Send(LB_INITSTORAGE, static_cast<WPARAM>(map.FrameCount), map.FrameCount * kTextBytes);
+void FrameList::AddRows(const std::vector<double>& frequencies) const {
+  const auto count = static_cast<LPARAM>(frequencies.size());
+  Send(LB_INITSTORAGE, frequencies.size(), count * kTextBytes);
   // Past the procedure that subclasses the list box: it has no interest in this message, and the way through it would
   // be half the time of a long list.
   const auto procedure = reinterpret_cast<WNDPROC>(GetClassLongPtrW(list_, GCLP_WNDPROC));
-  for (SampleCount i = 0; i < map.FrameCount && map.PositionOf(i) >= 0; ++i) {
-    const std::wstring text = FrameRowText(map.Frames[static_cast<std::size_t>(i)].Frequency);
+  for (const double frequency : frequencies) {
+    const std::wstring text = FrameRowText(frequency);
     CallWindowProcW(procedure, list_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
   }
 }
 
-void FrameList::Fill(const FrqMap* map) const {
+void FrameList::Fill(const ShownMap& map) const {
   const RedrawOnce redraw(list_);
   Send(LB_RESETCONTENT);
   if (!map) return;
-  AddRows(*map);
-  SelectRows(SelectionOf(*map));
+  AddRows(map.Frequencies());
+  SelectRows(map.SelectedFrames());
 }
 
-void FrameList::Rewrite(const FrqMap& map) const {
+void FrameList::Rewrite(const ShownMap& map) const {
   const RedrawOnce redraw(list_);
   const int caret = Caret();
   const LRESULT top = Send(LB_GETTOPINDEX);
   Send(LB_RESETCONTENT);
-  AddRows(map);
+  AddRows(map.Frequencies());
   Send(LB_SETCARETINDEX, static_cast<WPARAM>(std::max(caret, 0)), TRUE);
   Send(LB_SETTOPINDEX, static_cast<WPARAM>(top));
 }
 
-void FrameList::Update(const FrqMap& map, std::span<const int> rows) const {
+void FrameList::Update(const ShownMap& map, std::span<const int> rows) const {
   if (rows.empty()) return;
   const LRESULT top = Send(LB_GETTOPINDEX);
   const RedrawOnce redraw(list_);
   if (static_cast<int>(rows.size()) > RowCount() / kRefillShare) {
     const std::vector<int> selected = UnionOf(SelectedRows(), rows);
     Send(LB_RESETCONTENT);
-    AddRows(map);
+    AddRows(map.Frequencies());
     SelectRows(selected);
   } else {
-    for (const int row : rows) ReplaceRow(row, map);
+    const std::vector<double> frequencies = map.FrequenciesOf(rows);
+    for (std::size_t i = 0; i < rows.size(); ++i) ReplaceRow(rows[i], frequencies[i]);
   }
   // To take a row away may have scrolled the list.
   Send(LB_SETTOPINDEX, static_cast<WPARAM>(top));
   ShowLast(rows);
 }
 
-void FrameList::ReplaceRow(int row, const FrqMap& map) const {
+void FrameList::ReplaceRow(int row, double frequency) const {
   const auto index = static_cast<WPARAM>(row);
-  const std::wstring text = FrameRowText(map.FrequencyAt(map.PositionOf(row)));
+  const std::wstring text = FrameRowText(frequency);
   // Behind the last row there is nothing to take away, and nothing is added.
   if (Send(LB_DELETESTRING, index) == LB_ERR) return;
   Send(LB_INSERTSTRING, index, reinterpret_cast<LPARAM>(text.c_str()));

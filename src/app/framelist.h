@@ -1,8 +1,8 @@
 // The frame list of the editor: one row for each frame of a map, row i being frame i.
 //
-// The rows are a view: frequencies are read from the map and only the selection from the list box. Rows are replaced,
-// never edited. A list may hold tens of thousands, so that many are replaced in one pass, with the end of a pass one by
-// one: the rows selected, the last of them with the focus rectangle and in view.
+// The rows are a view: frequencies are read from the map that is shown and only the selection from the list box. Rows
+// are replaced, never edited. A list may hold tens of thousands, so that many are replaced in one pass, with the end of
+// a pass one by one: the rows selected, the last of them with the focus rectangle and in view.
 #pragma once
 
 #include <windows.h>
@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "frqmap/frqmap.h"
+#include "app/shownmap.h"
 
 class FrameList {
  public:
@@ -26,20 +26,20 @@ class FrameList {
 
   void SelectAll() const;
   void DeselectAll() const;
-  // The rows whose frames are in the map's selection, and no others.
-  void SelectAsIn(const FrqMap& map) const;
+  // These rows, in ascending order, and no others; the last of them comes into view.
+  void SelectOnly(std::span<const int> rows) const;
 
-  // All rows anew, selected as in the map; none for null.
-  void Fill(const FrqMap* map) const;
+  // All rows anew, selected as in the map.
+  void Fill(const ShownMap& map) const;
   // All rows anew, none selected; the caret and the first row in view stay.
-  void Rewrite(const FrqMap& map) const;
+  void Rewrite(const ShownMap& map) const;
   // These rows anew, each selected.
-  void Update(const FrqMap& map, std::span<const int> rows) const;
+  void Update(const ShownMap& map, std::span<const int> rows) const;
 
  private:
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
-  void AddRows(const FrqMap& map) const;
-  void ReplaceRow(int row, const FrqMap& map) const;
+  void AddRows(const std::vector<double>& frequencies) const;
+  void ReplaceRow(int row, double frequency) const;
   void SelectRows(std::span<const int> rows) const;
   void ShowLast(std::span<const int> rows) const;
 

@@ -1,7 +1,6 @@
 #include "app/mapjobs.h"
 
 #include <algorithm>
-#include <exception>
 #include <limits>
 
 #include "base/text.h"
@@ -11,41 +10,6 @@
 #include "resampler/createfrqdlg.h"
 #include "resources/ids.h"
 #include "window/messagebox.h"
-
-namespace {
-
-// Shows copies of the maps in the table for as long as it lives: the list reads the shown map anew in the middle of a
-// job, on its own thread, while this one may have to paint. The focus goes too, as the key box puts its number into the
-// map when it is left, and the table would have the maps themselves again.
-class ShownCopies {
- public:
-  ShownCopies(const FrqCtrlSender& table, FrqMap* saved, FrqMap* map)
-      : table_(table), saved_(saved), map_(map), focus_(SetFocus(nullptr)) {
-    try {
-      saved->CopyTo(savedCopy_);
-      map->CopyTo(mapCopy_);
-      table_.SetMaps(&savedCopy_, &mapCopy_);
-    } catch (const std::exception&) {
-      table_.SetMaps(nullptr, nullptr);  // what memory does not hold twice is not shown meanwhile
-    }
-  }
-  ~ShownCopies() {
-    table_.SetMaps(saved_, map_);
-    if (focus_) SetFocus(focus_);
-  }
-  ShownCopies(const ShownCopies&) = delete;
-  ShownCopies& operator=(const ShownCopies&) = delete;
-
- private:
-  const FrqCtrlSender table_;
-  FrqMap* const saved_;
-  FrqMap* const map_;
-  const HWND focus_;
-  FrqMap savedCopy_;
-  FrqMap mapCopy_;
-};
-
-}  // namespace
 
 std::optional<CreateFrqJob> MapJobs::Ask(UINT command) const {
   switch (command) {
@@ -110,18 +74,18 @@ bool MapJobs::AskOfMrq(CreateFrqJob& job) const {
   return true;
 }
 
-void MapJobs::Run(const CreateFrqJob& job, const ShownSyllable& shown) const {
+void MapJobs::Run(const CreateFrqJob& job, const std::wstring& currentWave) const {
   EnableWindow(list_, FALSE);
-  RunDialog(job, shown);
+  RunDialog(job, currentWave);
   EnableWindow(list_, TRUE);
 }
 
-void MapJobs::RunDialog(const CreateFrqJob& job, const ShownSyllable& shown) const {
+void MapJobs::RunDialog(const CreateFrqJob& job, const std::wstring& currentWave) const {
   const auto workers = static_cast<int>(std::min<DWORD>(settings_.MaxParallelCount, std::numeric_limits<int>::max()));
   CCreateFrqDlg dialog(job.mode, editor_, list_, settings_.ResamplerPath, workers);
   dialog.ParentWindow = editor_;
   dialog.CurrentIndex = FileListSender(list_).Selection();
-  dialog.CurrentWave = shown.wavePath;
+  dialog.CurrentWave = currentWave;
   if (IsConversion(job.mode)) {
     dialog.FrqType = static_cast<FrqType>(job.first);
     dialog.TargetType = static_cast<FrqType>(job.second);
@@ -132,6 +96,5 @@ void MapJobs::RunDialog(const CreateFrqJob& job, const ShownSyllable& shown) con
     dialog.Vs4uUseFrq = job.useFrq;
     dialog.InitBoth = job.initBoth;
   }
-  const ShownCopies copies(shown.table, shown.saved, shown.map);
   dialog.Run(false);
 }

@@ -10,17 +10,7 @@
 
 #include "app/editorsettings.h"
 #include "app/messages.h"
-#include "frqctrl/frqctrlmessages.h"
-#include "frqmap/frqmap.h"
 #include "resampler/createjob.h"
-
-// What the editor shows while a job runs, of which the table gets copies for that time.
-struct ShownSyllable {
-  FrqCtrlSender table;
-  FrqMap* saved;
-  FrqMap* map;
-  const std::wstring& wavePath;
-};
 
 class MapJobs {
  public:
@@ -29,8 +19,8 @@ class MapJobs {
 
   // What a command of the menu asks for; none if the user goes back.
   std::optional<CreateFrqJob> Ask(UINT command) const;
-  // Does it, with the list disabled meanwhile.
-  void Run(const CreateFrqJob& job, const ShownSyllable& shown) const;
+  // Does it, with the list disabled meanwhile. `currentWave`: of the syllable that is shown.
+  void Run(const CreateFrqJob& job, const std::wstring& currentWave) const;
 
  private:
   std::optional<CreateFrqJob> AskInitialize() const;
@@ -40,7 +30,7 @@ class MapJobs {
   bool AskOfVs4ufrq(CreateFrqJob& job) const;
   bool AskOfMrq(CreateFrqJob& job) const;
   bool HasMap() const;
-  void RunDialog(const CreateFrqJob& job, const ShownSyllable& shown) const;
+  void RunDialog(const CreateFrqJob& job, const std::wstring& currentWave) const;
 
   const HWND editor_;
   const HWND list_;

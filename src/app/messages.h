@@ -12,10 +12,10 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 class FrqMap;
 struct CheckFrqSettings;
+struct DocumentChanges;
 
 enum FileListMessage : UINT {
   FLM_SETCURRENTEDITED = 32769,    // flag, FrqMap* or null: the current syllable's
@@ -50,9 +50,9 @@ enum FileListMessage : UINT {
   FLM_IGNORE = 32798,              // index, sample position
   FLM_FINDFAILURE = 32799,         // -, FindFailureRecord*
   FLM_SHOWMODIFYBAR = 32800,       // show, by need
-  FLM_LISTMAPS = 32801,            // -, std::vector<ListedMap>* out
-  FLM_COPYMAPS = 32802,            // count, MapCopy*
-  FLM_TAKEMAP = 32803,             // -, ReadMapRecord*
+  // Of our own: what the list shows of changes, and what of its state commands hang on.
+  FLM_SHOWCHANGES = 32801,         // -, const DocumentChanges*
+  FLM_GETSTATE = 32802,            // -, ListState* out
 };
 
 enum EditorMessage : UINT {
@@ -79,25 +79,12 @@ struct FindFailureRecord {
   std::uint8_t Found;    // out
 };
 
-// What FLM_LISTMAPS tells of a syllable that has a map.
-struct ListedMap {
-  int Index;
-  std::uint32_t FrameEstimate;
-  std::wstring Path;  // of the wave
-};
-
-// What FLM_COPYMAPS asks for: the map of a syllable as it is now, empty if there is none in memory.
-struct MapCopy {
-  int Index;
-  FrqMap* Target;  // the sender's
-};
-
-// What FLM_TAKEMAP hands over: a map that the sender has read from its file. If the list has read it too, or edited it,
-// the sender's becomes a copy of that one.
-struct ReadMapRecord {
-  int Index;
-  const wchar_t* Path;  // of the wave: the index may be out of date
-  FrqMap* Map;          // the sender's
+// What FLM_GETSTATE answers.
+struct ListState {
+  std::int32_t Rows;
+  std::int32_t SelectedRow;      // -1: none
+  std::int32_t SelectedIndex;    // of its syllable, -1: none
+  HWND ThumbnailWindow;          // null: none
 };
 
 inline constexpr int kPathBufferSize = 260;
@@ -128,10 +115,6 @@ class FileListSender {
  public:
   explicit FileListSender(HWND list) : list_(list) {}
 
-  // `map` is the working map that was edited: by the time the list hears of it the user may have chosen another row.
-  void SetCurrentEdited(bool edited, const FrqMap* map) const {
-    Send(FLM_SETCURRENTEDITED, edited, messages_detail::Pointer(map));
-  }
   bool IsCurrentEdited() const { return AskNumber(FLM_ISCURRENTEDITED) != 0; }
   bool IsAnyEdited() const { return AskNumber(FLM_ISANYEDITED) != 0; }
   // The system's error code of the first save that failed, 0 if none did or none left a code.
@@ -161,6 +144,8 @@ class FileListSender {
   // A negative index is the current syllable. False on an edited one throws its edits away: its map is read again.
   void SetEdited(int index, bool edited) const { Send(FLM_SETEDITED, static_cast<WPARAM>(index), edited); }
   bool IsEdited(int index) const { return AskNumber(FLM_GETEDITED, index) != 0; }
+  // When the former comes back, the editor shows the syllable.
+  void SelectSyllable(int index) const { Send(FLM_SELECTSYLLABLE, static_cast<WPARAM>(index)); }
   void PostSelectSyllable(int index) const {
     messages_detail::Post(list_, FLM_SELECTSYLLABLE, static_cast<WPARAM>(index));
   }
@@ -177,18 +162,13 @@ class FileListSender {
   void Ignore(int index, int position) const { Send(FLM_IGNORE, static_cast<WPARAM>(index), position); }
   void FindFailure(FindFailureRecord& record) const { Send(FLM_FINDFAILURE, 0, messages_detail::Pointer(&record)); }
   void ShowModifyBar(bool show, bool byNeed) const { Send(FLM_SHOWMODIFYBAR, show, byNeed); }
-  // All syllables with a map, in the order of the list.
-  std::vector<ListedMap> ListMaps() const {
-    std::vector<ListedMap> maps;
-    Send(FLM_LISTMAPS, 0, messages_detail::Pointer(&maps));
-    return maps;
+  void ShowChanges(const DocumentChanges& changes) const {
+    Send(FLM_SHOWCHANGES, 0, messages_detail::Pointer(&changes));
   }
-  void CopyMaps(const std::vector<MapCopy>& copies) const {
-    if (!copies.empty()) Send(FLM_COPYMAPS, copies.size(), messages_detail::Pointer(copies.data()));
-  }
-  void TakeMap(int index, const std::wstring& wavePath, FrqMap& map) const {
-    const ReadMapRecord record{index, wavePath.c_str(), &map};
-    Send(FLM_TAKEMAP, 0, messages_detail::Pointer(&record));
+  ListState State() const {
+    ListState state{0, -1, -1, nullptr};
+    Send(FLM_GETSTATE, 0, messages_detail::Pointer(&state));
+    return state;
   }
   // Ends the list's window as its own Cancel would.
   void Cancel() const { SendMessageW(list_, WM_COMMAND, IDCANCEL, 0); }

@@ -52,7 +52,7 @@ PreviewInput PreviewPanel::CollectInput(const PreviewSource& source) const {
   PreviewInput input;
   input.WavePath = source.wavePath;
   input.FrqType = source.kind;
-  source.map->CopyTo(input.Map);
+  source.map.CopyTo(input.Map);
   if (source.kind == FrqTypeMrq) {
     input.Entry = source.store.Find(MrqKey(MapPathFromWaveW(source.wavePath, source.kind)));
   }

@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "frqmap/frqmap.h"
+#include "app/shownmap.h"
 #include "resampler/preview.h"
 
 class MrqStore;
@@ -15,7 +15,7 @@ class MrqStore;
 // What is to be heard: looked at while the button's handler runs, which copies what the preview needs.
 struct PreviewSource {
   const std::wstring& wavePath;
-  const FrqMap* map;  // null: there is nothing to be heard
+  const ShownMap& map;  // none: there is nothing to be heard
   ::FrqType kind;
   const std::wstring& resamplerPath;
   MrqStore& store;

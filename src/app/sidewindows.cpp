@@ -4,8 +4,11 @@
 
 #include <utility>
 
-SideWindows::SideWindows(MrqStore& store, std::function<void()> thumbnailEnded)
-    : Store(store), ThumbnailEnded(std::move(thumbnailEnded)) {}
+SideWindows::SideWindows(Document& syllables, DocumentFiles& files, std::function<void()> thumbnailEnded)
+    : ThumbnailEnded(std::move(thumbnailEnded)) {
+  Thumbnail.Syllables = &syllables;
+  Thumbnail.Files = &files;
+}
 
 void SideWindows::ShowThumbnail(bool show, HWND list) {
   if (Thumbnail.Hwnd) {
@@ -14,7 +17,7 @@ void SideWindows::ShowThumbnail(bool show, HWND list) {
   }
   const EventHandle ready(CreateEventW(nullptr, TRUE, FALSE, nullptr));
   Thumbnail.Owner = list;
-  Thumbnail.Store = &Store;
+  Thumbnail.Commands = Commands;
   Thumbnail.ReadyEvent = ready.get();
   StartWindow(ThumbnailThread, ready.get());
 }
@@ -28,6 +31,7 @@ void SideWindows::ShowModifyBar(bool show, HWND list) {
   if (bar) return;
   const EventHandle ready(CreateEventW(nullptr, TRUE, FALSE, nullptr));
   ModifyBar.List = list;
+  ModifyBar.Commands = Commands;
   ModifyBar.ReadyEvent = ready.get();
   StartWindow(ModifyBarThread, ready.get());
 }

@@ -17,14 +17,17 @@
 
 class SideWindows {
  public:
-  // `store` is what the thumbnails read maps of desc.mrq files from. `thumbnailEnded` is called on the thread of the
+  // `syllables` and `files` are what the thumbnails show and read. `thumbnailEnded` is called on the thread of the
   // thumbnails, when their window has gone.
-  SideWindows(MrqStore& store, std::function<void()> thumbnailEnded);
+  SideWindows(Document& syllables, DocumentFiles& files, std::function<void()> thumbnailEnded);
   SideWindows(const SideWindows&) = delete;
   SideWindows& operator=(const SideWindows&) = delete;
 
-  // Its window handle is null while there is no window. The main thread writes its MapKind.
+  // Its window handle is null while there is no window.
   CThumbnailDlg Thumbnail;
+
+  // The window whose keys act in both.
+  HWND Commands = nullptr;
 
   // A window that is not there is opened, whatever was asked. `list` is the window that it asks.
   void ShowThumbnail(bool show, HWND list);
@@ -44,7 +47,6 @@ class SideWindows {
   void StartWindow(unsigned(WINAPI* thread)(void*), HANDLE ready);
 
   CModifyFailureDlg ModifyBar;
-  MrqStore& Store;
   std::function<void()> ThumbnailEnded;
   std::vector<ThreadHandle> Threads;  // the ended ones go when another one begins
 };

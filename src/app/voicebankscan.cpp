@@ -48,20 +48,20 @@ void VoicebankScan::AddSyllable(const std::wstring& path) {
   found_.push_back({path, map.exists, map.frameEstimate});
 }
 
-std::vector<ScannedSyllable> VoicebankScan::TakeSorted() {
+std::vector<FoundSyllable> VoicebankScan::TakeSorted() {
   struct Key {
     std::wstring folder;
-    ScannedSyllable* syllable;
+    FoundSyllable* syllable;
   };
   std::vector<Key> keys;
   keys.reserve(found_.size());
-  for (ScannedSyllable& syllable : found_) keys.push_back({FolderOf(syllable.Path), &syllable});
+  for (FoundSyllable& syllable : found_) keys.push_back({FolderOf(syllable.Path), &syllable});
   std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) {
     // The comparison by language is slow, and the same folder needs none.
     const int folders = a.folder == b.folder ? 0 : lstrcmpW(a.folder.c_str(), b.folder.c_str());
     return folders != 0 ? folders < 0 : a.syllable->Path < b.syllable->Path;
   });
-  std::vector<ScannedSyllable> sorted;
+  std::vector<FoundSyllable> sorted;
   sorted.reserve(keys.size());
   for (const Key& key : keys) sorted.push_back(std::move(*key.syllable));
   found_.clear();

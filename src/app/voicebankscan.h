@@ -9,16 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "document/syllable.h"
 #include "frqmap/frqtype.h"
 #include "frqmap/mrqstore.h"
 #include "voicebank/folderlisting.h"
-
-// One wave.
-struct ScannedSyllable {
-  std::wstring Path;
-  bool HasMap = false;              // a map of the kind exists
-  std::uint32_t FrameEstimate = 0;  // frames of the map; 0 without one
-};
 
 class VoicebankScan {
  public:
@@ -36,7 +30,7 @@ class VoicebankScan {
   // All that was added, which leaves none. Folders go by the words of the user's language, names within a folder by
   // code units. The two differ on purpose: all files of a folder stay together, and users know the order of the names
   // from their other tools.
-  std::vector<ScannedSyllable> TakeSorted();
+  std::vector<FoundSyllable> TakeSorted();
 
  private:
   const FolderListing* AddFolder(const std::wstring& folder);
@@ -45,7 +39,7 @@ class VoicebankScan {
   MrqStore& store_;
   ListedFolders listed_;
   std::set<std::wstring> seenPaths_;
-  std::vector<ScannedSyllable> found_;
+  std::vector<FoundSyllable> found_;
 };
 
 // The waves that a plug-in file calls for, in the order of its notes, and the folder of their voicebank.

@@ -21,10 +21,10 @@ CheckLibrary::CheckLibrary() : module_(LoadLibraryW(L"checkfrq.dll")) {
   entry_ = reinterpret_cast<CheckFrequencyMapEntry>(reinterpret_cast<void*>(entry));
 }
 
-CheckOutcome CheckLibrary::Check(const CheckFrqSettings& settings, FrqMap& map, const std::wstring& mapPath) const {
-  const auto frames = MakeCheckFrames(map, mapPath);
-  if (!frames) return {};
-  const auto regions = RegionsOf(map);
-  if (entry_(&settings, frames.get(), regions.get()) < 0) return {CheckOutcome::Stopped};
-  return {CheckOutcome::Checked, TakeCheckResults(*frames, map)};
+CheckQuery::CheckQuery(FrqMap& map, const std::wstring& mapPath) : Frames(MakeCheckFrames(map, mapPath)) {
+  if (Frames) Regions = RegionsOf(map);
+}
+
+bool CheckLibrary::Judge(const CheckFrqSettings& settings, const CheckQuery& query) const {
+  return entry_(&settings, query.Frames.get(), query.Regions.get()) >= 0;
 }

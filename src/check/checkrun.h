@@ -11,9 +11,14 @@
 #include "base/handle.h"
 #include "check/checkrecords.h"
 
-struct CheckOutcome {
-  enum { Skipped, Stopped, Checked } What = Skipped;
-  int Marks = 0;  // frames that were marked, of a map that was checked
+// A map as the library sees it. The map itself may change while the library works: it is not looked at then.
+struct CheckQuery {
+  // Without memory for the map there are no frames, and it is left out; without regions the library finds them itself
+  // or does without.
+  CheckQuery(FrqMap& map, const std::wstring& mapPath);
+
+  CheckRecordPtr<CheckFrameRecord> Frames;
+  CheckRecordPtr<CheckRegionRecord> Regions;
 };
 
 class CheckLibrary {
@@ -24,9 +29,9 @@ class CheckLibrary {
   // A library without the entry point is loaded all the same, and checks nothing.
   bool HasEntry() const { return entry_ != nullptr; }
 
-  // Puts a loaded map before the library. Checked: its marks are those of the library now. Stopped: the library ends
-  // the whole run, and the marks are as they were. Skipped: as they were for want of memory.
-  CheckOutcome Check(const CheckFrqSettings& settings, FrqMap& map, const std::wstring& mapPath) const;
+  // Has the library judge a map that has frames. False ends the whole run, and the map's marks stay as they were;
+  // otherwise TakeCheckResults puts the library's marks in their place.
+  bool Judge(const CheckFrqSettings& settings, const CheckQuery& query) const;
 
  private:
   struct ModuleTraits {

@@ -11,6 +11,7 @@ constexpr wchar_t kPlacementValue[] = L"ModifyFailureDlg";
 
 INT_PTR CModifyFailureDlg::OnInitDialog(LPARAM) {
   SetEvent(ReadyEvent);
+  Keys.Start(Hwnd, Commands, IDR_SHAREDKEYS);
   Index = Sample = -1;
   ShowNext(true);
   RestoreWindowPlacement(Hwnd, kPlacementValue);
@@ -52,6 +53,7 @@ void CModifyFailureDlg::ShowNextOrEnd() {
 }
 
 LRESULT CModifyFailureDlg::OnDestroy() {
+  Keys.Stop();
   SaveWindowPlacement(Hwnd, kPlacementValue);
   return CDlgBase::OnDestroy();
 }

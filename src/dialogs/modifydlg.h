@@ -7,12 +7,14 @@
 
 #include "app/messages.h"
 #include "resources/ids.h"
+#include "window/sharedkeys.h"
 #include "window/templatedialog.h"
 
 class CModifyFailureDlg : public CTemplateDlg<CModifyFailureDlg, IDD_MODIFY> {
  public:
   // Set before Run: the window of the list, and an event that is set when this window has come.
   HWND List = nullptr;
+  HWND Commands = nullptr;  // the window whose keys act here too
   HANDLE ReadyEvent = nullptr;
 
   LRESULT OnDestroy() override;
@@ -28,5 +30,6 @@ class CModifyFailureDlg : public CTemplateDlg<CModifyFailureDlg, IDD_MODIFY> {
 
   int Index = -1;       // syllable of the run in view
   int Sample = -1;      // sample position in it
+  SharedKeys Keys;
   bool Forward = true;  // direction of the last step, also from one opening to the next
 };

@@ -50,6 +50,7 @@ SIZE ClientSize(HWND window) {
 
 INT_PTR CThumbnailDlg::OnInitDialog(LPARAM) {
   SetEvent(ReadyEvent);
+  Keys.Start(Hwnd, Commands, IDR_SHAREDKEYS);
   Spacing = SpacingOfScreen();
   Forget();
   {
@@ -94,19 +95,20 @@ int CThumbnailDlg::Relayout(bool keepAnchor) {
   return TopRow;
 }
 
-// One question for all syllables: one for each would take seconds in a voicebank of thousands.
 void CThumbnailDlg::FillItems() {
-  const std::vector<ListedMap> maps = ToList().ListMaps();
   // A window's frame is as wide around any map, and the screen is asked for it once.
   const ScreenScale scale = CurrentScreenScale();
   const PixelSize frame = SizeOf(0);
   const PixelSize empty = ThumbnailClientSize(0, scale.X, scale.Y);
-  Items.reserve(maps.size());
-  for (const ListedMap& map : maps) {
+  const DocumentState state = Syllables->State();
+  Items.reserve(static_cast<std::size_t>(state.Maps));
+  for (int index = 0; index < state.Entries; ++index) {
+    EntryFacts facts = Syllables->Facts(index);
+    if (!facts.HasMap) continue;
     ThumbnailItem& item = Items.emplace_back();
-    item.SyllableIndex = map.Index;
-    item.Path = map.Path;
-    const PixelSize client = ThumbnailClientSize(map.FrameEstimate, scale.X, scale.Y);
+    item.SyllableIndex = index;
+    item.Path = std::move(facts.Path);
+    const PixelSize client = ThumbnailClientSize(facts.FrameEstimate, scale.X, scale.Y);
     Sizes.push_back({client.width + frame.width - empty.width, client.height + frame.height - empty.height});
   }
 }
@@ -252,6 +254,7 @@ LRESULT CThumbnailDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
 void CThumbnailDlg::OnOK() {}
 
 LRESULT CThumbnailDlg::OnDestroy() {
+  Keys.Stop();
   SaveWindowPlacement(Hwnd, kPlacementValue);
   return CDlgBase::OnDestroy();
 }

@@ -1,8 +1,8 @@
 // CThumbnailDlg: every syllable that has a map as a small picture of its curve; a click selects the syllable.
 //
 // It runs on a thread of its own, which the syllable list starts, and reaches the list through messages alone. It holds
-// no pointer to a map of the list's: what is in view is shown from copies that the list makes on its own thread, and a
-// map that it reads from its file is handed to the list to keep.
+// no pointer to a map of the document's: what is in view is shown from copies, and a map that it reads from its file is
+// handed to the document to keep.
 //
 // The pictures are live controls. They are made when their row first comes into view and stay from then on, hidden
 // where they are scrolled away. Maps are read one for each message, so that the window comes up at once on a voicebank
@@ -11,15 +11,16 @@
 
 #include <windows.h>
 
-#include <atomic>
 #include <string>
 #include <vector>
 
 #include "app/messages.h"
 #include "dialogs/thumbnaillayout.h"
+#include "document/document.h"
 #include "frqctrl/layerevictionlist.h"
 #include "frqmap/frqmap.h"
 #include "resources/ids.h"
+#include "window/sharedkeys.h"
 #include "window/templatedialog.h"
 
 // One syllable with a map.
@@ -27,21 +28,20 @@ struct ThumbnailItem {
   HWND Window = nullptr;    // its control, null until it came into view
   int SyllableIndex = 0;    // in the list
   std::wstring Path;        // of the wave
-  FrqMap Map;               // a copy of the list's while the thumbnail is in view, else empty
+  FrqMap Map;               // a copy of the document's while the thumbnail is in view, else empty
   bool HasCurve = false;    // Map was loaded when the thumbnail was last drawn
   bool LoadFailed = false;  // the map could not be read, so that it is not tried again
 };
 
 class CThumbnailDlg : public CTemplateDlg<CThumbnailDlg, IDD_THUMBNAIL> {
  public:
-  // Set before Run: the window of the list, its entries of desc.mrq files, which have locks of their own, and an event
-  // that is set when this window has come, so that the list knows of it.
+  // Set before Run: what is shown and where it is read from, the window of the list, the one whose keys act here too,
+  // and an event that is set when this window has come, so that the list knows of it.
+  Document* Syllables = nullptr;
+  DocumentFiles* Files = nullptr;
   HWND Owner = nullptr;
-  MrqStore* Store = nullptr;
+  HWND Commands = nullptr;
   HANDLE ReadyEvent = nullptr;
-
-  // The kind of maps that are read. The main thread writes it when the resampler changes.
-  std::atomic<FrqType> MapKind = FrqTypeFrq;
 
   LRESULT OnDestroy() override;
   LRESULT OnSize(WPARAM kind, int width, int height) override;
@@ -99,4 +99,5 @@ class CThumbnailDlg : public CTemplateDlg<CThumbnailDlg, IDD_THUMBNAIL> {
   bool SizeChanged = false;               // a WM_SIZE came since the last end of a size-move
   std::vector<ThumbnailRow> VisibleRows;  // on the screen, their tops as they stand in the window
   LayerEvictionList Layers;               // the cap on the layers of the thumbnails
+  SharedKeys Keys;
 };

@@ -2,19 +2,17 @@
 #include <algorithm>
 #include <exception>
 
-#include "base/flagscope.h"
 #include "dialogs/thumbnaildlg.h"
 #include "frqctrl/frqctrlmessages.h"
-#include "frqmap/mapfiles.h"
 
 namespace {
 
 constexpr UINT_PTR kLoadTimer = 1;
 
 // A map that memory does not hold is as good as one that cannot be read.
-bool ReadMap(FrqMap& map, const std::wstring& path, FrqType kind, MrqStore* store) {
+bool ReadMap(FrqMap& map, const std::wstring& path, DocumentFiles& files) {
   try {
-    return LoadMap(map, path, kind, store) == 0;
+    return files.Load(map, path) == 0;
   } catch (const std::exception&) {
     map.Clear();
     return false;
@@ -23,13 +21,11 @@ bool ReadMap(FrqMap& map, const std::wstring& path, FrqType kind, MrqStore* stor
 
 }  // namespace
 
-// All of them with one send. A layer shows whether there is a curve, so that one of an older state goes.
+// A layer shows whether there is a curve, so that one of an older state goes.
 void CThumbnailDlg::CopyMaps(const std::vector<int>& items) {
-  std::vector<MapCopy> copies;
-  for (const int item : items) copies.push_back({ItemAt(item).SyllableIndex, &ItemAt(item).Map});
-  ToList().CopyMaps(copies);
   for (const int index : items) {
     ThumbnailItem& item = ItemAt(index);
+    Syllables->CopyMap(item.SyllableIndex, item.Map);
     if (item.HasCurve != item.Map.Loaded) FrqCtrlSender(item.Window).DropLayer();
     item.HasCurve = item.Map.Loaded;
   }
@@ -67,11 +63,10 @@ void CThumbnailDlg::LoadNext() {
   PostLoadNext();
 }
 
-// The list keeps what was read, unless it has read the map itself meanwhile: then that is what is shown.
+// The document keeps what was read, unless it has read the map itself meanwhile: then that is what is shown.
 bool CThumbnailDlg::LoadItem(ThumbnailItem& item) {
-  if (!ReadMap(item.Map, item.Path, MapKind, Store)) return false;
-  const FlagScope busy(Busy);
-  ToList().TakeMap(item.SyllableIndex, item.Path, item.Map);
+  if (!ReadMap(item.Map, item.Path, *Files)) return false;
+  Syllables->Adopt(item.SyllableIndex, item.Path, item.Map);
   item.HasCurve = item.Map.Loaded;
   return item.HasCurve;
 }

@@ -10,25 +10,19 @@ void Document::lock() {
 
 // What has changed is told by the outermost holder alone, and only when another thread may come in again.
 void Document::unlock() {
-  Told told;
-  bool history = false;
+  DocumentChanges told;
   if (--depth_ == 0) {
     told = std::exchange(told_, {});
-    history = steps_.TakeChanged();
+    told.History = steps_.TakeChanged();
   }
   mutex_.unlock();
-  for (const EntryChange& change : told.changes) {
-    for (DocumentListener* const listener : listeners_) listener->OnEntryChanged(change);
-  }
-  for (DocumentListener* const listener : listeners_) {
-    if (told.many) listener->OnManyChanged();
-    if (history) listener->OnHistoryChanged();
-  }
+  if (told.Entries.empty() && !told.OfMany && !told.History) return;
+  for (DocumentListener* const listener : listeners_) listener->OnChanged(told);
 }
 
 void Document::Tell(EntryChange change) {
-  if (change.OneOfMany) told_.many = true;
-  told_.changes.push_back(std::move(change));
+  if (change.OneOfMany) told_.OfMany = true;
+  told_.Entries.push_back(std::move(change));
 }
 
 SyllableEntry* Document::At(int index) const {

@@ -124,6 +124,7 @@ class Document {
   // entry without marks.
   bool ApplyMarks(Gesture gesture, int index, SampleCount position, bool apply);
   void ApplyAllMarks(bool apply);
+  bool IsAnyMarked() const;
 
   // A stroke is a gesture over many calls, from the press of a button to its release. Whatever else comes in between
   // ends it.
@@ -171,11 +172,5 @@ class Document {
   int editedCount_ = 0;
   int savedCount_ = 0;
   Recorder steps_;
-
-  // What is told when the lock is let go.
-  struct Told {
-    std::vector<EntryChange> changes;
-    bool many = false;
-  };
-  Told told_;
+  DocumentChanges told_;  // when the lock is let go
 };

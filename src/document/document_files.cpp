@@ -43,7 +43,10 @@ bool Document::EnsureLoaded(int index, OnFailure onFailure) {
   const std::lock_guard locked(*this);
   SyllableEntry* const entry = At(index);
   if (!entry) return false;
-  return entry->Map.Loaded || LoadPair(*entry, onFailure) == 0;
+  if (entry->Map.Loaded) return true;
+  if (LoadPair(*entry, onFailure) != 0) return false;
+  Tell({.Index = index, .Facts = EntryChange::Replaced | EntryChange::Saved});
+  return true;
 }
 
 // The map that a window shows is not replaced under it: selecting its syllable reads it.

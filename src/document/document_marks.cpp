@@ -1,4 +1,5 @@
 // Document: the marks that a check leaves, and what becomes of them.
+#include <algorithm>
 #include <utility>
 
 #include "document/document.h"
@@ -20,10 +21,11 @@ bool Document::ApplyMarks(Gesture gesture, int index, SampleCount position, bool
   if (!entry || !entry->Map.HasMarks) return false;
   const std::optional<MapBefore> before = Recorder::Remember(entry->Map);
   entry->Map.ApplyMarks(position, apply);
-  EntryChange told{.Index = index, .Facts = EntryChange::Frames | EntryChange::Marks, .OneOfMany = many};
+  EntryChange told{.Index = index, .Facts = EntryChange::Frames | EntryChange::Marks | EntryChange::Touched};
+  told.OneOfMany = many;
   if (apply) {
     entry->Map.Average = entry->Map.ComputeAverage(-1);
-    told.Facts |= EntryChange::Key | EntryChange::Touched;
+    told.Facts |= EntryChange::Key;
     if (SetEditedMark(index, true)) told.Facts |= EntryChange::Edited;
   }
   steps_.Record(index, before, entry->Map);
@@ -35,5 +37,10 @@ void Document::ApplyAllMarks(bool apply) {
   const Gesture gesture = apply ? Gesture::ModifyAll : Gesture::IgnoreAll;
   const Scope scope(*this, gesture);
   for (int index = 0; index < std::ssize(entries_); ++index) ApplyMarks(gesture, index, -1, apply);
-  told_.many = true;
+  told_.OfMany = true;
+}
+
+bool Document::IsAnyMarked() const {
+  const std::lock_guard locked(mutex_);
+  return std::ranges::any_of(entries_, [](const auto& entry) { return entry->Map.HasMarks; });
 }

@@ -1,4 +1,4 @@
-// What a document tells its windows, once for each change, in terms of itself.
+// What a document tells its windows, in terms of itself: once for each call, all that it has changed.
 //
 // It is told on the thread that made the change, when the document has let go of its lock: a listener may ask the
 // document anything, and send to its window.
@@ -25,17 +25,18 @@ struct EntryChange {
   unsigned Facts = 0;
   std::vector<int> Rows = {};  // the frames that were set, in ascending order, if Frames is among the facts
   bool InStroke = false;       // one of many changes under the mouse
-  bool OneOfMany = false;      // of a gesture or a run over all syllables, which ends with OnManyChanged
+  bool OneOfMany = false;      // of a gesture or a run over all syllables
   bool FromHistory = false;    // a step was undone or done again
+};
+
+struct DocumentChanges {
+  std::vector<EntryChange> Entries = {};
+  bool OfMany = false;   // the end of a gesture or a run over all syllables is among them
+  bool History = false;  // what can be undone or done again is something else now
 };
 
 class DocumentListener {
  public:
   virtual ~DocumentListener() = default;
-
-  virtual void OnEntryChanged(const EntryChange& change) = 0;
-  // The last entry of a change over many has been told.
-  virtual void OnManyChanged() {}
-  // What can be undone or done again is something else now.
-  virtual void OnHistoryChanged() {}
+  virtual void OnChanged(const DocumentChanges& changes) = 0;
 };

@@ -24,6 +24,6 @@ struct SyllableEntry {
 // What is known of a syllable when its folder has been looked through.
 struct FoundSyllable {
   std::wstring Path;
-  std::uint32_t FrameEstimate = 0;
   bool HasMap = false;
+  std::uint32_t FrameEstimate = 0;
 };

@@ -1,6 +1,9 @@
 #include "frqctrl/tablemodel.h"
 
 #include <algorithm>
+#include <cmath>
+
+#include "base/note.h"
 
 namespace {
 
@@ -97,4 +100,34 @@ std::optional<SampleCount> TableModel::FirstColumnToShow(SampleCount column, Sam
   // In a view of few columns both may hold; the right edge counts then.
   if (column >= first + visible) return column - visible + 2;
   return column < first ? column - 2 : first;
+}
+
+bool TableModel::ScrollToFrames(SampleCount first, SampleCount last) {
+  constexpr SampleCount kColumnsBefore = 5;  // so that what comes ahead of the place is seen too
+  const PixelRect& plot = Geometry.PlotRect;
+  const auto columns = static_cast<SampleCount>((plot.right - plot.left) / Geometry.ColumnWidth());
+  const auto rows = static_cast<int>((plot.bottom - plot.top) / Geometry.RowHeight());
+  const TableGeometry before = Geometry;
+  const SampleCount end = std::min(last, first + columns - 2 * kColumnsBefore);
+  if (first < Geometry.ScrollColumn || end >= Geometry.ScrollColumn + columns) {
+    Geometry.ScrollColumn = std::max(0, first - kColumnsBefore);
+  }
+  const std::optional<double> note = MiddleNoteOf(first, last);
+  if (note && (*note < Geometry.BottomNote || *note >= Geometry.BottomNote + rows)) {
+    Geometry.BottomNote = std::clamp(static_cast<int>(*note) - rows / 2, kBottomNote, kTopNote);
+  }
+  return Geometry.ScrollColumn != before.ScrollColumn || Geometry.BottomNote != before.BottomNote;
+}
+
+std::optional<double> TableModel::MiddleNoteOf(SampleCount first, SampleCount last) const {
+  double lowest = 0.0, highest = 0.0;
+  bool found = false;
+  for (SampleCount i = std::max(first, 0); Map && i <= last && i < Map->FrameCount; ++i) {
+    const double hz = Map->Frames[static_cast<std::size_t>(i)].Frequency;
+    if (!(hz > FrqNoPitch) || !std::isfinite(hz)) continue;
+    lowest = found ? std::min(lowest, hz) : hz;
+    highest = found ? std::max(highest, hz) : hz;
+    found = true;
+  }
+  return found ? std::optional((HzToNote(lowest) + HzToNote(highest)) / 2) : std::nullopt;
 }

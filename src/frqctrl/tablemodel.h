@@ -78,4 +78,11 @@ struct TableModel {
   // Where a view that begins at column `first` has to begin to show `column` with two columns to spare. `first` itself
   // for a column near an edge, nothing for one well within; below 0 at the map's begin.
   std::optional<SampleCount> FirstColumnToShow(SampleCount column, SampleCount first) const;
+  // Scrolls so that the plot holds these frames, or as many as it can from the first one on, and the middle of their
+  // curve. False if it does already.
+  bool ScrollToFrames(SampleCount first, SampleCount last);
+
+ private:
+  // Middle of the notes of these frames' pitches; none without a pitch.
+  std::optional<double> MiddleNoteOf(SampleCount first, SampleCount last) const;
 };

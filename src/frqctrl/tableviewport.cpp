@@ -1,6 +1,9 @@
 #include "frqctrl/tableviewport.h"
 
+#include <mutex>
+
 #include "frqctrl/stepscroll.h"
+#include "frqmap/mapediting.h"
 
 namespace {
 
@@ -69,6 +72,18 @@ void TableViewport::OnWheel(WPARAM keys, int delta) {
     Host.Rebuild();
     SetBarPosition(SB_VERT, Model.VerticalPosition());
   }
+}
+
+void TableViewport::ShowFrames(SampleCount first, SampleCount last) {
+  bool moves = false;
+  {
+    const std::lock_guard reading(Host.Editing());
+    moves = Model.ScrollToFrames(first, last);
+  }
+  if (!moves) return;
+  SetBarPosition(SB_HORZ, Model.Geometry.ScrollColumn);
+  SetBarPosition(SB_VERT, Model.VerticalPosition());
+  Host.Rebuild();
 }
 
 void TableViewport::EnsureColumnVisible(SampleCount column) {

@@ -25,6 +25,8 @@ class TableViewport {
   void OnScroll(int bar, UINT code);
   void OnWheel(WPARAM keys, int delta);
 
+  // Scrolls both ways so that the curve of these frames is seen, and repaints, if it is not.
+  void ShowFrames(SampleCount first, SampleCount last);
   // Scrolls to a column at the edge of the plot, or beyond it. Repaint is the caller's.
   void EnsureColumnVisible(SampleCount column);
 

@@ -41,6 +41,15 @@
 #define IDS_STEREO 164
 #define IDS_MANUALFILE 165
 
+// What the program has beyond its first edition begins at 400.
+#define IDS_UNDO 400
+#define IDS_UNDONOTHING 401
+#define IDS_REDO 402
+#define IDS_REDONOTHING 403
+#define IDS_STEPLOST_TITLE 404
+#define IDS_STEPLOST 405
+#define IDS_GESTURE_FIRST 416  // the names of gestures, in their order
+
 // The editor's menu is the one resource that goes by a name.
 #define IDR_MENU1 L"IDR_MENU1"
 
@@ -89,7 +98,12 @@
 #define ID_HELP_ABOUT 32778
 #define ID_HELP_MANUAL 32827
 
+// Put into the menu by the program, at the head of Edit.
+#define ID_EDIT_UNDO 33000
+#define ID_EDIT_REDO 33001
+
 #define IDR_ACCELERATORS 138
+#define IDR_SHAREDKEYS 401  // act in every window
 
 // The editor.
 #define IDD_EDITOR 129

@@ -1,5 +1,7 @@
 #include "window/dialogbase.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr wchar_t kDialogProperty[] = L"{97C9657A-B5C4-4eae-BE4C-AD2144ACD85E}";
@@ -40,11 +42,20 @@ void CDlgBase::RunLoop() {
   for (;;) {
     const BOOL got = GetMessageW(&message, nullptr, 0, 0);
     if (got == 0 || got == -1) return;
-    if (Accelerators && TranslateAcceleratorW(Hwnd, Accelerators, &message)) continue;
+    if (TranslateKey(message) || TranslateAccelerators(message)) continue;
     if (IsDialogMessageW(Hwnd, &message)) continue;
     TranslateMessage(&message);
     DispatchMessageW(&message);
   }
+}
+
+bool CDlgBase::TranslateAccelerators(MSG& message) {
+  return std::ranges::any_of(Accelerators,
+                             [&](HACCEL table) { return TranslateAcceleratorW(Hwnd, table, &message) != 0; });
+}
+
+bool CDlgBase::TranslateKey(const MSG&) {
+  return false;
 }
 
 INT_PTR CDlgBase::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {

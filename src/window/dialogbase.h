@@ -6,13 +6,14 @@
 #include <windows.h>
 
 #include <memory>
+#include <vector>
 
 #include "window/window.h"
 
 class CDlgBase : public CWindow {
  public:
-  // The accelerators of the modeless loop, or null; not owned.
-  HACCEL Accelerators = nullptr;
+  // The accelerators of the modeless loop, asked in this order; not owned.
+  std::vector<HACCEL> Accelerators;
   // The dialog's owner; null: the active window.
   HWND ParentWindow = nullptr;
 
@@ -24,6 +25,8 @@ class CDlgBase : public CWindow {
   LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
   LRESULT OnNotify(WPARAM wParam, NMHDR* header) override;
 
+  // In the modeless loop, ahead of the accelerators: true if the key is dealt with.
+  virtual bool TranslateKey(const MSG& message);
   // The dialog procedure. A dialog that answers other messages overrides it and falls through to this routing.
   virtual INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam);
   virtual INT_PTR OnInitDialog(LPARAM lParam) = 0;
@@ -49,5 +52,6 @@ class CDlgBase : public CWindow {
 
  private:
   void RunLoop();
+  bool TranslateAccelerators(MSG& message);
   LRESULT DispatchMenuSelect(WPARAM wParam, LPARAM lParam);
 };
