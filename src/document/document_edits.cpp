@@ -5,7 +5,7 @@
 #include "document/document.h"
 
 Document::Scope::Scope(Document& document, Gesture gesture) : locked_(document), document_(document) {
-  if (!document.steps_.IsOpen()) document.CloseStroke();
+  document.CloseStroke();
   outermost_ = document.steps_.Begin(gesture);
 }
 

@@ -31,8 +31,9 @@ std::optional<MapBefore> Recorder::Remember(const FrqMap& map) {
 }
 
 void Recorder::Record(int entry, const std::optional<MapBefore>& before, const FrqMap& map) {
+  if (before && before->Frames().size() != map.Frames.size()) return DropEntry(entry);
   try {
-    if (before && before->Frames().size() == map.Frames.size()) {
+    if (before) {
       MapChange change(entry, *before, map);
       if (!change.IsNone()) open_->Maps.push_back(std::move(change));
       return;
@@ -52,9 +53,9 @@ void Recorder::EndStroke(const FrqMap& map) {
   const OpenStroke stroke = std::move(*stroke_);
   stroke_.reset();
   changed_ = true;
-  Begin(stroke.What);
+  const bool outermost = Begin(stroke.What);
   Record(stroke.Entry, stroke.Before, map);
-  End();
+  if (outermost) End();
 }
 
 std::optional<Gesture> Recorder::UndoGesture() const {
@@ -81,6 +82,7 @@ void Recorder::DropEntry(int entry) {
 
 void Recorder::Clear() {
   stroke_.reset();
+  if (open_) open_->Maps.clear();
   ClearSteps();
 }
 

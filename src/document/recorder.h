@@ -19,11 +19,12 @@ class Recorder {
 
   // A map as it is before a change; none where memory does not hold it.
   static std::optional<MapBefore> Remember(const FrqMap& map);
-  // The difference of the entry's map goes into the open gesture.
+  // The difference of the entry's map goes into the open gesture. To a map of another size no step leads: that entry is
+  // dropped.
   void Record(int entry, const std::optional<MapBefore>& before, const FrqMap& map);
 
   void BeginStroke(Gesture gesture, int entry, const FrqMap& map);
-  // With the map of its entry.
+  // With the map of its entry. A stroke inside an open gesture is a part of it.
   void EndStroke(const FrqMap& map);
   // -1 without a stroke.
   int StrokeEntry() const { return stroke_ ? stroke_->Entry : -1; }
