@@ -120,7 +120,12 @@ int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error) {
   CloseStroke();
   SyllableEntry* const entry = At(index);
   if (!entry) return -1;
-  if (const int result = files_.Save(entry->Map, entry->Path, error); result != 0) return result;
+  try {
+    if (const int result = files_.Save(entry->Map, entry->Path, error); result != 0) return result;
+  } catch (const std::exception&) {
+    error = 0;
+    return -1;
+  }
   try {
     entry->OnDisk.emplace(entry->Map);
   } catch (const std::exception&) {
@@ -130,7 +135,11 @@ int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error) {
   ++savedCount_;
   const bool changed = SetEditedMark(index, false);
   Tell({.Index = index, .Facts = changed ? EntryChange::Edited | EntryChange::Touched : EntryChange::Touched});
-  if (deleteAnalysis) files_.DeleteAnalysis(entry->Path);
+  try {
+    if (deleteAnalysis) files_.DeleteAnalysis(entry->Path);
+  } catch (const std::exception&) {
+    // the map is saved all the same
+  }
   return 0;
 }
 
@@ -153,7 +162,11 @@ void Document::RenewSaved(int index) {
 bool Document::Remove(int index) {
   const std::lock_guard locked(*this);
   const SyllableEntry* const entry = At(index);
-  if (!entry || !files_.Delete(entry->Path)) return false;
+  try {
+    if (!entry || !files_.Delete(entry->Path)) return false;
+  } catch (const std::exception&) {
+    return false;
+  }
   SetHasMap(index, false, 0);
   return true;
 }
