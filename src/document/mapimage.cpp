@@ -15,15 +15,18 @@ bool SameBits(double a, double b) {
 
 MapImage::MapImage(const FrqMap& map) : hop_(map.Hop), average_(map.Average), frequencies_(map.Frames.size()) {
   std::ranges::transform(map.Frames, frequencies_.begin(), &FrqFrame::Frequency);
+  for (const VsControlPoint& point : PointsOf(map)) points_.push_back(ValueOf(point));
 }
 
 bool MapImage::IsOf(const FrqMap& map) const {
   if (!map.Loaded || map.Hop != hop_ || (!map.DerivedAverage && !SameBits(map.Average, average_))) return false;
-  return std::ranges::equal(map.Frames, frequencies_, SameBits, &FrqFrame::Frequency);
+  return std::ranges::equal(map.Frames, frequencies_, SameBits, &FrqFrame::Frequency) &&
+         std::ranges::equal(PointsOf(map), points_, SamePoint, ValueOf);
 }
 
 bool HaveSameImage(const FrqMap& a, const FrqMap& b) {
   if (!a.Loaded || !b.Loaded || a.Hop != b.Hop) return false;
   if (!a.DerivedAverage && !SameBits(a.Average, b.Average)) return false;
-  return std::ranges::equal(a.Frames, b.Frames, SameBits, &FrqFrame::Frequency, &FrqFrame::Frequency);
+  return std::ranges::equal(a.Frames, b.Frames, SameBits, &FrqFrame::Frequency, &FrqFrame::Frequency) &&
+         std::ranges::equal(PointsOf(a), PointsOf(b), SamePoint, ValueOf, ValueOf);
 }

@@ -1,10 +1,12 @@
 // What of a map its file holds and an edit can change: enough to tell whether the map is saved.
 //
-// Levels, hop and names are no part of it, since no edit touches them.
+// Levels and names are no part of it, since no edit touches them. The points of a project are: their pitch is cut to
+// whole cents, so that a frequency set to what it was can make another one.
 #pragma once
 
 #include <vector>
 
+#include "document/pointvalue.h"
 #include "frqmap/frqmap.h"
 
 class MapImage {
@@ -19,6 +21,7 @@ class MapImage {
   SampleCount hop_;
   double average_;
   std::vector<double> frequencies_;
+  std::vector<PointValue> points_;
 };
 
 // The same of two maps in memory.

@@ -22,18 +22,6 @@ bool IsUnmarked(const FrqFrame& frame) {
   return frame.Mark == 0 && SameBits(frame.SuggestedFrequency, 0.0);
 }
 
-bool SamePoint(const PointValue& a, const PointValue& b) {
-  return a.Pitch == b.Pitch && a.HasPitch == b.HasPitch && SameBits(a.Dynamics, b.Dynamics);
-}
-
-PointValue ValueOf(const VsControlPoint& point) {
-  return {point.Pitch, point.HasPitch, point.Dynamics};
-}
-
-std::span<const VsControlPoint> PointsOf(const FrqMap& map) {
-  return map.HasProject ? map.Project.Points() : std::span<const VsControlPoint>();
-}
-
 }  // namespace
 
 MapBefore::MapBefore(const FrqMap& map) : frames_(map.Frames), average_(map.Average), modified_(map.Modified) {
@@ -47,7 +35,8 @@ MapChange::MapChange(int entry, const MapBefore& before, const FrqMap& after)
       frameCount_(after.FrameCount),
       modifiedBefore_(before.Modified()),
       modifiedAfter_(after.Modified),
-      averageBefore_(before.Average()),
+      // An average that is computed when needed is no content: a save alone makes it another.
+      averageBefore_(after.DerivedAverage ? after.Average : before.Average()),
       averageAfter_(after.Average) {
   const std::size_t count = std::min(before.Frames().size(), after.Frames.size());
   for (std::size_t i = 0; i < count; ++i) AddFrame(static_cast<std::uint32_t>(i), before.Frames()[i], after.Frames[i]);

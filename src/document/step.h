@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "document/gesture.h"
+#include "document/pointvalue.h"
 #include "frqmap/frqmap.h"
 
 // Of one frame its frequency with its voice, or its mark with the suggestion, or both where the frame has taken the
@@ -25,12 +26,6 @@ struct FrameChange {
 };
 static_assert(sizeof(FrameChange) == 24);
 
-// Of a control point of a .vs4ufrq project what an edit sets.
-struct PointValue {
-  std::int32_t Pitch = 0;
-  std::int32_t HasPitch = 0;
-  double Dynamics = 0.0;
-};
 struct PointChange {
   std::uint32_t Point;
   PointValue Before;

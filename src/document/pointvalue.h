@@ -1,0 +1,29 @@
+// Of a control point of a .vs4ufrq project what an edit sets; of other maps there is none.
+//
+// Apart from steps and images, which both keep it.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <span>
+
+#include "frqmap/frqmap.h"
+
+struct PointValue {
+  std::int32_t Pitch = 0;
+  std::int32_t HasPitch = 0;
+  double Dynamics = 0.0;
+};
+
+inline PointValue ValueOf(const VsControlPoint& point) {
+  return {point.Pitch, point.HasPitch, point.Dynamics};
+}
+
+inline bool SamePoint(const PointValue& a, const PointValue& b) {
+  return a.Pitch == b.Pitch && a.HasPitch == b.HasPitch &&
+         std::bit_cast<std::uint64_t>(a.Dynamics) == std::bit_cast<std::uint64_t>(b.Dynamics);
+}
+
+inline std::span<const VsControlPoint> PointsOf(const FrqMap& map) {
+  return map.HasProject ? map.Project.Points() : std::span<const VsControlPoint>();
+}
