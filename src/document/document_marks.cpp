@@ -8,6 +8,8 @@ void Document::Mark(int index, const std::function<void(FrqMap&)>& mark, bool te
   const std::lock_guard locked(*this);
   SyllableEntry* const entry = At(index);
   if (!entry) return;
+  // Else to undo the stroke would take the new marks along.
+  if (steps_.StrokeEntry() == index) CloseStroke();
   mark(entry->Map);
   if (tell) Tell({.Index = index, .Facts = EntryChange::Marks});
 }
