@@ -40,6 +40,9 @@ std::vector<Row> EditorRows(const std::wstring& voicebank);
 std::vector<Row> CheckRows();
 std::vector<Row> CheckLibraryRows();
 
+// The history of edits, natively.
+std::vector<Row> DocumentRows();
+
 std::vector<Row> ExecutableRows();
 
 // `voicebank`: full path of a folder of 5,000 waves with maps of the size of one frame. What is in the files does not
