@@ -1,0 +1,358 @@
+// The voicebank in memory: what is true of it after a file has failed, which steps stay when a map becomes another one,
+// where a stroke ends, and what its windows are told.
+#include "document/document.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <functional>
+#include <future>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "memoryfiles.h"
+
+namespace {
+
+using Fault = MemoryFiles::Fault;
+
+constexpr auto kKeep = Document::OnFailure::KeepSaved;
+constexpr auto kEmpty = Document::OnFailure::EmptySaved;
+
+// Writes down what it is told, a letter a fact. Each call of it asks the document from another thread, which waits as
+// long as anybody holds the lock.
+class Witness : public DocumentListener {
+ public:
+  explicit Witness(Document& document) : document_(document) {}
+
+  void OnEntryChanged(const EntryChange& change) override {
+    std::string text = std::to_string(change.Index) + " ";
+    for (int fact = 0; fact < 8; ++fact) {
+      if (change.Facts & 1u << fact) text += "RFKMEHST"[fact];
+    }
+    for (const int row : change.Rows) text += " " + std::to_string(row);
+    text += change.InStroke ? " stroke" : "";
+    text += change.OneOfMany ? " of many" : "";
+    Note(text + (change.FromHistory ? " back" : ""));
+  }
+  void OnManyChanged() override { Note("many"); }
+  void OnHistoryChanged() override { Note("history"); }
+
+  std::vector<std::string> Told() { return std::exchange(told_, {}); }
+
+ private:
+  void Note(const std::string& what) {
+    told_.push_back(what);
+    auto answer = std::async(std::launch::async, [this] { return document_.State().Entries; });
+    EXPECT_EQ(answer.wait_for(std::chrono::seconds(20)), std::future_status::ready) << "told under the lock";
+    document_.SetCurrent(document_.Current());
+  }
+
+  Document& document_;
+  std::vector<std::string> told_;
+};
+
+class DocumentTest : public testing::Test {
+ protected:
+  void SetUp() override { Start({PlainMap(10), PlainMap(12), PlainMap(14)}); }
+
+  void Start(const std::vector<FrqMap>& maps) {
+    OpenMaps(document_, files_, maps);
+    document_.SetCurrent(0);
+  }
+
+  FrqMap& Map(int entry) { return *document_.Maps(entry).Map; }
+  FrqMap& Saved(int entry) { return *document_.Maps(entry).Saved; }
+  FrqMap& File(int entry) { return files_.Files.at(std::to_wstring(entry)); }
+  double Hz(int entry, int row = 2) { return Map(entry).Frames[static_cast<std::size_t>(row)].Frequency; }
+
+  void Set(int entry, double hz, int row = 2) { document_.Change(Gesture::SetFrequency, entry, Setting(hz, row)); }
+  static std::function<std::vector<int>(FrqMap&)> Setting(double hz, int row = 2) {
+    return [=](FrqMap& map) {
+      map.SetFrequency(map.PositionOf(row), hz);
+      return std::vector<int>{row};
+    };
+  }
+  static std::vector<int> Shrinking(FrqMap& map) {
+    map.Create(5, FrqTypeFrq);
+    return {};
+  }
+  static void MarkFour(FrqMap& map) {
+    map.Frames[4].SuggestedFrequency = 305.0;
+    map.Frames[4].Mark = 1;
+    map.HasMarks = true;
+  }
+  void UndoAll() {
+    while (document_.Undo().What != StepResult::Nothing) continue;
+  }
+  // One step over all entries.
+  void SetAll(double hz) {
+    const Document::Scope scope(document_, Gesture::ReloadAll);
+    for (int entry = 0; entry < 3; ++entry) Set(entry, hz);
+  }
+
+  // What a fault at one entry must leave alone, here and in the file.
+  Words Others() {
+    Words words;
+    for (const int entry : {1, 2}) {
+      for (const FrqMap* map : {&Map(entry), &Saved(entry), &File(entry)}) {
+        for (const std::uint64_t word : ContentOf(*map)) words.push_back(word);
+      }
+      words.push_back(document_.Facts(entry).Edited);
+    }
+    return words;
+  }
+
+  void ExpectCounts() {
+    const DocumentState state = document_.State();
+    int edited = 0, maps = 0;
+    for (int entry = 0; entry < state.Entries; ++entry) {
+      edited += document_.Facts(entry).Edited;
+      maps += document_.Facts(entry).HasMap;
+    }
+    EXPECT_EQ(state.Edited, edited);
+    EXPECT_EQ(state.Maps, maps);
+  }
+
+  MemoryFiles files_;
+  Document document_{files_};
+  std::uint32_t error_ = 77;
+};
+
+TEST_F(DocumentTest, AFileThatFailsOrThrowsLeavesTheTruthInMemory) {
+  struct Case {
+    const char* what;
+    std::function<bool()> call;  // true where it says that it worked
+    bool loaded, saved, edited;  // of the entry behind it
+    int undo;                    // steps that stay, of the entry itself and of another one
+  };
+  const Case cases[] = {
+      {"save", [&] { return document_.Save(0, true, error_) == 0; }, true, true, true, 2},
+      {"remove", [&] { return document_.Remove(0); }, true, true, true, 2},
+      {"reload", [&] { return document_.Reload(0, kKeep, false) == 0; }, false, true, true, 1},
+      {"reload to empty", [&] { return document_.Reload(0, kEmpty, true) == 0; }, false, false, false, 1},
+      {"read afresh", [&] { return document_.ReadAfresh(0, kEmpty, false) == 0; }, false, false, true, 1},
+      {"load", [&] { return Map(0).Clear(), document_.EnsureLoaded(0, kEmpty); }, false, false, true, 1},
+      {"undo", [&] { return Map(0).Clear(), document_.Undo().What == StepResult::Done; }, false, true, true, 1},
+  };
+  for (const Case& test : cases) {
+    for (const Fault fault : {Fault::Fails, Fault::Throws}) {
+      SCOPED_TRACE(testing::Message() << test.what << " " << static_cast<int>(fault));
+      Start({PlainMap(10), PlainMap(12), PlainMap(14)});
+      Set(1, 300.0);
+      Set(0, 400.0);
+      const Words others = Others();
+      const Words file = ContentOf(File(0));
+      files_.Next = fault;
+      EXPECT_FALSE(test.call());
+      EXPECT_EQ(files_.Next, Fault::None);
+      EXPECT_EQ(Map(0).Loaded, test.loaded);
+      EXPECT_EQ(Map(0).Frames.size(), test.loaded ? 10u : 0u);
+      EXPECT_EQ(Saved(0).Loaded, test.saved);
+      EXPECT_EQ(document_.Facts(0).Edited, test.edited);
+      EXPECT_TRUE(document_.Facts(0).HasMap);
+      EXPECT_EQ(Others(), others);
+      EXPECT_EQ(ContentOf(File(0)), file);
+      ExpectCounts();
+      // The next attempt meets no fault and costs no other entry its steps.
+      EXPECT_EQ(test.loaded ? 0 : document_.Reload(0, kKeep, true), 0);
+      int undone = 0;
+      while (document_.Undo().What == StepResult::Done) ++undone;
+      EXPECT_EQ(undone, test.undo);
+      EXPECT_EQ(Hz(1), 202.0);
+      EXPECT_EQ(document_.State().Edited, 0);
+    }
+  }
+  EXPECT_EQ(document_.State().Saved, 0);
+  EXPECT_EQ(files_.AnalysesGone, 0);
+  EXPECT_EQ(error_, 0u) << "no file was touched by one that throws";
+}
+
+TEST_F(DocumentTest, WhatTheFileHoldsDecidesWhetherAStepBackIsEdited) {
+  Set(0, 300.0);
+  files_.Next = Fault::Fails;
+  EXPECT_EQ(document_.Save(0, false, error_), 9);
+  EXPECT_EQ(error_, 5u);
+  document_.RenewSaved(0);  // as users know it, also behind a save that failed
+  EXPECT_EQ(document_.Undo().What, StepResult::Done);
+  EXPECT_FALSE(document_.Facts(0).Edited);
+  document_.Redo();
+  EXPECT_TRUE(document_.Facts(0).Edited);
+  EXPECT_EQ(document_.Save(0, true, error_), 0);
+  EXPECT_EQ(files_.AnalysesGone, 1);
+  document_.Undo();
+  EXPECT_TRUE(document_.Facts(0).Edited);
+  EXPECT_EQ(document_.State().Saved, 1);
+  EXPECT_EQ(document_.Reload(0, kKeep, false), 0) << "the edits go";
+  EXPECT_EQ(Hz(0), 300.0);
+  EXPECT_EQ(document_.Undo().Of, Gesture::Reload);
+  EXPECT_EQ(Hz(0), 202.0);
+
+  // A save alone makes another average where it is derived. To read that map again changes nothing to take back.
+  FrqMap derived = PlainMap(10);
+  derived.DerivedAverage = true;
+  Start({derived});
+  document_.Save(0, false, error_);
+  EXPECT_EQ(document_.Reload(0, kKeep, false), 0);
+  EXPECT_FALSE(document_.State().Undo);
+}
+
+TEST_F(DocumentTest, AMapThatBecameAnotherTakesItsOwnStepsAlong) {
+  const std::vector<std::pair<const char*, std::function<void()>>> ways = {
+      {"changed, reloaded", [&] { File(0).Frames[7].Frequency = 333.0, document_.Reload(0, kKeep, true); }},
+      {"shrunk, reloaded", [&] { files_.Put(L"0", PlainMap(4)), document_.Reload(0, kKeep, true); }},
+      {"grown, reloaded", [&] { files_.Put(L"0", PlainMap(40)), document_.Reload(0, kKeep, true); }},
+      {"gone, reloaded", [&] { files_.Files.erase(L"0"), document_.Reload(0, kEmpty, true); }},
+      {"grown, out of memory", [&] { files_.Put(L"0", PlainMap(40)), Map(0).Clear(), document_.Undo(); }},
+      {"changed, out of memory", [&] { Map(0).Clear(), document_.Undo(); }},
+      {"resized", [&] { document_.Change(Gesture::Flatten, 0, Shrinking); }},
+      {"no map", [&] { document_.SetHasMap(0, false, 0); }},
+      {"removed", [&] { EXPECT_TRUE(document_.Remove(0)); }},
+      {"read afresh", [&] { document_.ReadAfresh(0, kKeep, true); }},
+  };
+  for (const auto& [what, way] : ways) {
+    SCOPED_TRACE(what);
+    Start({PlainMap(10), PlainMap(12), PlainMap(14)});
+    Set(1, 250.0);
+    Set(0, 300.0);
+    SetAll(400.0);
+    way();
+    const Words now = ContentOf(Map(0));
+    UndoAll();
+    EXPECT_EQ(ContentOf(Map(0)), now);
+    EXPECT_EQ(Hz(1), 202.0);
+    EXPECT_EQ(Hz(2), 202.0);
+    EXPECT_FALSE(document_.Facts(1).Edited);
+    EXPECT_EQ(document_.Redo().What, StepResult::Done);
+    EXPECT_EQ(document_.Redo().What, StepResult::Done) << "of the step over all, what is left";
+    EXPECT_EQ(document_.Redo().What, StepResult::Nothing);
+    EXPECT_EQ(Hz(1), 400.0);
+    EXPECT_EQ(Hz(2), 400.0);
+    EXPECT_EQ(ContentOf(Map(0)), now);
+    ExpectCounts();
+  }
+  EXPECT_EQ(document_.Open({}).size(), 3u);
+  EXPECT_EQ(document_.State().Undo, std::nullopt);
+  EXPECT_EQ(document_.Undo().What, StepResult::Nothing);
+  EXPECT_EQ(document_.Current(), -1);
+}
+
+TEST_F(DocumentTest, AStrokeEndsWithWhateverElseComesIn) {
+  const std::vector<std::pair<const char*, std::function<void()>>> others = {
+      {"undo", [&] { EXPECT_EQ(document_.Undo().What, StepResult::Done); }},
+      {"another syllable", [&] { document_.SetCurrent(1); }},
+      {"save", [&] { document_.Save(1, false, error_); }},
+      {"another gesture", [&] { document_.ApplyAllMarks(true); }},
+      {"another stroke", [&] { document_.BeginStroke(Gesture::Erase, 1); }},
+      {"reload", [&] { document_.Reload(1, kKeep, true); }},
+      {"read afresh", [&] { document_.ReadAfresh(2, kKeep, true); }},
+      {"marks", [&] { document_.Mark(0, MarkFour, true); }},
+  };
+  for (const auto& [what, other] : others) {
+    SCOPED_TRACE(what);
+    Start({PlainMap(10), PlainMap(12), PlainMap(14)});
+    document_.BeginStroke(Gesture::Stroke, 0);
+    for (int row = 0; row < 4; ++row) EXPECT_TRUE(document_.StrokeChange(0, Setting(400.0, row)));
+    EXPECT_FALSE(document_.StrokeChange(1, Setting(400.0)));
+    EXPECT_EQ(document_.State().Undo, Gesture::Stroke);
+    document_.SetCurrent(0);
+    EXPECT_EQ(document_.State().StrokeEntry, 0) << "the same syllable ends nothing";
+    other();
+    EXPECT_FALSE(document_.StrokeChange(0, Setting(500.0)));
+    UndoAll();
+    EXPECT_EQ(Hz(0, 0), 200.0);
+    EXPECT_EQ(Hz(0, 3), 203.0);
+    EXPECT_FALSE(document_.Facts(0).Edited);
+    EXPECT_EQ(Map(0).Frames[4].Mark != 0, std::string_view(what) == "marks") << "marks are no part of a stroke";
+    EXPECT_EQ(document_.Redo().Of, Gesture::Stroke);
+    EXPECT_EQ(Hz(0, 3), 400.0);
+  }
+  // An open one goes with its map.
+  document_.BeginStroke(Gesture::Stroke, 0);
+  document_.SetHasMap(0, false, 0);
+  EXPECT_FALSE(document_.StrokeChange(0, Setting(500.0)));
+  EXPECT_EQ(document_.State().Undo, std::nullopt);
+}
+
+TEST_F(DocumentTest, WhatMakesAStepAndWhatEndsTheWayForward) {
+  Set(0, 300.0);
+  Set(1, Hz(1));
+  EXPECT_TRUE(document_.Facts(1).Edited) << "no difference, but somebody has set it";
+  EXPECT_EQ(document_.State().UndoEntry, 0);
+  document_.Undo();
+  Set(1, Hz(1));
+  EXPECT_EQ(document_.State().Redo, Gesture::SetFrequency) << "no step, so the way forward stays";
+  Set(1, 300.0);
+  EXPECT_EQ(document_.State().Redo, std::nullopt);
+  document_.Undo();
+  {
+    const Document::Scope scope(document_, Gesture::ReloadAll);
+    document_.ApplyAllMarks(true);
+    SetAll(400.0);
+    Set(0, 500.0);
+    document_.BeginStroke(Gesture::Stroke, 0);
+    document_.StrokeChange(0, Setting(600.0));
+    EXPECT_EQ(document_.Undo().What, StepResult::Nothing) << "not in the middle of a gesture";
+    Set(0, 700.0, 3);
+  }
+  EXPECT_EQ(document_.State().Undo, Gesture::ReloadAll);
+  EXPECT_EQ(document_.Undo().What, StepResult::Done);
+  EXPECT_EQ(Hz(0), 202.0);
+  EXPECT_EQ(Hz(2), 202.0);
+  EXPECT_EQ(document_.State().Undo, std::nullopt) << "all of it was one step";
+  document_.Redo();
+  EXPECT_EQ(Hz(0), 600.0);
+  EXPECT_EQ(Hz(0, 3), 700.0);
+  // The voicebank may become another one in the middle of a gesture.
+  {
+    const Document::Scope scope(document_, Gesture::ReloadAll);
+    SetAll(410.0);
+    Start({PlainMap(3)});
+  }
+  EXPECT_EQ(document_.Undo().What, StepResult::Nothing);
+  EXPECT_EQ(Hz(0), 202.0);
+}
+
+TEST_F(DocumentTest, WindowsAreToldEachChangeOnceAndNotUnderTheLock) {
+  using Texts = std::vector<std::string>;
+  Witness witness(document_);
+  document_.AddListener(witness);
+  Set(0, 300.0);
+  EXPECT_EQ(witness.Told(), (Texts{"0 FET 2", "history"}));
+  document_.BeginStroke(Gesture::Stroke, 0);
+  EXPECT_EQ(witness.Told(), Texts{"history"});
+  document_.StrokeChange(0, Setting(310.0, 1));
+  EXPECT_EQ(witness.Told(), Texts{"0 FT 1 stroke"});
+  document_.EndStroke();
+  EXPECT_EQ(witness.Told(), Texts{"history"});
+  document_.Undo();
+  EXPECT_EQ(witness.Told(), (Texts{"0 FT 1 back", "history"}));
+  EXPECT_EQ(document_.Undo().Frames, std::vector{2});
+  EXPECT_EQ(witness.Told(), (Texts{"0 FET 2 back", "history"}));
+  document_.Undo();
+  EXPECT_EQ(witness.Told(), Texts{});
+
+  for (const int entry : {0, 2}) document_.Mark(entry, MarkFour, entry == 0);
+  EXPECT_EQ(witness.Told(), Texts{"0 M"});
+  document_.ApplyAllMarks(true);
+  EXPECT_EQ(witness.Told(), (Texts{"0 FKMET of many", "2 FKMET of many", "many", "history"}));
+  document_.Undo();
+  EXPECT_EQ(witness.Told(), (Texts{"2 FKMET 4 of many back", "0 FKMET 4 of many back", "many", "history"}));
+  document_.Save(0, false, error_);
+  document_.RenewSaved(0);
+  EXPECT_EQ(witness.Told(), (Texts{"0 T", "0 S"}));
+  {
+    const std::lock_guard locked(document_);
+    document_.SetEdited(1, true, true);
+    EXPECT_EQ(witness.Told(), Texts{});
+  }
+  EXPECT_EQ(witness.Told(), (Texts{"1 ET of many", "many"}));
+  document_.Reload(1, kKeep, false);
+  EXPECT_EQ(witness.Told(), Texts{"1 REST"});
+  document_.Remove(1);
+  EXPECT_EQ(witness.Told(), (Texts{"1 RMHS", "history"}));
+}
+
+}  // namespace

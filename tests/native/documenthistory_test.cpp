@@ -1,0 +1,269 @@
+// What a user does to a dozen syllables in any order, taken back to the very first and done again, and how much of it
+// is kept.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numeric>
+#include <random>
+
+#include "document/documentediting.h"
+#include "frqmap/edits.h"
+#include "memoryfiles.h"
+
+namespace {
+
+constexpr int kEntries = 12;
+constexpr int kGestures = 10000;
+
+std::vector<int> AllRows(const FrqMap& map) {
+  std::vector<int> rows(map.Frames.size());
+  std::iota(rows.begin(), rows.end(), 0);
+  return rows;
+}
+
+// Maps of stored and derived averages, of a project, with frames that contradict themselves.
+FrqMap OddMap(int index) {
+  FrqMap map = PlainMap(20 + 5 * index);
+  map.DerivedAverage = index % 3 == 1;
+  if (index == 5) {
+    map.Hop = 1;
+    map.HasProject = map.DerivedAverage = true;
+    map.Project.Items.resize(1);
+    map.Project.ControlPoints = {std::vector<VsControlPoint>(map.Frames.size() - 2)};
+    for (VsControlPoint& point : map.Project.ControlPoints[0]) point.Pitch = 5001;
+  }
+  for (std::size_t i = 0; i < map.Frames.size(); ++i) map.Frames[i].Amplitude = 100.0 * static_cast<double>(i);
+  map.Frames[3].Voiced = false;
+  map.Frames[4].Frequency = std::nan("");
+  map.Frames[5] = {.Frequency = -0.0, .Amplitude = std::nan(""), .Voiced = true};
+  return map;
+}
+
+class DocumentHistoryTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::vector<FrqMap> maps;
+    for (int i = 0; i < kEntries; ++i) maps.push_back(OddMap(i));
+    OpenMaps(document_, files_, maps);
+    for (int i = 0; i < kEntries; ++i) versions_[static_cast<std::size_t>(i)].push_back(ContentOf(Map(i)));
+    states_.push_back({});
+  }
+
+  int Random(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
+  FrqMap& Map(int entry) { return *document_.Maps(entry).Map; }
+  static std::wstring PathOf(int entry) { return std::to_wstring(entry); }
+
+  std::vector<int> RandomRows(const FrqMap& map) {
+    std::vector<int> rows;
+    for (const int row : AllRows(map)) {
+      if (Random(4) == 0) rows.push_back(row);
+    }
+    return rows;
+  }
+
+  std::vector<int> Edit(FrqMap& map) {
+    const std::vector<int> rows = RandomRows(map);
+    const std::array factors = {0.5, 2.0, 0.0, 1.0, 3.0};
+    switch (Random(6)) {
+      case 0: return InterpolateFrames(map, rows, FrqTypeFrq);
+      case 1:
+        map.SetFrequency(map.PositionOf(Random(map.FrameCount)), Random(9) == 0 ? std::nan("") : 300.0);
+        return {};
+      case 2: map.Average = 200.0 + Random(3); return {};
+      case 3: RestoreFrames(map, files_.Files[L"0"], rows, map.FrameCount); return rows;
+      default: return ScaleFrames(map, rows, factors[static_cast<std::size_t>(Random(5))], FrqTypeFrq);
+    }
+  }
+
+  void Change(int entry) {
+    document_.Change(Gesture::Triple, entry, [this](FrqMap& map) { return Edit(map); });
+  }
+
+  // Some strokes are left open, for whatever comes next to end them.
+  void Stroke(FrqMap& map) {
+    const StrokeKind kind = static_cast<StrokeKind>(Random(3));
+    editing_.BeginStroke(map, kind);
+    for (int i = Random(6); i > 0; --i) {
+      const bool isOpen = kind == StrokeKind::Average
+                              ? editing_.SetAverage(map, 200.0 + Random(5))
+                              : editing_.SetFrequency(map, Random(map.FrameCount + 1),
+                                                      kind == StrokeKind::Erase ? 0.0 : 100.0 + Random(300));
+      EXPECT_TRUE(isOpen);
+    }
+    if (Random(2) == 0) editing_.EndStroke();
+  }
+
+  void Many() {
+    const Document::Scope scope(document_, Gesture::ReloadAll);
+    const int first = Random(kEntries - 3);
+    for (int entry = first; entry < first + 3; ++entry) {
+      document_.Reload(entry, Document::OnFailure::KeepSaved, true);
+      if (Random(2) == 0) Change(entry);
+    }
+    if (Random(2) == 0) Stroke(Map(first));
+    Change(first);
+  }
+
+  void RandomGesture() {
+    const int entry = Random(kEntries);
+    FrqMap& map = Map(entry);
+    const bool apply = Random(3) != 0;
+    switch (Random(12)) {
+      case 0: editing_.Flatten(map, 250.0 + Random(4)); break;
+      case 1: document_.Reload(entry, Document::OnFailure::KeepSaved, false); break;
+      case 2: Many(); break;
+      case 3: document_.ApplyAllMarks(apply); break;
+      case 4:
+      case 5: document_.ApplyMarks(Gesture::Modify, entry, map.PositionOf(Random(map.FrameCount)), apply); break;
+      case 6:
+      case 7:
+      case 8: Stroke(map); break;
+      default: Change(entry); break;
+    }
+  }
+
+  // What a check finds is no gesture: it stays while one goes back. For each frame once, so that this is plain.
+  void Plant(int entry) {
+    const auto frame = static_cast<std::size_t>(planted_[static_cast<std::size_t>(entry)]++);
+    if (frame >= Map(entry).Frames.size()) return;
+    const std::array suggestions = {300.0, 40.0, 0.0, std::nan(""), 260.0};
+    document_.Mark(
+        entry,
+        [&](FrqMap& map) {
+          map.Frames[frame].Mark = 1 + static_cast<std::uint32_t>(Random(3));
+          map.Frames[frame].SuggestedFrequency = suggestions[static_cast<std::size_t>(Random(5))];
+          map.HasMarks = true;
+        },
+        false);
+    const Words now = ContentOf(Map(entry));
+    for (Words& words : versions_[static_cast<std::size_t>(entry)]) {
+      for (const std::size_t word : {frame * kFrameWords + 2, frame * kFrameWords + 3}) words[word] = now[word];
+    }
+  }
+
+  void InBetween() {
+    const int entry = Random(kEntries);
+    std::uint32_t error = 0;
+    if (Random(4) == 0) Plant(entry);
+    if (Random(4) == 0) document_.SetCurrent(entry);
+    if (Random(8) != 0) return;
+    if (Random(4) == 0) files_.Next = MemoryFiles::Fault::Fails;
+    document_.Save(entry, false, error);
+    files_.Next = MemoryFiles::Fault::None;
+    if (Random(2) == 0) document_.RenewSaved(entry);
+  }
+
+  // What made a difference is a state to come back to.
+  void Keep() {
+    State state = states_.back();
+    for (std::size_t i = 0; i < kEntries; ++i) {
+      Words words = ContentOf(Map(static_cast<int>(i)));
+      if (words == versions_[i].back()) continue;
+      versions_[i].push_back(std::move(words));
+      ++state[i];
+    }
+    if (state != states_.back()) states_.push_back(state);
+  }
+
+  void ExpectStep(std::size_t from, std::size_t to) {
+    const StepResult result = to < from ? document_.Undo() : document_.Redo();
+    ASSERT_EQ(result.What, StepResult::Done);
+    for (std::size_t i = 0; i < kEntries; ++i) {
+      if (states_[from][i] == states_[to][i]) continue;
+      const int entry = static_cast<int>(i);
+      const FrqMap& map = Map(entry);
+      ASSERT_EQ(ContentOf(map), versions_[i][static_cast<std::size_t>(states_[to][i])]);
+      const bool differs = ContentOf(map, true) != ContentOf(files_.Files[PathOf(entry)], true);
+      ASSERT_EQ(document_.Facts(entry).Edited, differs) << "entry " << i;
+      ASSERT_EQ(map.HasMarks, std::ranges::any_of(map.Frames, [](const FrqFrame& f) { return f.Mark != 0; }));
+    }
+  }
+
+  using State = std::array<int, kEntries>;  // of each entry, which of its versions
+
+  std::mt19937 random_{20};
+  MemoryFiles files_;
+  Document document_{files_};
+  DocumentEditing editing_{document_};
+  std::array<std::vector<Words>, kEntries> versions_;
+  std::vector<State> states_;
+  std::array<int, kEntries> planted_{};
+};
+
+TEST_F(DocumentHistoryTest, TenThousandGesturesGoBackAndForthBitForBit) {
+  for (int i = 0; i < kGestures; ++i) {
+    InBetween();
+    RandomGesture();
+    Keep();
+  }
+  ASSERT_GT(states_.size(), std::size_t{kGestures / 2});
+  const std::size_t last = states_.size() - 1;
+  for (std::size_t k = last; k > 0; --k) {
+    ASSERT_NO_FATAL_FAILURE(ExpectStep(k, k - 1)) << "undo " << k;
+  }
+  EXPECT_EQ(document_.Undo().What, StepResult::Nothing);
+  for (std::size_t k = 0; k < last; ++k) {
+    ASSERT_NO_FATAL_FAILURE(ExpectStep(k, k + 1)) << "redo " << k;
+  }
+  EXPECT_EQ(document_.Redo().What, StepResult::Nothing);
+}
+
+MapChange ScaledMap(FrqMap& map) {
+  const MapBefore before(map);
+  ScaleFrames(map, AllRows(map), map.Frames[0].Frequency > 300.0 ? 0.5 : 2.0, FrqTypeFrq);
+  return MapChange(0, before, map);
+}
+
+TEST(DocumentHistory, StepsCostWhatChangedAndTheOldestGoBeyondTheLimit) {
+  FrqMap map = PlainMap(100'000);
+  const std::size_t frames = map.Frames.size();
+  Step step{Gesture::Double, {ScaledMap(map)}};
+  EXPECT_LE(step.Bytes(), frames * 24 + 256);
+  for (FrqFrame& frame : map.Frames)
+    frame = {.Frequency = 300.0, .Voiced = true, .Mark = 1, .SuggestedFrequency = 310.0};
+  const MapBefore marked(map);
+  map.ApplyMarks(-1, true);
+  map.Average = map.ComputeAverage(-1);
+  EXPECT_LE((Step{Gesture::Modify, {MapChange(0, marked, map)}}).Bytes(), frames * 24 + 256);
+
+  History history;
+  for (int i = 0; i < 100; ++i) history.Add({static_cast<Gesture>(i % kGestureCount), step.Maps});
+  EXPECT_LE(history.Bytes(), History::kMostBytes);
+  EXPECT_GT(history.Bytes() + step.Bytes(), History::kMostBytes) << "no more goes than must";
+  std::size_t count = 0;
+  for (int i = 99; history.NextUndo(); --i, ++count) {
+    ASSERT_EQ(history.NextUndo()->What, static_cast<Gesture>(i % kGestureCount));
+    history.MoveToUndone();
+  }
+  EXPECT_EQ(count, history.Bytes() / step.Bytes());
+  EXPECT_EQ(history.Bytes(), count * step.Bytes()) << "what is undone still counts";
+  history.Add(step);
+  EXPECT_EQ(history.Bytes(), step.Bytes());
+  EXPECT_EQ(history.NextRedo(), nullptr);
+  const std::vector<MapChange> many(count + 1, step.Maps.front());
+  history.Add({Gesture::ReloadAll, many});
+  EXPECT_EQ(history.NextUndo(), nullptr) << "one beyond the limit leaves none";
+  EXPECT_EQ(history.Bytes(), 0u);
+}
+
+TEST(DocumentHistory, AHundredThousandSmallGesturesAreAllKept) {
+  MemoryFiles files;
+  Document document(files);
+  OpenMaps(document, files, {PlainMap(10)});
+  constexpr int kMany = 100'000;
+  for (int i = 0; i < kMany; ++i) {
+    document.Change(Gesture::SetFrequency, 0, [i](FrqMap& map) {
+      map.SetFrequency(map.PositionOf(i % 10), 400.0 + i);
+      return std::vector<int>{i % 10};
+    });
+  }
+  int undone = 0;
+  while (document.Undo().What == StepResult::Done) ++undone;
+  EXPECT_EQ(undone, kMany);
+  EXPECT_EQ(ContentOf(*document.Maps(0).Map), ContentOf(PlainMap(10)));
+  EXPECT_FALSE(document.State().Edited);
+}
+
+}  // namespace

@@ -1,0 +1,65 @@
+// A gesture for whose step there is no memory. It stands, and the history begins anew.
+//
+// Apart from the other tests of the document: it puts its own operator new in place, which AddressSanitizer wants for
+// itself.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+
+#include "memoryfiles.h"
+
+namespace {
+
+std::atomic<std::size_t> mostBytes = SIZE_MAX;  // of one allocation
+
+}  // namespace
+
+// Inlined, the compiler would take the pairs apart and warn of the halves.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  void* const memory = size < mostBytes ? std::malloc(size) : nullptr;
+  if (!memory) throw std::bad_alloc();
+  return memory;
+}
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
+  std::free(memory);
+}
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
+  std::free(memory);
+}
+
+namespace {
+
+TEST(DocumentMemory, AGestureThatMemoryDoesNotHoldTwiceStandsWithoutAStep) {
+  MemoryFiles files;
+  Document document(files);
+  constexpr SampleCount kFrames = 10'000;
+  OpenMaps(document, files, {PlainMap(kFrames), PlainMap(10)});
+  const auto set = [](FrqMap& map) {
+    for (SampleCount i = 0; i < map.FrameCount; ++i) map.SetFrequency(map.PositionOf(i), 400.0);
+    return std::vector<int>{};
+  };
+  // Not even the map before, or not the difference alone. A stroke likewise.
+  for (const std::size_t most : {kFrames * sizeof(FrqFrame), kFrames * sizeof(FrameChange)}) {
+    for (const bool stroke : {false, true}) {
+      document.ReadAfresh(0, Document::OnFailure::EmptySaved, true);
+      document.Change(Gesture::SetFrequency, 1, set);
+      mostBytes = most;
+      if (stroke) {
+        document.BeginStroke(Gesture::Stroke, 0);
+        EXPECT_TRUE(document.StrokeChange(0, set));
+        document.EndStroke();
+      } else {
+        document.Change(Gesture::Double, 0, set);
+      }
+      mostBytes = SIZE_MAX;
+      EXPECT_EQ(document.Maps(0).Map->Frames.back().Frequency, 400.0);
+      EXPECT_TRUE(document.Facts(0).Edited);
+      EXPECT_EQ(document.Undo().What, StepResult::Nothing);
+      document.Change(Gesture::TypeKey, 0, [](FrqMap& map) { return map.Average += 1.0, std::vector<int>{}; });
+      EXPECT_EQ(document.Undo().What, StepResult::Done);
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,147 @@
+// The document under three threads, as in the program: the editor's, the list's and that of the thumbnails. A build
+// with ThreadSanitizer runs it.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <random>
+#include <thread>
+
+#include "document/documentediting.h"
+#include "frqmap/edits.h"
+#include "memoryfiles.h"
+
+namespace {
+
+constexpr int kEntries = 6;
+constexpr int kRounds = 3000;
+
+std::vector<FoundSyllable> Found() {
+  std::vector<FoundSyllable> found;
+  for (int i = 0; i < kEntries; ++i) found.push_back({std::to_wstring(i), 20, true});
+  return found;
+}
+
+// Counts what it is told; each window of the program has a thread of its own, so that it is told on all of them.
+class Counter : public DocumentListener {
+ public:
+  explicit Counter(Document& document) : document_(document) {}
+  void OnEntryChanged(const EntryChange& change) override {
+    document_.Facts(change.Index);
+    ++told;
+  }
+  std::atomic<int> told = 0;
+
+ private:
+  Document& document_;
+};
+
+class Program {
+ public:
+  Program() {
+    for (int i = 0; i < kEntries; ++i) files_.Put(std::to_wstring(i), PlainMap(20));
+    document_.AddListener(counter_);
+    document_.Open(Found());
+  }
+
+  // Strokes and steps back, and paints the shown map.
+  void Edit() {
+    DocumentEditing editing(document_);
+    std::mt19937 random(1);
+    for (int round = 0; round < kRounds; ++round) {
+      const int index = static_cast<int>(random() % kEntries);
+      document_.SetCurrent(index);
+      document_.EnsureLoaded(index, Document::OnFailure::EmptySaved);
+      FrqMap* const map = document_.Maps(index).Map;
+      editing.BeginStroke(*map, StrokeKind::Draw);
+      for (int i = 0; i < 4; ++i) editing.SetFrequency(*map, i, 100.0 + round % 50);
+      if (round % 2 == 0) editing.EndStroke();
+      if (round % 3 == 0) document_.Undo();
+      if (round % 6 == 0) document_.Redo();
+      Paint(map);
+    }
+  }
+
+  // Loads, saves, reads again, marks, and opens another folder.
+  void List() {
+    std::mt19937 random(2);
+    SyllableEntries old;
+    for (int round = 0; round < kRounds; ++round) {
+      const int index = static_cast<int>(random() % kEntries);
+      std::uint32_t error = 0;
+      switch (random() % 8) {
+        case 0: document_.EnsureLoaded(index, Document::OnFailure::KeepSaved); break;
+        case 1: document_.Reload(index, Document::OnFailure::KeepSaved, true); break;
+        case 2: document_.ReadAfresh(index, Document::OnFailure::EmptySaved, true); break;
+        case 3: document_.ApplyAllMarks(true); break;
+        case 4: document_.Change(Gesture::Halve, index, Halving()); break;
+        case 5: document_.Mark(index, Marking(), true); break;
+        case 6: round % 20 == 0 ? void(old = document_.Open(Found())) : document_.SetEdited(index, true); break;
+        default: document_.Save(index, true, error) == 0 ? document_.RenewSaved(index) : void(); break;
+      }
+    }
+  }
+
+  // Copies maps, and hands over what it has read itself.
+  void Thumbnails() {
+    for (int round = 0; round < kRounds; ++round) {
+      const int index = round % kEntries;
+      FrqMap map;
+      const EntryFacts facts = document_.Facts(index);
+      if (document_.CopyMap(index, map)) {
+        EXPECT_EQ(map.Frames.size(), 20u);
+      } else {
+        map = PlainMap(20);
+        document_.Adopt(index, facts.Path, map);
+      }
+    }
+  }
+
+  void ExpectWhole() {
+    DocumentState state = document_.State();
+    int edited = 0;
+    for (int index = 0; index < kEntries; ++index) edited += document_.Facts(index).Edited;
+    EXPECT_EQ(state.Edited, edited);
+    EXPECT_GT(counter_.told, kRounds);
+    for (int index = 0; index < kEntries; ++index) document_.Reload(index, Document::OnFailure::EmptySaved, true);
+    EXPECT_EQ(document_.State().Edited, 0);
+  }
+
+ private:
+  static std::function<std::vector<int>(FrqMap&)> Halving() {
+    return [](FrqMap& map) { return ScaleFrames(map, std::vector{1, 2, 3}, 0.5, FrqTypeFrq); };
+  }
+  static std::function<void(FrqMap&)> Marking() {
+    return [](FrqMap& map) {
+      if (map.Frames.empty()) return;
+      map.Frames[7].Mark = 1;
+      map.Frames[7].SuggestedFrequency = 333.0;
+      map.HasMarks = true;
+    };
+  }
+
+  // The pointer is one of another folder by now, or the map still stands.
+  void Paint(const FrqMap* map) {
+    const std::lock_guard locked(document_);
+    if (document_.IndexOf(map) < 0) return;
+    double sum = 0.0;
+    for (const FrqFrame& frame : map->Frames) sum += frame.Frequency;
+    EXPECT_TRUE(map->Loaded ? sum > 0.0 : sum == 0.0);
+  }
+
+  MemoryFiles files_;
+  Document document_{files_};
+  Counter counter_{document_};
+};
+
+TEST(DocumentThreads, EditorListAndThumbnailsWorkOnTheSameMaps) {
+  Program program;
+  std::thread editor([&] { program.Edit(); });
+  std::thread list([&] { program.List(); });
+  std::thread thumbnails([&] { program.Thumbnails(); });
+  editor.join();
+  list.join();
+  thumbnails.join();
+  program.ExpectWhole();
+}
+
+}  // namespace
