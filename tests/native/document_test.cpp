@@ -27,7 +27,16 @@ class Witness : public DocumentListener {
  public:
   explicit Witness(Document& document) : document_(document) {}
 
-  void OnEntryChanged(const EntryChange& change) override {
+  void OnChanged(const DocumentChanges& changes) override {
+    for (const EntryChange& change : changes.Entries) NoteEntry(change);
+    if (changes.OfMany) Note("many");
+    if (changes.History) Note("history");
+  }
+
+  std::vector<std::string> Told() { return std::exchange(told_, {}); }
+
+ private:
+  void NoteEntry(const EntryChange& change) {
     std::string text = std::to_string(change.Index) + " ";
     for (int fact = 0; fact < 8; ++fact) {
       if (change.Facts & 1u << fact) text += "RFKMEHST"[fact];
@@ -37,12 +46,6 @@ class Witness : public DocumentListener {
     text += change.OneOfMany ? " of many" : "";
     Note(text + (change.FromHistory ? " back" : ""));
   }
-  void OnManyChanged() override { Note("many"); }
-  void OnHistoryChanged() override { Note("history"); }
-
-  std::vector<std::string> Told() { return std::exchange(told_, {}); }
-
- private:
   void Note(const std::string& what) {
     told_.push_back(what);
     auto answer = std::async(std::launch::async, [this] { return document_.State().Entries; });

@@ -17,7 +17,7 @@ constexpr int kRounds = 3000;
 
 std::vector<FoundSyllable> Found() {
   std::vector<FoundSyllable> found;
-  for (int i = 0; i < kEntries; ++i) found.push_back({std::to_wstring(i), 20, true});
+  for (int i = 0; i < kEntries; ++i) found.push_back({std::to_wstring(i), true, 20});
   return found;
 }
 
@@ -25,8 +25,8 @@ std::vector<FoundSyllable> Found() {
 class Counter : public DocumentListener {
  public:
   explicit Counter(Document& document) : document_(document) {}
-  void OnEntryChanged(const EntryChange& change) override {
-    document_.Facts(change.Index);
+  void OnChanged(const DocumentChanges& changes) override {
+    for (const EntryChange& change : changes.Entries) document_.Facts(change.Index);
     ++told;
   }
   std::atomic<int> told = 0;

@@ -102,7 +102,7 @@ inline FrqMap PlainMap(SampleCount frames) {
 inline void OpenMaps(Document& document, MemoryFiles& files, const std::vector<FrqMap>& maps) {
   std::vector<FoundSyllable> found;
   for (const FrqMap& map : maps) {
-    found.push_back({std::to_wstring(found.size()), static_cast<std::uint32_t>(map.FrameCount), true});
+    found.push_back({std::to_wstring(found.size()), true, static_cast<std::uint32_t>(map.FrameCount)});
     files.Put(found.back().Path, map);
   }
   const int count = static_cast<int>(found.size());
