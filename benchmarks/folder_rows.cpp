@@ -6,7 +6,7 @@
 #include <set>
 
 #include "app/mapsearch.h"
-#include "app/syllable.h"
+#include "document/syllable.h"
 #include "base/handle.h"
 #include "measuring.h"
 #include "rows.h"
@@ -26,9 +26,9 @@ class ScanFolder : public Work {
 
   // Every wave gets its entry, with what is known of its map without reading it.
   double Measured() override {
-    std::vector<SyllableEntry> entries;
+    std::vector<FoundSyllable> entries;
     const double ms = MillisecondsOf([&] { entries = Scan(); });
-    const auto isWhole = [](const SyllableEntry& entry) { return entry.HasMap && entry.FrameEstimate == 1; };
+    const auto isWhole = [](const FoundSyllable& entry) { return entry.HasMap && entry.FrameEstimate == 1; };
     Require(std::ranges::count_if(entries, isWhole) == kWaves, "the voicebank is not all there");
     return ms;
   }
@@ -46,8 +46,8 @@ class ScanFolder : public Work {
   }
 
  private:
-  std::vector<SyllableEntry> Scan() const {
-    std::vector<SyllableEntry> entries;
+  std::vector<FoundSyllable> Scan() const {
+    std::vector<FoundSyllable> entries;
     std::set<std::wstring> seen;
     ListedFolders listed;
     const FolderListing* const listing = listed.Find(voicebank_);
@@ -55,7 +55,7 @@ class ScanFolder : public Work {
     for (const std::wstring& name : listing->Files()) {
       const std::wstring path = voicebank_ + L"\\" + name;
       if (!IsWave(name) || !seen.insert(path).second) continue;
-      SyllableEntry& entry = entries.emplace_back();
+      FoundSyllable& entry = entries.emplace_back();
       entry.Path = path;
       const FoundMap found = FindMap(path, FrqTypeFrq, listed, store_);
       entry.HasMap = found.exists;
