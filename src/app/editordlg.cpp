@@ -51,6 +51,7 @@ INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
   Scratch.Make();
   Preview.SetFolder(Scratch.Path());
   Frames.Attach(Hwnd);
+  Edits.Attach(Hwnd);
   Table().SetEditing(&Bank.Editing);
   Frames.ShowFrames();
   History.PutInto(GetSubMenu(GetMenu(Hwnd), kEditMenu));
@@ -69,14 +70,14 @@ INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
 // while a dialog of ours stands in front: a job runs behind it, whose answers would have nowhere to go.
 void CEditorDlg::OnCancel() {
   if (!IsWindowEnabled(Hwnd)) return;
-  if (!ConfirmDiscard()) return;
+  if (!Edits.ConfirmDiscard()) return;
   EndList(FileList->Hwnd);
   End(IDCANCEL);
 }
 
 // Where a dialog of ours stands in front there is no asking: edits then hold up the end by themselves.
 bool CEditorDlg::MayEndSession() {
-  return IsWindowEnabled(Hwnd) ? ConfirmDiscard() : Syllables.State().Edited == 0;
+  return IsWindowEnabled(Hwnd) ? Edits.ConfirmDiscard() : Syllables.State().Edited == 0;
 }
 
 // The system ends the process as soon as this comes back. The list has a host to answer.
@@ -142,11 +143,11 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     case EDM_FOLDEROPENED: OnFolderOpened(reinterpret_cast<const wchar_t*>(lParam)); return Answered();
     case WM_PREVIEW_DONE: Preview.OnDone(Settings.FrqType); return Answered();
     case EDM_SHOWFAILURE:
-      OnShowFailure(static_cast<SampleCount>(wParam), static_cast<SampleCount>(lParam));
+      Frames.ShowMarks(static_cast<SampleCount>(wParam), static_cast<SampleCount>(lParam));
       return Answered();
     case EDM_REFRESHMAP: OnRefreshMap(lParam != 0); return Answered();
     case FramePane::kShowKeyMessage: Frames.OnShowKey(); return Answered();
-    case WM_TIMER: Word.OnTimer(wParam); return Answered();
+    case WM_TIMER: Edits.OnTimer(wParam); return Answered();
     case WM_QUERYENDSESSION: SetWindowLongPtrW(Hwnd, DWLP_MSGRESULT, MayEndSession()); return 1;
     case WM_ENDSESSION: OnEndSession(wParam != 0); return Answered();
     default: return CDlgBase::OnDialogMessage(message, wParam, lParam);

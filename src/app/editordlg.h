@@ -2,11 +2,11 @@
 //
 // It runs on the main thread and owns no map: it shows the syllable that the list has handed over, edits it through the
 // document, and shows what the document tells. What has state of its own is a part that it owns and that does not know
-// it: the frames and their boxes, the settings, the recent folders, the group around Play, the layout, the folder for
-// scratch files, the names in the menu. Sources: editordlg.cpp is the window from its start to its end, _state the
-// commands and what enables them, _syllable what the list hands over and the document tells, _saving what becomes of
-// edits, _folders how voicebanks are opened, _check the windows that look at the whole voicebank, _creating what follows
-// a job that makes maps, _options its settings and the resampler.
+// it: the frames and their boxes, what becomes of edits, the settings, the recent folders, the group around Play, the
+// layout, the folder for scratch files, the names in the menu. Sources: editordlg.cpp is the window from its start to
+// its end, _state the commands and what enables them, _syllable what the list hands over and the document tells,
+// _folders how voicebanks are opened, _check the windows that look at the whole voicebank, _creating what follows a job
+// that makes maps, _options its settings and the resampler.
 #pragma once
 
 #include <memory>
@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "app/commandtable.h"
+#include "app/editcommands.h"
 #include "app/editorlayout.h"
 #include "app/editorsettings.h"
 #include "app/framepane.h"
@@ -29,7 +30,6 @@
 #include "frqctrl/frqctrlmessages.h"
 #include "resampler/createjob.h"
 #include "resources/ids.h"
-#include "window/balloon.h"
 #include "window/dialogbase.h"
 
 class CFileListDlg;
@@ -73,30 +73,19 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
 
   // Commands and state.
   static const std::vector<EditorCommand>& Commands();
+  template <void (EditCommands::*Command)(const FileListSender&)>
+  static void RunEdit(CEditorDlg& editor, UINT id);
   EditorState CollectState() const;
   void UpdateState();
   void RunControlCommand(UINT id, UINT code, LPARAM detail);
-  void OnStepBack(UINT id);
   void OnThumbnail();
   void OnCheck();
-  void OnShowFailure(SampleCount first, SampleCount last);
 
   // What the list tells.
   void OnSetMap(FrqMap* saved, FrqMap* map);
   void OnSetSyllable(const wchar_t* wavePath);
   void OnRefreshMap(bool rebuildFrames);
   void OnFolderOpened(const wchar_t* folder);
-
-  // What becomes of edits.
-  bool ConfirmDiscard();
-  void OnSave();
-  void OnSaveAll();
-  void FinishSave(DWORD error);
-  void ReloadIfEdited();
-  void OnReloadSyllable();
-  void OnReloadAll();
-  void OnRemoveAll();
-  void ReloadEverything();
 
   // The resampler and the kind of map that it decides.
   void OnOption();
@@ -105,6 +94,7 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   // Making maps.
   void OnMakeMaps(UINT id);
   void RunMapJob(const CreateFrqJob& job);
+  void ReloadEverything();
 
   // Folders.
   void OnOpen();
@@ -132,5 +122,5 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   TempFolder Scratch;
   PreviewPanel Preview;
   HistoryMenu History;
-  Balloon Word;  // to the user
+  EditCommands Edits{Bank, Map, Frames, Settings};
 };

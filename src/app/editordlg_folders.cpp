@@ -48,7 +48,7 @@ std::wstring VoicebankCaption(const std::wstring& folder) {
 }  // namespace
 
 void CEditorDlg::OnOpen() {
-  if (!ConfirmDiscard()) return;
+  if (!Edits.ConfirmDiscard()) return;
   std::wstring folder;
   if (BrowseForFolder(Hwnd, folder) == 0) OpenFolderWaiting(ToList(), folder);
 }
@@ -56,7 +56,7 @@ void CEditorDlg::OnOpen() {
 // The whole voicebank instead of the syllables that the host handed over; there is no way back to those.
 void CEditorDlg::OnEditAllSyllables() {
   // A plug-in file that names no voicebank must not open the root of the drive.
-  if (AllSyllables || FileList->Folder.empty() || !ConfirmDiscard()) return;
+  if (AllSyllables || FileList->Folder.empty() || !Edits.ConfirmDiscard()) return;
   AllSyllables = true;
   const WaitCursor waiting;
   ToList().OpenFolder(FileList->Folder.c_str());
@@ -64,7 +64,7 @@ void CEditorDlg::OnEditAllSyllables() {
 
 void CEditorDlg::OnRecentFolder(UINT id) {
   const std::optional<std::wstring> path = Recent.FolderOf(id);
-  if (!path || !ConfirmDiscard()) return;
+  if (!path || !Edits.ConfirmDiscard()) return;
   if (PathIsDirectoryW(path->c_str())) {
     OpenFolderWaiting(ToList(), *path);
     return;

@@ -33,7 +33,7 @@ void CEditorDlg::OnOption() {
 
   // Edits are those of one kind. Who keeps them keeps all of the old options.
   const bool kindChanges = GetResamplerKind(dialog.ResamplerPath) != Settings.FrqType;
-  if (kindChanges && !ConfirmDiscard()) return;
+  if (kindChanges && !Edits.ConfirmDiscard()) return;
   Settings.ChooseResampler(dialog.ResamplerPath);
   Settings.MaxParallelCount = dialog.MaxParallelCount;
   Settings.AutoDeleteLlsm = dialog.AutoDeleteLlsm;

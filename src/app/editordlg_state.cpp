@@ -28,6 +28,13 @@ bool HasColor(const EditorState& state) {
 
 }  // namespace
 
+// What an edit changes tells of itself, but for the state of the list.
+template <void (EditCommands::*Command)(const FileListSender&)>
+void CEditorDlg::RunEdit(CEditorDlg& editor, UINT) {
+  (editor.Edits.*Command)(editor.ToList());
+  editor.UpdateState();
+}
+
 // Every command of the menu has its row here and nowhere else.
 const std::vector<EditorCommand>& CEditorDlg::Commands() {
   using S = const EditorState&;
@@ -53,19 +60,19 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
   static const std::vector<EditorCommand> commands = {
       {ID_FILE_OPEN, Call<&E::OnOpen>, notInPluginMode, inPluginMode},
       {ID_FILE_EDITALL, Call<&E::OnEditAllSyllables>, notYetAll, notInPluginMode},
-      {ID_FILE_SAVE, Call<&E::OnSave>, currentEdited},
-      {ID_FILE_SAVEALL, Call<&E::OnSaveAll>, anyEdited},
+      {ID_FILE_SAVE, RunEdit<&EditCommands::Save>, currentEdited},
+      {ID_FILE_SAVEALL, RunEdit<&EditCommands::SaveAll>, anyEdited},
       {ID_FILE_EXIT, exit},
-      {ID_EDIT_UNDO, Call<&E::OnStepBack>, [](S s) { return s.undo.has_value(); }},
-      {ID_EDIT_REDO, Call<&E::OnStepBack>, [](S s) { return s.redo.has_value(); }},
+      {ID_EDIT_UNDO, RunEdit<&EditCommands::Undo>, [](S s) { return s.undo.has_value(); }},
+      {ID_EDIT_REDO, RunEdit<&EditCommands::Redo>, [](S s) { return s.redo.has_value(); }},
       {ID_EDIT_RELOADSELECTED, [](E& e, UINT) { e.Frames.ReloadSelection(); }, selectionEdited},
-      {ID_EDIT_RELOAD, Call<&E::OnReloadSyllable>, currentEdited},
-      {ID_EDIT_RELOADALL, Call<&E::OnReloadAll>, anyEdited},
+      {ID_EDIT_RELOAD, RunEdit<&EditCommands::ReloadSyllable>, currentEdited},
+      {ID_EDIT_RELOADALL, RunEdit<&EditCommands::ReloadAll>, anyEdited},
       {ID_EDIT_SELECTALL, [](E& e, UINT) { e.Frames.SelectAllFrames(); }},
       {ID_EDIT_INITIALIZE, Call<&E::OnMakeMaps>},
       {ID_EDIT_INITIALIZEALL, Call<&E::OnMakeMaps>},
       {ID_EDIT_CREATEMISSING, Call<&E::OnMakeMaps>, [](S s) { return s.maps < s.rows; }},
-      {ID_EDIT_REMOVEALL, Call<&E::OnRemoveAll>, hasMaps},
+      {ID_EDIT_REMOVEALL, RunEdit<&EditCommands::RemoveAll>, hasMaps},
       {ID_EDIT_CONVERT, Call<&E::OnMakeMaps>},
       {ID_VIEW_ZOOMIN, view, [](S s) { return s.zoom < s.zoomCount - 1; }},
       {ID_VIEW_ZOOMOUT, view, [](S s) { return s.zoom > 0; }},
@@ -162,7 +169,7 @@ bool CEditorDlg::TranslateKey(const MSG& message) {
 // is not here: it works by taking the focus from the key box, and that alone.
 void CEditorDlg::RunControlCommand(UINT id, UINT code, LPARAM detail) {
   if (Frames.OnControl(id, code, detail)) return;
-  if (id == IDC_EDITOR_RELOAD) ReloadIfEdited();
+  if (id == IDC_EDITOR_RELOAD) RunEdit<&EditCommands::ReloadIfEdited>(*this, id);
   if (id == IDC_EDITOR_PLAY) {
     Preview.OnPlayPressed({CurrentPath, Map, Settings.FrqType, Settings.ResamplerPath, Bank.Files.Store});
   }

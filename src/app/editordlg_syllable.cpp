@@ -72,8 +72,3 @@ void CEditorDlg::OnChanged(const DocumentChanges& changes) {
   }
   if (stateChanges) UpdateState();
 }
-
-// The run of marks between two sample positions is selected alone and stands a few columns in from the left.
-void CEditorDlg::OnShowFailure(SampleCount first, SampleCount last) {
-  if (Map) Frames.ShowMarks(first, last);
-}

@@ -105,6 +105,7 @@ void FramePane::ShowAnew() {
 }
 
 void FramePane::ShowMarks(SampleCount first, SampleCount last) {
+  if (!map_) return;
   map_.SelectRange(first, last);
   Table().SetScrollColumn(std::max(0, map_.FrameAt(first) - kColumnsBefore));
   Table().DropLayer();

@@ -68,8 +68,6 @@ struct StepResult {
 class Document {
  public:
   explicit Document(DocumentFiles& files) : files_(files) {}
-  Document(const Document&) = delete;
-  Document& operator=(const Document&) = delete;
 
   // Listeners are added before a second thread runs.
   void AddListener(DocumentListener& listener) { listeners_.push_back(&listener); }
@@ -141,8 +139,6 @@ class Document {
    public:
     Scope(Document& document, Gesture gesture);
     ~Scope();
-    Scope(const Scope&) = delete;
-    Scope& operator=(const Scope&) = delete;
 
    private:
     const std::lock_guard<Document> locked_;

@@ -1,0 +1,52 @@
+// EditCommands: what becomes of edits and maps: saved, read again, thrown away, taken back, with the questions before
+// and the words after.
+//
+// It runs on the main thread. The file work of many maps is the list's, which is asked for it; what has changed the
+// document tells. The state of the commands is the caller's to update.
+#pragma once
+
+#include <windows.h>
+
+#include "app/editorsettings.h"
+#include "app/framepane.h"
+#include "app/messages.h"
+#include "app/shownmap.h"
+#include "app/voicebank.h"
+#include "window/balloon.h"
+
+class EditCommands {
+ public:
+  EditCommands(Voicebank& bank, ShownMap& map, FramePane& frames, const EditorSettings& settings)
+      : bank_(bank), syllables_(bank.Maps), map_(map), frames_(frames), settings_(settings) {}
+
+  // The editor's window when it has come; where the words that need no box stand.
+  void Attach(HWND editor) { editor_ = editor; }
+  void OnTimer(UINT_PTR timer) { word_.OnTimer(timer); }
+
+  // True if nothing is edited or the user lets it go. No is the default, and saving is not offered.
+  bool ConfirmDiscard() const;
+
+  void Save(const FileListSender& list);
+  void SaveAll(const FileListSender& list);
+  // A map without edits is not even read: what changed it from outside does not come in here.
+  void ReloadIfEdited(const FileListSender& list);
+  // The edits of one syllable go without a question.
+  void ReloadSyllable(const FileListSender& list);
+  void ReloadAll(const FileListSender& list);
+  // One question covers the unsaved edits too.
+  void RemoveAll(const FileListSender& list);
+  void Undo(const FileListSender& list) { StepBack(list, false); }
+  void Redo(const FileListSender& list) { StepBack(list, true); }
+
+ private:
+  void FinishSave(DWORD error);
+  void StepBack(const FileListSender& list, bool redo);
+
+  Voicebank& bank_;
+  Document& syllables_;  // of bank_
+  ShownMap& map_;
+  FramePane& frames_;
+  const EditorSettings& settings_;
+  HWND editor_ = nullptr;
+  Balloon word_;
+};
