@@ -63,13 +63,18 @@ void EditCommands::RemoveAll(const FileListSender& list) {
 // front, which other windows do not know of.
 void EditCommands::StepBack(const FileListSender& list, bool redo) {
   if (!IsWindowEnabled(editor_)) return;
-  const DocumentState state = syllables_.State();
-  const int entry = redo ? state.RedoEntry : state.UndoEntry;
+  const auto nextEntry = [&] {
+    const DocumentState state = syllables_.State();
+    return redo ? state.RedoEntry : state.UndoEntry;
+  };
+  const int entry = nextEntry();
   if (entry < 0) return;
   if (entry != map_.Index()) list.SelectSyllable(entry);
+  // The bar may have made a step while the list was asked.
+  if (entry != nextEntry()) return;
   const StepResult result = redo ? syllables_.Redo() : syllables_.Undo();
   if (result.What != StepResult::Lost) return;
-  const std::wstring name = FileNameOf(syllables_.Facts(result.Entry).Path);
+  const std::wstring name = FileNameOf(syllables_.Facts(result.LostEntry).Path);
   word_.Show(editor_, GetDlgItem(editor_, IDC_EDITOR_TABLE), LoadResString(IDS_STEPLOST_TITLE),
              FormatText(LoadResString(IDS_STEPLOST).c_str(), name.c_str()));
 }

@@ -55,6 +55,7 @@ INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
   Table().SetEditing(&Bank.Editing);
   Frames.ShowFrames();
   History.PutInto(GetSubMenu(GetMenu(Hwnd), kEditMenu));
+  IsMenuShown = false;
   Recent.ShowIn(GetMenu(Hwnd));
   Table().SetViewMode(Settings.ViewMode);
   Table().SetBrightness(Settings.Brightness);

@@ -9,6 +9,7 @@
 // that makes maps, _options its settings and the resampler.
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <string>
 #include <vector>
@@ -111,7 +112,9 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   ShownMap Map;                    // its map, which comes a little later where the row changes
   CheckFrqSettings CheckSettings;  // what the user last said of the voicebank
   EditorState Shown;               // what UpdateState last carried into the menu
+  bool IsMenuShown = false;        // the menu bears what Shown says
   unsigned Updates = 0;            // that have begun
+  std::atomic<bool> InJob = false; // what the list reads anew meanwhile is shown behind it
   const bool PluginMode;           // started on a plug-in file of the host
   bool AllSyllables = false;       // in plug-in mode: the whole voicebank was asked for
 

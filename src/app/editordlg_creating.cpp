@@ -23,8 +23,10 @@ void CEditorDlg::RunMapJob(const CreateFrqJob& job) {
   const bool wasLoaded = Map.IsLoaded();
   const FileListSender list = ToList();
   Syllables.EndStroke();
+  InJob = true;
   MapJobs(Hwnd, FileList->Hwnd, Settings).Run(job, CurrentPath);
   list.RefreshMaps();
+  InJob = false;
   if (job.mode == CreateMode::All || job.mode == CreateMode::ConvertAll) ReloadEverything();
   // A map that was there is none of those that were missing, and may have edits.
   if (job.mode != CreateMode::Missing || !wasLoaded) {

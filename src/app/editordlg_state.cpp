@@ -31,6 +31,8 @@ bool HasColor(const EditorState& state) {
 // What an edit changes tells of itself, but for the state of the list.
 template <void (EditCommands::*Command)(const FileListSender&)>
 void CEditorDlg::RunEdit(CEditorDlg& editor, UINT) {
+  // Escape may have ended the list, which does the work.
+  if (!IsWindow(editor.FileList->Hwnd)) return;
   (editor.Edits.*Command)(editor.ToList());
   editor.UpdateState();
 }
@@ -105,11 +107,14 @@ EditorState CEditorDlg::CollectState() const {
   EditorState state;
   state.rows = list.Rows;
   state.selectedRow = list.SelectedRow;
-  state.maps = syllables.Maps;
+  // Without rows there is no list, or not yet: nothing can be asked of it.
+  if (list.Rows > 0) {
+    state.maps = syllables.Maps;
+    state.currentEdited = syllables.CurrentEdited;
+    state.anyEdited = syllables.Edited > 0;
+  }
   state.selectedHasMap = Syllables.Facts(list.SelectedIndex).HasMap;
   state.hasThumbnails = list.ThumbnailWindow != nullptr;
-  state.currentEdited = syllables.CurrentEdited;
-  state.anyEdited = syllables.Edited > 0;
   state.undo = syllables.Undo;
   state.redo = syllables.Redo;
   state.selectedFrames = Frames.SelectedCount();
@@ -129,7 +134,8 @@ void CEditorDlg::UpdateState() {
   const unsigned update = ++Updates;
   const EditorState state = CollectState();
   if (update != Updates) return;
-  if (state != Shown || update == 1) ApplyCommandState(GetMenu(Hwnd), Commands(), state);
+  if (!IsMenuShown || state != Shown) ApplyCommandState(GetMenu(Hwnd), Commands(), state);
+  IsMenuShown = true;
   Shown = state;
   History.Show(state.undo, state.redo);
   EnableWindow(Item(IDC_EDITOR_PITCH), Shown.selectedHasMap);

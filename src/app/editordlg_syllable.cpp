@@ -19,13 +19,15 @@ std::wstring WaveInformation(const std::wstring& path) {
 }
 
 // From another thread, which waits until the editor has taken it in: whether the map that it shows is another one now.
+// What the bar has made of frames the list tells when it is through (ApplyFailure).
 void TellFromAfar(HWND editor, const DocumentChanges& changes, int shown) {
   unsigned facts = 0;
   for (const EntryChange& change : changes.Entries) {
     if (change.Index == shown) facts |= change.Facts;
   }
-  if (facts & (EntryChange::Replaced | EntryChange::Frames | EntryChange::Marks)) {
-    EditorSender(editor).RefreshMap((facts & (EntryChange::Replaced | EntryChange::Frames)) != 0);
+  if (facts & EntryChange::Frames) return;
+  if (facts & (EntryChange::Replaced | EntryChange::Marks)) {
+    EditorSender(editor).RefreshMap((facts & EntryChange::Replaced) != 0);
   } else if (changes.History) {
     EditorSender(editor).UpdateState();
   }
@@ -64,7 +66,10 @@ void CEditorDlg::OnRefreshMap(bool rebuildFrames) {
 void CEditorDlg::OnChanged(const DocumentChanges& changes) {
   if (!Hwnd) return;
   const int shown = Map.Index();
-  if (GetWindowThreadProcessId(Hwnd, nullptr) != GetCurrentThreadId()) return TellFromAfar(Hwnd, changes, shown);
+  if (GetWindowThreadProcessId(Hwnd, nullptr) != GetCurrentThreadId()) {
+    if (!InJob) TellFromAfar(Hwnd, changes, shown);
+    return;
+  }
   bool stateChanges = changes.History;
   for (const EntryChange& change : changes.Entries) {
     if (change.Index == shown) Frames.Show(change);

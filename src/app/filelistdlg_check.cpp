@@ -81,7 +81,8 @@ void CFileListDlg::LocateFailure(int index, SampleCount sample) const {
 void CFileListDlg::ApplyFailure(int index, SampleCount sample, bool apply) {
   if (index < 0) {
     Syllables.ApplyAllMarks(apply);
-  } else {
-    Syllables.ApplyMarks(apply ? Gesture::Modify : Gesture::Ignore, index, sample, apply);
+  } else if (!Syllables.ApplyMarks(apply ? Gesture::Modify : Gesture::Ignore, index, sample, apply)) {
+    return;
   }
+  ToEditor().RefreshMap(true);
 }

@@ -88,15 +88,22 @@ void CFileListDlg::RefreshMaps() {
   const FrqType kind = Bank.Files.Kind;
   Rows.UpdateColumns(kind);
   if (kind == FrqTypeMrq) Bank.Files.Store.Reload();
+  const int count = Syllables.State().Entries;
   ListedFolders listed;
-  for (int row = 0; row < Rows.Count(); ++row) {
-    const int index = Rows.IndexOf(row);
-    const EntryFacts before = Syllables.Facts(index);
-    if (before.Path.empty()) continue;
-    const FoundMap found = FindMap(before.Path, kind, listed, Bank.Files.Store);
-    Syllables.SetHasMap(index, found.exists, found.frameEstimate);
-    if (before.HasMap && !found.exists) Windows.ToThumbnail().PostRefreshItem(index);
-    Rows.UpdateLlsm(index, before.Path, kind);
-    Rows.SetCell(index, kMarkedColumn, Syllables.Facts(index).Marked);
+  std::vector<FoundMap> found;
+  for (int index = 0; index < count; ++index) {
+    found.push_back(FindMap(Syllables.Facts(index).Path, kind, listed, Bank.Files.Store));
+  }
+  {
+    const std::lock_guard many(Syllables);
+    for (int index = 0; index < count; ++index) {
+      const FoundMap& map = found[static_cast<std::size_t>(index)];
+      Syllables.SetHasMap(index, map.exists, map.frameEstimate);
+    }
+  }
+  for (int index = 0; index < count; ++index) {
+    const EntryFacts facts = Syllables.Facts(index);
+    Rows.UpdateLlsm(index, facts.Path, kind);
+    Rows.SetCell(index, kMarkedColumn, facts.Marked);
   }
 }

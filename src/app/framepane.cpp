@@ -82,7 +82,8 @@ void FramePane::Show(const EntryChange& change) {
   if (change.Facts & EntryChange::Frames) Frames().Update(map_, change.Rows);
   if (change.Facts & (EntryChange::Key | EntryChange::Marks)) Table().DropLayer();
   if (change.Facts & (EntryChange::Frames | EntryChange::Key | EntryChange::Marks)) Table().RepaintNow();
-  if ((change.Facts & EntryChange::Key) && !typingKey_) ShowKey();
+  // A derived key has followed the stroke that is undone.
+  if (((change.Facts & EntryChange::Key) && !typingKey_) || change.FromHistory) ShowKey();
   if (change.FromHistory) ShowPlace(change.Rows);
 }
 

@@ -59,10 +59,11 @@ struct MapPair {
 
 // What became of a step that was to be undone or done again.
 struct StepResult {
-  enum { Nothing, Done, Lost } What = Nothing;  // Lost: its map is no longer what it was, and the step is dropped
+  enum { Nothing, Done, Lost } What = Nothing;  // Lost: a map is no longer what it was, and its steps are dropped
   Gesture Of = Gesture::Stroke;
   int Entry = -1;           // the first syllable that it concerns
   std::vector<int> Frames;  // of that one, those that changed
+  int LostEntry = -1;       // of a lost one, the first syllable that had changed; the others were done
 };
 
 class Document {
@@ -125,7 +126,7 @@ class Document {
   bool IsAnyMarked() const;
 
   // A stroke is a gesture over many calls, from the press of a button to its release. Whatever else comes in between
-  // ends it.
+  // ends it, so that steps stand in the order in which they began.
   void BeginStroke(Gesture gesture, int index);
   bool StrokeChange(int index, const std::function<std::vector<int>(FrqMap&)>& change);
   void EndStroke();
@@ -150,7 +151,7 @@ class Document {
   SyllableEntry* At(int index) const;
   void Tell(EntryChange change);
   bool SetEditedMark(int index, bool edited);
-  bool IsOnDisk(const SyllableEntry& entry) const;
+  bool IsOnDisk(SyllableEntry& entry);
   int LoadPair(SyllableEntry& entry, OnFailure onFailure);
   void TellRead(int index, bool isClean);
   void CloseStroke();

@@ -65,6 +65,7 @@ StepResult Document::StepBack(bool redo) {
   const std::vector<int> lost = EntriesLostTo(*step, redo);
   if (!lost.empty()) {
     result.What = StepResult::Lost;
+    result.LostEntry = lost.front();
     const bool isAll = std::ranges::all_of(step->Maps, [&](const MapChange& change) {
       return std::ranges::find(lost, change.Entry()) != lost.end();
     });
@@ -121,8 +122,4 @@ void Document::ApplyChange(const MapChange& change, bool redo, bool oneOfMany) {
   if (change.HasMarks()) told.Facts |= EntryChange::Marks;
   if (SetEditedMark(change.Entry(), !IsOnDisk(entry))) told.Facts |= EntryChange::Edited;
   Tell(std::move(told));
-}
-
-bool Document::IsOnDisk(const SyllableEntry& entry) const {
-  return entry.OnDisk ? entry.OnDisk->IsOf(entry.Map) : HaveSameImage(entry.Map, entry.SavedMap);
 }

@@ -26,6 +26,7 @@ int Document::LoadPair(SyllableEntry& entry, OnFailure onFailure) {
     if (result == 0) {
       entry.Map.CopyTo(entry.SavedMap);
       entry.OnDisk.reset();
+      entry.IsDiskUnknown = false;
       return 0;
     }
   } catch (const std::exception&) {
@@ -35,6 +36,7 @@ int Document::LoadPair(SyllableEntry& entry, OnFailure onFailure) {
   if (onFailure == OnFailure::EmptySaved) {
     entry.SavedMap.Clear();
     entry.OnDisk.reset();
+    entry.IsDiskUnknown = false;
   }
   return result;
 }
@@ -87,7 +89,8 @@ int Document::Reload(int index, OnFailure onFailure, bool clearEdited) {
   const std::optional<MapBefore> before = Recorder::Remember(entry->Map);
   const std::optional<MapImage> onDisk = ImageOnDisk(*entry);
   const int result = LoadPair(*entry, onFailure);
-  if (result == 0 && onDisk && onDisk->IsOf(entry->Map)) {
+  // What was saved here comes back as its kind of file holds it.
+  if (result == 0 && onDisk && (onDisk->IsOf(entry->Map) || onDisk->IsNearly(entry->Map))) {
     steps_.Record(index, before, entry->Map);
   } else {
     steps_.DropEntry(index);
@@ -121,16 +124,19 @@ int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error) {
   SyllableEntry* const entry = At(index);
   if (!entry) return -1;
   try {
-    if (const int result = files_.Save(entry->Map, entry->Path, error); result != 0) return result;
+    if (const int result = files_.Save(entry->Map, entry->Path, error); result != 0) {
+      entry->IsDiskUnknown = entry->IsDiskUnknown || error != 0;
+      return result;
+    }
   } catch (const std::exception&) {
     error = 0;
     return -1;
   }
   try {
     entry->OnDisk.emplace(entry->Map);
+    entry->IsDiskUnknown = false;
   } catch (const std::exception&) {
-    steps_.Clear();  // nothing could tell whether a step back leads to what the file holds
-    entry->OnDisk.reset();
+    entry->IsDiskUnknown = true;
   }
   ++savedCount_;
   const bool changed = SetEditedMark(index, false);
@@ -155,8 +161,23 @@ void Document::RenewSaved(int index) {
   } catch (const std::exception&) {
     entry->SavedMap.Clear();  // memory does not hold it twice: no second curve
   }
-  if (entry->OnDisk && entry->OnDisk->IsOf(entry->SavedMap)) entry->OnDisk.reset();
+  if (!entry->IsDiskUnknown && entry->OnDisk && entry->OnDisk->IsOf(entry->SavedMap)) entry->OnDisk.reset();
   Tell({.Index = index, .Facts = EntryChange::Saved});
+}
+
+// Behind a save that broke off the file itself is asked; one that cannot be read holds no map.
+bool Document::IsOnDisk(SyllableEntry& entry) {
+  if (entry.IsDiskUnknown) {
+    try {
+      FrqMap file;
+      if (files_.Load(file, entry.Path) != 0) return false;
+      entry.OnDisk.emplace(file);
+      entry.IsDiskUnknown = false;
+    } catch (const std::exception&) {
+      return false;
+    }
+  }
+  return entry.OnDisk ? entry.OnDisk->IsOf(entry.Map) : HaveSameImage(entry.Map, entry.SavedMap);
 }
 
 bool Document::Remove(int index) {

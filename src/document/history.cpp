@@ -4,12 +4,19 @@
 
 void History::Add(Step step) {
   ClearUndone();
-  const std::size_t bytes = step.Bytes();
   done_.push_back(std::move(step));
-  bytes_ += bytes;
+  Count(done_.back(), 1);
   while (bytes_ > kMostBytes) {
-    bytes_ -= done_.front().Bytes();
+    Count(done_.front(), -1);
     done_.pop_front();
+  }
+}
+
+void History::Count(const Step& step, int sign) {
+  bytes_ += static_cast<std::size_t>(sign) * step.Bytes();
+  for (const MapChange& change : step.Maps) {
+    const auto count = changes_.try_emplace(change.Entry()).first;
+    if ((count->second += sign) == 0) changes_.erase(count);
   }
 }
 
@@ -23,9 +30,12 @@ void History::MoveToDone() {
   undone_.pop_back();
 }
 
-void History::DropEntry(int entry) {
+bool History::DropEntry(int entry) {
+  if (!changes_.contains(entry)) return false;
   DropEntryIn(done_, entry);
   DropEntryIn(undone_, entry);
+  changes_.erase(entry);
+  return true;
 }
 
 void History::DropEntryIn(Steps& steps, int entry) {
@@ -41,10 +51,11 @@ void History::DropEntryIn(Steps& steps, int entry) {
 void History::Clear() {
   done_.clear();
   undone_.clear();
+  changes_.clear();
   bytes_ = 0;
 }
 
 void History::ClearUndone() {
-  for (const Step& step : undone_) bytes_ -= step.Bytes();
+  for (const Step& step : undone_) Count(step, -1);
   undone_.clear();
 }

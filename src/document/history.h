@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <map>
 
 #include "document/step.h"
 
@@ -23,8 +24,8 @@ class History {
   void MoveToUndone();
   void MoveToDone();
 
-  // Takes an entry out of all steps; a step without another one goes.
-  void DropEntry(int entry);
+  // Takes an entry out of all steps; a step without another one goes. False if it was in none.
+  bool DropEntry(int entry);
   void Clear();
 
   std::size_t Bytes() const { return bytes_; }
@@ -34,8 +35,10 @@ class History {
 
   void DropEntryIn(Steps& steps, int entry);
   void ClearUndone();
+  void Count(const Step& step, int sign);
 
   Steps done_;    // the latest at the end
   Steps undone_;  // the one undone last at the end
+  std::map<int, int> changes_;  // of each entry in all steps: most entries are in none
   std::size_t bytes_ = 0;
 };

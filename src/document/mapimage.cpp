@@ -24,6 +24,15 @@ bool MapImage::IsOf(const FrqMap& map) const {
          std::ranges::equal(PointsOf(map), points_, SamePoint, ValueOf);
 }
 
+bool MapImage::IsNearly(const FrqMap& map) const {
+  constexpr double kHalfSemitone = 1.0293;
+  const auto near = [](double a, double b) {
+    const bool voiced = a > FrqNoPitch;
+    return voiced == (b > FrqNoPitch) && (!voiced || (a < b * kHalfSemitone && b < a * kHalfSemitone));
+  };
+  return map.Loaded && map.Hop == hop_ && std::ranges::equal(map.Frames, frequencies_, near, &FrqFrame::Frequency);
+}
+
 bool HaveSameImage(const FrqMap& a, const FrqMap& b) {
   if (!a.Loaded || !b.Loaded || a.Hop != b.Hop) return false;
   if (!a.DerivedAverage && !SameBits(a.Average, b.Average)) return false;

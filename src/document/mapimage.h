@@ -16,6 +16,9 @@ class MapImage {
 
   // Bit for bit; the average counts only where the file kind holds one.
   bool IsOf(const FrqMap& map) const;
+  // But for what a kind of file rounds away: whole periods, cents or single precision. Frequencies may be half a
+  // semitone apart.
+  bool IsNearly(const FrqMap& map) const;
 
  private:
   SampleCount hop_;

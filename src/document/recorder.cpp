@@ -74,21 +74,24 @@ void Recorder::Move(bool redo) {
 }
 
 void Recorder::DropEntry(int entry) {
-  if (StrokeEntry() == entry) stroke_.reset();
+  if (StrokeEntry() == entry) {
+    stroke_.reset();
+    changed_ = true;
+  }
   if (open_) std::erase_if(open_->Maps, [entry](const MapChange& change) { return change.Entry() == entry; });
-  steps_.DropEntry(entry);
-  changed_ = true;
+  if (steps_.DropEntry(entry)) changed_ = true;
 }
 
 void Recorder::Clear() {
+  changed_ = changed_ || stroke_;
   stroke_.reset();
   if (open_) open_->Maps.clear();
   ClearSteps();
 }
 
 void Recorder::ClearSteps() {
+  changed_ = changed_ || steps_.NextUndo() || steps_.NextRedo();
   steps_.Clear();
-  changed_ = true;
 }
 
 bool Recorder::TakeChanged() {

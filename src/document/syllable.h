@@ -19,6 +19,7 @@ struct SyllableEntry {
 
   // What the file holds, where SavedMap does not say it: behind a save that failed, or one of many.
   std::optional<MapImage> OnDisk;
+  bool IsDiskUnknown = false;  // a save has broken off, or memory did not hold its image: the file has to be asked
 };
 
 // What is known of a syllable when its folder has been looked through.

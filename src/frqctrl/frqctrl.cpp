@@ -255,7 +255,10 @@ LRESULT CFrqCtrl::OnRButtonDown(WPARAM keys, int x, int y) {
 }
 
 LRESULT CFrqCtrl::OnMouseMove(WPARAM keys, int x, int y) {
+  const bool wasDragging = Mouse.IsDragging();
   Mouse.Move({x, y}, LeftButtonDown || RightButtonDown);
+  // A drag that was ended from outside has given the capture back, so that the release may go elsewhere.
+  if (wasDragging && !Mouse.IsDragging()) LeftButtonDown = RightButtonDown = 0;
   return CCtrlBase::OnMouseMove(keys, x, y);
 }
 

@@ -38,7 +38,7 @@ void TableMouse::BeginLeftDrag(POINT point) {
   } else if (spot.Column >= 0 && IsControlDown()) {
     BeginSelecting(spot.Column);
   } else if (spot.Column >= 0) {
-    if (WriteFrame(spot.Column, Model.FrequencyAtY(point.y), StrokeKind::Draw, true)) Capture(DragDraw);
+    if (WriteFrame(spot.Column, FrequencyAtY(point.y), StrokeKind::Draw, true)) Capture(DragDraw);
   }
 }
 
@@ -123,35 +123,59 @@ void TableMouse::OpenStroke(StrokeKind kind) {
   Host.Editing().BeginStroke(*Model.Map, kind);
 }
 
+// With a hop out of range no position leads to the frame.
+bool TableMouse::IsReachable(SampleCount column) const {
+  const std::lock_guard reading(Host.Editing());
+  return Model.Map->PositionOf(column) >= 0;
+}
+
+bool TableMouse::HasDerivedAverage() const {
+  const std::lock_guard reading(Host.Editing());
+  return Model.Map->DerivedAverage;
+}
+
+SampleCount TableMouse::ColumnCount() const {
+  const std::lock_guard reading(Host.Editing());
+  return Model.ColumnCount();
+}
+
+double TableMouse::FrequencyAtY(int y) const {
+  const std::lock_guard reading(Host.Editing());
+  return Model.FrequencyAtY(y);
+}
+
 // The edited frame becomes the selection.
 bool TableMouse::WriteFrame(SampleCount column, double hz, StrokeKind kind, bool repaint) {
   FrqMap& map = *Model.Map;
-  if (map.PositionOf(column) < 0) return true;  // with a hop out of range no position leads to the frame
+  if (!IsReachable(column)) return true;
   OpenStroke(kind);
   if (!Host.Editing().SetFrequency(map, column, hz)) {
     EndDrag();
     return false;
   }
+  // What the write has told may have brought another map, or the end of the drag.
+  if (!StrokeOpen || Model.Map != &map) return false;
   Host.Editing().SelectRange(map, column, column);
   if (repaint) Host.Repaint();
   Host.Notify(FCN_FRAMECHANGED, column);
-  if (Model.Map && Model.Map->DerivedAverage) Host.NotifySelf(FCN_AVERAGECHANGED);
+  if (Model.Map && HasDerivedAverage()) Host.NotifySelf(FCN_AVERAGECHANGED);
   return StrokeOpen;
 }
 
 // Between two messages of the mouse all columns between the two points are set, so that a fast stroke leaves no gap.
 void TableMouse::WriteStroke(POINT from, POINT to, StrokeKind kind) {
-  const auto frequencyAt = [&](int y) { return kind == StrokeKind::Erase ? FrqNoPitch : Model.FrequencyAtY(y); };
+  const auto frequencyAt = [&](int y) { return kind == StrokeKind::Erase ? FrqNoPitch : FrequencyAtY(y); };
   const SampleCount first = Model.Geometry.XToColumn(from.x, false, 0);
   const SampleCount last = Model.Geometry.XToColumn(to.x, false, 0);
   if (first == last) {
     // A stroke that stays in the last column does not change it; one that comes from the column before does.
-    if (last >= 0 && last < Model.ColumnCount() - 1) WriteFrame(last, frequencyAt(to.y), kind, true);
+    if (last >= 0 && last < ColumnCount() - 1) WriteFrame(last, frequencyAt(to.y), kind, true);
     return;
   }
   const SampleCount step = last > first ? 1 : -1;
+  const SampleCount count = ColumnCount();
   for (SampleCount column = first;; column += step) {
-    if (column >= 0 && column < Model.ColumnCount()) {
+    if (column >= 0 && column < count) {
       const int y = AlongStroke(from.y, to.y, column - first, last - first);
       if (!WriteFrame(column, frequencyAt(y), kind, false)) break;
     }
@@ -161,11 +185,13 @@ void TableMouse::WriteStroke(POINT from, POINT to, StrokeKind kind) {
 }
 
 void TableMouse::WriteAverage(int y) {
+  FrqMap& map = *Model.Map;
   OpenStroke(StrokeKind::Average);
-  if (!Host.Editing().SetAverage(*Model.Map, std::max(Model.FrequencyAtY(y), FrqNoPitch))) {
+  if (!Host.Editing().SetAverage(map, std::max(FrequencyAtY(y), FrqNoPitch))) {
     EndDrag();
     return;
   }
+  if (Model.Map != &map) return;
   Host.Rebuild();
   Host.NotifySelf(FCN_AVERAGECHANGED);
 }
@@ -173,7 +199,9 @@ void TableMouse::WriteAverage(int y) {
 // On the label strip alone, where the average line can be taken hold of: the whole map becomes one pitch.
 void TableMouse::DoubleClick(POINT point) {
   if (Model.ReadOnly || !Model.Map || !Model.IsOverLabels(point.x)) return;
-  Host.Editing().Flatten(*Model.Map, std::max(Model.FrequencyAtY(point.y), FrqNoPitch));
+  FrqMap& map = *Model.Map;
+  Host.Editing().Flatten(map, std::max(FrequencyAtY(point.y), FrqNoPitch));
+  if (Model.Map != &map) return;
   Host.Rebuild();
   Host.NotifySelf(FCN_AVERAGECHANGED);
   Host.Notify(FCN_FRAMECHANGED, -1);

@@ -42,6 +42,10 @@ class TableMouse {
   // The model's answers, with the map held.
   TableSpot SpotAt(POINT point) const;
   SampleCount NearestColumn(int x) const;
+  bool IsReachable(SampleCount column) const;
+  bool HasDerivedAverage() const;
+  SampleCount ColumnCount() const;
+  double FrequencyAtY(int y) const;
 
   void BeginLeftDrag(POINT point);
   void Capture(DragMode mode);

@@ -31,13 +31,15 @@ Bytes EncodeBody(const MrqEntry& entry, std::int32_t timestamp) {
   return writer.Take();
 }
 
-// A body without a trailer gives zeros for it.
-MrqEntry DecodeBody(ByteSpan body) {
+// A body without a trailer gives zeros for it. The count is looked at once more: another program may have written the
+// file since it was found.
+std::optional<MrqEntry> DecodeBody(ByteSpan body) {
   ByteReader reader(body);
   const auto frameCount = reader.Read<std::int32_t>();
   MrqEntry entry;
   entry.SampleRate = reader.Read<std::int32_t>();
   entry.Hop = reader.Read<std::int32_t>();
+  if (!reader.Holds(frameCount, sizeof(float))) return std::nullopt;
   entry.Frequencies.resize(static_cast<std::size_t>(frameCount));
   for (double& frequency : entry.Frequencies) frequency = static_cast<double>(reader.Read<float>());
   entry.Timestamp = reader.Read<std::int32_t>();

@@ -47,6 +47,8 @@ LRESULT CALLBACK SharedKeys::Filter(int code, WPARAM wParam, LPARAM lParam) {
 bool SharedKeys::Take(const MSG& message) const {
   const auto found = std::ranges::find_if(keys_, [&](const ACCEL& each) { return Matches(each, message.wParam); });
   if (found == keys_.end()) return false;
-  if (IsWindowEnabled(target_)) PostMessageW(target_, WM_COMMAND, MAKEWPARAM(found->cmd, 1), 0);
+  const UINT state = GetMenuState(GetMenu(target_), found->cmd, MF_BYCOMMAND);
+  const bool isGrey = state != UINT(-1) && (state & (MF_GRAYED | MF_DISABLED));
+  if (IsWindowEnabled(target_) && !isGrey) PostMessageW(target_, WM_COMMAND, MAKEWPARAM(found->cmd, 1), 0);
   return true;
 }

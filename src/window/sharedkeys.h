@@ -16,7 +16,7 @@ class SharedKeys {
   SharedKeys& operator=(const SharedKeys&) = delete;
 
   // On the thread of `window`, once it is there, and before it goes. `accelerators` is a resource of this program. A
-  // target that takes no input, as under a message box, gets no command.
+  // target that takes no input, as under a message box, gets no command, nor does it get one that is grey in its menu.
   void Start(HWND window, HWND target, int accelerators);
   void Stop();
 
