@@ -31,8 +31,8 @@ bool HasColor(const EditorState& state) {
 // What an edit changes tells of itself, but for the state of the list.
 template <void (EditCommands::*Command)(const FileListSender&)>
 void CEditorDlg::RunEdit(CEditorDlg& editor, UINT) {
-  // Escape may have ended the list, which does the work.
-  if (!IsWindow(editor.FileList->Hwnd)) return;
+  // Escape may have ended the list, which does the work; and a key of another window may come under a box of this one.
+  if (!IsWindow(editor.FileList->Hwnd) || !IsWindowEnabled(editor.Hwnd)) return;
   (editor.Edits.*Command)(editor.ToList());
   editor.UpdateState();
 }
