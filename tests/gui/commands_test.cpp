@@ -81,11 +81,7 @@ TEST_F(Commands, AnswerToTheKeyboard) {
   AddSyllable(L"a", {220.0, 330.0});
   AddSyllable(L"b", {440.0});
   Start(folder_.Path());
-  const auto press = [this](std::initializer_list<WORD> keys) {
-    SetForegroundWindow(editor_);
-    for (const WORD key : keys) PressKey(key, 0);
-    for (const WORD key : keys) PressKey(key, KEYEVENTF_KEYUP);
-  };
+  const auto press = [this](const std::vector<WORD>& keys) { PressKeys(editor_, keys); };
   // Again and again, as the list may come to the front only now.
   EXPECT_TRUE(Eventually([&] {
     press({VK_CONTROL, 'A'});

@@ -33,13 +33,8 @@ class ModifyBar : public CheckTest {
   // The syllable that is shown and its selected frames, which the table has as the list of frames does.
   std::pair<int, std::vector<int>> InView() const {
     std::vector<int> frames = SelectedFrames();
-    std::vector<int> ofMap;
     const int row = List().Selection();
-    const FrqMap& map = *List().Map(row);
-    for (int i = 0; i < map.FrameCount; ++i) {
-      if (map.Frames[static_cast<std::size_t>(i)].Selected) ofMap.push_back(i);
-    }
-    if (ofMap != frames) frames = {-1};
+    if (SelectionOfMap(row) != frames) frames = {-1};
     return {row, frames};
   }
   int MarkCount(int syllable) const {

@@ -118,6 +118,16 @@ class ProgramTest : public testing::Test {
     return rows;
   }
 
+  // As the table has it.
+  std::vector<int> SelectionOfMap(int syllable) const {
+    std::vector<int> frames;
+    const FrqMap& map = *List().Map(syllable);
+    for (int i = 0; i < map.FrameCount; ++i) {
+      if (map.Frames[static_cast<std::size_t>(i)].Selected) frames.push_back(i);
+    }
+    return frames;
+  }
+
   void Select(int row) const {
     ListView_SetItemState(GetDlgItem(list_, IDC_LIST_FILES), row, LVIS_SELECTED, LVIS_SELECTED);
   }
@@ -161,6 +171,16 @@ class ProgramTest : public testing::Test {
     input.ki.wVk = key;
     input.ki.dwFlags = flags;
     SendInput(1, &input, sizeof(input));
+  }
+  // On the keyboard, all down at a time, with this window in front.
+  static void PressKeys(HWND front, const std::vector<WORD>& keys) {
+    SetForegroundWindow(front);
+    for (const WORD key : keys) PressKey(key, 0);
+    for (const WORD key : keys) PressKey(key, KEYEVENTF_KEYUP);
+  }
+  // In the table.
+  void Mouse(UINT message, int x, int y) const {
+    SendMessageW(Item(IDC_EDITOR_TABLE), message, MK_LBUTTON, MAKELPARAM(x, y));
   }
   // Clicks the first frame, types a frequency and presses Set.
   void SetFirstFrame(const std::wstring& frequency) const {
