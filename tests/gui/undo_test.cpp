@@ -1,6 +1,4 @@
 // Undo and redo in the windows: what each gesture leaves behind, its way back and forth, and what reaches the files.
-#include <numeric>
-
 #include "gui/checkwindows.h"
 #include "gui/resamplerdouble.h"
 
@@ -12,9 +10,7 @@ class Undo : public CheckTest {
   using State = std::pair<std::wstring, std::vector<Bytes>>;
 
   void Begin() {
-    std::vector<double> rising(60);
-    std::iota(rising.begin(), rising.end(), 200.0);
-    for (const wchar_t* const name : {L"a", L"b", L"c"}) AddSyllable(name, rising);
+    for (const std::wstring& name : names_) AddSyllable(name, std::vector<double>(60, 220.0));
     Start(folder_.Path());
     for (const int row : {2, 1, 0}) Select(row);
   }
@@ -31,9 +27,7 @@ class Undo : public CheckTest {
   std::vector<Bytes> SaveAll() const {
     Press(ID_FILE_SAVEALL);
     std::vector<Bytes> files;
-    for (const wchar_t* const name : {L"a", L"b", L"c"}) {
-      files.push_back(*ReadWholeFile(folder_.Path(name + std::wstring(L"_wav.frq"))));
-    }
+    for (const std::wstring& name : names_) files.push_back(*ReadWholeFile(folder_.Path(name + L"_wav.frq")));
     return files;
   }
   void Drag(int x, int y, UINT down, UINT up) const {
@@ -57,6 +51,8 @@ class Undo : public CheckTest {
     RunCheck();
     EXPECT_TRUE(Eventually([&] { return IsWindowVisible(Bar()) && SelectedFrames() == std::vector{3}; }));
   }
+
+  const std::vector<std::wstring> names_ = {L"a", L"b", L"c"};
 };
 
 TEST_F(Undo, TakesBackEachGestureAndDoesItAgain) {
@@ -67,12 +63,8 @@ TEST_F(Undo, TakesBackEachGestureAndDoesItAgain) {
   const auto none = [] {};
   const auto flatten = [this] { Mouse(WM_LBUTTONDBLCLK, 2, 80); };
   const auto check = [this] { Check(); };
-  const auto twice = [this] {
-    for (const int row : {0, 1}) {
-      Select(row);
-      Click(IDC_EDITOR_DOUBLE, {4, 5, 6});
-    }
-  };
+  const auto twice = click(IDC_EDITOR_DOUBLE, {4, 5, 6});
+  const auto twiceInTwo = [&] { twice(), Select(1), twice(); };
   const auto leaveKey = [this] { SendItem(IDC_EDITOR_KEY, WM_KILLFOCUS); };
   const auto typeKey = [&] { Type(IDC_EDITOR_KEY, L"300.50000000"), leaveKey(); };
   const std::tuple<std::wstring, std::function<void()>, std::function<void()>> gestures[] = {
@@ -86,14 +78,14 @@ TEST_F(Undo, TakesBackEachGestureAndDoesItAgain) {
       {L"Removal of Pitch", none, click(IDC_EDITOR_UNVOICE, {0})},
       {L"/2", twice, click(IDC_EDITOR_HALVE, {5, 6, 7})},
       {L"/3", none, click(IDC_EDITOR_THIRD, {8})},
-      {L"Interpolation (avg)", none, click(IDC_EDITOR_AVERAGE, {10, 12, 20})},
+      {L"Interpolation (avg)", twice, click(IDC_EDITOR_AVERAGE, {5, 12, 20})},
       {L"Key from Selection", none, click(IDC_EDITOR_KEYFROMSELECTION, {10, 13})},
       {L"Typed Key", twice, typeKey},
       {L"Reload of Selection", twice, click(ID_EDIT_RELOADSELECTED, {5})},
       {L"Reload of Selection", twice, click(ID_EDIT_RELOADSELECTED, {4, 5, 6})},
       {L"Reload", twice, click(IDC_EDITOR_RELOAD, {0})},
       {L"Reload", twice, click(ID_EDIT_RELOAD, {})},
-      {L"Reload of All", twice, [this] { PressAndAnswer(ID_EDIT_RELOADALL, IDYES); }},
+      {L"Reload of All", twiceInTwo, [this] { PressAndAnswer(ID_EDIT_RELOADALL, IDYES); }},
       {L"Modify", check, inBar(IDC_MODIFY_MODIFY)},
       {L"Ignore", check, inBar(IDC_MODIFY_IGNORE)},
       {L"Modify All", check, inBar(IDC_MODIFY_MODIFYALL)},
@@ -115,7 +107,8 @@ TEST_F(Undo, TakesBackEachGestureAndDoesItAgain) {
     EXPECT_EQ(SaveAll(), asTheyWere);
   }
   leaveKey();
-  EXPECT_EQ(Column(2) + MenuText(ID_EDIT_UNDO), L"*|||&Undo\tCtrl+Z") << "to go through the box is an edit, and no step";
+  EXPECT_EQ(Column(2) + MenuText(ID_EDIT_UNDO), L"*|||&Undo\tCtrl+Z")
+      << "to go through the box is an edit, and no step";
 }
 
 TEST_F(Undo, GoesFromSyllableToSyllableAndPastASave) {
@@ -156,23 +149,14 @@ TEST_F(Undo, KeepsSyllablesApart) {
   EXPECT_EQ(Now(), drawn) << "a stroke ends with its syllable";
   EXPECT_EQ(After(ID_EDIT_UNDO), before);
   for (const int row : {1, 0}) Draw(row, 100);
-  AddSyllable(L"a", {220.0, 330.0});
+  AddSyllable(names_[0], {220.0, 330.0});
   Press(ID_EDIT_RELOAD);
   EXPECT_EQ(Frames() + Column(2), L"220.00000000|330.00000000||*||");
   EXPECT_EQ(After(ID_EDIT_UNDO).second[1], before.second[1]);
   EXPECT_EQ(Frames() + Column(2) + MenuText(ID_EDIT_UNDO), L"220.00000000|330.00000000||||&Undo\tCtrl+Z");
 }
 
-class UndoKeys : public DoubleTest {
- protected:
-  // Presses again and again, as the window may come to the front only now.
-  bool ShowsAfter(HWND front, const std::vector<WORD>& keys, const std::wstring& framesAndEdited) const {
-    return Eventually([&] {
-      PressKeys(front, keys);
-      return Frames() + Column(2) == framesAndEdited;
-    });
-  }
-};
+using UndoKeys = DoubleTest;
 
 TEST_F(UndoKeys, ServeABoxFirstAndAllWindowsButNotUnderAMessageOrAJob) {
   Install(L"resampler.exe");
@@ -180,9 +164,13 @@ TEST_F(UndoKeys, ServeABoxFirstAndAllWindowsButNotUnderAMessageOrAJob) {
   for (const wchar_t* const name : {L"bank\\a", L"bank\\b"}) AddSyllable(name, {220.0});
   folder_.Write(L"bank\\c.wav");
   Start(Bank());
+  // Presses again and again, as the window may come to the front only now.
+  const auto showsAfter = [this](HWND front, const std::vector<WORD>& keys, const std::wstring& framesAndEdited) {
+    return Eventually([&] { return PressKeys(front, keys), Frames() + Column(2) == framesAndEdited; });
+  };
   SetFirstFrame(L"100");
   const std::wstring edited = L"100.00000000|*|||", asItWas = L"220.00000000||||", changed = L"220.00000000|*|||";
-  EXPECT_TRUE(ShowsAfter(editor_, {VK_CONTROL, 'Z'}, asItWas));
+  EXPECT_TRUE(showsAfter(editor_, {VK_CONTROL, 'Z'}, asItWas));
   for (const int box : {IDC_EDITOR_FREQUENCY, IDC_EDITOR_KEY}) {
     SetFirstFrame(L"100");
     const std::wstring text = WindowText(Item(box));
@@ -193,17 +181,17 @@ TEST_F(UndoKeys, ServeABoxFirstAndAllWindowsButNotUnderAMessageOrAJob) {
     PressKeys(editor_, {VK_CONTROL, 'Z'});
     EXPECT_TRUE(Eventually([&] { return WindowText(Item(box)) == text; }));
     EXPECT_EQ(Frames() + Column(2), edited);
-    EXPECT_TRUE(ShowsAfter(editor_, {VK_CONTROL, 'Z'}, asItWas));
+    EXPECT_TRUE(showsAfter(editor_, {VK_CONTROL, 'Z'}, asItWas));
   }
   const std::pair<std::vector<WORD>, std::wstring> keys[] = {
-      {{VK_CONTROL, VK_SHIFT, 'Z'}, edited}, {{VK_CONTROL, 'Z'}, asItWas}, {{VK_CONTROL, 'Y'}, edited},
+      {{VK_CONTROL, VK_SHIFT, 'Z'}, edited}, {{VK_CONTROL, 'Z'}, asItWas},  {{VK_CONTROL, 'Y'}, edited},
       {{VK_CONTROL, VK_DOWN}, L"*|||"},      {{VK_CONTROL, VK_UP}, edited}, {{VK_CONTROL, 'S'}, L"100.00000000||||"}};
-  for (const auto& [pressed, shown] : keys) EXPECT_TRUE(ShowsAfter(list_, pressed, shown)) << pressed.back();
+  for (const auto& [pressed, shown] : keys) EXPECT_TRUE(showsAfter(list_, pressed, shown)) << pressed.back();
   for (const auto& [command, answer] : {std::pair(ID_EDIT_RELOADALL, IDNO), std::pair(ID_EDIT_CREATEMISSING, IDOK)}) {
     Press(ID_VIEW_THUMBNAIL);
     HWND thumbnails = nullptr, box = nullptr;
     EXPECT_TRUE(Eventually([&] { return IsWindowVisible(thumbnails = List().ThumbnailWindow()); }));
-    EXPECT_TRUE(ShowsAfter(thumbnails, {VK_CONTROL, 'Z'}, changed));
+    EXPECT_TRUE(showsAfter(thumbnails, {VK_CONTROL, 'Z'}, changed));
     const auto done = std::async(std::launch::async, [&, command = command] { Press(command); });
     EXPECT_TRUE(Eventually([&] { return (box = FindBox()) && box != thumbnails && !IsWindowEnabled(editor_); }));
     for (const WORD key : {'Y', 'S'}) PressKeys(thumbnails, {VK_CONTROL, key});
