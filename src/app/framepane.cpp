@@ -223,7 +223,8 @@ void FramePane::OnSetFrequency() {
 }
 
 // A typed key takes effect when its box loses the focus. Nothing asks whether the text changed: to go through the box
-// with the Tab key marks the syllable edited, and an empty box is a key of no pitch.
+// with the Tab key marks the syllable edited, and an empty box is a key of no pitch. To take it back is the document's
+// business from then on: the box alone would show another key than the map has.
 void FramePane::OnKeyEdited() {
   if (showingKey_ || !map_.IsLoaded()) return;
   const double typed = ReadNumber(Item(IDC_EDITOR_KEY));
@@ -234,6 +235,7 @@ void FramePane::OnKeyEdited() {
     return std::vector<int>{};
   });
   if (key != typed) ShowKey();
+  SendMessageW(Item(IDC_EDITOR_KEY), EM_EMPTYUNDOBUFFER, 0, 0);
 }
 
 // Only frequencies count: a changed key alone is not seen, and goes when the map is read again because no difference is
