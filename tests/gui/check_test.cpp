@@ -11,15 +11,13 @@ TEST_F(Check, TheSettingsAreOneNoteAndKeptAsARecord) {
   AddSyllable(L"a", {220.0});
   Start(folder_.Path());
   for (const wchar_t* const note : {L"C", L"C#"}) {  // the second time as they were left
-    const auto pressed = std::async(std::launch::async, [this] { Press(ID_TOOL_CHECK); });
-    ASSERT_TRUE(Eventually([&] { return CheckDialog() != nullptr; }));
-    const HWND dialog = CheckDialog();
-    EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_CHECK_LOWNOTE)), note);
-    SendDlgItemMessageW(dialog, IDC_CHECK_LOWNOTE, CB_SETCURSEL, 1, 0);
-    SendDlgItemMessageW(dialog, IDC_CHECK_LOWOCTAVE, CB_SETCURSEL, 2, 0);
-    for (const int box : {IDC_CHECK_TRANSITION, IDC_CHECK_END}) CheckDlgButton(dialog, box, BST_CHECKED);
-    Close(dialog, IDOK);
-    pressed.wait();
+    InDialog(ID_TOOL_CHECK, IDC_CHECK_LOWNOTE, [&, note = note](HWND dialog) {
+      EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_CHECK_LOWNOTE)), note);
+      SendDlgItemMessageW(dialog, IDC_CHECK_LOWNOTE, CB_SETCURSEL, 1, 0);
+      SendDlgItemMessageW(dialog, IDC_CHECK_LOWOCTAVE, CB_SETCURSEL, 2, 0);
+      for (const int box : {IDC_CHECK_TRANSITION, IDC_CHECK_END}) CheckDlgButton(dialog, box, BST_CHECKED);
+      Close(dialog, IDOK);
+    });
     const std::array<std::int32_t, 6> expected = {24, 49, 49, 1, 0, 1};
     EXPECT_EQ(std::memcmp(Script().Settings, expected.data(), sizeof(expected)), 0);
   }

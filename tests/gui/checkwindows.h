@@ -31,13 +31,7 @@ class CheckTest : public ProgramTest {
   }
   // The check as the user runs it, with the settings as they come up.
   void RunCheck() const {
-    const auto pressed = std::async(std::launch::async, [this] { Press(ID_TOOL_CHECK); });
-    EXPECT_TRUE(Eventually([&] { return CheckDialog() != nullptr; }));
-    Close(CheckDialog(), IDOK);
-  }
-  static HWND CheckDialog() {
-    const HWND dialog = FindWindowW(L"#32770", L"Check frequency maps");
-    return IsWindowVisible(dialog) ? dialog : nullptr;
+    InDialog(ID_TOOL_CHECK, IDC_CHECK_LOWNOTE, [](HWND dialog) { Close(dialog, IDOK); });
   }
   static HWND Bar() { return FindWindowW(L"#32770", L"Modify Frequency Maps"); }
 

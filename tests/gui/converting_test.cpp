@@ -7,13 +7,6 @@ namespace {
 
 class Converting : public DoubleTest {
  protected:
-  // Opens a command's dialog, does the work to it, and comes back when all that follows has ended.
-  void InDialog(UINT command, int control, const std::function<void(HWND)>& work) const {
-    const auto pressed = std::async(std::launch::async, [=, this] { Press(command); });
-    HWND dialog = nullptr;
-    ASSERT_TRUE(Eventually([&] { return (dialog = FindBox()) && GetDlgItem(dialog, control); }));
-    work(dialog);
-  }
   static void Pick(HWND dialog, int box, int position) {
     SendDlgItemMessageW(dialog, box, CB_SETCURSEL, static_cast<WPARAM>(position), 0);
     SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(box, CBN_SELCHANGE), 0);

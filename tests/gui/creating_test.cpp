@@ -13,12 +13,6 @@ class Creating : public DoubleTest {
     for (const wchar_t* const name : names) folder_.Write(L"bank\\" + std::wstring(name) + L".wav", kSecondOfSound);
   }
   void AddMap(const std::wstring& name, double hz) { AddSyllable(L"bank\\" + name, {hz}); }
-  // The progress of a job that runs; null if none comes.
-  HWND WaitForProgress() const {
-    HWND found = nullptr;
-    Eventually([&] { return (found = FindBox()) && GetDlgItem(found, IDC_CREATEFRQ_PROGRESS); });
-    return found;
-  }
 };
 
 TEST_F(Creating, MakesEachMissingMapOnceWithAsManyRunsAtATimeAsTheUserWants) {
@@ -101,24 +95,24 @@ TEST_F(Creating, ShowsItsProgressAndLetsWhatRunsComeToItsEndOnAbort) {
   Script(L"700 0 map");
   AddWaves({L"a", L"b", L"c", L"d", L"e"});
   Start(Bank());
-  const auto pressed = std::async(std::launch::async, [this] { Press(ID_EDIT_CREATEMISSING); });
-  const HWND progress = WaitForProgress();
-  const HWND bar = GetDlgItem(progress, IDC_CREATEFRQ_PROGRESS);
-  const auto text = [&] { return WindowText(GetDlgItem(progress, IDC_CREATEFRQ_FILE)); };
-  EXPECT_TRUE(Eventually([&] { return text() >= L"(3/5) "; })) << text().c_str();
-  EXPECT_EQ(SendMessageW(bar, PBM_GETRANGE, FALSE, 0), 5);
-  EXPECT_FALSE(IsWindowEnabled(editor_) || IsWindowEnabled(list_));
-  SendMessageW(editor_, WM_COMMAND, IDCANCEL, 0);
-  EXPECT_TRUE(IsWindow(editor_)) << "it cannot be closed under a job";
-  SendMessageW(progress, WM_COMMAND, IDOK, 0);
-  EXPECT_TRUE(IsWindow(progress)) << "Enter ended it under its workers";
-  SendMessageW(list_, FLM_SELECTSYLLABLE, 4, 0);
-  EXPECT_EQ(List().Selection(), 0) << "a thumbnail puts another syllable under the job";
-  SendMessageW(progress, WM_COMMAND, IDCANCEL, 0);
-  EXPECT_FALSE(IsWindowEnabled(GetDlgItem(progress, IDCANCEL)));
-  const LRESULT position = SendMessageW(bar, PBM_GETPOS, 0, 0);
-  EXPECT_TRUE(position == 2 || position == 3) << position;
-  pressed.wait();
+  LRESULT position = 0;
+  InDialog(ID_EDIT_CREATEMISSING, IDC_CREATEFRQ_PROGRESS, [&](HWND progress) {
+    const HWND bar = GetDlgItem(progress, IDC_CREATEFRQ_PROGRESS);
+    const auto text = [&] { return WindowText(GetDlgItem(progress, IDC_CREATEFRQ_FILE)); };
+    EXPECT_TRUE(Eventually([&] { return text() >= L"(3/5) "; })) << text().c_str();
+    EXPECT_EQ(SendMessageW(bar, PBM_GETRANGE, FALSE, 0), 5);
+    EXPECT_FALSE(IsWindowEnabled(editor_) || IsWindowEnabled(list_));
+    SendMessageW(editor_, WM_COMMAND, IDCANCEL, 0);
+    EXPECT_TRUE(IsWindow(editor_)) << "it cannot be closed under a job";
+    SendMessageW(progress, WM_COMMAND, IDOK, 0);
+    EXPECT_TRUE(IsWindow(progress)) << "Enter ended it under its workers";
+    SendMessageW(list_, FLM_SELECTSYLLABLE, 4, 0);
+    EXPECT_EQ(List().Selection(), 0) << "a thumbnail puts another syllable under the job";
+    SendMessageW(progress, WM_COMMAND, IDCANCEL, 0);
+    EXPECT_FALSE(IsWindowEnabled(GetDlgItem(progress, IDCANCEL)));
+    position = SendMessageW(bar, PBM_GETPOS, 0, 0);
+    EXPECT_TRUE(position == 2 || position == 3) << position;
+  });
   const std::vector<std::wstring> calls = TakeCalls();
   EXPECT_EQ(Starts(calls), position + 1);
   EXPECT_EQ(std::ranges::count(calls, L"-"), Starts(calls)) << "a run was killed";
@@ -145,14 +139,13 @@ TEST_F(Creating, RenewsOnlyTheAnalysisOfEntriesThatTheUserKeeps) {
       {ID_EDIT_INITIALIZEALL, IDC_INITMRQ_BOTH, L"||||"},
   };
   for (const auto& [command, choice, entriesAndAnalyses] : tests) {
-    const auto pressed = std::async(std::launch::async, [&, command = command] { Press(command); });
-    HWND box = nullptr;
-    ASSERT_TRUE(Eventually([&] { return (box = FindBox()) != nullptr; }));
-    PostMessageW(box, WM_COMMAND, IDYES, 0);
-    ASSERT_TRUE(Eventually([&] { return (box = FindBox()) && GetDlgItem(box, IDC_INITMRQ_BOTH); }));
-    if (choice != IDCANCEL) SendDlgItemMessageW(box, choice, BM_CLICK, 0, 0);
-    SendMessageW(box, WM_COMMAND, choice == IDCANCEL ? IDCANCEL : IDOK, 0);
-    pressed.wait();
+    InDialog(command, IDYES, [&, choice = choice](HWND question) {
+      PostMessageW(question, WM_COMMAND, IDYES, 0);
+      HWND box = nullptr;
+      ASSERT_TRUE(Eventually([&] { return (box = FindDialogWith(L"Static", IDC_INITMRQ_BOTH)) != nullptr; }));
+      if (choice != IDCANCEL) SendDlgItemMessageW(box, choice, BM_CLICK, 0, 0);
+      SendMessageW(box, WM_COMMAND, choice == IDCANCEL ? IDCANCEL : IDOK, 0);
+    });
     EXPECT_EQ(Column(1) + Column(2), entriesAndAnalyses) << command << " " << choice;
   }
 }

@@ -32,10 +32,9 @@ class ModifyBar : public CheckTest {
   }
   // The syllable that is shown and its selected frames, which the table has as the list of frames does.
   std::pair<int, std::vector<int>> InView() const {
-    std::vector<int> frames = SelectedFrames();
     const int row = List().Selection();
-    if (SelectionOfMap(row) != frames) frames = {-1};
-    return {row, frames};
+    const std::vector<int> frames = SelectedFrames();
+    return {row, SelectionOfMap(row) == frames ? frames : std::vector{-1}};
   }
   int MarkCount(int syllable) const {
     const std::string marks = Marks(syllable);

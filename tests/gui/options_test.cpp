@@ -7,13 +7,6 @@ constexpr wchar_t kHistory[] = L"Software\\UTAU Plugin\\Marlit\\Resamplers";
 
 class Options : public DoubleTest {
  protected:
-  // Does what the work does to the dialog, and comes back when the command has ended.
-  void InDialog(const std::function<void(HWND)>& work) const {
-    const auto pressed = std::async(std::launch::async, [this] { Press(ID_TOOL_OPTION); });
-    HWND dialog = nullptr;
-    ASSERT_TRUE(Eventually([&] { return (dialog = FindBox()) && GetDlgItem(dialog, IDC_OPTION_RESAMPLER); }));
-    work(dialog);
-  }
   static void Confirm(HWND dialog, const std::wstring& resampler) {
     SetDlgItemTextW(dialog, IDC_OPTION_RESAMPLER, resampler.c_str());
     PostMessageW(dialog, WM_COMMAND, IDOK, 0);
@@ -32,7 +25,7 @@ TEST_F(Options, RememberResamplersAndForgetThoseThatHaveGone) {
   folder_.Write(L"program\\2.exe");
   SaveHistory(kHistory, {folder_.Path(L"program\\0.exe"), folder_.Path(L"program\\1.exe")});
   Start(L"");
-  InDialog([&](HWND dialog) {
+  InDialog(ID_TOOL_OPTION, IDC_OPTION_RESAMPLER, [&](HWND dialog) {
     EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_OPTION_PARALLEL)), L"4");
     Confirm(dialog, folder_.Path(L"program\\0.exe"));
     HWND box = nullptr;
@@ -61,7 +54,7 @@ TEST_F(Options, AnotherFamilyBringsItsOwnMapsOnceTheEditsAreGivenUp) {
   Start(Bank());
   SetFirstFrame(L"100");
   for (const WPARAM answer : {IDNO, IDYES}) {
-    InDialog([&](HWND dialog) {
+    InDialog(ID_TOOL_OPTION, IDC_OPTION_RESAMPLER, [&](HWND dialog) {
       SetDlgItemTextW(dialog, IDC_OPTION_PARALLEL, L"7");
       Confirm(dialog, folder_.Path(L"program\\w4u.exe"));
       HWND box = nullptr;

@@ -118,14 +118,14 @@ class ProgramTest : public testing::Test {
     return rows;
   }
 
-  // As the table has it.
+  // The selection as the map of a syllable has it.
   std::vector<int> SelectionOfMap(int syllable) const {
-    std::vector<int> frames;
+    std::vector<int> rows;
     const FrqMap& map = *List().Map(syllable);
-    for (int i = 0; i < map.FrameCount; ++i) {
-      if (map.Frames[static_cast<std::size_t>(i)].Selected) frames.push_back(i);
+    for (std::size_t i = 0; i < map.Frames.size(); ++i) {
+      if (map.Frames[i].Selected) rows.push_back(static_cast<int>(i));
     }
-    return frames;
+    return rows;
   }
 
   void Select(int row) const {
@@ -158,6 +158,13 @@ class ProgramTest : public testing::Test {
   }
   std::wstring PressAndAnswer(UINT command, WPARAM answer, int id = 0xFFFF) const {
     return Answer([=, this] { Press(command); }, {answer}, id);
+  }
+  // Opens a command's dialog, told by a control, does the work to it, and comes back when all that follows has ended.
+  void InDialog(UINT command, int control, const std::function<void(HWND)>& work) const {
+    const auto pressed = std::async(std::launch::async, [=, this] { Press(command); });
+    HWND dialog = nullptr;
+    ASSERT_TRUE(Eventually([&] { return (dialog = FindDialogWith(L"Static", control)) != nullptr; }));
+    work(dialog);
   }
   // Replaces the text of a box, key by key.
   void Type(int id, const std::wstring& text) const {
@@ -196,18 +203,19 @@ class ProgramTest : public testing::Test {
   HWND list_ = nullptr;
 
   HWND FindBox() const { return FindDialogWith(L"Static"); }
-
- private:
-  // A visible dialog of this process but the editor, told by the class of a control in it; null for none.
-  HWND FindDialogWith(const wchar_t* controlClass) const {
+  // A visible dialog of this process but the editor, told by the class and the id of controls in it; null for none.
+  HWND FindDialogWith(const wchar_t* controlClass, int id = 0) const {
     for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, L"#32770", nullptr));) {
       DWORD process = 0;
       GetWindowThreadProcessId(window, &process);
       const bool ours = process == GetCurrentProcessId() && IsWindowVisible(window) && window != editor_;
-      if (ours && FindWindowExW(window, nullptr, controlClass, nullptr)) return window;
+      const bool hasId = id == 0 || GetDlgItem(window, id);
+      if (ours && hasId && FindWindowExW(window, nullptr, controlClass, nullptr)) return window;
     }
     return nullptr;
   }
+
+ private:
   bool HasEnded() const { return exit_.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }
 
   std::shared_future<int> exit_;

@@ -79,6 +79,16 @@ TEST(CheckRules, RecordsThatAreNoneAreRefusedAndStayAsTheyWere) {
   EXPECT_LT(CheckMap(&good, nullptr, nullptr), 0);
 }
 
+TEST(CheckRecords, AResultIsTakenAsItStandsAndALongPathIsCut) {
+  FrqMap map = Tone(1);
+  const auto record = MakeCheckFrames(map, std::wstring(300, L'x'));
+  EXPECT_EQ(std::u16string(record->MapPath).size(), 259u) << "and ends";
+  record->Frames[0].SuggestedFrequency = 100.0;
+  record->Frames[1].Mark = -1;
+  EXPECT_EQ(TakeCheckResults(*record, map), 1);
+  EXPECT_TRUE(map.HasMarks && map.Frames[0].SuggestedFrequency == 100.0) << "also without a mark";
+}
+
 TEST(CheckRules, MapsOfAnySizeAndContentAreBorne) {
   constexpr double kOdd[] = {kNaN, kInfinity, -kInfinity, -1.0, 0.0, FrqNoPitch, 1e-300, 261.6, 1e308};
   const CheckFrqSettings settings{.LowNote = std::numeric_limits<std::int32_t>::max(),
@@ -100,22 +110,6 @@ TEST(CheckRules, MapsOfAnySizeAndContentAreBorne) {
       EXPECT_TRUE(marks == 0 || isMixed || !(hz <= FrqNoPitch)) << "a map without pitch has no wrong one";
     }
   }
-}
-
-TEST(CheckRecords, TheResultsReplaceTheMarksOfTheMap) {
-  FrqMap map = Tone(1);
-  map.Frames[2].Mark = 5;
-  map.HasMarks = true;
-  const auto record = MakeCheckFrames(map, std::wstring(300, L'x'));
-  EXPECT_EQ(std::u16string(record->MapPath).size(), 259u) << "a long path is cut, and ends";
-  record->Frames[0].SuggestedFrequency = 100.0;
-  EXPECT_EQ(TakeCheckResults(*record, map), 0);
-  EXPECT_FALSE(map.HasMarks);
-  EXPECT_EQ(map.Frames[2].Mark, 0u);
-  EXPECT_EQ(map.Frames[0].SuggestedFrequency, 100.0) << "as it stands, also without a mark";
-  record->Frames[1].Mark = -1;
-  EXPECT_EQ(TakeCheckResults(*record, map), 1);
-  EXPECT_TRUE(map.HasMarks);
 }
 
 }  // namespace

@@ -72,23 +72,18 @@ class DocumentTest : public testing::Test {
   double Hz(int entry, int row = 2) { return Map(entry).Frames[static_cast<std::size_t>(row)].Frequency; }
 
   void Set(int entry, double hz, int row = 2) { document_.Change(Gesture::SetFrequency, entry, Setting(hz, row)); }
-  static std::function<std::vector<int>(FrqMap&)> Setting(double hz, int row = 2) {
-    return [=](FrqMap& map) {
-      map.SetFrequency(map.PositionOf(row), hz);
-      return std::vector<int>{row};
-    };
-  }
-  static std::vector<int> Shrinking(FrqMap& map) {
-    map.Create(5, FrqTypeFrq);
-    return {};
-  }
+  static std::vector<int> Shrinking(FrqMap& map) { return {map.Create(5, FrqTypeFrq)}; }
+  static std::vector<int> Raising(FrqMap& map) { return map.Average += 1.0, std::vector<int>{}; }
   static void MarkFour(FrqMap& map) {
     map.Frames[4].SuggestedFrequency = 305.0;
     map.Frames[4].Mark = 1;
     map.HasMarks = true;
   }
-  void UndoAll() {
-    while (document_.Undo().What != StepResult::Nothing) continue;
+  // How many steps there were, those among them whose map is another now.
+  int UndoAll() {
+    int steps = 0;
+    while (document_.Undo().What != StepResult::Nothing) ++steps;
+    return steps;
   }
   // One step over all entries.
   void SetAll(double hz) {
@@ -99,11 +94,8 @@ class DocumentTest : public testing::Test {
   // What a fault at one entry must leave alone, here and in the file.
   Words Others() {
     Words words;
-    for (const int entry : {1, 2}) {
-      for (const FrqMap* map : {&Map(entry), &Saved(entry), &File(entry)}) {
-        for (const std::uint64_t word : ContentOf(*map)) words.push_back(word);
-      }
-      words.push_back(document_.Facts(entry).Edited);
+    for (const FrqMap* map : {&Map(1), &Saved(1), &File(1), &Map(2), &Saved(2), &File(2)}) {
+      for (const std::uint64_t word : ContentOf(*map)) words.push_back(word);
     }
     return words;
   }
@@ -161,9 +153,7 @@ TEST_F(DocumentTest, AFileThatFailsOrThrowsLeavesTheTruthInMemory) {
       ExpectCounts();
       // The next attempt meets no fault and costs no other entry its steps.
       EXPECT_EQ(test.loaded ? 0 : document_.Reload(0, kKeep, true), 0);
-      int undone = 0;
-      while (document_.Undo().What == StepResult::Done) ++undone;
-      EXPECT_EQ(undone, test.undo);
+      EXPECT_EQ(UndoAll(), test.undo);
       EXPECT_EQ(Hz(1), 202.0);
       EXPECT_EQ(document_.State().Edited, 0);
     }
@@ -173,49 +163,56 @@ TEST_F(DocumentTest, AFileThatFailsOrThrowsLeavesTheTruthInMemory) {
   EXPECT_EQ(error_, 0u) << "no file was touched by one that throws";
 }
 
-TEST_F(DocumentTest, WhatTheFileHoldsDecidesWhetherAStepBackIsEdited) {
+// The random gestures of another test tell whether a step back is edited; here is what a save and a reload leave.
+TEST_F(DocumentTest, ASaveTellsItsFaultsAndAReloadGoesBackToTheFile) {
   Set(0, 300.0);
   files_.Next = Fault::Fails;
-  EXPECT_EQ(document_.Save(0, false, error_), 9);
-  EXPECT_EQ(error_, 5u);
-  document_.RenewSaved(0);  // as users know it, also behind a save that failed
-  EXPECT_EQ(document_.Undo().What, StepResult::Done);
-  EXPECT_FALSE(document_.Facts(0).Edited);
-  document_.Redo();
-  EXPECT_TRUE(document_.Facts(0).Edited);
+  EXPECT_EQ(document_.Save(0, true, error_), 9);
+  EXPECT_EQ(std::pair(error_, files_.AnalysesGone), std::pair(5u, 0));
   EXPECT_EQ(document_.Save(0, true, error_), 0);
-  EXPECT_EQ(files_.AnalysesGone, 1);
+  EXPECT_EQ(std::pair(document_.State().Saved, files_.AnalysesGone), std::pair(1, 1));
   document_.Undo();
-  EXPECT_TRUE(document_.Facts(0).Edited);
-  EXPECT_EQ(document_.State().Saved, 1);
   EXPECT_EQ(document_.Reload(0, kKeep, false), 0) << "the edits go";
   EXPECT_EQ(Hz(0), 300.0);
   EXPECT_EQ(document_.Undo().Of, Gesture::Reload);
   EXPECT_EQ(Hz(0), 202.0);
+  File(0).Frames[7].Frequency = 333.0;
+  document_.Reload(0, kKeep, false);
+  Set(0, 400.0);
+  document_.Undo();
+  EXPECT_FALSE(document_.Facts(0).Edited) << "what was saved before counts no more";
 
   // A save alone makes another average where it is derived. To read that map again changes nothing to take back.
   FrqMap derived = PlainMap(10);
   derived.DerivedAverage = true;
   Start({derived});
   document_.Save(0, false, error_);
+  EXPECT_EQ(files_.AnalysesGone, 1) << "if that is asked for";
   EXPECT_EQ(document_.Reload(0, kKeep, false), 0);
   EXPECT_FALSE(document_.State().Undo);
 }
 
 TEST_F(DocumentTest, AMapThatBecameAnotherTakesItsOwnStepsAlong) {
-  const std::vector<std::pair<const char*, std::function<void()>>> ways = {
-      {"changed, reloaded", [&] { File(0).Frames[7].Frequency = 333.0, document_.Reload(0, kKeep, true); }},
-      {"shrunk, reloaded", [&] { files_.Put(L"0", PlainMap(4)), document_.Reload(0, kKeep, true); }},
-      {"grown, reloaded", [&] { files_.Put(L"0", PlainMap(40)), document_.Reload(0, kKeep, true); }},
-      {"gone, reloaded", [&] { files_.Files.erase(L"0"), document_.Reload(0, kEmpty, true); }},
-      {"grown, out of memory", [&] { files_.Put(L"0", PlainMap(40)), Map(0).Clear(), document_.Undo(); }},
-      {"changed, out of memory", [&] { Map(0).Clear(), document_.Undo(); }},
-      {"resized", [&] { document_.Change(Gesture::Flatten, 0, Shrinking); }},
-      {"no map", [&] { document_.SetHasMap(0, false, 0); }},
-      {"removed", [&] { EXPECT_TRUE(document_.Remove(0)); }},
-      {"read afresh", [&] { document_.ReadAfresh(0, kKeep, true); }},
+  const auto readInGesture = [&] {
+    const Document::Scope scope(document_, Gesture::ReloadAll);
+    Set(0, 500.0);
+    document_.ReadAfresh(0, kKeep, true);
   };
-  for (const auto& [what, way] : ways) {
+  // The steps that are left to be undone: of the other entries, and none of this one that would lead nowhere.
+  const std::tuple<const char*, int, std::function<void()>> ways[] = {
+      {"changed, reloaded", 2, [&] { File(0).Frames[7].Frequency = 333.0, document_.Reload(0, kKeep, true); }},
+      {"shrunk, reloaded", 2, [&] { files_.Put(L"0", PlainMap(4)), document_.Reload(0, kKeep, true); }},
+      {"grown, reloaded", 2, [&] { files_.Put(L"0", PlainMap(40)), document_.Reload(0, kKeep, true); }},
+      {"gone, reloaded", 2, [&] { files_.Files.erase(L"0"), document_.Reload(0, kEmpty, true); }},
+      {"grown, out of memory", 1, [&] { files_.Put(L"0", PlainMap(40)), Map(0).Clear(), document_.Undo(); }},
+      {"changed, out of memory", 1, [&] { Map(0).Clear(), document_.Undo(); }},
+      {"resized", 2, [&] { document_.Change(Gesture::Flatten, 0, Shrinking); }},
+      {"no map", 2, [&] { document_.SetHasMap(0, false, 0); }},
+      {"removed", 2, [&] { EXPECT_TRUE(document_.Remove(0)); }},
+      {"read afresh", 2, [&] { document_.ReadAfresh(0, kKeep, true); }},
+      {"read in a gesture", 2, readInGesture},
+  };
+  for (const auto& [what, steps, way] : ways) {
     SCOPED_TRACE(what);
     Start({PlainMap(10), PlainMap(12), PlainMap(14)});
     Set(1, 250.0);
@@ -223,21 +220,18 @@ TEST_F(DocumentTest, AMapThatBecameAnotherTakesItsOwnStepsAlong) {
     SetAll(400.0);
     way();
     const Words now = ContentOf(Map(0));
-    UndoAll();
+    EXPECT_EQ(UndoAll(), steps);
     EXPECT_EQ(ContentOf(Map(0)), now);
-    EXPECT_EQ(Hz(1), 202.0);
-    EXPECT_EQ(Hz(2), 202.0);
+    EXPECT_EQ(std::pair(Hz(1), Hz(2)), std::pair(202.0, 202.0));
     EXPECT_FALSE(document_.Facts(1).Edited);
     EXPECT_EQ(document_.Redo().What, StepResult::Done);
     EXPECT_EQ(document_.Redo().What, StepResult::Done) << "of the step over all, what is left";
     EXPECT_EQ(document_.Redo().What, StepResult::Nothing);
-    EXPECT_EQ(Hz(1), 400.0);
-    EXPECT_EQ(Hz(2), 400.0);
+    EXPECT_EQ(std::pair(Hz(1), Hz(2)), std::pair(400.0, 400.0));
     EXPECT_EQ(ContentOf(Map(0)), now);
     ExpectCounts();
   }
   EXPECT_EQ(document_.Open({}).size(), 3u);
-  EXPECT_EQ(document_.State().Undo, std::nullopt);
   EXPECT_EQ(document_.Undo().What, StepResult::Nothing);
   EXPECT_EQ(document_.Current(), -1);
 }
@@ -261,12 +255,12 @@ TEST_F(DocumentTest, AStrokeEndsWithWhateverElseComesIn) {
     EXPECT_FALSE(document_.StrokeChange(1, Setting(400.0)));
     EXPECT_EQ(document_.State().Undo, Gesture::Stroke);
     document_.SetCurrent(0);
-    EXPECT_EQ(document_.State().StrokeEntry, 0) << "the same syllable ends nothing";
+    const DocumentState state = document_.State();
+    EXPECT_EQ(std::pair(state.StrokeEntry, state.UndoEntry), std::pair(0, 0)) << "the same syllable ends nothing";
     other();
     EXPECT_FALSE(document_.StrokeChange(0, Setting(500.0)));
     UndoAll();
-    EXPECT_EQ(Hz(0, 0), 200.0);
-    EXPECT_EQ(Hz(0, 3), 203.0);
+    EXPECT_EQ(std::pair(Hz(0, 0), Hz(0, 3)), std::pair(200.0, 203.0));
     EXPECT_FALSE(document_.Facts(0).Edited);
     EXPECT_EQ(Map(0).Frames[4].Mark != 0, std::string_view(what) == "marks") << "marks are no part of a stroke";
     EXPECT_EQ(document_.Redo().Of, Gesture::Stroke);
@@ -275,21 +269,34 @@ TEST_F(DocumentTest, AStrokeEndsWithWhateverElseComesIn) {
   // An open one goes with its map.
   document_.BeginStroke(Gesture::Stroke, 0);
   document_.SetHasMap(0, false, 0);
-  EXPECT_FALSE(document_.StrokeChange(0, Setting(500.0)));
+  EXPECT_FALSE(document_.StrokeChange(0, Setting(500.0)) || Saved(0).Loaded);
   EXPECT_EQ(document_.State().Undo, std::nullopt);
+  document_.BeginStroke(Gesture::Stroke, 1);
+  document_.Open({});
+  EXPECT_EQ(document_.State().StrokeEntry, -1);
+}
+
+TEST_F(DocumentTest, AMapThatSomebodyElseHasReadIsKeptWhereNoneIsShownOrKnown) {
+  FrqMap read = PlainMap(30);
+  document_.Adopt(1, L"1", read);
+  EXPECT_EQ(read.FrameCount, 12) << "the document's own counts";
+  for (const int entry : {0, 1}) Map(entry).Clear();
+  for (const auto& [entry, path, kept] : {std::tuple(0, L"0", false), {1, L"elsewhere", false}, {1, L"1", true}}) {
+    document_.Adopt(entry, path, read = PlainMap(30));
+    EXPECT_EQ(Map(entry).Loaded, kept) << entry;
+  }
 }
 
 TEST_F(DocumentTest, WhatMakesAStepAndWhatEndsTheWayForward) {
   Set(0, 300.0);
   Set(1, Hz(1));
   EXPECT_TRUE(document_.Facts(1).Edited) << "no difference, but somebody has set it";
-  EXPECT_EQ(document_.State().UndoEntry, 0);
   document_.Undo();
   Set(1, Hz(1));
   EXPECT_EQ(document_.State().Redo, Gesture::SetFrequency) << "no step, so the way forward stays";
   Set(1, 300.0);
   EXPECT_EQ(document_.State().Redo, std::nullopt);
-  document_.Undo();
+  EXPECT_EQ(document_.State().UndoEntry, 1);
   {
     const Document::Scope scope(document_, Gesture::ReloadAll);
     document_.ApplyAllMarks(true);
@@ -300,14 +307,11 @@ TEST_F(DocumentTest, WhatMakesAStepAndWhatEndsTheWayForward) {
     EXPECT_EQ(document_.Undo().What, StepResult::Nothing) << "not in the middle of a gesture";
     Set(0, 700.0, 3);
   }
-  EXPECT_EQ(document_.State().Undo, Gesture::ReloadAll);
-  EXPECT_EQ(document_.Undo().What, StepResult::Done);
-  EXPECT_EQ(Hz(0), 202.0);
-  EXPECT_EQ(Hz(2), 202.0);
-  EXPECT_EQ(document_.State().Undo, std::nullopt) << "all of it was one step";
+  EXPECT_EQ(document_.Undo().Of, Gesture::ReloadAll);
+  EXPECT_EQ(std::pair(Hz(0), Hz(2)), std::pair(202.0, 202.0));
+  EXPECT_EQ(document_.State().Undo, Gesture::SetFrequency) << "all of it was one step";
   document_.Redo();
-  EXPECT_EQ(Hz(0), 600.0);
-  EXPECT_EQ(Hz(0, 3), 700.0);
+  EXPECT_EQ(std::pair(Hz(0), Hz(0, 3)), std::pair(600.0, 700.0));
   // The voicebank may become another one in the middle of a gesture.
   {
     const Document::Scope scope(document_, Gesture::ReloadAll);
@@ -319,43 +323,39 @@ TEST_F(DocumentTest, WhatMakesAStepAndWhatEndsTheWayForward) {
 }
 
 TEST_F(DocumentTest, WindowsAreToldEachChangeOnceAndNotUnderTheLock) {
-  using Texts = std::vector<std::string>;
   Witness witness(document_);
   document_.AddListener(witness);
-  Set(0, 300.0);
-  EXPECT_EQ(witness.Told(), (Texts{"0 FET 2", "history"}));
-  document_.BeginStroke(Gesture::Stroke, 0);
-  EXPECT_EQ(witness.Told(), Texts{"history"});
-  document_.StrokeChange(0, Setting(310.0, 1));
-  EXPECT_EQ(witness.Told(), Texts{"0 FT 1 stroke"});
-  document_.EndStroke();
-  EXPECT_EQ(witness.Told(), Texts{"history"});
-  document_.Undo();
-  EXPECT_EQ(witness.Told(), (Texts{"0 FT 1 back", "history"}));
-  EXPECT_EQ(document_.Undo().Frames, std::vector{2});
-  EXPECT_EQ(witness.Told(), (Texts{"0 FET 2 back", "history"}));
-  document_.Undo();
-  EXPECT_EQ(witness.Told(), Texts{});
-
-  for (const int entry : {0, 2}) document_.Mark(entry, MarkFour, entry == 0);
-  EXPECT_EQ(witness.Told(), Texts{"0 M"});
-  document_.ApplyAllMarks(true);
-  EXPECT_EQ(witness.Told(), (Texts{"0 FKMET of many", "2 FKMET of many", "many", "history"}));
-  document_.Undo();
-  EXPECT_EQ(witness.Told(), (Texts{"2 FKMET 4 of many back", "0 FKMET 4 of many back", "many", "history"}));
-  document_.Save(0, false, error_);
-  document_.RenewSaved(0);
-  EXPECT_EQ(witness.Told(), (Texts{"0 T", "0 S"}));
-  {
+  const auto mark = [&] {
+    for (const int entry : {0, 2}) document_.Mark(entry, MarkFour, entry == 0);
+  };
+  const auto hold = [&] {
     const std::lock_guard locked(document_);
     document_.SetEdited(1, true, true);
-    EXPECT_EQ(witness.Told(), Texts{});
+    EXPECT_EQ(witness.Told(), std::vector<std::string>{});
+  };
+  const std::pair<std::function<void()>, std::vector<std::string>> steps[] = {
+      {[&] { Set(0, 300.0); }, {"0 FET 2", "history"}},
+      {[&] { document_.BeginStroke(Gesture::Stroke, 0); }, {"history"}},
+      {[&] { document_.StrokeChange(0, Setting(310.0, 1)); }, {"0 FT 1 stroke"}},
+      {[&] { document_.EndStroke(); }, {"history"}},
+      {[&] { document_.Undo(); }, {"0 FT 1 back", "history"}},
+      {[&] { EXPECT_EQ(document_.Undo().Frames, std::vector{2}); }, {"0 FET 2 back", "history"}},
+      {[&] { document_.Undo(); }, {}},
+      {[&] { document_.ApplyAllMarks(false); }, {"many"}},
+      {mark, {"0 M"}},
+      {[&] { document_.ApplyAllMarks(true); }, {"0 FKMET of many", "2 FKMET of many", "many", "history"}},
+      {[&] { document_.Undo(); }, {"2 FKMET 4 of many back", "0 FKMET 4 of many back", "many", "history"}},
+      {[&] { document_.Save(0, false, error_); }, {"0 T"}},
+      {[&] { document_.RenewSaved(0); }, {"0 S"}},
+      {hold, {"1 ET of many", "many"}},
+      {[&] { document_.Reload(1, kKeep, false); }, {"1 REST"}},
+      {[&] { document_.Change(Gesture::TypeKey, 1, Raising); }, {"1 FKET", "history"}},
+      {[&] { document_.Remove(1); }, {"1 RMEHS", "history"}},
+  };
+  for (const auto& [step, told] : steps) {
+    step();
+    EXPECT_EQ(witness.Told(), told);
   }
-  EXPECT_EQ(witness.Told(), (Texts{"1 ET of many", "many"}));
-  document_.Reload(1, kKeep, false);
-  EXPECT_EQ(witness.Told(), Texts{"1 REST"});
-  document_.Remove(1);
-  EXPECT_EQ(witness.Told(), Texts{"1 RMHS"});
 }
 
 }  // namespace

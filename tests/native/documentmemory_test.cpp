@@ -36,7 +36,7 @@ TEST(DocumentMemory, AGestureThatMemoryDoesNotHoldTwiceStandsWithoutAStep) {
   constexpr SampleCount kFrames = 10'000;
   OpenMaps(document, files, {PlainMap(kFrames), PlainMap(10)});
   const auto set = [](FrqMap& map) {
-    for (SampleCount i = 0; i < map.FrameCount; ++i) map.SetFrequency(map.PositionOf(i), 400.0);
+    for (FrqFrame& frame : map.Frames) frame.Frequency = 400.0;
     return std::vector<int>{};
   };
   // Not even the map before, or not the difference alone. A stroke likewise.

@@ -7,19 +7,12 @@
 #include <thread>
 
 #include "document/documentediting.h"
-#include "frqmap/edits.h"
 #include "memoryfiles.h"
 
 namespace {
 
 constexpr int kEntries = 6;
 constexpr int kRounds = 3000;
-
-std::vector<FoundSyllable> Found() {
-  std::vector<FoundSyllable> found;
-  for (int i = 0; i < kEntries; ++i) found.push_back({std::to_wstring(i), true, 20});
-  return found;
-}
 
 // Counts what it is told; each window of the program has a thread of its own, so that it is told on all of them.
 class Counter : public DocumentListener {
@@ -38,9 +31,8 @@ class Counter : public DocumentListener {
 class Program {
  public:
   Program() {
-    for (int i = 0; i < kEntries; ++i) files_.Put(std::to_wstring(i), PlainMap(20));
     document_.AddListener(counter_);
-    document_.Open(Found());
+    OpenMaps(document_, files_, std::vector(kEntries, PlainMap(20)));
   }
 
   // Strokes and steps back, and paints the shown map.
@@ -73,9 +65,9 @@ class Program {
         case 1: document_.Reload(index, Document::OnFailure::KeepSaved, true); break;
         case 2: document_.ReadAfresh(index, Document::OnFailure::EmptySaved, true); break;
         case 3: document_.ApplyAllMarks(true); break;
-        case 4: document_.Change(Gesture::Halve, index, Halving()); break;
+        case 4: document_.Change(Gesture::Halve, index, Setting(90.0)); break;
         case 5: document_.Mark(index, Marking(), true); break;
-        case 6: round % 20 == 0 ? void(old = document_.Open(Found())) : document_.SetEdited(index, true); break;
+        case 6: round % 20 == 0 ? void(old = document_.Open(found_)) : document_.SetEdited(index, true); break;
         default: document_.Save(index, true, error) == 0 ? document_.RenewSaved(index) : void(); break;
       }
     }
@@ -87,29 +79,21 @@ class Program {
       const int index = round % kEntries;
       FrqMap map;
       const EntryFacts facts = document_.Facts(index);
-      if (document_.CopyMap(index, map)) {
-        EXPECT_EQ(map.Frames.size(), 20u);
-      } else {
-        map = PlainMap(20);
-        document_.Adopt(index, facts.Path, map);
-      }
+      if (!document_.CopyMap(index, map)) document_.Adopt(index, facts.Path, map = PlainMap(20));
+      EXPECT_EQ(map.Frames.size(), 20u);
     }
   }
 
   void ExpectWhole() {
-    DocumentState state = document_.State();
     int edited = 0;
     for (int index = 0; index < kEntries; ++index) edited += document_.Facts(index).Edited;
-    EXPECT_EQ(state.Edited, edited);
+    EXPECT_EQ(document_.State().Edited, edited);
     EXPECT_GT(counter_.told, kRounds);
     for (int index = 0; index < kEntries; ++index) document_.Reload(index, Document::OnFailure::EmptySaved, true);
     EXPECT_EQ(document_.State().Edited, 0);
   }
 
  private:
-  static std::function<std::vector<int>(FrqMap&)> Halving() {
-    return [](FrqMap& map) { return ScaleFrames(map, std::vector{1, 2, 3}, 0.5, FrqTypeFrq); };
-  }
   static std::function<void(FrqMap&)> Marking() {
     return [](FrqMap& map) {
       if (map.Frames.empty()) return;
@@ -128,6 +112,8 @@ class Program {
     EXPECT_TRUE(map->Loaded ? sum > 0.0 : sum == 0.0);
   }
 
+  const std::vector<FoundSyllable> found_{{L"0", true, 20}, {L"1", true, 20}, {L"2", true, 20},
+                                          {L"3", true, 20}, {L"4", true, 20}, {L"5", true, 20}};
   MemoryFiles files_;
   Document document_{files_};
   Counter counter_{document_};
@@ -135,12 +121,11 @@ class Program {
 
 TEST(DocumentThreads, EditorListAndThumbnailsWorkOnTheSameMaps) {
   Program program;
-  std::thread editor([&] { program.Edit(); });
-  std::thread list([&] { program.List(); });
-  std::thread thumbnails([&] { program.Thumbnails(); });
-  editor.join();
-  list.join();
-  thumbnails.join();
+  {
+    const std::jthread editor([&] { program.Edit(); });
+    const std::jthread list([&] { program.List(); });
+    program.Thumbnails();
+  }
   program.ExpectWhole();
 }
 

@@ -3,6 +3,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <new>
 #include <string>
@@ -98,14 +99,21 @@ inline FrqMap PlainMap(SampleCount frames) {
   return map;
 }
 
+// What sets one frame.
+inline std::function<std::vector<int>(FrqMap&)> Setting(double hz, int row = 2) {
+  return [=](FrqMap& map) {
+    map.SetFrequency(map.PositionOf(row), hz);
+    return std::vector<int>{row};
+  };
+}
+
 // Syllables "0", "1" and so on, their maps loaded.
 inline void OpenMaps(Document& document, MemoryFiles& files, const std::vector<FrqMap>& maps) {
   std::vector<FoundSyllable> found;
   for (const FrqMap& map : maps) {
-    found.push_back({std::to_wstring(found.size()), true, static_cast<std::uint32_t>(map.FrameCount)});
+    found.push_back({std::to_wstring(found.size()), true, 20});
     files.Put(found.back().Path, map);
   }
-  const int count = static_cast<int>(found.size());
   document.Open(std::move(found));
-  for (int i = 0; i < count; ++i) document.EnsureLoaded(i, Document::OnFailure::EmptySaved);
+  for (int i = 0; i < std::ssize(maps); ++i) document.EnsureLoaded(i, Document::OnFailure::EmptySaved);
 }

@@ -1,4 +1,5 @@
-// The bundled resampler's calls and notes: a wrong one is heard, or is not there to be heard.
+// The bundled resampler's calls and notes: a wrong one is heard, or is not there to be heard. How well it finds the
+// pitch of voices, ./bench measures.
 #include "companions/resampler/render.h"
 
 #include <gtest/gtest.h>
@@ -148,6 +149,16 @@ TEST(RenderedNotes, TakeTheirPartOfTheRecording) {
     const auto last = std::find_if(rendered.rbegin(), rendered.rend(), isVoice).base();
     EXPECT_NEAR(static_cast<double>(first - rendered.begin()) / kRenderedRate, start, 0.03) << offset << consonant;
     EXPECT_NEAR(static_cast<double>(last - rendered.begin()) / kRenderedRate, end, 0.03) << offset << consonant;
+  }
+}
+
+TEST(PitchAnalysis, GivesAFrameForEachBegunHopOfAnything) {
+  const std::tuple<std::size_t, double, std::size_t> cases[] = {
+      {0, 44100, 0}, {256, 44100, 1}, {257, 8000, 2}, {900, 1e6, 4}};
+  for (const auto& [samples, rate, frames] : cases) {
+    // A constant repeats itself at every lag.
+    const std::vector<double> found = AnalysePitch(std::vector<float>(samples, 9000.0f), rate, 256);
+    EXPECT_EQ(found, std::vector<double>(frames, FrqNoPitch)) << samples;
   }
 }
 

@@ -47,6 +47,8 @@ class FrqCtrlMouse : public FrqCtrlTest {
     for (const auto& message : told) codes.push_back(HIWORD(message.first));
     return codes;
   }
+  // Where the average line of the example map can be taken hold of.
+  int GripY() { return static_cast<int>(Shown().Height - (52.37 - 24) * kCell - kCell / 2); }
 };
 
 TEST_F(FrqCtrlMouse, AStrokeSetsEveryColumnThatItPassesAndNoOther) {
@@ -98,8 +100,7 @@ TEST_F(FrqCtrlMouse, ARefusedPressWritesNothingButTheRightButtonErasesAllTheSame
 }
 
 TEST_F(FrqCtrlMouse, TheAverageIsDraggedByItsGripAndADoubleClickThereLevelsTheMap) {
-  const int grip = static_cast<int>(Shown().Height - (52.37 - 24) * kCell - kCell / 2);
-  Drag({{1, grip + 2}, {1, Y(60)}});
+  Drag({{1, GripY() + 2}, {1, Y(60)}});
   EXPECT_NEAR(map_.Average, NoteToHz(60), 1e-9);
   EXPECT_EQ(ToldCodes(), (std::vector<WORD>{FCN_AVERAGECHANGED, FCN_AVERAGECHANGED}));
   Drag({{1, Y(60) + 1}, {1, Shown().Height + 99}});
@@ -125,12 +126,11 @@ class CountingEditing : public DirectEditing {
     DirectEditing::EndStroke();
   }
   bool SetFrequency(FrqMap& map, SampleCount frame, double hz) override {
-    if (--Left < 0) EndStroke();
-    return DirectEditing::SetFrequency(map, frame, hz);
+    return Write(), DirectEditing::SetFrequency(map, frame, hz);
   }
-  bool SetAverage(FrqMap& map, double hz) override {
+  bool SetAverage(FrqMap& map, double hz) override { return Write(), DirectEditing::SetAverage(map, hz); }
+  void Write() {
     if (--Left < 0) EndStroke();
-    return DirectEditing::SetAverage(map, hz);
   }
   // A paint reads the map under the lock, and tells nobody anything meanwhile.
   void lock() const override { Held = true; }
@@ -145,26 +145,22 @@ TEST_F(FrqCtrlMouse, AStrokeThatIsEndedFromOutsideWritesAndTellsNoMore) {
   bool toldUnderLock = false;
   answer = [&] { toldUnderLock |= editing.Held; };
   control.SetEditing(&editing);
-  const std::vector<POINT> points = {{X(3), Y(40)}, {X(9), Y(40)}, {X(12), Y(40)}};
-  // The writes that are let through: none, the press alone, some columns of a move.
-  for (const int writes : {0, 1, 4}) {
+  // The writes that are let through: none, the press alone, some columns of a move; what is told of them.
+  for (const auto& [writes, columns] : {std::pair(0, std::vector<int>{}), {1, {3}}, {4, {3, 3, 4, 5}}}) {
     editing.Left = writes;
     const FrqMap before = map_;
     told.clear();
-    Mouse(WM_LBUTTONDOWN, points[0].x, points[0].y);
-    Mouse(WM_MOUSEMOVE, points[1].x, points[1].y);
+    Mouse(WM_LBUTTONDOWN, X(3), Y(40));
+    Mouse(WM_MOUSEMOVE, X(9), Y(40));
     EXPECT_EQ(GetCapture(), nullptr) << writes;
-    Mouse(WM_MOUSEMOVE, points[2].x, points[2].y);
-    Mouse(WM_LBUTTONUP, points[2].x, points[2].y);
-    EXPECT_EQ(ToldColumns(), (writes == 0   ? std::vector<int>{}
-                              : writes == 1 ? std::vector<int>{3}
-                                            : std::vector<int>{3, 3, 4, 5}));
+    Mouse(WM_MOUSEMOVE, X(12), Y(40));
+    Mouse(WM_LBUTTONUP, X(12), Y(40));
+    EXPECT_EQ(ToldColumns(), columns);
     for (std::size_t i = 6; i < 20; ++i) EXPECT_EQ(map_.Frames[i].Frequency, before.Frames[i].Frequency) << i;
   }
   editing.Left = 1;
   told.clear();
-  const int grip = static_cast<int>(Shown().Height - (52.37 - 24) * kCell - kCell / 2);
-  Drag({{1, grip}, {1, Y(60)}, {1, Y(70)}});
+  Drag({{1, GripY()}, {1, Y(60)}, {1, Y(70)}});
   EXPECT_EQ(ToldCodes(), std::vector<WORD>{FCN_AVERAGECHANGED});
   EXPECT_EQ(std::pair(editing.Begun, editing.Ended), std::pair(4, 4)) << "one for each press, and all have ended";
   EXPECT_FALSE(toldUnderLock);
@@ -236,19 +232,6 @@ TEST_F(FrqCtrlMouse, TheChildrenTurnTheViewAndItsBrightness) {
   control.SetBrightness(4);
   control.SetColorTable(6);
   EXPECT_EQ((std::array{control.ViewMode(), control.Brightness(), control.ColorTable()}), (std::array{1, 3, 5}));
-}
-
-TEST_F(FrqCtrlMouse, AThumbnailShowsItsWholeMapAndTellsOfClicks) {
-  control.SetThumbnail(true);
-  SetWindowLongW(control_, GWL_STYLE, WS_CHILD | WS_VISIBLE);
-  SetWindowPos(control_, nullptr, 0, 0, 400, 90, SWP_FRAMECHANGED | SWP_NOZORDER);
-  Show(nullptr, &map_);
-  control.SetAutoSize(true);
-  control.RepaintNow();
-  EXPECT_EQ(std::pair(Shown().Width, Shown().Height), std::pair(30, 68));
-  Drag({{3, 3}, {9, 9}});
-  DragTo(WM_RBUTTONDOWN, WM_RBUTTONUP, {{3, 3}});
-  EXPECT_EQ(ToldCodes(), (std::vector<WORD>{FCN_THUMBNAILCLICKED, FCN_THUMBNAILCLICKED}));
 }
 
 }  // namespace

@@ -1,8 +1,9 @@
-// Maps in real files: Japanese names, files and folders that are in the way, and deletion.
+// Maps in real files, of their own or in a desc.mrq: Japanese names, what is in the way, and deletion.
 #include "frqmap/mapfiles.h"
 
 #include <gtest/gtest.h>
 
+#include "frqmap/mrqstore.h"
 #include "native/family.h"
 #include "win/scratch.h"
 
@@ -22,19 +23,25 @@ TEST_F(MapFiles, ANameBeyondTheCodePageLeavesNothingOfTheMapBefore) {
 }
 
 TEST_F(MapFiles, ASaveThatFailsTellsWhyAndKeepsWhatWasThere) {
-  const Bytes before = testdata::FileBytes("voice/ば_wav.frq");
-  const std::wstring path = Path(L"か_wav.frq");
-  folder.Write(L"か_wav.frq", before);
-
-  SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
-  for (const auto& [wave, error] : {std::pair(L"か.wav", ERROR_ACCESS_DENIED), {L"no\\か.wav", ERROR_PATH_NOT_FOUND}}) {
+  const std::tuple<std::wstring, const char*, DWORD, DWORD> tests[] = {
+      {L"か_wav.frq", "voice/ば_wav.frq", FILE_ATTRIBUTE_READONLY, ERROR_ACCESS_DENIED},
+      {L"desc.mrq", "mrq/02-in-place/desc.mrq", FILE_ATTRIBUTE_READONLY, ERROR_ACCESS_DENIED},
+      {L"desc.mrq", "mrq/22-five-bytes/desc.mrq", FILE_ATTRIBUTE_NORMAL, ERROR_HANDLE_EOF}};
+  for (const auto& [name, data, attributes, error] : tests) {
+    const Bytes before = testdata::FileBytes(data);
+    folder.Write(name, before);
+    SetFileAttributesW(Path(name).c_str(), attributes);
     FrqMap map = MapOf({55.0, 220.0});
+    MrqStore store;
     SetLastError(ERROR_SUCCESS);
-    EXPECT_EQ(SaveMap(map, Path(wave), FrqTypeFrq, nullptr), -1) << wave;
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(error)) << wave;
+    EXPECT_EQ(SaveMap(map, Path(L"か.wav"), name == L"desc.mrq" ? FrqTypeMrq : FrqTypeFrq, &store), -1) << data;
+    EXPECT_EQ(GetLastError(), error) << data;
+    EXPECT_EQ(ReadWholeFile(Path(name)), before);
+    SetFileAttributesW(Path(name).c_str(), FILE_ATTRIBUTE_NORMAL);
   }
-  EXPECT_EQ(ReadWholeFile(path), before);
-  SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+  FrqMap map = MapOf({55.0, 220.0});
+  EXPECT_EQ(SaveMap(map, Path(L"no\\か.wav"), FrqTypeFrq, nullptr), -1);
+  EXPECT_EQ(GetLastError(), DWORD{ERROR_PATH_NOT_FOUND});
 }
 
 TEST_F(MapFiles, DeletingAMapTakesItsCompanionsWithIt) {
