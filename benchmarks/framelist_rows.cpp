@@ -4,11 +4,14 @@
 
 #include <functional>
 
+#include "base/files.h"
 #include "frqmap/edits.h"
+#include "frqmap/freq0003.h"
 #include "measuring.h"
 #include "resources/ids.h"
 #include "rows.h"
 #include "runningprogram.h"
+#include "scratchfolder.h"
 
 namespace {
 
@@ -18,9 +21,13 @@ constexpr SampleCount kFrames = 30000;
 class FrameListWork : public Work {
  public:
   FrameListWork() {
-    for (const FrqFrame& frame : map_.Frames) texts_.push_back(FrameRowText(frame.Frequency));
+    const FrqMap map = LongMap(kFrames);
+    for (const FrqFrame& frame : map.Frames) texts_.push_back(FrameRowText(frame.Frequency));
+    WriteWholeFile(folder_.PathOf(L"a.wav"), {});
+    WriteWholeFile(folder_.PathOf(L"a_wav.frq"), EncodeFreq0003(map, FrqTypeFrq));
+    program_.List().OpenFolder(folder_.PathOf(L"").c_str());
+    map_ = program_.List().Map(0);
     const HWND editor = program_.Editor();
-    EditorSender(editor).SetMap(&map_, &map_);
     program_.RunInEditor([&] {
       ShowWindow(editor, SW_HIDE);  // a window that is seen would paint its curve as well
       list_ = GetDlgItem(editor, IDC_EDITOR_FRAMES);
@@ -28,6 +35,9 @@ class FrameListWork : public Work {
                                   GetModuleHandleW(nullptr), nullptr);
     });
   }
+
+  // Edits would hold up the end of the program by a question.
+  ~FrameListWork() override { program_.List().SetEdited(0, false); }
 
   double Yardstick() override {
     return TimedInEditor(bareList_, [&] {
@@ -50,9 +60,10 @@ class FrameListWork : public Work {
     return ms;
   }
 
-  FrqMap map_ = LongMap(kFrames);
+  const FrqMap* map_ = nullptr;  // the program's
   HWND list_ = nullptr;
   HWND bareList_ = nullptr;
+  ScratchFolder folder_;
   RunningProgram program_;
 
  private:
@@ -72,10 +83,10 @@ class ScaleFrameList : public FrameListWork {
   double Measured() override {
     SendMessageW(list_, LB_SETSEL, TRUE, -1);
     up_ = !up_;
-    const double before = map_.Frames[0].Frequency;
+    const double before = map_->Frames[0].Frequency;
     const UINT button = up_ ? IDC_EDITOR_DOUBLE : IDC_EDITOR_HALVE;
     const double ms = TimedInEditor(list_, [&] { SendMessageW(program_.Editor(), WM_COMMAND, button, 0); });
-    Require(map_.Frames[0].Frequency == before * (up_ ? 2.0 : 0.5), "the frames keep their octave");
+    Require(map_->Frames[0].Frequency == before * (up_ ? 2.0 : 0.5), "the frames keep their octave");
     Require(SendMessageW(list_, LB_GETSELCOUNT, 0, 0) == kFrames, "the frames are not selected any more");
     return ms;
   }
