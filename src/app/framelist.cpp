@@ -86,9 +86,10 @@ void FrameList::AddRows(const std::vector<double>& frequencies) const {
   // Past the procedure that subclasses the list box: it has no interest in this message, and the way through it would
   // be half the time of a long list.
   const auto procedure = reinterpret_cast<WNDPROC>(GetClassLongPtrW(list_, GCLP_WNDPROC));
+  FrameRowBuffer buffer;
   for (const double frequency : frequencies) {
-    const std::wstring text = FrameRowText(frequency);
-    CallWindowProcW(procedure, list_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    const wchar_t* const text = WriteFrameRowText(frequency, buffer);
+    CallWindowProcW(procedure, list_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
   }
 }
 

@@ -17,12 +17,12 @@ void Document::Change(Gesture gesture, int index, const std::function<std::vecto
   const Scope scope(*this, gesture);
   SyllableEntry* const entry = At(index);
   if (!entry) return;
-  const std::optional<MapBefore> before = Recorder::Remember(entry->Map);
+  std::optional<MapBefore> before = steps_.Remember(entry->Map);
   const double average = entry->Map.Average;
   EntryChange told{.Index = index, .Facts = EntryChange::Frames | EntryChange::Touched};
   told.Rows = change(entry->Map);
   if (entry->Map.Average != average) told.Facts |= EntryChange::Key;
-  steps_.Record(index, before, entry->Map);
+  steps_.Record(index, std::move(before), entry->Map, told.Rows.size());
   if (SetEditedMark(index, true)) told.Facts |= EntryChange::Edited;
   Tell(std::move(told));
 }

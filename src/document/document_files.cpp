@@ -86,12 +86,12 @@ int Document::Reload(int index, OnFailure onFailure, bool clearEdited) {
   const Scope scope(*this, Gesture::Reload);
   SyllableEntry* const entry = At(index);
   if (!entry) return -1;
-  const std::optional<MapBefore> before = Recorder::Remember(entry->Map);
+  std::optional<MapBefore> before = steps_.Remember(entry->Map);
   const std::optional<MapImage> onDisk = ImageOnDisk(*entry);
   const int result = LoadPair(*entry, onFailure);
   // What was saved here comes back as its kind of file holds it.
   if (result == 0 && onDisk && (onDisk->IsOf(entry->Map) || onDisk->IsNearly(entry->Map))) {
-    steps_.Record(index, before, entry->Map);
+    steps_.Record(index, std::move(before), entry->Map);
   } else {
     steps_.DropEntry(index);
   }

@@ -21,7 +21,7 @@ bool Document::ApplyMarks(Gesture gesture, int index, SampleCount position, bool
   const bool many = gesture == Gesture::ModifyAll || gesture == Gesture::IgnoreAll;
   SyllableEntry* const entry = At(index);
   if (!entry || !entry->Map.HasMarks) return false;
-  const std::optional<MapBefore> before = Recorder::Remember(entry->Map);
+  std::optional<MapBefore> before = steps_.Remember(entry->Map);
   entry->Map.ApplyMarks(position, apply);
   EntryChange told{.Index = index, .Facts = EntryChange::Frames | EntryChange::Marks | EntryChange::Touched};
   told.OneOfMany = many;
@@ -30,7 +30,7 @@ bool Document::ApplyMarks(Gesture gesture, int index, SampleCount position, bool
     told.Facts |= EntryChange::Key;
     if (SetEditedMark(index, true)) told.Facts |= EntryChange::Edited;
   }
-  steps_.Record(index, before, entry->Map);
+  steps_.Record(index, std::move(before), entry->Map);
   Tell(std::move(told));
   return true;
 }

@@ -1,17 +1,8 @@
 #include "document/mapimage.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstdint>
 
-namespace {
-
-// A NaN that a file held equals itself here, and 0.0 is not -0.0.
-bool SameBits(double a, double b) {
-  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-}
-
-}  // namespace
+#include "document/samebits.h"
 
 MapImage::MapImage(const FrqMap& map) : hop_(map.Hop), average_(map.Average), frequencies_(map.Frames.size()) {
   std::ranges::transform(map.Frames, frequencies_.begin(), &FrqFrame::Frequency);

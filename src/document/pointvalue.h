@@ -3,10 +3,10 @@
 // Apart from steps and images, which both keep it.
 #pragma once
 
-#include <bit>
 #include <cstdint>
 #include <span>
 
+#include "document/samebits.h"
 #include "frqmap/frqmap.h"
 
 struct PointValue {
@@ -20,8 +20,7 @@ inline PointValue ValueOf(const VsControlPoint& point) {
 }
 
 inline bool SamePoint(const PointValue& a, const PointValue& b) {
-  return a.Pitch == b.Pitch && a.HasPitch == b.HasPitch &&
-         std::bit_cast<std::uint64_t>(a.Dynamics) == std::bit_cast<std::uint64_t>(b.Dynamics);
+  return a.Pitch == b.Pitch && a.HasPitch == b.HasPitch && SameBits(a.Dynamics, b.Dynamics);
 }
 
 inline std::span<const VsControlPoint> PointsOf(const FrqMap& map) {

@@ -1,6 +1,7 @@
 #include "document/recorder.h"
 
 #include <exception>
+#include <new>
 #include <utility>
 
 bool Recorder::Begin(Gesture gesture) {
@@ -24,24 +25,23 @@ void Recorder::End() {
 
 std::optional<MapBefore> Recorder::Remember(const FrqMap& map) {
   try {
-    return MapBefore(map);
+    return MapBefore(map, std::move(spare_));
   } catch (const std::exception&) {
     return std::nullopt;
   }
 }
 
-void Recorder::Record(int entry, const std::optional<MapBefore>& before, const FrqMap& map) {
+void Recorder::Record(int entry, std::optional<MapBefore> before, const FrqMap& map, std::size_t expected) {
+  constexpr std::size_t kMostSpare = 100'000;  // frames, 4 MB
   if (before && before->Frames().size() != map.Frames.size()) return DropEntry(entry);
   try {
-    if (before) {
-      MapChange change(entry, *before, map);
-      if (!change.IsNone()) open_->Maps.push_back(std::move(change));
-      return;
-    }
+    if (!before) throw std::bad_alloc();
+    MapChange change(entry, *before, map, expected);
+    if (!change.IsNone()) open_->Maps.push_back(std::move(change));
+    if (before->Frames().size() <= kMostSpare) spare_ = before->TakeStorage();
   } catch (const std::exception&) {
-    // as for a map that could not be remembered
+    open_->Lost = true;
   }
-  open_->Lost = true;
 }
 
 void Recorder::BeginStroke(Gesture gesture, int entry, const FrqMap& map) {
@@ -50,11 +50,11 @@ void Recorder::BeginStroke(Gesture gesture, int entry, const FrqMap& map) {
 }
 
 void Recorder::EndStroke(const FrqMap& map) {
-  const OpenStroke stroke = std::move(*stroke_);
+  OpenStroke stroke = std::move(*stroke_);
   stroke_.reset();
   changed_ = true;
   const bool outermost = Begin(stroke.What);
-  Record(stroke.Entry, stroke.Before, map);
+  Record(stroke.Entry, std::move(stroke.Before), map);
   if (outermost) End();
 }
 

@@ -18,10 +18,10 @@ class Recorder {
   bool IsOpen() const { return open_.has_value(); }
 
   // A map as it is before a change; none where memory does not hold it.
-  static std::optional<MapBefore> Remember(const FrqMap& map);
+  std::optional<MapBefore> Remember(const FrqMap& map);
   // The difference of the entry's map goes into the open gesture. To a map of another size no step leads: that entry is
-  // dropped.
-  void Record(int entry, const std::optional<MapBefore>& before, const FrqMap& map);
+  // dropped. `expected`: see MapChange.
+  void Record(int entry, std::optional<MapBefore> before, const FrqMap& map, std::size_t expected = 0);
 
   void BeginStroke(Gesture gesture, int entry, const FrqMap& map);
   // With the map of its entry. A stroke inside an open gesture is a part of it.
@@ -60,5 +60,6 @@ class Recorder {
   std::optional<OpenGesture> open_;
   std::optional<OpenStroke> stroke_;
   History steps_;
+  std::vector<FrqFrame> spare_;  // memory of the last map that was remembered, for the next one
   bool changed_ = false;
 };

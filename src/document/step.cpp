@@ -1,14 +1,12 @@
 #include "document/step.h"
 
 #include <algorithm>
-#include <bit>
 #include <span>
+#include <utility>
+
+#include "document/samebits.h"
 
 namespace {
-
-bool SameBits(double a, double b) {
-  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-}
 
 bool SamePitch(const FrqFrame& a, const FrqFrame& b) {
   return SameBits(a.Frequency, b.Frequency) && a.Voiced == b.Voiced;
@@ -24,13 +22,15 @@ bool IsUnmarked(const FrqFrame& frame) {
 
 }  // namespace
 
-MapBefore::MapBefore(const FrqMap& map) : frames_(map.Frames), average_(map.Average), modified_(map.Modified) {
+MapBefore::MapBefore(const FrqMap& map, std::vector<FrqFrame> storage)
+    : frames_(std::move(storage)), average_(map.Average), modified_(map.Modified) {
+  frames_ = map.Frames;
   const auto points = PointsOf(map);
   points_.reserve(points.size());
   for (const VsControlPoint& point : points) points_.push_back(ValueOf(point));
 }
 
-MapChange::MapChange(int entry, const MapBefore& before, const FrqMap& after)
+MapChange::MapChange(int entry, const MapBefore& before, const FrqMap& after, std::size_t expected)
     : entry_(entry),
       frameCount_(after.FrameCount),
       modifiedBefore_(before.Modified()),
@@ -39,7 +39,12 @@ MapChange::MapChange(int entry, const MapBefore& before, const FrqMap& after)
       averageBefore_(after.DerivedAverage ? after.Average : before.Average()),
       averageAfter_(after.Average) {
   const std::size_t count = std::min(before.Frames().size(), after.Frames.size());
-  for (std::size_t i = 0; i < count; ++i) AddFrame(static_cast<std::uint32_t>(i), before.Frames()[i], after.Frames[i]);
+  frames_.reserve(std::min(expected, count));
+  for (std::size_t i = 0; i < count; ++i) {
+    const FrqFrame& old = before.Frames()[i];
+    const FrqFrame& now = after.Frames[i];
+    if (!SamePitch(old, now) || !SameMark(old, now)) AddFrame(static_cast<std::uint32_t>(i), old, now);
+  }
   const auto points = PointsOf(after);
   for (std::size_t i = 0; i < std::min(points.size(), before.Points().size()); ++i) {
     const PointValue value = ValueOf(points[i]);
@@ -47,7 +52,7 @@ MapChange::MapChange(int entry, const MapBefore& before, const FrqMap& after)
       points_.push_back({static_cast<std::uint32_t>(i), before.Points()[i], value});
     }
   }
-  frames_.shrink_to_fit();
+  if (frames_.size() < frames_.capacity()) frames_.shrink_to_fit();
   points_.shrink_to_fit();
 }
 
@@ -55,7 +60,6 @@ MapChange::MapChange(int entry, const MapBefore& before, const FrqMap& after)
 void MapChange::AddFrame(std::uint32_t index, const FrqFrame& before, const FrqFrame& after) {
   const bool samePitch = SamePitch(before, after);
   const bool sameMark = SameMark(before, after);
-  if (samePitch && sameMark) return;
   FrameChange change{index,       FrameChange::Frequency, before.Voiced,  after.Voiced,
                      before.Mark, before.Frequency,       after.Frequency};
   const bool taken =

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "document/gesture.h"
@@ -36,12 +37,14 @@ struct PointChange {
 class MapBefore {
  public:
   // Throws std::bad_alloc.
-  explicit MapBefore(const FrqMap& map);
+  // `storage` is memory that may be used.
+  explicit MapBefore(const FrqMap& map, std::vector<FrqFrame> storage = {});
 
   const std::vector<FrqFrame>& Frames() const { return frames_; }
   const std::vector<PointValue>& Points() const { return points_; }
   double Average() const { return average_; }
   bool Modified() const { return modified_; }
+  std::vector<FrqFrame> TakeStorage() { return std::move(frames_); }
 
  private:
   std::vector<FrqFrame> frames_;
@@ -52,8 +55,9 @@ class MapBefore {
 
 class MapChange {
  public:
-  // The difference of a map of as many frames to what it was. Throws std::bad_alloc.
-  MapChange(int entry, const MapBefore& before, const FrqMap& after);
+  // The difference of a map of as many frames to what it was. `expected`: changes, to make room for; to let the records
+  // of a long map grow would take longer than all the rest. Throws std::bad_alloc.
+  MapChange(int entry, const MapBefore& before, const FrqMap& after, std::size_t expected = 0);
 
   // Index of the syllable.
   int Entry() const { return entry_; }

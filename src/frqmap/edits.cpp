@@ -53,18 +53,21 @@ double ClampFrequency(double hz, FrqType workingKind, bool singlePrecision) {
 
 std::wstring FrequencyText(double hz) {
   if (!(hz > FrqNoPitch)) return {};
-  std::array<char, kLongestText> text;
-  const auto result = std::to_chars(text.data(), text.data() + text.size(), hz, std::chars_format::fixed, kDecimals);
-  // The constructor over narrow characters takes twice as long, and this is done for every row of the frame list.
-  std::wstring wide(static_cast<std::size_t>(result.ptr - text.data()), L'\0');
-  std::copy(text.data(), result.ptr, wide.begin());
-  return wide;
+  return FrameRowText(hz);
 }
 
 std::wstring FrameRowText(double hz) {
-  std::wstring text = FrequencyText(hz);
-  if (text.empty()) text = L"----";
-  return text;
+  FrameRowBuffer buffer;
+  return WriteFrameRowText(hz, buffer);
+}
+
+const wchar_t* WriteFrameRowText(double hz, FrameRowBuffer& buffer) {
+  static_assert(kLongestText < std::tuple_size_v<FrameRowBuffer>);
+  if (!(hz > FrqNoPitch)) return L"----";
+  std::array<char, kLongestText> text;
+  const auto result = std::to_chars(text.data(), text.data() + text.size(), hz, std::chars_format::fixed, kDecimals);
+  *std::copy(text.data(), result.ptr, buffer.begin()) = L'\0';
+  return buffer.data();
 }
 
 double ParseFrequency(std::wstring_view text) {

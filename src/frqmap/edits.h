@@ -4,6 +4,7 @@
 // Apart from the editor window, which only moves these values between its boxes and the map.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <span>
 #include <string>
@@ -22,6 +23,11 @@ std::wstring FrequencyText(double hz);
 
 // Text of a row of the frame list: as in the boxes, but "----" for a frame without pitch.
 std::wstring FrameRowText(double hz);
+
+// The same into a buffer of the caller's, with its end: a list of tens of thousands of rows is filled several times an
+// edit, and a string for each would be a tenth of that.
+using FrameRowBuffer = std::array<wchar_t, 324>;
+const wchar_t* WriteFrameRowText(double hz, FrameRowBuffer& buffer);
 
 // The number that a text begins with, after blanks: sign, digits with a ".", exponent. What follows is not looked at;
 // 0.0 where there is no such number. Words and hexadecimal digits are none. No locale has a say.
