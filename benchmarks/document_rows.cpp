@@ -33,11 +33,11 @@ class OneMap : public DocumentFiles {
   void DeleteAnalysis(const std::wstring&) override {}
 };
 
-// All frames doubled, and that undone.
+// All frames doubled, and that undone, against the doubling by itself, of a map that nobody owns.
 class UndoScaling : public Work {
  public:
   UndoScaling() {
-    document_.Open({{L"a.wav", kFrames, true}});
+    document_.Open({{L"a.wav", true, kFrames}});
     document_.EnsureLoaded(0, Document::OnFailure::EmptySaved);
   }
 
@@ -50,7 +50,7 @@ class UndoScaling : public Work {
   }
 
   double Yardstick() override {
-    return MillisecondsOf([&] { Scale(); });
+    return MillisecondsOf([&] { ScaleFrames(bare_, rows_, up_ ? 2.0 : 0.5, FrqTypeFrq); up_ = !up_; });
   }
 
  private:
@@ -59,6 +59,8 @@ class UndoScaling : public Work {
   }
 
   std::vector<int> rows_ = AllRows();
+  FrqMap bare_ = VoicedMap();
+  bool up_ = true;
   OneMap files_;
   Document document_{files_};
 };

@@ -1,4 +1,4 @@
-// CThumbnailDlg: the maps in view, copied from the list's, read one by one where nobody has read them yet.
+// CThumbnailDlg: the maps in view, copied from the document's, read one by one where nobody has read them yet.
 #include <algorithm>
 #include <exception>
 

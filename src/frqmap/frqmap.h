@@ -1,6 +1,6 @@
 // The frequency map of one wave file: pitch and level of the voice, frame by frame.
 //
-// A map has no lock and knows no window. Who may touch it, and when, is the business of its owner, the syllable list.
+// A map has no lock and knows no window. Who may touch it, and when, is the business of its owner, the document.
 #pragma once
 
 #include <array>
