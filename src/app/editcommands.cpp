@@ -75,6 +75,15 @@ void EditCommands::StepBack(const FileListSender& list, bool redo) {
   const StepResult result = redo ? syllables_.Redo() : syllables_.Undo();
   if (result.What != StepResult::Lost) return;
   const std::wstring name = FileNameOf(syllables_.Facts(result.LostEntry).Path);
-  word_.Show(editor_, GetDlgItem(editor_, IDC_EDITOR_TABLE), LoadResString(IDS_STEPLOST_TITLE),
-             FormatText(LoadResString(IDS_STEPLOST).c_str(), name.c_str()));
+  Tell(LoadResString(IDS_STEPLOST_TITLE), FormatText(LoadResString(IDS_STEPLOST).c_str(), name.c_str()));
+}
+
+void EditCommands::TellIfNothing(bool redo) {
+  const DocumentState state = syllables_.State();
+  if (redo ? state.Redo.has_value() : state.Undo.has_value()) return;
+  Tell(LoadResString(IDS_NAME), LoadResString(redo ? IDS_NOTHINGTOREDO : IDS_NOTHINGTOUNDO));
+}
+
+void EditCommands::Tell(const std::wstring& title, const std::wstring& text) {
+  word_.Show(editor_, GetDlgItem(editor_, IDC_EDITOR_TABLE), title, text);
 }

@@ -22,6 +22,10 @@ class EditCommands {
   // The editor's window when it has come; where the words that need no box stand.
   void Attach(HWND editor) { editor_ = editor; }
   void OnTimer(UINT_PTR timer) { word_.OnTimer(timer); }
+  // The user goes on: a word that still stands goes.
+  void HideWord() { word_.Hide(); }
+  // For a key that finds nothing to undo, or to redo. Its menu item is grey, so that no command comes of it.
+  void TellIfNothing(bool redo);
 
   // True if nothing is edited or the user lets it go. No is the default, and saving is not offered.
   bool ConfirmDiscard() const;
@@ -40,6 +44,7 @@ class EditCommands {
 
  private:
   void FinishSave(DWORD error);
+  void Tell(const std::wstring& title, const std::wstring& text);
   void StepBack(const FileListSender& list, bool redo);
 
   Voicebank& bank_;

@@ -163,9 +163,15 @@ LRESULT CEditorDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
 
 // Ctrl+Z belongs to a box that has something of its own to take back, and is not seen by the menu then.
 bool CEditorDlg::TranslateKey(const MSG& message) {
-  const bool isUndo = message.message == WM_KEYDOWN && message.wParam == 'Z' && GetKeyState(VK_CONTROL) < 0 &&
-                      GetKeyState(VK_SHIFT) >= 0 && GetKeyState(VK_MENU) >= 0;
-  if (!isUndo || !SendMessageW(message.hwnd, EM_CANUNDO, 0, 0)) return false;
+  const bool isKey = message.message == WM_KEYDOWN;
+  if (isKey || message.message == WM_LBUTTONDOWN || message.message == WM_RBUTTONDOWN) Edits.HideWord();
+  const bool isLetter = isKey && (message.wParam == 'Z' || message.wParam == 'Y');
+  if (!isLetter || GetKeyState(VK_CONTROL) >= 0 || GetKeyState(VK_MENU) < 0) return false;
+  const bool redo = message.wParam == 'Y' || GetKeyState(VK_SHIFT) < 0;
+  if (redo || !SendMessageW(message.hwnd, EM_CANUNDO, 0, 0)) {
+    Edits.TellIfNothing(redo);
+    return false;
+  }
   SendMessageW(message.hwnd, EM_UNDO, 0, 0);
   SendMessageW(message.hwnd, EM_EMPTYUNDOBUFFER, 0, 0);  // else the next one would do it again
   return true;

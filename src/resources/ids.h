@@ -48,6 +48,8 @@
 #define IDS_REDONOTHING 403
 #define IDS_STEPLOST_TITLE 404
 #define IDS_STEPLOST 405
+#define IDS_NOTHINGTOUNDO 406
+#define IDS_NOTHINGTOREDO 407
 #define IDS_GESTURE_FIRST 416  // the names of gestures, in their order
 
 // The editor's menu is the one resource that goes by a name.
