@@ -29,8 +29,7 @@ template <typename Encode>
 }
 
 // The lines of a text file, a byte being a character.
-class Lines {
- public:
+struct Lines {
   explicit Lines(ByteSpan file) : rest_(SkipByteOrderMark({reinterpret_cast<const char*>(file.data()), file.size()})) {}
 
   bool operator()(std::wstring& line) {

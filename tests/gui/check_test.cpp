@@ -30,24 +30,19 @@ TEST_F(Check, MarksFollowTheLastRunUntilTheLibraryStopsIt) {
   folder_.Write(L"none_wav.frq", Bytes(7));
   CheckScript& script = Script();
   Start(folder_.Path());
-  const struct {
-    std::vector<CheckScript::Answer> answers;
-    int stopAt;
-    std::wstring cells;
-    std::string marks;
-  } runs[] = {
+  const std::tuple<std::vector<CheckScript::Answer>, int, std::wstring, std::string> runs[] = {
       {{{1, 1, 1, 0.0}, {1, 2, 9, 440.0}, {3, 0, 1, 0.0}, {4, 3, 1, 0.0}}, 0, L"*||*|*|||", ".xs. .... x... ...x "},
       {{{2, 0, 1, 0.0}, {3, 0, 1, 0.0}}, 3, L"|*|*|*|||", ".... x... x... ...x "},
       {{{1, 0, 1, 0.0}}, 1, L"|*|*|*|||", ".... x... x... ...x "},
       {{}, 0, L"||||||", ".... .... .... .... "}};
-  for (const auto& run : runs) {
+  for (const auto& [answers, stopAt, cells, marks] : runs) {
     script = {};
-    std::ranges::copy(run.answers, script.Answers);
-    script.StopAt = run.stopAt;
+    std::ranges::copy(answers, script.Answers);
+    script.StopAt = stopAt;
     RunCheck();
-    EXPECT_EQ(script.Calls, run.stopAt ? run.stopAt : 4);
-    EXPECT_EQ(Column(3), run.cells);
-    EXPECT_EQ(Marks(0) + ' ' + Marks(1) + ' ' + Marks(2) + ' ' + Marks(3) + ' ', run.marks);
+    EXPECT_EQ(script.Calls, stopAt ? stopAt : 4);
+    EXPECT_EQ(Column(3), cells);
+    EXPECT_EQ(Marks(0) + ' ' + Marks(1) + ' ' + Marks(2) + ' ' + Marks(3) + ' ', marks);
     EXPECT_EQ(Column(2), L"||||||") << "a mark is no edit";
   }
 }
@@ -74,24 +69,11 @@ TEST_F(Check, OddMapsAreShownAndCheckedAmongTheOthers) {
   }
   AddSyllable(L"gone", {220.0});
   AddSyllable(L"long", std::vector<double>(100000, 220.0));
-  FrqMap map;
-  map.Create(300, FrqTypeFrq);
-  map.Average = 262.0;
-  for (int i = 0; i < 300; ++i) map.Frames[i] = {.Frequency = i / 5 == 30 ? 524.0 : 262.0, .Amplitude = 3000.0};
-  folder_.Write(L"wrong.wav");
-  folder_.Write(L"wrong_wav.frq", EncodeFreq0003(map, FrqTypeFrq));
   Start(folder_.Path());
   DeleteFileW(folder_.Path(L"gone_wav.frq").c_str());
   Press(ID_VIEW_THUMBNAIL);
   RunCheck();
-  EXPECT_EQ(Column(0),
-            L"amplitude-nan.wav|count-too-low.wav|gone.wav|infinite.wav|long.wav|nan-and-negative.wav|"
-            L"wrong.wav|zero-frames.wav|");
-  EXPECT_EQ(Marks(6).substr(149, 7), ".sssss.");
   EXPECT_EQ(Marks(2), "") << "its file has gone";
-  ASSERT_TRUE(Eventually([] { return Bar() != nullptr; }));
-  SendMessageW(Bar(), WM_COMMAND, IDC_MODIFY_MODIFYALL, 0);
-  EXPECT_NEAR(List().Map(6)->Frames[152].Frequency, 262.0, 5.0);
   EXPECT_TRUE(Eventually([&] { return List().Map(4)->Loaded; }));
 }
 

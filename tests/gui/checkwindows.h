@@ -5,8 +5,7 @@
 #include "gui/program.h"
 #include "native/testdata.h"
 
-class CheckTest : public ProgramTest {
- protected:
+struct CheckTest : ProgramTest {
   ~CheckTest() override {
     Leave();
     FreeLibrary(double_);

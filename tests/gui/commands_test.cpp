@@ -3,8 +3,7 @@
 
 namespace {
 
-class Commands : public ProgramTest {
- protected:
+struct Commands : ProgramTest {
   void ThreeSyllables() const {
     for (const wchar_t* name : {L"a", L"b", L"c"}) AddSyllable(name, {220.0, 330.0});
   }
@@ -75,29 +74,6 @@ TEST_F(Commands, RemovedMapsAreGoneWithTheirEditsAfterTheOneQuestion) {
   Select(0);
   EXPECT_EQ(Frames(), L"440.00000000|330.00000000|");
   SetFileAttributesW(kept.c_str(), FILE_ATTRIBUTE_NORMAL);
-}
-
-TEST_F(Commands, AnswerToTheKeyboard) {
-  AddSyllable(L"a", {220.0, 330.0});
-  AddSyllable(L"b", {440.0});
-  Start(folder_.Path());
-  const auto press = [this](const std::vector<WORD>& keys) { PressKeys(editor_, keys); };
-  // Again and again, as the list may come to the front only now.
-  EXPECT_TRUE(Eventually([&] {
-    press({VK_CONTROL, 'A'});
-    return SelectedFrames().size() == 2;
-  }));
-  Press(IDC_EDITOR_HALVE);
-  press({VK_CONTROL, VK_DOWN});
-  EXPECT_TRUE(Eventually([&] { return Frames() == L"440.00000000|"; }));
-  press({VK_CONTROL, 'S'});
-  press({VK_CONTROL, VK_UP});
-  EXPECT_TRUE(Eventually([&] { return Frames() == L"110.00000000|165.00000000|"; }));
-  EXPECT_EQ(Column(2), L"*||") << "Save was grey for the other one";
-  press({VK_CONTROL, 'S'});
-  EXPECT_TRUE(Eventually([&] { return Column(2) == L"||"; }));
-  press({VK_CONTROL, 'Q'});
-  EXPECT_EQ(ExitCode(), 0);
 }
 
 }  // namespace

@@ -1,12 +1,9 @@
 // Maps converted to other kinds by the user's command, and the settings of an analysis by the library.
-#include "frqmap/mapfiles.h"
-#include "frqmap/mrqstore.h"
 #include "gui/resamplerdouble.h"
 
 namespace {
 
-class Converting : public DoubleTest {
- protected:
+struct Converting : DoubleTest {
   static void Pick(HWND dialog, int box, int position) {
     SendDlgItemMessageW(dialog, box, CB_SETCURSEL, static_cast<WPARAM>(position), 0);
     SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(box, CBN_SELCHANGE), 0);
@@ -82,11 +79,8 @@ TEST_F(Converting, AsksForTheNotesOfAnAnalysisAndRemembersThem) {
     return text;
   };
   InDialog(ID_EDIT_CREATEMISSING, IDC_VS4UFRQ_PRESET, [&](HWND dialog) {
-    Pick(dialog, IDC_VS4UFRQ_PRESET, 4);
-    Pick(dialog, IDC_VS4UFRQ_LOWNOTE, 9);
-    Pick(dialog, IDC_VS4UFRQ_LOWOCTAVE, 4);
-    Pick(dialog, IDC_VS4UFRQ_HIGHNOTE, 4);
-    Pick(dialog, IDC_VS4UFRQ_HIGHOCTAVE, 2);
+    int box = IDC_VS4UFRQ_PRESET;
+    for (const int position : {4, 9, 4, 4, 2}) Pick(dialog, box++, position);
     Close(dialog, IDOK);
   });
   InDialog(ID_EDIT_CREATEMISSING, IDC_VS4UFRQ_PRESET, [&](HWND dialog) {

@@ -1,14 +1,11 @@
 // Making maps: which runs there are, what becomes of the maps, and what the user sees meanwhile.
-#include <set>
 
-#include "frqmap/mapfiles.h"
 #include "gui/resamplerdouble.h"
 #include "resampler/createfrqdlg.h"
 
 namespace {
 
-class Creating : public DoubleTest {
- protected:
+struct Creating : DoubleTest {
   void AddWaves(std::initializer_list<const wchar_t*> names) {
     for (const wchar_t* const name : names) folder_.Write(L"bank\\" + std::wstring(name) + L".wav", kSecondOfSound);
   }

@@ -23,16 +23,6 @@ TEST_F(Editor, EachSyllableIsShownWithItsFramesKeyAndWave) {
   EXPECT_EQ(WindowText(Item(IDC_EDITOR_TABLE)) + WindowText(Item(IDC_EDITOR_WAVEINFO)), L"");
 }
 
-TEST_F(Editor, ATypedKeyCountsWhenItsBoxIsLeft) {
-  AddSyllable(L"a", {220.0});
-  Start(folder_.Path());
-  Type(IDC_EDITOR_KEY, L"-30o0.5");
-  EXPECT_EQ(List().Map(0)->Average, 261.5);
-  SendItem(IDC_EDITOR_KEY, WM_KILLFOCUS);
-  EXPECT_EQ(List().Map(0)->Average, 300.5);
-  EXPECT_EQ(WindowText(Item(IDC_EDITOR_KEY)) + Column(2), L"300.5*|");
-}
-
 TEST_F(Editor, ASavedFrameReachesItsFileAndNothingElseChanges) {
   AddSyllable(L"a", {220.0, 330.0});
   folder_.Write(L"a.wav.llsm");

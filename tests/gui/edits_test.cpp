@@ -4,8 +4,7 @@
 
 namespace {
 
-class Edits : public ProgramTest {
- protected:
+struct Edits : ProgramTest {
   void DoubleClick(int button) const { SendItem(button, WM_LBUTTONDBLCLK, MK_LBUTTON); }
   std::wstring Box(int id) const { return WindowText(Item(id)); }
   int Caret() const { return static_cast<int>(SendItem(IDC_EDITOR_FRAMES, LB_GETCARETINDEX)); }

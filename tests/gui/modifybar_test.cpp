@@ -3,21 +3,14 @@
 
 namespace {
 
-class ModifyBar : public CheckTest {
- protected:
+struct ModifyBar : CheckTest {
   // Five syllables of 60 frames. The second and the last have two runs of marks each; those of the last come with
   // suggestions.
   void Begin() {
     for (const wchar_t* name : {L"a", L"b", L"c", L"d", L"e"}) AddSyllable(name, std::vector<double>(60, 220.0));
-    std::ranges::copy(std::to_array<CheckScript::Answer>({{2, 3, 1, 0},
-                                                          {2, 4, 1, 0},
-                                                          {2, 30, 1, 0},
-                                                          {2, 31, 1, 0},
-                                                          {2, 32, 1, 0},
-                                                          {5, 10, 1, 440},
-                                                          {5, 20, 1, 440},
-                                                          {5, 21, 1, 880}}),
-                      Script().Answers);
+    constexpr CheckScript::Answer answers[] = {{2, 3, 1, 0},  {2, 4, 1, 0},    {2, 30, 1, 0},   {2, 31, 1, 0},
+                                               {2, 32, 1, 0}, {5, 10, 1, 440}, {5, 20, 1, 440}, {5, 21, 1, 880}};
+    std::ranges::copy(answers, Script().Answers);
     Start(folder_.Path());
     CheckAgain();
   }
@@ -36,6 +29,8 @@ class ModifyBar : public CheckTest {
     const std::vector<int> frames = SelectedFrames();
     return {row, SelectionOfMap(row) == frames ? frames : std::vector{-1}};
   }
+  // What is edited and what is marked.
+  std::wstring Cells() const { return Column(2) + L' ' + Column(3); }
   int MarkCount(int syllable) const {
     const std::string marks = Marks(syllable);
     return static_cast<int>(marks.size() - static_cast<std::size_t>(std::ranges::count(marks, '.')));
@@ -67,9 +62,7 @@ TEST_F(ModifyBar, SettlesEachRunAndEndsWithTheLast) {
   EXPECT_EQ(InView(), std::pair(1, kSecond));
   EXPECT_EQ(MarkCount(1), 3);
   PressButton(IDC_MODIFY_NEXT);
-  EXPECT_EQ(Column(2) + Column(3),
-            L"|||||"
-            L"|*|||*|");
+  EXPECT_EQ(Cells(), L"||||| |*|||*|");
   PressButton(IDC_MODIFY_MODIFY);
   EXPECT_EQ(InView(), std::pair(4, kLast));
   EXPECT_FALSE(IsGrey(ID_FILE_SAVE)) << "Ctrl+S would do nothing";
@@ -77,25 +70,18 @@ TEST_F(ModifyBar, SettlesEachRunAndEndsWithTheLast) {
   EXPECT_NEAR(List().Map(4)->Average, List().Map(4)->ComputeAverage(-1), 0.0) << "though the file had one of its own";
   EXPECT_EQ(WindowText(Item(IDC_EDITOR_KEY)).substr(0, 3), L"222");
   PressButton(IDC_MODIFY_MODIFY);
-  EXPECT_EQ(Column(2) + Column(3),
-            L"||||*|"
-            L"|*||||");
+  EXPECT_EQ(Cells(), L"||||*| |*||||");
   EXPECT_EQ(InView(), std::pair(1, kSecond));
   PressButton(IDC_MODIFY_IGNORE);
   EXPECT_TRUE(BarGoes());
-  EXPECT_EQ(Column(2) + Column(3),
-            L"||||*|"
-            L"|||||");
+  EXPECT_EQ(Cells(), L"||||*| |||||");
 }
 
 TEST_F(ModifyBar, ModifiesAllThatHasASuggestion) {
   Begin();
   PressButton(IDC_MODIFY_MODIFYALL);
   EXPECT_TRUE(BarGoes());
-  EXPECT_EQ(Column(2) + Column(3),
-            L"|*|||*|"
-            L"|*||||")
-      << "what has none stays marked";
+  EXPECT_EQ(Cells(), L"|*|||*| |*||||") << "what has none stays marked";
   EXPECT_EQ(MarkCount(1), 5);
   CheckAgain();
   PressButton(IDC_MODIFY_NEXT);

@@ -5,8 +5,7 @@ namespace {
 
 constexpr wchar_t kHistory[] = L"Software\\UTAU Plugin\\Marlit\\Resamplers";
 
-class Options : public DoubleTest {
- protected:
+struct Options : DoubleTest {
   static void Confirm(HWND dialog, const std::wstring& resampler) {
     SetDlgItemTextW(dialog, IDC_OPTION_RESAMPLER, resampler.c_str());
     PostMessageW(dialog, WM_COMMAND, IDOK, 0);

@@ -1,23 +1,18 @@
 // The program as the host's plug-in: what it lists, which resampler it takes and what it leaves for the host.
-#include "base/registry.h"
 #include "gui/program.h"
 
 namespace {
 
-class PluginMode : public ProgramTest {
- protected:
+struct PluginMode : ProgramTest {
   PluginMode() {
     for (const wchar_t* name : {L"bank\\a", L"bank\\b", L"bank\\c"}) AddSyllable(name, {220.0});
-    Write(L"bank\\oto.ini", L"a.wav=x,0,0,0,0,0\nb.wav=,0,0,0,0,0\nc.wav=,0,0,0,0,0\n");
-    Write(L"song.ust", L"[#SETTING]\nTool2=a\\b.exe\n[#0000]\nLyric=c\n");
-    Write(L"plugin.tmp", L"[#VERSION]\n[#SETTING]\nProject=" + folder_.Path(L"song.ust") + L"\nVoiceDir=" +
-                             folder_.Path(L"bank") + L"\n[#PREV]\nLyric=c\n[#0001]\nLyric=c\n@alias=x\n[#0002]\n" +
-                             L"Lyric=b\n[#0003]\nLyric=a\n[#0004]\nLyric=unknown\n[#NEXT]\nLyric=c\n");
+    folder_.WriteText(L"bank\\oto.ini", L"a.wav=x,0,0,0,0,0\nb.wav=,0,0,0,0,0\nc.wav=,0,0,0,0,0\n");
+    folder_.WriteText(L"song.ust", L"[#SETTING]\nTool2=a\\b.exe\n[#0000]\nLyric=c\n");
+    folder_.WriteText(L"plugin.tmp", L"[#VERSION]\n[#SETTING]\nProject=" + folder_.Path(L"song.ust") + L"\nVoiceDir=" +
+                                         folder_.Path(L"bank") +
+                                         L"\n[#PREV]\nLyric=c\n[#0001]\nLyric=c\n@alias=x\n[#0002]\n" +
+                                         L"Lyric=b\n[#0003]\nLyric=a\n[#0004]\nLyric=unknown\n[#NEXT]\nLyric=c\n");
     SaveHistory(kFolderHistoryKey, recent_);
-  }
-  // Every text here is plain ASCII.
-  void Write(const std::wstring& name, const std::wstring& text) const {
-    folder_.Write(name, Bytes(text.begin(), text.end()));
   }
   // Leaves the program; what the host finds in the plug-in file then.
   std::string Leave() const {

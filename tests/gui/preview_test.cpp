@@ -1,17 +1,13 @@
 // Play: what the resampler is given, what is left of it, and that the button stops what it began.
 #include "resampler/preview.h"
 
-#include <set>
-
-#include "frqmap/mapfiles.h"
 #include "gui/resamplerdouble.h"
 
 namespace {
 
 constexpr wchar_t kReadOnly[] = L"強 い&%^";
 
-class Preview : public DoubleTest {
- protected:
+struct Preview : DoubleTest {
   void SetUp() override {
     // Left by a test that was ended early and had the number of this process.
     while (!Scratch().empty()) std::filesystem::remove_all(Scratch());
@@ -38,11 +34,6 @@ class Preview : public DoubleTest {
     WIN32_FIND_DATAW item;
     const FindHandle find(FindFirstFileW((start + L"*").c_str(), &item));
     return find ? std::wstring(temp) + item.cFileName : L"";
-  }
-  static std::set<std::wstring> ScratchFiles() {
-    std::set<std::wstring> names;
-    for (const auto& entry : std::filesystem::directory_iterator(Scratch())) names.insert(entry.path().filename());
-    return names;
   }
 };
 
@@ -72,7 +63,7 @@ TEST_F(Preview, GivesTheResamplerTheEditedMapAndWhatTheBoxesSay) {
     FrqMap map;
     ASSERT_EQ(LoadMap(map, wave, FrqTypeFrq, nullptr), 0);
     EXPECT_EQ(map.Frames[0].Frequency, 100.0);
-    EXPECT_EQ(ScratchFiles(), (std::set<std::wstring>{L"output.wav", L"強 い&%^.wav", L"強 い&%^_wav.frq"}));
+    EXPECT_EQ(NamesIn(Scratch()), (std::set<std::wstring>{L"output.wav", L"強 い&%^.wav", L"強 い&%^_wav.frq"}));
   }
   EXPECT_EQ(ReadWholeFile(Bank() + L"\\強 い&%^_wav.frq"), saved);
   EXPECT_EQ(Column(2), L"*|") << "nothing was saved";
@@ -105,11 +96,8 @@ TEST_F(Preview, FailsWithoutAWordAndCanBeTriedAgain) {
 TEST_F(Preview, CopiesAWaveThatATextNamesWithASlash) {
   Install(L"resampler.exe");
   AddSyllable(L"bank\\low\\a", {440.0});
-  const auto write = [this](const wchar_t* name, const std::wstring& text) {
-    folder_.Write(name, Bytes(text.begin(), text.end()));
-  };
-  write(L"bank\\oto.ini", L"low/a.wav=x,0,0,0,0,0\n");
-  write(L"plugin.tmp", L"[#VERSION]\n[#SETTING]\nVoiceDir=" + Bank() + L"\n[#0001]\nLyric=x\n[#NEXT]\n");
+  folder_.WriteText(L"bank\\oto.ini", L"low/a.wav=x,0,0,0,0,0\n");
+  folder_.WriteText(L"plugin.tmp", L"[#VERSION]\n[#SETTING]\nVoiceDir=" + Bank() + L"\n[#0001]\nLyric=x\n[#NEXT]\n");
   Start(folder_.Path(L"plugin.tmp"));
   EXPECT_TRUE(HasRendered(Play())) << PreviewLogText.c_str();
 }

@@ -6,35 +6,25 @@
 
 #include <windows.h>
 #include <commctrl.h>
-#include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <future>
 
 #include "app/application.h"
 #include "app/messages.h"
+#include "base/registry.h"
 #include "base/text.h"
 #include "frqmap/freq0003.h"
 #include "resources/ids.h"
+#include "win/polling.h"
 #include "win/scratch.h"
-
-constexpr UINT kLimitMs = 5000;
-
-// False if the state does not come within the limit.
-template <typename State>
-bool Eventually(State state) {
-  for (const ULONGLONG end = GetTickCount64() + kLimitMs; !state(); Sleep(5)) {
-    if (GetTickCount64() > end) return false;
-  }
-  return true;
-}
 
 inline bool operator==(const RECT& a, const RECT& b) {
   return EqualRect(&a, &b);
 }
 
-class ProgramTest : public testing::Test {
- protected:
+struct ProgramTest : testing::Test {
   ~ProgramTest() override { Leave(); }
 
   // Ends the program; its edits are given up. It may be started again.
@@ -133,7 +123,7 @@ class ProgramTest : public testing::Test {
   }
   // Gives up on a message box that nobody expected.
   void Press(UINT command) const {
-    SendMessageTimeoutW(editor_, WM_COMMAND, command, 0, SMTO_NORMAL, 2 * kLimitMs, nullptr);
+    SendMessageTimeoutW(editor_, WM_COMMAND, command, 0, SMTO_NORMAL, 2 * limitMs, nullptr);
   }
   // Presses a button of a dialog. One that ends by it is hidden when this comes back, so that no one finds it any more
   // while it goes.
@@ -205,14 +195,7 @@ class ProgramTest : public testing::Test {
   HWND FindBox() const { return FindDialogWith(L"Static"); }
   // A visible dialog of this process but the editor, told by the class and the id of controls in it; null for none.
   HWND FindDialogWith(const wchar_t* controlClass, int id = 0) const {
-    for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, L"#32770", nullptr));) {
-      DWORD process = 0;
-      GetWindowThreadProcessId(window, &process);
-      const bool ours = process == GetCurrentProcessId() && IsWindowVisible(window) && window != editor_;
-      const bool hasId = id == 0 || GetDlgItem(window, id);
-      if (ours && hasId && FindWindowExW(window, nullptr, controlClass, nullptr)) return window;
-    }
-    return nullptr;
+    return FindDialogOf(GetCurrentProcessId(), controlClass, id, editor_);
   }
 
  private:

@@ -1,14 +1,13 @@
 // The program with a resampler that does what the test says, see doubles/resampler.
 #pragma once
 
-#include <algorithm>
 #include <sstream>
 
-#include "base/registry.h"
+#include "frqmap/mapfiles.h"
+#include "frqmap/mrqstore.h"
 #include "gui/program.h"
 
-class DoubleTest : public ProgramTest {
- protected:
+struct DoubleTest : ProgramTest {
   // Copies the resampler under a name, which decides its family, and makes it the user's.
   void Install(const std::wstring& name, DWORD workers = 1) {
     std::filesystem::create_directories(Bank());

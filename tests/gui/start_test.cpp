@@ -1,5 +1,4 @@
 // How the program comes up on each sort of argument, which folders it remembers, and how it ends.
-#include "base/registry.h"
 #include "gui/program.h"
 
 namespace {

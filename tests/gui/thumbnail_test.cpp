@@ -1,14 +1,11 @@
 // The window of thumbnails over a voicebank: what it shows, how it moves, and what keeps it up to date.
-#include <algorithm>
 
-#include "base/registry.h"
 #include "frqctrl/palette.h"
 #include "gui/program.h"
 
 namespace {
 
-class Thumbnails : public ProgramTest {
- protected:
+struct Thumbnails : ProgramTest {
   // Six thumbnails of 100 frames in a row, two rows as a whole.
   void Open() {
     WINDOWPLACEMENT placement{sizeof(placement), 0, SW_SHOWNORMAL, {}, {}, {0, 0, 456, 240}};

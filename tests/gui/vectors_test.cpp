@@ -1,5 +1,4 @@
 // The share of the families in expected.json that shows in the windows.
-#include <sstream>
 
 #include "gui/program.h"
 #include "native/family.h"
@@ -8,8 +7,7 @@ namespace {
 
 using testdata::Json;
 using testdata::Utf8;
-class vectors : public ProgramTest {
- protected:
+struct vectors : ProgramTest {
   vectors() {
     std::filesystem::current_path(testdata::Path(Family::Folder()));
     Start(L"");

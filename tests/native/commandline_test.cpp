@@ -32,16 +32,14 @@ TEST(CommandLine, HasAPlaceForANoteThatHasNoName) {
 
 TEST(CommandLine, TellsTheLengthOfAnyWave) {
   // Channels, bits, rate, bytes.
-  const std::tuple<int, int, int, std::uint32_t, double> tests[] = {{2, 16, 44100, 88200, 500.0},
-                                                                    {1, 24, 44100, 44100, 333.33334350585938},
-                                                                    {1, 16, 44100, 0x20000002, 1.0 / 44.1},
-                                                                    {0, 16, 44100, 8, 0.0},
-                                                                    {1, 16, 0, 8, 0.0}};
+  const std::tuple<std::uint16_t, std::uint16_t, std::uint32_t, std::uint32_t, double> tests[] = {
+      {2, 16, 44100, 88200, 500.0},
+      {1, 24, 44100, 44100, 333.33334350585938},
+      {1, 16, 44100, 0x20000002, 1.0 / 44.1},
+      {0, 16, 44100, 8, 0.0},
+      {1, 16, 0, 8, 0.0}};
   for (const auto& [channels, bits, rate, bytes, ms] : tests) {
-    WaveFormat format;
-    format.channels = static_cast<std::uint16_t>(channels);
-    format.bitsPerSample = static_cast<std::uint16_t>(bits);
-    format.samplesPerSec = static_cast<std::uint32_t>(rate);
+    const WaveFormat format{.channels = channels, .samplesPerSec = rate, .bitsPerSample = bits};
     EXPECT_EQ(RenderLengthMs(format, bytes), static_cast<float>(ms)) << ms;
   }
 }

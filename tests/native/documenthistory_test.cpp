@@ -1,6 +1,5 @@
 // What a user does to a dozen syllables in any order, taken back to the very first and done again, and how much of it
 // is kept.
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
@@ -41,8 +40,7 @@ FrqMap OddMap(int index) {
   return map;
 }
 
-class DocumentHistoryTest : public testing::Test {
- protected:
+struct DocumentHistoryTest : testing::Test {
   void SetUp() override {
     std::vector<FrqMap> maps;
     for (int i = 0; i < kEntries; ++i) maps.push_back(OddMap(i));
@@ -52,12 +50,12 @@ class DocumentHistoryTest : public testing::Test {
   }
 
   int Random(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
+  double Pick(const std::array<double, 5>& values) { return values[static_cast<std::size_t>(Random(5))]; }
   FrqMap& Map(int entry) { return *document_.Maps(entry).Map; }
 
   std::vector<int> Edit(FrqMap& map) {
     std::vector<int> rows = AllRows(map);
     std::erase_if(rows, [this](int) { return Random(4) != 0; });
-    const std::array factors = {0.5, 2.0, 0.0, 1.0, 3.0};
     switch (Random(6)) {
       case 0: return InterpolateFrames(map, rows, FrqTypeFrq);
       case 1:
@@ -65,7 +63,7 @@ class DocumentHistoryTest : public testing::Test {
         return {};
       case 2: map.Average = 200.0 + Random(3); return {};
       case 3: RestoreFrames(map, files_.Files[L"0"], rows, map.FrameCount); return rows;
-      default: return ScaleFrames(map, rows, factors[static_cast<std::size_t>(Random(5))], FrqTypeFrq);
+      default: return ScaleFrames(map, rows, Pick({0.5, 2.0, 0.0, 1.0, 3.0}), FrqTypeFrq);
     }
   }
 
@@ -102,7 +100,7 @@ class DocumentHistoryTest : public testing::Test {
     const int entry = Random(kEntries);
     FrqMap& map = Map(entry);
     const bool apply = Random(3) != 0;
-    switch (Random(12)) {
+    switch (Random(9)) {
       case 0:
         editing_.Flatten(map, 250.0 + Random(4));
         EXPECT_FALSE(editing_.IsStrokeOpen());
@@ -110,11 +108,8 @@ class DocumentHistoryTest : public testing::Test {
       case 1: document_.Reload(entry, Document::OnFailure::KeepSaved, false); break;
       case 2: Many(); break;
       case 3: document_.ApplyAllMarks(apply); break;
-      case 4:
-      case 5: document_.ApplyMarks(Gesture::Modify, entry, map.PositionOf(Random(map.FrameCount)), apply); break;
-      case 6:
-      case 7:
-      case 8: Stroke(map); break;
+      case 4: document_.ApplyMarks(Gesture::Modify, entry, map.PositionOf(Random(map.FrameCount)), apply); break;
+      case 5: Stroke(map); break;
       default: Change(entry); break;
     }
   }
@@ -123,15 +118,8 @@ class DocumentHistoryTest : public testing::Test {
   void Plant(int entry) {
     const auto frame = static_cast<std::size_t>(planted_[static_cast<std::size_t>(entry)]++);
     if (frame >= Map(entry).Frames.size()) return;
-    const std::array suggestions = {300.0, 40.0, 0.0, std::nan(""), 260.0};
-    document_.Mark(
-        entry,
-        [&](FrqMap& map) {
-          map.Frames[frame].Mark = 1 + static_cast<std::uint32_t>(Random(3));
-          map.Frames[frame].SuggestedFrequency = suggestions[static_cast<std::size_t>(Random(5))];
-          map.HasMarks = true;
-        },
-        false);
+    const double suggestion = Pick({300.0, 40.0, 0.0, std::nan(""), 260.0});
+    document_.Mark(entry, Marking(frame, suggestion, 1 + static_cast<std::uint32_t>(Random(3))), false);
     const Words now = ContentOf(Map(entry));
     for (Words& words : versions_[static_cast<std::size_t>(entry)]) {
       for (const std::size_t word : {frame * kFrameWords + 2, frame * kFrameWords + 3}) words[word] = now[word];

@@ -2,10 +2,8 @@
 //
 // Apart from the other tests of the document: it puts its own operator new in place, which AddressSanitizer wants for
 // itself.
-#include <gtest/gtest.h>
 
 #include <atomic>
-#include <cstdlib>
 
 #include "memoryfiles.h"
 

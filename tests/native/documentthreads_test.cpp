@@ -1,6 +1,5 @@
 // The document under three threads, as in the program: the editor's, the list's and that of the thumbnails. A build
 // with ThreadSanitizer runs it.
-#include <gtest/gtest.h>
 
 #include <atomic>
 #include <random>
@@ -15,8 +14,7 @@ constexpr int kEntries = 6;
 constexpr int kRounds = 3000;
 
 // Counts what it is told; each window of the program has a thread of its own, so that it is told on all of them.
-class Counter : public DocumentListener {
- public:
+struct Counter : DocumentListener {
   explicit Counter(Document& document) : document_(document) {}
   void OnChanged(const DocumentChanges& changes) override {
     for (const EntryChange& change : changes.Entries) document_.Facts(change.Index);
@@ -28,12 +26,8 @@ class Counter : public DocumentListener {
   Document& document_;
 };
 
-class Program {
- public:
-  Program() {
-    document_.AddListener(counter_);
-    OpenMaps(document_, files_, std::vector(kEntries, PlainMap(20)));
-  }
+struct Program {
+  Program() { document_.AddListener(counter_); }
 
   // Strokes and steps back, and paints the shown map.
   void Edit() {
@@ -66,7 +60,7 @@ class Program {
         case 2: document_.ReadAfresh(index, Document::OnFailure::EmptySaved, true); break;
         case 3: document_.ApplyAllMarks(true); break;
         case 4: document_.Change(Gesture::Halve, index, Setting(90.0)); break;
-        case 5: document_.Mark(index, Marking(), true); break;
+        case 5: document_.Mark(index, Marking(7, 333.0), true); break;
         case 6: round % 20 == 0 ? void(old = document_.Open(found_)) : document_.SetEdited(index, true); break;
         default: document_.Save(index, true, error) == 0 ? document_.RenewSaved(index) : void(); break;
       }
@@ -85,24 +79,13 @@ class Program {
   }
 
   void ExpectWhole() {
-    int edited = 0;
-    for (int index = 0; index < kEntries; ++index) edited += document_.Facts(index).Edited;
-    EXPECT_EQ(document_.State().Edited, edited);
+    ExpectCounts(document_);
     EXPECT_GT(counter_.told, kRounds);
     for (int index = 0; index < kEntries; ++index) document_.Reload(index, Document::OnFailure::EmptySaved, true);
     EXPECT_EQ(document_.State().Edited, 0);
   }
 
  private:
-  static std::function<void(FrqMap&)> Marking() {
-    return [](FrqMap& map) {
-      if (map.Frames.empty()) return;
-      map.Frames[7].Mark = 1;
-      map.Frames[7].SuggestedFrequency = 333.0;
-      map.HasMarks = true;
-    };
-  }
-
   // The pointer is one of another folder by now, or the map still stands.
   void Paint(const FrqMap* map) {
     const std::lock_guard locked(document_);
@@ -112,10 +95,9 @@ class Program {
     EXPECT_TRUE(map->Loaded ? sum > 0.0 : sum == 0.0);
   }
 
-  const std::vector<FoundSyllable> found_{{L"0", true, 20}, {L"1", true, 20}, {L"2", true, 20},
-                                          {L"3", true, 20}, {L"4", true, 20}, {L"5", true, 20}};
   MemoryFiles files_;
   Document document_{files_};
+  const std::vector<FoundSyllable> found_ = OpenMaps(document_, files_, std::vector(kEntries, PlainMap(20)));
   Counter counter_{document_};
 };
 

@@ -4,20 +4,20 @@
 // others on Windows, and print how much they compared. They read the folder that MARLIT_VECTORS names, or tests/data.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <sstream>
 
-#include "frqmap/frqmap.h"
+#include "frqmap/dio.h"
+#include "frqmap/freq0003.h"
+#include "frqmap/pmk.h"
 #include "native/testdata.h"
 
-class Family {
- public:
+struct Family {
   using Json = testdata::Json;
 
   static std::string Folder() {
@@ -28,7 +28,7 @@ class Family {
     static const Json all = Json::parse(File("expected.json"));
     return all;
   }
-  static Bytes File(const std::string& name) { return testdata::FileBytes(name, Folder()); }
+  static Bytes File(const std::string& name) { return testdata::BytesAt(Folder() + "/" + name); }
 
   explicit Family(const std::string& name) : name_(name), entries_(Everything().at(name)) {}
   ~Family() {
@@ -101,6 +101,19 @@ class Family {
   std::string difference_;
 };
 
+inline std::optional<FrqMap> Decode(const std::string& name, ByteSpan file) {
+  if (name.ends_with(".dio")) return DecodeDio(file);
+  return name.ends_with(".pmk") ? DecodePmk(file) : DecodeFreq0003(file);
+}
+
+// An object of values by their names, which stand in one text.
+inline testdata::Json Named(const std::string& names, std::initializer_list<testdata::Json> values) {
+  std::istringstream name(names);
+  testdata::Json object;
+  for (const testdata::Json& value : values) object[*std::istream_iterator<std::string>(name)] = value;
+  return object;
+}
+
 inline std::string Flags(const FrqMap& map, auto FrqFrame::*flag) {
   std::string flags;
   for (const FrqFrame& frame : map.Frames) flags += frame.*flag ? '1' : '0';
@@ -116,8 +129,7 @@ inline testdata::Json Values(const FrqMap& map, auto FrqFrame::*value) {
 inline std::string Hex(std::string_view bytes) {
   std::string text;
   for (const char byte : bytes) {
-    const auto value = static_cast<unsigned char>(byte);
-    text += {"0123456789abcdef"[value / 16], "0123456789abcdef"[value % 16]};
+    for (const int shift : {4, 0}) text += "0123456789abcdef"[byte >> shift & 15];
   }
   return text;
 }
@@ -155,22 +167,15 @@ inline void ExpectMap(Family& family, FrqMap& map, testdata::Json entry) {
   amplitudes.swap(expected["amplitude"]);
   expected.erase("amplitude");
   if (expected["sample_position"] == 0) expected["sample_position"] = std::vector<int>(positions.size());
-  family.Expect({{"kind", map.Kind},
-                 {"magic", Hex({map.Magic.data(), map.Magic.size()})},
-                 {"tag", Hex({map.Tag.data(), map.Tag.size()})},
-                 {"average", map.Average},
-                 {"hop", map.Hop},
-                 {"frame_count", map.FrameCount},
-                 {"min_frequency", map.MinFrequency},
-                 {"max_frequency", map.MaxFrequency},
-                 {"derived_average", map.DerivedAverage},
-                 {"modified", map.Modified},
-                 {"has_marks", map.HasMarks},
-                 {"single_precision", map.SinglePrecision},
-                 {"frequency", Values(map, &FrqFrame::Frequency)},
-                 {"voiced", Flags(map, &FrqFrame::Voiced)},
-                 {"sample_position", positions}},
-                expected);
+  const std::string names =
+      "kind magic tag average hop frame_count min_frequency max_frequency derived_average modified has_marks "
+      "single_precision frequency voiced sample_position";
+  family.Expect(
+      Named(names, {map.Kind, Hex({map.Magic.data(), map.Magic.size()}), Hex({map.Tag.data(), map.Tag.size()}),
+                    map.Average, map.Hop, map.FrameCount, map.MinFrequency, map.MaxFrequency, map.DerivedAverage,
+                    map.Modified, map.HasMarks, map.SinglePrecision, Values(map, &FrqFrame::Frequency),
+                    Flags(map, &FrqFrame::Voiced), positions}),
+      expected);
   family.Expect(Values(map, &FrqFrame::Amplitude), amplitudes, 1e-12);
   if (!entry["averages"].contains("unspecified")) {
     family.Expect({{"minus1", map.ComputeAverage(-1)}, {"two", map.ComputeAverage(2)}, {"shown", map.ShownAverage()}},

@@ -1,9 +1,6 @@
 // The map in memory: what no vector holds, edits and copies.
 #include "frqmap/frqmap.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
 #include <limits>
 
 #include "native/family.h"

@@ -6,10 +6,7 @@
 namespace {
 
 TEST(FrqType, JapaneseNamesAreNotCutInsideACharacter) {
-  const struct {
-    std::string map, wave;
-    FrqType kind;
-  } tests[] = {
+  const std::tuple<std::string, std::string, FrqType> tests[] = {
       {"\x83\x5F.frq", "\x83\x5F.frq", FrqTypeFrq},                          // ダ, whose second byte is "_"
       {"\x83\x5F_wav.frq", "\x83\x5F.wav", FrqTypeFrq},                      // ダ
       {"ka_\x83\x5F\x83\x5F.frc", "ka.wav", FrqTypeFrc},                     // ka_ダダ
@@ -17,9 +14,9 @@ TEST(FrqType, JapaneseNamesAreNotCutInsideACharacter) {
       {"\x83\x5C.dio", "\x83\x5C.wav", FrqTypeDio},                          // ソ
       {"\xB1_wav.frq", "\xB1.wav", FrqTypeFrq},                              // half-width ア, a single byte
   };
-  for (const auto& test : tests) {
-    EXPECT_EQ(WavePathFromMapA(test.map), test.wave);
-    EXPECT_EQ(FrqTypeFromPathA(test.map), test.kind);
+  for (const auto& [map, wave, kind] : tests) {
+    EXPECT_EQ(WavePathFromMapA(map), wave);
+    EXPECT_EQ(FrqTypeFromPathA(map), kind);
   }
 }
 

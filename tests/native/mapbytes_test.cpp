@@ -1,13 +1,8 @@
 // The bytes of map files that no voicebank should hold: cut short, out of range, or nonsense.
-#include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 
-#include "frqmap/dio.h"
-#include "frqmap/freq0003.h"
 #include "frqmap/levels.h"
-#include "frqmap/pmk.h"
 #include "native/family.h"
 
 namespace {
@@ -16,11 +11,6 @@ using testdata::FileBytes;
 
 constexpr SampleCount kMost = std::numeric_limits<SampleCount>::max();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-
-std::optional<FrqMap> Decode(const std::string& name, ByteSpan file) {
-  if (name.ends_with(".dio")) return DecodeDio(file);
-  return name.ends_with(".pmk") ? DecodePmk(file) : DecodeFreq0003(file);
-}
 
 FrqMap EvenMap(std::size_t frameCount, double hz, SampleCount hop) {
   return MapOf(std::vector<double>(frameCount, hz), hop);

@@ -1,20 +1,19 @@
 // Files of a document in memory, with faults at will, and what of a map counts as its content.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <bit>
-#include <cstdint>
 #include <functional>
 #include <map>
 #include <new>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "document/document.h"
 
 // A file holds no marks, and no average where that is derived. The next call alone meets the fault.
-class MemoryFiles : public DocumentFiles {
- public:
+struct MemoryFiles : DocumentFiles {
   enum class Fault { None, Fails, Throws };
 
   std::map<std::wstring, FrqMap> Files;
@@ -107,13 +106,35 @@ inline std::function<std::vector<int>(FrqMap&)> Setting(double hz, int row = 2) 
   };
 }
 
+// What a check does to one frame, if there is one.
+inline std::function<void(FrqMap&)> Marking(std::size_t row, double hz, std::uint32_t mark = 1) {
+  return [=](FrqMap& map) {
+    if (row >= map.Frames.size()) return;
+    map.Frames[row].Mark = mark;
+    map.Frames[row].SuggestedFrequency = hz;
+    map.HasMarks = true;
+  };
+}
+
 // Syllables "0", "1" and so on, their maps loaded.
-inline void OpenMaps(Document& document, MemoryFiles& files, const std::vector<FrqMap>& maps) {
+inline std::vector<FoundSyllable> OpenMaps(Document& document, MemoryFiles& files, const std::vector<FrqMap>& maps) {
   std::vector<FoundSyllable> found;
   for (const FrqMap& map : maps) {
     found.push_back({std::to_wstring(found.size()), true, 20});
     files.Put(found.back().Path, map);
   }
-  document.Open(std::move(found));
+  document.Open(found);
   for (int i = 0; i < std::ssize(maps); ++i) document.EnsureLoaded(i, Document::OnFailure::EmptySaved);
+  return found;
+}
+
+// The document counts as its entries tell one by one.
+inline void ExpectCounts(const Document& document) {
+  const DocumentState state = document.State();
+  int edited = 0, maps = 0;
+  for (int entry = 0; entry < state.Entries; ++entry) {
+    edited += document.Facts(entry).Edited;
+    maps += document.Facts(entry).HasMap;
+  }
+  EXPECT_EQ(std::pair(state.Edited, state.Maps), std::pair(edited, maps));
 }

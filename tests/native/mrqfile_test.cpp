@@ -68,8 +68,7 @@ TEST(MrqFile, DamageCostsNoMapThatCanStillBeRead) {
 }
 
 // Takes what goes into its space, and then fails as a disk does.
-class FullDisk : public MrqImage {
- public:
+struct FullDisk : MrqImage {
   using MrqImage::MrqImage;
   std::size_t Space = 0;
 

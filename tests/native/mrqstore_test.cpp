@@ -10,8 +10,7 @@
 namespace {
 
 // Lets several streams into a file, as a disk does.
-class MemoryDisk : public MrqAccess {
- public:
+struct MemoryDisk : MrqAccess {
   std::unique_ptr<MrqStream> Open(const std::wstring& path, MrqMode mode) override {
     const std::lock_guard lock(lock_);
     if (path.empty() || (mode == MrqMode::Read && !files_.contains(path))) return nullptr;
@@ -78,27 +77,27 @@ TEST(MrqStore, SavesOfManyThreadsReachTheFileAndASecondStore) {
 
 TEST(MrqStore, KeysComeBackFromTheFileAsUsersFilesHaveThem) {
   const std::wstring deep = L"C:\\" + std::wstring(240, L'd');
-  const struct {
-    std::wstring folder, key, back, analysis;
-  } tests[] = {
+  // The folder, a key of an entry, as it comes back, and the analysis that goes with the entry.
+  const std::array<std::wstring, 4> tests[] = {
       {L"C:\\v", L"C:\\v\\_か.か", L"C:\\v\\_か", L"C:\\v\\_か.か"},  // the second dot
       {L"C:\\v", L"C:\\v\\a. b", L"C:\\v\\a. b", L"C:\\v\\a. b.wav.llsm"},
       {L"C:\\", L"C:\\ka", L"C:\\ka", L"C:\\ka.wav.llsm"},
       {L"\\\\server\\share", L"\\\\server\\share\\ka", L"\\\\server\\share\\ka", L"\\\\server\\share\\ka.wav.llsm"},
-      {L"\\\\server\\share\\x\\..\\", L"\\\\server\\share\\ka", L"\\\\server\\share\\ka", L"\\\\server\\share\\ka.wav.llsm"},
+      {L"\\\\server\\share\\x\\..\\", L"\\\\server\\share\\ka", L"\\\\server\\share\\ka",
+       L"\\\\server\\share\\ka.wav.llsm"},
       {L"C:\\v\\x\\..\\.\\w.d", L"C:\\v\\w.d\\ka", L"C:\\v\\w.d\\ka", L"C:\\v\\w.d\\ka.wav.llsm"},
       {deep, deep + L"\\" + std::wstring(15, L'k'), L"", deep + L"\\" + std::wstring(15, L'k')},  // fit as a key alone
   };
-  for (const auto& test : tests) {
-    SCOPED_TRACE(testing::PrintToString(test.key));
+  for (const auto& [opened, key, back, analysis] : tests) {
+    SCOPED_TRACE(testing::PrintToString(key));
     MemoryDisk disk;
     MrqStore store(&Noon, disk), second(&Noon, disk);
-    EXPECT_EQ(store.SaveEntry(test.key, {256, 44100, {110.0}, 0, 0}), 0);
-    second.LoadFolder(test.folder);
-    EXPECT_EQ(second.Find(test.back).has_value(), !test.back.empty());
-    EXPECT_EQ(second.Find(test.key).has_value(), test.key == test.back);
-    second.RemoveEntry(test.key);
-    EXPECT_EQ(disk.Deleted, std::set{test.analysis});
+    EXPECT_EQ(store.SaveEntry(key, {256, 44100, {110.0}, 0, 0}), 0);
+    second.LoadFolder(opened);
+    EXPECT_EQ(second.Find(back).has_value(), !back.empty());
+    EXPECT_EQ(second.Find(key).has_value(), key == back);
+    second.RemoveEntry(key);
+    EXPECT_EQ(disk.Deleted, std::set{analysis});
   }
   MemoryDisk disk;
   MrqStore store(&Noon, disk);

@@ -69,9 +69,7 @@ TEST(ResamplerCalls, WithoutSenseAreRefused) {
 }
 
 WaveFormat FormatOf(std::uint16_t tag, std::uint16_t channels, std::uint16_t bits, std::uint32_t rate = 44100) {
-  WaveFormat format;
-  format.formatTag = tag, format.channels = channels, format.bitsPerSample = bits, format.samplesPerSec = rate;
-  return format;
+  return {.formatTag = tag, .channels = channels, .samplesPerSec = rate, .bitsPerSample = bits};
 }
 
 TEST(Recordings, OfAllUsualFormsAreReadAsTheirFirstChannel) {

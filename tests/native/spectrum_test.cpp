@@ -1,8 +1,5 @@
 // The spectrum: the transform by all its paths, waves of all shapes, and the way from magnitudes to colours.
-#include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
 #include <random>
 
 #include "frqctrl/spectrum.h"

@@ -5,14 +5,12 @@
 
 #include <array>
 #include <limits>
-#include <tuple>
 
 namespace {
 
 constexpr int kFrames = 60;
 
-class TableModelTest : public testing::Test {
- protected:
+struct TableModelTest : testing::Test {
   TableModelTest() {
     map.Create(kFrames, FrqTypeFrq);
     map.Loaded = true;
@@ -49,8 +47,6 @@ TEST_F(TableModelTest, TheViewStaysWithinTheMapAndTheNotes) {
   table.Geometry.ScrollColumn = std::numeric_limits<SampleCount>::max();
   table.ScrollColumnsByWheel(-32000);
   EXPECT_EQ(table.Geometry.ScrollColumn, kFrames - 1);
-  table.ScrollColumnsByWheel(32000);
-  EXPECT_EQ(table.Geometry.ScrollColumn, 0);
   table.ScrollNotesByWheel(32000);
   EXPECT_EQ(std::pair(table.Geometry.BottomNote, table.VerticalPosition()), std::pair(kTopNote, 0));
 

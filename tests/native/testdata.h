@@ -1,6 +1,7 @@
 // The files under tests/data, and texts and numbers as they stand in JSON.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
@@ -19,10 +20,13 @@ inline std::filesystem::path Path(const std::string& utf8) {
   return std::u8string(utf8.begin(), utf8.end());
 }
 
-inline Bytes FileBytes(const std::string& utf8Name, const std::string& folder = MARLIT_TEST_DATA) {
-  std::ifstream file(Path(folder + "/" + utf8Name), std::ios::binary);
-  if (!file) throw std::runtime_error("no test data " + utf8Name);
+inline Bytes BytesAt(const std::string& utf8Path) {
+  std::ifstream file(Path(utf8Path), std::ios::binary);
+  if (!file) throw std::runtime_error("no test data " + utf8Path);
   return Bytes(std::istreambuf_iterator<char>(file), {});
+}
+inline Bytes FileBytes(const std::string& utf8Name) {
+  return BytesAt(MARLIT_TEST_DATA "/" + utf8Name);
 }
 
 // JSON has no numbers for nan, inf and -inf: they are texts.

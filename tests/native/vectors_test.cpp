@@ -1,5 +1,4 @@
 // The floor's share of the families in expected.json: bytes and arithmetic.
-#include <gtest/gtest.h>
 
 #include <map>
 
@@ -7,10 +6,7 @@
 #include "check/checkrecords.h"
 #include "check/failuresearch.h"
 #include "frqctrl/geometry.h"
-#include "frqmap/dio.h"
 #include "frqmap/edits.h"
-#include "frqmap/freq0003.h"
-#include "frqmap/pmk.h"
 #include "native/family.h"
 #include "resampler/commandline.h"
 #include "resampler/notename.h"
@@ -24,12 +20,6 @@ using testdata::Wide;
 // Narrow names are in code page 932 and the vectors in UTF-8: they can be compared where both are the same.
 bool IsAscii(const std::string& name) {
   return std::ranges::all_of(name, [](char c) { return c > 0; });
-}
-
-std::optional<FrqMap> Decode(const std::string& name) {
-  const Bytes file = Family::File(name);
-  if (name.ends_with(".dio")) return DecodeDio(file);
-  return name.ends_with(".pmk") ? DecodePmk(file) : DecodeFreq0003(file);
 }
 
 // "x" is a mark, "s" one with a suggestion of 100 Hz and one for each frame before it.
@@ -47,7 +37,7 @@ FrqMap MarkedMap(const std::string& pattern, SampleCount hop) {
 TEST(vectors, Maps) {
   Family::Each("maps", [](Family& family, const Json& test) {
     if (test.contains("load_as")) return;  // an entry of the store
-    const std::optional<FrqMap> map = Decode(test["file"]);
+    const std::optional<FrqMap> map = Decode(test["file"], Family::File(test["file"]));
     const std::string load = test["load"];
     if (load != "open") family.Expect(map && (map->FrameCount > 0 || load == "ok"), load == "ok");
     const Json& expected = test.contains("map") ? test["map"] : test.value("if_ok", Json());
@@ -140,12 +130,9 @@ TEST(vectors, Edits) {
     const FrqMap saved = map;
     for (const Json& step : test["steps"]) {
       const Json result = Edit(map, saved, step["op"], test["frq_type"].get<FrqType>(), map.FrameCount);
-      family.Expect({{"op", step["op"]},
-                     {"result", result},
-                     {"average", map.Average},
-                     {"key", Utf8(FrequencyText(map.Average))},
-                     {"frequency", Values(map, &FrqFrame::Frequency)},
-                     {"voiced", Flags(map, &FrqFrame::Voiced)}},
+      family.Expect(Named("op result average key frequency voiced",
+                          {step["op"], result, map.Average, Utf8(FrequencyText(map.Average)),
+                           Values(map, &FrqFrame::Frequency), Flags(map, &FrqFrame::Voiced)}),
                     step);
     }
     Json rows;
@@ -244,7 +231,7 @@ TEST(vectors, Control) {
 
 TEST(vectors, Check) {
   Family::Each("check", [](Family& family, const Json& test) {
-    FrqMap map = Decode(test["file"]).value();
+    FrqMap map = Decode(test["file"], Family::File(test["file"])).value();
     const auto frames = MakeCheckFrames(map, Wide(test["map_path"]));
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(frames.get());
     const std::size_t size = sizeof(CheckFrameRecord) + map.Frames.size() * sizeof(CheckFrame);
@@ -280,17 +267,14 @@ TEST(vectors, Vs) {
     const VsProject project = ProjectOf(test["rate"], test["points_per_second"], test["points"]);
     family.Expect(project.AverageCents(), test["average_cents"]);
     const FrqMap map = MapOfProject(project).value();
-    family.Expect({{"hop", map.Hop},
-                   {"frequency", Values(map, &FrqFrame::Frequency)},
-                   {"amplitude", Values(map, &FrqFrame::Amplitude)},
-                   {"voiced", Flags(map, &FrqFrame::Voiced)}},
-                  test["load"], 1e-12);
+    family.Expect(
+        Named("hop frequency amplitude voiced", {map.Hop, Values(map, &FrqFrame::Frequency),
+                                                 Values(map, &FrqFrame::Amplitude), Flags(map, &FrqFrame::Voiced)}),
+        test["load"], 1e-12);
     const FrqMap resampled = ResampledMap(project, FrqTypeFrq).value();
-    family.Expect({{"frame_count", resampled.FrameCount},
-                   {"average", resampled.Average},
-                   {"modified", resampled.Modified},
-                   {"frequency", Values(resampled, &FrqFrame::Frequency)},
-                   {"amplitude", Values(resampled, &FrqFrame::Amplitude)}},
+    family.Expect(Named("frame_count average modified frequency amplitude",
+                        {resampled.FrameCount, resampled.Average, resampled.Modified,
+                         Values(resampled, &FrqFrame::Frequency), Values(resampled, &FrqFrame::Amplitude)}),
                   test["export_map"], 1e-12);
     family.ExpectFile(PmkOfProject(project).value(), test["export_pmk"]);
     for (const Json& import : test["import_map"]) ExpectImport(family, project, import);

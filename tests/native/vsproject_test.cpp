@@ -1,8 +1,6 @@
 // The data of a project as no sound library would tell them.
 #include "frqmap/vsproject.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 
 #include "native/family.h"

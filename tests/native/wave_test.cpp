@@ -1,5 +1,4 @@
 // Waves and AIFF files as their bytes: damaged ones.
-#include <gtest/gtest.h>
 
 #include <cstring>
 

@@ -5,8 +5,7 @@
 
 #include "voicebank/wavefile.h"
 
-class WaveBytes : public ByteSource {
- public:
+struct WaveBytes : ByteSource {
   explicit WaveBytes(ByteSpan bytes) : bytes_(bytes) {}
 
   std::int64_t Size() const override { return static_cast<std::int64_t>(bytes_.size()); }

@@ -4,63 +4,33 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 
 #include "app/messages.h"
-#include "base/handle.h"
 #include "base/registry.h"
 #include "base/text.h"
 #include "resources/ids.h"
+#include "win/polling.h"
 
 namespace {
 
-constexpr int kLimitMs = 60000;
-
-template <typename State>
-bool Eventually(State state) {
-  for (const ULONGLONG end = GetTickCount64() + kLimitMs; !state(); Sleep(20)) {
-    if (GetTickCount64() > end) return false;
-  }
-  return true;
-}
-
-class ReleaseTest : public testing::Test {
- protected:
+struct ReleaseTest : testing::Test {
   // Settings of an earlier run would say another resampler or window.
   ReleaseTest() {
+    limitMs = 60'000;
     RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\UTAU Plugin");
     wchar_t resampler[MAX_PATH] = L"";
     (folder_ / L"basic-resampler.exe").wstring().copy(resampler, MAX_PATH - 1);
     RegWriteValue(L"Resampler", resampler);
+    started_ = StartProgram(L"\"" + (folder_ / L"marlit.exe").wstring() + L"\" \"" + bank_.wstring() + L"\"", L"C:\\");
   }
-  ~ReleaseTest() override { TerminateProcess(process_.get(), 1); }
-
-  void Start() {
-    std::wstring command = L"\"" + (folder_ / L"marlit.exe").wstring() + L"\" \"" + bank_.wstring() + L"\"";
-    STARTUPINFOW start{};
-    start.cb = sizeof(start);
-    PROCESS_INFORMATION made{};
-    ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, L"C:\\", &start, &made));
-    CloseHandle(made.hThread);
-    process_.reset(made.hProcess);
-    processId_ = made.dwProcessId;
-  }
+  ~ReleaseTest() override { TerminateProcess(started_.first.get(), 1); }
 
   // A dialog of the program, told by the id and the class of a control in it; waits for it.
   HWND Dialog(int control, const wchar_t* controlClass) const {
     HWND found = nullptr;
-    Eventually([&] { return (found = FindDialog(control, controlClass)) != nullptr; });
+    Eventually([&] { return (found = FindDialogOf(started_.second, controlClass, control, editor_)) != nullptr; });
     return found;
-  }
-  bool GoesAway(HWND window) const {
-    return Eventually([&] { return !IsWindow(window); });
-  }
-  DWORD ExitCode() const {
-    DWORD code = STILL_ACTIVE;
-    WaitForSingleObject(process_.get(), kLimitMs);
-    GetExitCodeProcess(process_.get(), &code);
-    return code;
   }
   bool EveryWaveHasAMap() const {
     for (const auto& entry : std::filesystem::recursive_directory_iterator(bank_)) {
@@ -74,25 +44,12 @@ class ReleaseTest : public testing::Test {
   const std::filesystem::path folder_ = _wgetenv(L"MARLIT_RELEASE");
   const std::filesystem::path bank_ = folder_ / L"voicebank";
 
- private:
-  HWND FindDialog(int control, const wchar_t* controlClass) const {
-    for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, L"#32770", nullptr));) {
-      DWORD process = 0;
-      GetWindowThreadProcessId(window, &process);
-      wchar_t name[64] = L"";
-      GetClassNameW(GetDlgItem(window, control), name, 64);
-      if (process == processId_ && IsWindowVisible(window) && lstrcmpiW(name, controlClass) == 0) return window;
-    }
-    return nullptr;
-  }
-
-  UniqueHandle<KernelTraits> process_;
-  DWORD processId_ = 0;
+  std::pair<UniqueHandle<KernelTraits>, DWORD> started_;
+  HWND editor_ = nullptr;  // found, and no other dialog any more
 };
 
 TEST_F(ReleaseTest, MakesAndChecksTheMapsOfItsVoicebank) {
-  ASSERT_NO_FATAL_FAILURE(Start());
-  const HWND editor = Dialog(IDC_EDITOR_FRAMES, WC_LISTBOXW);
+  const HWND editor = editor_ = Dialog(IDC_EDITOR_FRAMES, WC_LISTBOXW);
   const HWND list = Dialog(IDC_LIST_FILES, WC_LISTVIEWW);
   ASSERT_TRUE(editor && list);
   EXPECT_FALSE(EveryWaveHasAMap());
@@ -113,10 +70,10 @@ TEST_F(ReleaseTest, MakesAndChecksTheMapsOfItsVoicebank) {
   const HWND bar = Dialog(IDC_MODIFY_MODIFYALL, WC_BUTTONW);
   ASSERT_TRUE(bar) << "the check found nothing";
   PostMessageW(bar, WM_COMMAND, IDCANCEL, 0);
-  EXPECT_TRUE(GoesAway(bar));
+  EXPECT_TRUE(Eventually([&] { return !IsWindow(bar); }));
 
   PostMessageW(editor, WM_COMMAND, ID_FILE_EXIT, 0);
-  EXPECT_EQ(ExitCode(), 0u);
+  EXPECT_EQ(ExitCodeOf(started_.first.get()), 0u);
 }
 
 }  // namespace

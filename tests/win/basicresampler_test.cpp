@@ -1,19 +1,14 @@
 // The bundled resampler as a program: hosts start it thousands of times and look at nothing but what it leaves.
-#include <windows.h>
-
-#include <gtest/gtest.h>
-
-#include <fstream>
-#include <optional>
-#include <set>
 
 #include "companions/resampler/mrqlock.h"
 #include "companions/resampler/render.h"
 #include "frqmap/mapfiles.h"
 #include "frqmap/mrqstore.h"
+#include "native/testdata.h"
 #include "native/tone.h"
 #include "resampler/pitchanalysis.h"
 #include "voicebank/waveheader.h"
+#include "win/polling.h"
 #include "win/scratch.h"
 
 namespace {
@@ -26,12 +21,10 @@ const Bytes& WaveFile() {
   return file;
 }
 
-class BasicResampler : public testing::Test {
- protected:
+struct BasicResampler : testing::Test {
   // A copy under another name, of another family; in a folder of its own, so that what it writes can be counted.
   void Install(const std::wstring& name) {
-    std::ifstream program(MARLIT_RESAMPLER, std::ios::binary);
-    folder_.Write(L"program\\" + name, Bytes(std::istreambuf_iterator<char>(program), {}));
+    folder_.Write(L"program\\" + name, testdata::BytesAt(MARLIT_RESAMPLER));
     program_ = folder_.Path(L"program\\" + name);
   }
   void SetUp() override {
@@ -43,31 +36,12 @@ class BasicResampler : public testing::Test {
   std::wstring Path(const std::wstring& name) const { return Bank() + L"\\" + name; }
   void Write(const std::wstring& name, const Bytes& bytes) { folder_.Write(L"bank\\" + name, bytes); }
 
-  std::set<std::wstring> Names() const {
-    std::set<std::wstring> names;
-    for (const auto& entry : std::filesystem::directory_iterator(Bank())) names.insert(entry.path().filename());
-    return names;
-  }
-
   // "@" stands for the voicebank's folder. It is not made the current one: what the system starts for a console stays
   // in there for a while, and the folder could not be deleted.
   UniqueHandle<KernelTraits> Start(const std::wstring& arguments) const {
     std::wstring line = L"\"" + program_ + L"\" ";
     for (const wchar_t c : arguments) line += c == L'@' ? Path(L"") : std::wstring(1, c);
-    STARTUPINFOW start = {};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process = {};
-    EXPECT_TRUE(CreateProcessW(program_.c_str(), line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
-                               nullptr, &start, &process))
-        << GetLastError();
-    CloseHandle(process.hThread);
-    return UniqueHandle<KernelTraits>(process.hProcess);
-  }
-  static DWORD ExitCodeOf(HANDLE process) {
-    DWORD code = STILL_ACTIVE;
-    WaitForSingleObject(process, 60'000);
-    GetExitCodeProcess(process, &code);
-    return code;
+    return StartProgram(line, nullptr).first;
   }
   DWORD Run(const std::wstring& arguments) const { return ExitCodeOf(Start(arguments).get()); }
 
@@ -95,7 +69,7 @@ TEST_F(BasicResampler, MakesTheMapOfItsFamilyBesideTheWave) {
     std::filesystem::remove_all(Bank());
     Write(kWave, WaveFile());
     ASSERT_EQ(MakeMapOf(kWave), 0u);
-    EXPECT_EQ(Names(), (std::set<std::wstring>{kWave, file}));
+    EXPECT_EQ(NamesIn(Bank()), (std::set<std::wstring>{kWave, file}));
     MrqStore store;
     store.LoadFolder(Bank());
     FrqMap map;
@@ -121,7 +95,7 @@ TEST_F(BasicResampler, RefusesWhatItCannotDoAndLeavesNothing) {
   Write(L"cut.wav", Bytes(WaveFile().begin(), WaveFile().begin() + 5000));
   Write(L"folder.wav\\x", {});
   Write(L"rubbish.aiff", Bytes(500, 'x'));
-  const auto before = Names();
+  const auto before = NamesIn(Bank());
   const std::pair<std::wstring, DWORD> cases[] = {
       {L"", 2},
       {Render(L"H4 100 \"\" 0 500"), 2},
@@ -133,17 +107,17 @@ TEST_F(BasicResampler, RefusesWhatItCannotDoAndLeavesNothing) {
   };
   for (const auto& [arguments, code] : cases) {
     EXPECT_EQ(Run(arguments), code) << arguments.c_str();
-    EXPECT_EQ(Names(), before) << arguments.c_str();
+    EXPECT_EQ(NamesIn(Bank()), before) << arguments.c_str();
   }
   Install(L"vs4u.exe");
   EXPECT_EQ(MakeMapOf(kWave), 1u);
-  EXPECT_EQ(Names(), before);
+  EXPECT_EQ(NamesIn(Bank()), before);
 }
 
 TEST_F(BasicResampler, RendersTheNoteAndMakesTheMapThatIsMissing) {
   Write(kWave, WaveFile());
   ASSERT_EQ(Run(Render(L"A4 100 \"g-5\" 0 1000 0 0 100 100 !120 AA#1#")), 0u);
-  EXPECT_EQ(Names(), (std::set<std::wstring>{kWave, L"強 い&%^_wav.frq", L"お.wav"}));
+  EXPECT_EQ(NamesIn(Bank()), (std::set<std::wstring>{kWave, L"強 い&%^_wav.frq", L"お.wav"}));
   WaveHeader wave;
   ASSERT_EQ(wave.Load(Path(L"お.wav"), false), 0);
   EXPECT_NEAR(AnalysePitch(SoundOfWave(wave.format, wave.samples)->samples, 44100, 256).at(70), 440.0, 5.0);

@@ -2,7 +2,6 @@
 #include "voicebank/folderaccess.h"
 
 #include <shlobj.h>
-#include <gtest/gtest.h>
 
 #include "win/scratch.h"
 

@@ -3,7 +3,6 @@
 #include <commctrl.h>
 
 #include <array>
-#include <functional>
 
 #include "frqmap/mapediting.h"
 #include "resources/ids.h"
@@ -14,8 +13,7 @@ namespace {
 constexpr int kZoom = 3;
 constexpr int kCell = 10;  // pixels of a column and of a row at this zoom
 
-class FrqCtrlMouse : public FrqCtrlTest {
- protected:
+struct FrqCtrlMouse : FrqCtrlTest {
   FrqCtrlMouse() {
     map_.HasMarks = false;
     control.SetZoom(kZoom);
@@ -115,8 +113,7 @@ TEST_F(FrqCtrlMouse, TheAverageIsDraggedByItsGripAndADoubleClickThereLevelsTheMa
 }
 
 // Counts strokes, and ends one from outside after some writes, as a job or another syllable does.
-class CountingEditing : public DirectEditing {
- public:
+struct CountingEditing : DirectEditing {
   void BeginStroke(const FrqMap& map, StrokeKind kind) override {
     ++Begun;
     DirectEditing::BeginStroke(map, kind);

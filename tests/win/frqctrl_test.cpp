@@ -68,31 +68,24 @@ TEST_F(FrqCtrlTest, TheSpectrumHasItsCellsInTheirPlaces) {
   }
 }
 
-TEST_F(FrqCtrlTest, ScrollBarsGoOverTheWholeMapAndNoFarther) {
+TEST_F(FrqCtrlTest, TheBarsAndTheWheelScrollOverTheWholeMapAndNoFarther) {
   Show(&reference_, &map_);
-  const std::tuple<UINT, int, int> rows[] = {
-      {WM_HSCROLL, SB_LINEUP, 0},  {WM_HSCROLL, SB_LINEDOWN, 1}, {WM_HSCROLL, SB_PAGEDOWN, 18},
-      {WM_HSCROLL, SB_PAGEUP, 1},  {WM_HSCROLL, SB_BOTTOM, 60},  {WM_HSCROLL, SB_LINEDOWN, 60},
-      {WM_VSCROLL, SB_PAGEUP, 89}, {WM_VSCROLL, SB_TOP, 0},      {WM_VSCROLL, SB_BOTTOM, 95},
+  // The message, the code of a bar or the keys at the wheel and its way; both positions and the zoom then.
+  const std::tuple<UINT, WORD, int, std::array<int, 3>> rows[] = {
+      {WM_HSCROLL, SB_LINEUP, 0, {0, 95, 0}},         {WM_HSCROLL, SB_LINEDOWN, 0, {1, 95, 0}},
+      {WM_HSCROLL, SB_PAGEDOWN, 0, {18, 95, 0}},      {WM_HSCROLL, SB_PAGEUP, 0, {1, 95, 0}},
+      {WM_HSCROLL, SB_BOTTOM, 0, {60, 95, 0}},        {WM_HSCROLL, SB_LINEDOWN, 0, {60, 95, 0}},
+      {WM_VSCROLL, SB_PAGEUP, 0, {60, 89, 0}},        {WM_VSCROLL, SB_TOP, 0, {60, 0, 0}},
+      {WM_VSCROLL, SB_BOTTOM, 0, {60, 95, 0}},        {WM_HSCROLL, SB_TOP, 0, {0, 95, 0}},
+      {WM_MOUSEWHEEL, MK_SHIFT, -120, {4, 95, 0}},    {WM_MOUSEWHEEL, MK_SHIFT, 240, {0, 95, 0}},
+      {WM_MOUSEWHEEL, MK_SHIFT, -32000, {59, 95, 0}}, {WM_MOUSEWHEEL, 0, 120, {59, 94, 0}},
+      {WM_MOUSEWHEEL, 0, -240, {59, 95, 0}},          {WM_MOUSEWHEEL, 0, 119, {59, 95, 0}},
+      {WM_MOUSEWHEEL, MK_CONTROL, 120, {59, 95, 1}},  {WM_MOUSEWHEEL, MK_SHIFT | MK_LBUTTON, 120, {59, 95, 1}},
   };
-  for (const auto& [message, code, expected] : rows) {
-    Send(message, code);
-    EXPECT_EQ(GetScrollPos(control_, message == WM_HSCROLL ? SB_HORZ : SB_VERT), expected) << message << " " << code;
-  }
-}
-
-TEST_F(FrqCtrlTest, TheWheelScrollsAndZoomsWhatIsUnderThePointer) {
-  Show(&reference_, &map_);
-  const std::tuple<WORD, int, std::array<int, 3>> rows[] = {
-      {MK_SHIFT, -120, {4, 95, 0}},    {MK_SHIFT, 240, {0, 95, 0}},
-      {MK_SHIFT, -32000, {59, 95, 0}}, {0, 120, {59, 94, 0}},
-      {0, -240, {59, 95, 0}},          {0, 119, {59, 95, 0}},
-      {MK_CONTROL, 120, {59, 95, 1}},  {MK_SHIFT | MK_LBUTTON, 120, {59, 95, 1}},
-  };
-  for (const auto& [keys, delta, expected] : rows) {
-    Send(WM_MOUSEWHEEL, MAKEWPARAM(keys, delta), MAKELPARAM(100, 9));
+  for (const auto& [message, code, delta, expected] : rows) {
+    Send(message, MAKEWPARAM(code, delta), message == WM_MOUSEWHEEL ? MAKELPARAM(100, 9) : 0);
     const std::array seen = {GetScrollPos(control_, SB_HORZ), GetScrollPos(control_, SB_VERT), control.Zoom()};
-    EXPECT_EQ(seen, expected) << keys << " " << delta;
+    EXPECT_EQ(seen, expected) << message << " " << code << " " << delta;
   }
   EXPECT_EQ(told.back(), std::pair(WPARAM{MAKEWPARAM(1001, FCN_ZOOMCHANGED)}, LPARAM{1}));
   Send(WM_MOUSEWHEEL, MAKEWPARAM(MK_SHIFT, 120), MAKELPARAM(560, 9));

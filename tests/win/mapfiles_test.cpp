@@ -1,8 +1,6 @@
 // Maps in real files, of their own or in a desc.mrq: Japanese names, what is in the way, and deletion.
 #include "frqmap/mapfiles.h"
 
-#include <gtest/gtest.h>
-
 #include "frqmap/mrqstore.h"
 #include "native/family.h"
 #include "win/scratch.h"

@@ -3,7 +3,6 @@
 
 #include <windows.h>
 #include <mmsystem.h>
-#include <gtest/gtest.h>
 
 #include "resampler/guardedcall.h"
 #include "win/scratch.h"

@@ -1,8 +1,6 @@
 // Settings in the registry: what counts as there.
 #include "base/registry.h"
 
-#include <gtest/gtest.h>
-
 #include "win/scratch.h"
 
 namespace {

@@ -75,14 +75,12 @@ Items Controls(int dialog, WORD language) {
 
 // The letters after "&" that stand in more than one of the texts, in upper case.
 std::wstring KeysUsedTwice(const Items& items, int id = -1) {
-  std::map<wchar_t, int> uses;
+  std::wstring keys, twice;
   for (const auto& [itemId, item] : items) {
     const auto at = item.text.find(L'&');
-    if ((id < 0 || itemId == id) && at != item.text.npos) ++uses[static_cast<wchar_t>(towupper(item.text[at + 1]))];
-  }
-  std::wstring twice;
-  for (const auto& [key, count] : uses) {
-    if (count > 1) twice += key;
+    if ((id >= 0 && itemId != id) || at == item.text.npos) continue;
+    const auto key = static_cast<wchar_t>(towupper(item.text[at + 1]));
+    (keys.find(key) == keys.npos ? keys : twice) += key;
   }
   return twice;
 }
@@ -90,9 +88,16 @@ std::wstring KeysUsedTwice(const Items& items, int id = -1) {
 TEST(Resources, EveryTextIsThereInBothLanguagesWithTheSameArguments) {
   const auto nameOf = [](Gesture gesture) { return IDS_GESTURE_FIRST + static_cast<int>(gesture); };
   // The kinds of map go by their file extensions, and four gestures by their buttons.
-  const std::set<int> untranslated = {
-      IDS_KIND_FRQ, IDS_KIND_VS4UFRQ, IDS_KIND_FRC, IDS_KIND_PMK, IDS_KIND_DIO, IDS_KIND_MRQ,
-      nameOf(Gesture::Triple), nameOf(Gesture::Double), nameOf(Gesture::Halve), nameOf(Gesture::Third)};
+  const std::set<int> untranslated = {IDS_KIND_FRQ,
+                                      IDS_KIND_VS4UFRQ,
+                                      IDS_KIND_FRC,
+                                      IDS_KIND_PMK,
+                                      IDS_KIND_DIO,
+                                      IDS_KIND_MRQ,
+                                      nameOf(Gesture::Triple),
+                                      nameOf(Gesture::Double),
+                                      nameOf(Gesture::Halve),
+                                      nameOf(Gesture::Third)};
   const std::wregex argument(L"%[0-9.]*[a-z]?");
   for (int id = IDS_DISCARD; id <= nameOf(Gesture::IgnoreAll); ++id) {
     const bool isNone = (id > IDS_STEREO && id < IDS_UNDO) || (id > IDS_STEPLOST && id < IDS_GESTURE_FIRST);

@@ -2,16 +2,17 @@
 #pragma once
 
 #include <windows.h>
+#include <gtest/gtest.h>
 
 #include <filesystem>
+#include <set>
 #include <string>
 
 #include "base/files.h"
 #include "base/handle.h"
 
 // Stands in for the user's settings in this process.
-class ScratchRegistry {
- public:
+struct ScratchRegistry {
   ScratchRegistry() {
     RegCreateKeyExW(HKEY_CURRENT_USER, path_.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key_.out(), nullptr);
     RegDeleteTreeW(key_.get(), nullptr);  // a test that was ended early may have had the number of this process
@@ -27,8 +28,7 @@ class ScratchRegistry {
   RegistryKey key_;
 };
 
-class ScratchFolder {
- public:
+struct ScratchFolder {
   ScratchFolder() { std::filesystem::remove_all(path_); }  // left by a test that was ended early
   ~ScratchFolder() { std::filesystem::remove_all(path_); }
 
@@ -39,11 +39,21 @@ class ScratchFolder {
     std::filesystem::create_directories((path_ / name).parent_path());
     WriteWholeFile(Path(name), bytes);
   }
+  // Plain ASCII.
+  void WriteText(const std::wstring& name, const std::wstring& text) const {
+    Write(name, Bytes(text.begin(), text.end()));
+  }
 
  private:
   const std::filesystem::path path_ =
       std::filesystem::temp_directory_path() / (L"MarlitTest" + std::to_wstring(GetCurrentProcessId()));
 };
+
+inline std::set<std::wstring> NamesIn(const std::wstring& folder) {
+  std::set<std::wstring> names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) names.insert(entry.path().filename());
+  return names;
+}
 
 // The header of a second of sound: 44100 Hz, 16 bits, one channel. The samples are left out.
 inline const Bytes kSecondOfSound = {'R', 'I', 'F', 'F', 0,  0, 0,   0,   'W', 'A',  'V',  'E',  'f', 'm',  't',

@@ -62,8 +62,7 @@ inline LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPA
   return DefWindowProcW(window, message, wParam, lParam);
 }
 
-class FrqCtrlTest : public testing::Test {
- protected:
+struct FrqCtrlTest : testing::Test {
   static void SetUpTestSuite() { RegisterControl<CFrqCtrl>(); }
   FrqCtrlTest() {
     SetWindowLongPtrW(parent_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ParentProc));

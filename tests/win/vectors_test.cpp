@@ -1,10 +1,6 @@
 // The share of the families in expected.json that takes real files: their encodings, waves, and maps of every kind with
 // the store. Names in it go out from the folder of the vectors.
 #include <windows.h>
-#include <gtest/gtest.h>
-#include <wincrypt.h>
-
-#include <set>
 
 #include "app/mapsearch.h"
 #include "frqmap/mapfiles.h"
@@ -21,6 +17,9 @@
 #include "voicebank/waveheader.h"
 #include "win/scratch.h"
 
+// Of bcrypt.h, which has it for newer systems alone.
+extern "C" LONG WINAPI BCryptHash(HANDLE, BYTE*, ULONG, const BYTE*, ULONG, char*, ULONG);
+
 namespace {
 
 using testdata::Json;
@@ -32,31 +31,19 @@ struct vectors : testing::Test {
 };
 
 std::string Sha256(const Bytes& bytes) {
-  HCRYPTPROV provider = 0;
-  HCRYPTHASH hash = 0;
-  DWORD size = 32;
-  std::string value(size, '\0');
-  CryptAcquireContextW(&provider, nullptr, nullptr, PROV_RSA_AES, CRYPT_VERIFYCONTEXT);
-  CryptCreateHash(provider, CALG_SHA_256, 0, 0, &hash);
-  CryptHashData(hash, bytes.data(), static_cast<DWORD>(bytes.size()), 0);
-  CryptGetHashParam(hash, HP_HASHVAL, reinterpret_cast<BYTE*>(value.data()), &size, 0);
-  CryptReleaseContext(provider, 0);
+  const auto algorithm = reinterpret_cast<HANDLE>(0x41);  // the system's own number of it
+  std::string value(32, '\0');
+  BCryptHash(algorithm, nullptr, 0, bytes.data(), static_cast<ULONG>(bytes.size()), value.data(), 32);
   return Hex(value);
 }
 
 Json Describe(const WaveHeader& wave, int result) {
   const WaveFormat& f = wave.format;
-  return {{"result", result},
-          {"format_tag", f.formatTag},
-          {"channels", f.channels},
-          {"samples_per_sec", f.samplesPerSec},
-          {"avg_bytes_per_sec", f.avgBytesPerSec},
-          {"block_align", f.blockAlign},
-          {"bits_per_sample", f.bitsPerSample},
-          {"extra_size", f.extraSize},
-          {"data_size", wave.dataSize},
-          {"loaded", wave.loaded},
-          {"samples_sha256", Sha256(wave.samples)}};
+  return Named(
+      "result format_tag channels samples_per_sec avg_bytes_per_sec block_align bits_per_sample extra_size "
+      "data_size loaded samples_sha256",
+      {result, f.formatTag, f.channels, f.samplesPerSec, f.avgBytesPerSec, f.blockAlign, f.bitsPerSample, f.extraSize,
+       wave.dataSize, wave.loaded, Sha256(wave.samples)});
 }
 
 TEST_F(vectors, WaveFiles) {
@@ -161,11 +148,8 @@ Json Do(MrqStore& store, const ScratchFolder& folder, const std::string& operati
 }
 
 Json Describe(const MrqEntry& e) {
-  return {{"hop", e.Hop},
-          {"sample_rate", e.SampleRate},
-          {"frequencies", e.Frequencies},
-          {"timestamp", e.Timestamp},
-          {"unedited", e.Unedited}};
+  return Named("hop sample_rate frequencies timestamp unedited",
+               {e.Hop, e.SampleRate, e.Frequencies, e.Timestamp, e.Unedited});
 }
 
 // After a step of a course of operations.

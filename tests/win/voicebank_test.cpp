@@ -1,5 +1,4 @@
 // What is told of a voicebank's folders, and of its waves by their heads alone.
-#include <gtest/gtest.h>
 
 #include "voicebank/folderlisting.h"
 #include "voicebank/waveheader.h"

@@ -2,9 +2,6 @@
 // refuses, lies or is not there.
 #include "frqmap/vslib.h"
 
-#include <gtest/gtest.h>
-
-#include <fstream>
 #include <utility>
 
 #include "frqmap/convert.h"
@@ -35,11 +32,9 @@ Bytes ProjectFile(std::int32_t items = 1, std::int32_t pointCount = 2) {
   return file;
 }
 
-class VsLib : public testing::Test {
- protected:
+struct VsLib : testing::Test {
   void SetUp() override {
-    std::ifstream library(MARLIT_VSLIB_DOUBLE, std::ios::binary);
-    folder_.Write(L"vslib.dll", Bytes(std::istreambuf_iterator<char>(library), {}));
+    folder_.Write(L"vslib.dll", testdata::BytesAt(MARLIT_VSLIB_DOUBLE));
     folder_.Write(L"a_wav.vs4ufrq", ProjectFile());
     folder_.Write(L"b.wav");
     UseLibrary(true);

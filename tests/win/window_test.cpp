@@ -15,8 +15,7 @@ HWND MakeWindow(const wchar_t* windowClass) {
   return CreateWindowW(windowClass, L"", WS_POPUP | WS_VISIBLE, 0, 0, 90, 30, nullptr, nullptr, nullptr, nullptr);
 }
 
-class Probe : public CCtrlBase {
- public:
+struct Probe : CCtrlBase {
   ~Probe() override { boundAtEnd = GetPropW(Hwnd, L"{E31AEDBE-764B-4623-BD62-D328AB388ECA}") != nullptr; }
   LRESULT OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override {
     if (first == 0) first = message;

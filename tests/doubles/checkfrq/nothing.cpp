@@ -1,4 +1,2 @@
 // A library of the right name in which there is nothing to call.
-namespace {
-[[maybe_unused]] constexpr int kNothing = 0;
-}
+[[maybe_unused]] static constexpr int kNothing = 0;
