@@ -1,6 +1,7 @@
 // The program with a resampler that does what the test says, see doubles/resampler.
 #pragma once
 
+#include <algorithm>
 #include <sstream>
 
 #include "frqmap/mapfiles.h"

@@ -1,5 +1,7 @@
 // The window of thumbnails over a voicebank: what it shows, how it moves, and what keeps it up to date.
 
+#include <algorithm>
+
 #include "frqctrl/palette.h"
 #include "gui/program.h"
 

@@ -192,8 +192,7 @@ TEST_F(Keys, ServeABoxFirstAndAllWindowsButNotUnderAMessageOrAJob) {
   };
   for (const auto& [pressed, shown] : keys) EXPECT_TRUE(showsAfter(list_, pressed, shown)) << pressed.back();
   SelectFrames({});
-  PressKeys(list_, {ctrl, 'A'});
-  EXPECT_TRUE(Eventually([&] { return SelectedFrames() == std::vector{0}; }));
+  EXPECT_TRUE(Eventually([&] { return PressKeys(editor_, {ctrl, 'A'}), SelectedFrames() == std::vector{0}; }));
   for (const auto& [command, answer] : {std::pair(ID_EDIT_RELOADALL, IDNO), std::pair(ID_EDIT_CREATEMISSING, IDOK)}) {
     Press(ID_VIEW_THUMBNAIL);
     HWND thumbnails = nullptr, box = nullptr;
