@@ -11,6 +11,8 @@
 
 namespace {
 
+constexpr UINT kFromKey = 1;  // the notification code of a command that an accelerator has sent
+
 // The handler that a member function of the editor is; those that serve one command only take no id.
 template <auto Member>
 void Call(CEditorDlg& editor, UINT id) {
@@ -31,8 +33,8 @@ bool HasColor(const EditorState& state) {
 // What an edit changes tells of itself, but for the state of the list.
 template <void (EditCommands::*Command)(const FileListSender&)>
 void CEditorDlg::RunEdit(CEditorDlg& editor, UINT) {
-  // Escape may have ended the list, which does the work; and a key of another window may come under a box of this one.
-  if (!IsWindow(editor.FileList->Hwnd) || !IsWindowEnabled(editor.Hwnd)) return;
+  // Escape may have ended the list, which does the work.
+  if (!IsWindow(editor.FileList->Hwnd)) return;
   (editor.Edits.*Command)(editor.ToList());
   editor.UpdateState();
 }
@@ -149,6 +151,8 @@ LRESULT CEditorDlg::OnMenuSelect(UINT, int, HMENU, HMENU) {
 
 LRESULT CEditorDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
   const UINT id = LOWORD(wParam);
+  // A key of another window may have been under way when a box of this one came up.
+  if (code == kFromKey && !IsWindowEnabled(Hwnd)) return 0;
   if (const EditorCommand* const command = FindCommand(Commands(), id)) {
     if (command->handler) command->handler(*this, id);
   } else if (id >= ID_RECENT_FIRST && id <= ID_RECENT_LAST) {

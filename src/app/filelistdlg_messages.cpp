@@ -48,7 +48,9 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_ISTHUMBNAILVISIBLE: return AnswerNumber(lParam, IsWindowVisible(Windows.Thumbnail.Hwnd));
     case FLM_GETTHUMBNAILWINDOW: return Answer(lParam, Windows.Thumbnail.Hwnd.load());
     case FLM_REFRESHTHUMBNAIL: return Windows.ToThumbnail().PostRefreshAll();
-    case FLM_SHOWCHANGES: return ShowChanges(*reinterpret_cast<const DocumentChanges*>(lParam));
+    case FLM_SHOWCHANGES:
+      if (lParam) ShowChanges(*reinterpret_cast<const DocumentChanges*>(lParam));
+      return;
     case FLM_GETSTATE: return Answer(lParam, State());
     case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
     case FLM_SELECTSYLLABLE: return SelectSyllable(index);

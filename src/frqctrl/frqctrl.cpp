@@ -45,7 +45,9 @@ LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case FCM_TOGGLEBRIGHTNESS: Children.ToggleTrackbar(Model.Brightness); break;
     case FCM_COLORMENU: Children.OpenColorMenu(Model.ColorTable); break;
     case FCM_SETMAPS: SetMaps(reinterpret_cast<const FrqMap*>(wParam), reinterpret_cast<FrqMap*>(lParam)); break;
-    case FCM_SETEDITING: SetEditing(reinterpret_cast<MapEditing*>(lParam)); break;
+    case FCM_SETEDITING:
+      if (wParam == GetCurrentProcessId()) SetEditing(reinterpret_cast<MapEditing*>(lParam));
+      break;
     case FCM_SHOWFRAMES: Viewport.ShowFrames(number, static_cast<SampleCount>(lParam)); break;
     case FCM_SETSELECTION: SetSelection({reinterpret_cast<const int*>(lParam), lParam ? wParam : 0}); break;
     case FCM_STEPZOOM: Viewport.StepZoom(on); break;
