@@ -4,7 +4,6 @@
 #include <mutex>
 
 #include "app/mapsearch.h"
-#include "frqmap/edits.h"
 
 DWORD CFileListDlg::SaveCurrent(bool deleteLlsm) {
   DWORD error = 0;

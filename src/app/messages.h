@@ -115,8 +115,6 @@ class FileListSender {
  public:
   explicit FileListSender(HWND list) : list_(list) {}
 
-  bool IsCurrentEdited() const { return AskNumber(FLM_ISCURRENTEDITED) != 0; }
-  bool IsAnyEdited() const { return AskNumber(FLM_ISANYEDITED) != 0; }
   // The system's error code of the first save that failed, 0 if none did or none left a code.
   DWORD SaveCurrent(bool deleteLlsm) const { return AskNumber(FLM_SAVECURRENT, deleteLlsm); }
   DWORD SaveAll(bool deleteLlsm) const { return AskNumber(FLM_SAVEALL, deleteLlsm); }
