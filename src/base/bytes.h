@@ -31,6 +31,14 @@ class ByteReader {
     return value;
   }
 
+  // The next bytes as they lie there; none if not all are.
+  ByteSpan Take(std::size_t size) {
+    if (!Need(size)) return {};
+    const ByteSpan taken = rest_.first(size);
+    rest_ = rest_.subspan(size);
+    return taken;
+  }
+
   // Whether `count` records of `size` bytes are left. A negative count is none that a file can hold.
   bool Holds(std::int64_t count, std::size_t size) const {
     return !failed_ && count >= 0 && static_cast<std::uint64_t>(count) <= rest_.size() / size;

@@ -22,6 +22,7 @@ struct FileChange {
   std::int64_t SizeBefore = 0;
   std::int64_t SizeAfter = 0;
   std::vector<Piece> Pieces;      // none overlaps another
+  bool AfterIsUnknown = false;    // somebody else writes: only what was there can be brought back
 };
 
 class FileGuard {

@@ -1,0 +1,87 @@
+// Recovery: the program's own folder for what must not be lost, with a folder in it for each run.
+//
+// A run's folder holds a mark that it lives, the journal of its edits, its writes that are under way, and the maps that
+// it has kept. What a run that did not end in order has left the next start deals with: writes are completed or taken
+// back, and its journal waits here to be asked about. Folders of runs that live are left alone.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/fileguard.h"
+#include "base/filesystem.h"
+#include "recovery/keptfiles.h"
+#include "recovery/writelog.h"
+
+class Recovery : public FileGuard {
+ public:
+  static constexpr int kMostRuns = 5;   // whose kept maps stay
+  static constexpr int kMostDays = 30;  // after which nothing stays
+  using Clock = std::int64_t (*)();     // seconds since 1970
+  static std::int64_t PresentTime();
+
+  // `root`: the folder for all runs; empty if there is none to be had: then nothing is kept, and the program runs all
+  // the same. `process`: the number of this one. Makes nothing yet.
+  Recovery(FileSystem& files, const std::wstring& root, std::uint32_t process, Clock clock = &PresentTime);
+
+  // Makes the folder of this run and deals with what others have left. Before any map is read.
+  void Start();
+  // The orderly end: the journal goes, what is kept stays for the next runs. Nothing is under way any more.
+  void Close();
+
+  // The journals of runs that did not end in order, the latest first. They are reserved for this run until they are
+  // dropped, or it ends.
+  std::vector<std::wstring> Journals() const;
+  // A journal that nobody needs any more.
+  void Drop(const std::wstring& journal);
+  // Where this run's journal belongs; empty if there is no place for one.
+  std::wstring JournalPath() const;
+
+  // What those maps are kept for that are kept from now on.
+  void SetReason(KeptBecause because) { because_ = because; }
+  KeptFiles& Kept() { return kept_; }
+
+  void Begin(const FileChange& change) override;
+  void End() override;
+  bool Wants(const std::wstring& mapPath) override;
+  void Keep(const std::wstring& mapPath, ByteSpan bytes) override;
+
+ private:
+  struct Run {
+    std::wstring Folder;
+    std::int64_t Start = 0;              // its time
+    std::unique_ptr<FileStream> Mark{};  // of one that died, held so that no other start deals with it
+  };
+
+  bool MakeOwn();
+  std::vector<Run> OtherRuns() const;
+  // False if it lives.
+  bool Settle(Run& run);
+  bool HoldsKept(const Run& run) const;
+  void RemoveFiles(const std::wstring& folder) const;
+
+  FileSystem& files_;
+  const std::wstring root_;
+  const Clock clock_;
+  const Run own_;
+  std::unique_ptr<FileStream> mark_;  // none: this run keeps nothing
+  std::vector<Run> dead_;             // with a journal
+  std::atomic<KeptBecause> because_ = KeptBecause::Saved;
+  KeptFiles kept_;
+  WriteLog writes_;
+};
+
+// For what is done inside a scope.
+class KeptBecauseScope {
+ public:
+  KeptBecauseScope(Recovery& recovery, KeptBecause because) : recovery_(recovery) { recovery_.SetReason(because); }
+  ~KeptBecauseScope() { recovery_.SetReason(KeptBecause::Saved); }
+  KeptBecauseScope(const KeptBecauseScope&) = delete;
+  KeptBecauseScope& operator=(const KeptBecauseScope&) = delete;
+
+ private:
+  Recovery& recovery_;
+};

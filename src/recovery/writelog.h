@@ -1,0 +1,50 @@
+// WriteLog: what is on the disk of a change before the file itself is touched, so that one that was broken off by the
+// end of the program, or of the power, is completed or taken back.
+//
+// A slot is a file that holds one change at a time: its first word tells whether that is under way. A thread has a slot
+// for the time of its change, so that several may be under way at once. A slot that is never let go stays for the next
+// start.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "base/fileguard.h"
+#include "base/filesystem.h"
+
+class WriteLog {
+ public:
+  // The folder is there when the first change begins.
+  WriteLog(FileSystem& files, std::wstring folder) : files_(files), folder_(std::move(folder)) {}
+
+  // On any thread, each of which ends what it has begun. A disk without room for the record has the change go
+  // unrecorded.
+  void Begin(const FileChange& change);
+  void End();
+  // Deletes the slots, but for those that were never let go; false if there are such.
+  bool Close();
+
+  // The slots of a run that has gone. False if one could be neither completed nor taken back: it stays.
+  static bool Mend(FileSystem& files, const std::wstring& folder);
+  // Whether a file in a run's folder is one of these.
+  static bool IsSlot(const std::wstring& name);
+
+ private:
+  struct Slot {
+    std::wstring Path;
+    std::unique_ptr<FileStream> File;
+    bool IsTaken = false;
+  };
+
+  Slot* Take();
+
+  FileSystem& files_;
+  const std::wstring folder_;
+  std::mutex mutex_;
+  std::vector<std::unique_ptr<Slot>> slots_;
+  std::map<std::thread::id, Slot*> taken_;
+};
