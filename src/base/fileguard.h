@@ -15,14 +15,16 @@ struct FileChange {
   struct Piece {
     std::int64_t At = 0;
     Bytes Before;  // shorter than After where the file ended
-    Bytes After;
+    Bytes After;   // shorter than Before where the file will end
   };
 
   std::wstring Path;              // in full
   std::int64_t SizeBefore = 0;
   std::int64_t SizeAfter = 0;
   std::vector<Piece> Pieces;      // none overlaps another
-  bool AfterIsUnknown = false;    // somebody else writes: only what was there can be brought back
+  // An outside library writes the file, all of it: what it makes of it is not known, and After is empty. Such a change
+  // can only be taken back.
+  bool AfterIsUnknown = false;
 };
 
 class FileGuard {
@@ -31,8 +33,15 @@ class FileGuard {
 
   // A change is about to be made; it has been made in full, or taken back in full. In pairs, on one thread. What a
   // `Begin` without its `End` tells is completed or taken back when the program starts the next time.
+  //
+  // No `End` comes where the old bytes could not be put back either (a drive that has gone). The program runs on, and
+  // the next `Begin` of the thread opens a pair of its own.
   virtual void Begin(const FileChange& change) = 0;
   virtual void End() = 0;
+
+  // The file is about to be opened for a change, on any thread. What a change before has left unfinished there, by this
+  // very process, is to be taken back now and ended: the next start would else bring bytes back over a newer save.
+  virtual void Mend(const std::wstring& path) { static_cast<void>(path); }
 
   // Whether the map of that name is still to be kept: it is kept once in a run. `mapPath` is the map's file, of an
   // entry of desc.mrq the name that it would have as a file of its own (a.mrq).

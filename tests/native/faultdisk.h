@@ -14,12 +14,12 @@
 #include "base/path.h"
 
 enum class Fault {
-  Fails,      // this call alone, having done nothing
-  FailsOn,    // this call and all later ones
-  Short,      // a write takes its first bytes alone; another call fails
-  Full,       // the same, and from then on a write that makes a file larger takes what lies in the file alone
-  Dies,       // the process ends within this call, a write having taken its first bytes; another call is done if any
-              // bytes are told. All later calls do nothing and fail, those of streams that are open even after Revive
+  Fails,    // this call alone, having done nothing
+  FailsOn,  // this call and all later ones
+  Short,    // a write takes its first bytes alone; another call fails
+  Full,     // the same, and from then on a write that makes a file larger takes what lies in the file alone
+  Dies,     // the process ends within this call, a write having taken its first bytes; another call is done if any
+            // bytes are told. All later calls do nothing and fail, those of streams that are open even after Revive
 };
 
 class FaultDisk : public FileSystem {
@@ -231,7 +231,10 @@ class FaultDisk : public FileSystem {
     switch (fault_) {
       case Fault::Full: isFull_ = true; [[fallthrough]];
       case Fault::Short: lastError_ = DiskFull; return {false, true, bytes_};
-      case Fault::Dies: isDead_ = true; lastError_ = Dead; return {bytes_ > 0, true, bytes_};
+      case Fault::Dies:
+        isDead_ = true;
+        lastError_ = Dead;
+        return {bytes_ > 0, true, bytes_};
       default: return Refuse(Broken);
     }
   }
