@@ -6,6 +6,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <set>
@@ -51,6 +52,13 @@ class FaultDisk : public FileSystem {
   int Calls() const { return std::lock_guard(lock_), calls_; }
   bool HasDied() const { return std::lock_guard(lock_), isDead_; }
 
+  // Runs ahead of the call of that number: what another program does meanwhile.
+  void Meanwhile(int call, std::function<void()> other) {
+    const std::lock_guard lock(lock_);
+    interrupted_ = call;
+    other_ = std::move(other);
+  }
+
   // The next process: no file is open, no fault is planned.
   void Revive() {
     Plan();
@@ -75,13 +83,15 @@ class FaultDisk : public FileSystem {
   }
 
   std::unique_ptr<FileStream> Open(const std::wstring& path, FileMode mode) override {
-    const std::lock_guard lock(lock_);
+    const auto lock = Enter();
     const Verdict verdict = Meet();
     if (!verdict.Goes) return nullptr;
-    std::unique_ptr<FileStream> stream = OpenNow(path, mode);
-    if (!verdict.Failed) return stream;
-    lastError_ = Dead;
-    return nullptr;
+    const std::shared_ptr<File> file = Opened(path, mode);
+    if (!file || verdict.Failed) return nullptr;
+    if (mode != FileMode::Read) ++file->Writers;
+    if (mode == FileMode::Own) file->IsOwned = true;
+    if (mode == FileMode::Shared) file->IsLocked = true;
+    return std::make_unique<Stream>(*this, file, mode);
   }
 
   std::optional<FileFacts> FactsOf(const std::wstring& path) override {
@@ -94,7 +104,7 @@ class FaultDisk : public FileSystem {
   }
 
   bool Delete(const std::wstring& path) override {
-    const std::lock_guard lock(lock_);
+    const auto lock = Enter();
     const Verdict verdict = Meet();
     if (!verdict.Goes) return false;
     const auto found = files_.find(path);
@@ -110,7 +120,7 @@ class FaultDisk : public FileSystem {
   }
 
   bool MakeFolder(const std::wstring& path) override {
-    const std::lock_guard lock(lock_);
+    const auto lock = Enter();
     const Verdict verdict = Meet();
     if (!verdict.Goes) return false;
     if (files_.contains(path)) return Fail(Exists);
@@ -119,7 +129,7 @@ class FaultDisk : public FileSystem {
   }
 
   bool RemoveFolder(const std::wstring& path) override {
-    const std::lock_guard lock(lock_);
+    const auto lock = Enter();
     const Verdict verdict = Meet();
     if (!verdict.Goes) return false;
     if (!folders_.contains(path)) return Fail(NotFound);
@@ -139,6 +149,17 @@ class FaultDisk : public FileSystem {
     bool IsOwned = false;
     bool IsLocked = false;
   };
+
+  // Into a call that is counted.
+  std::unique_lock<std::mutex> Enter() {
+    std::unique_lock lock(lock_);
+    if (calls_ + 1 != interrupted_) return lock;
+    interrupted_ = 0;
+    lock.unlock();
+    other_();
+    lock.lock();
+    return lock;
+  }
 
   // What becomes of a call. One that goes on and has failed all the same is the last one of its process.
   struct Verdict {
@@ -161,13 +182,13 @@ class FaultDisk : public FileSystem {
     }
 
     std::int64_t Size() const override {
-      const std::lock_guard lock(disk_.lock_);
+      const auto lock = disk_.Enter();
       const Verdict verdict = Meet();
       return verdict.Goes && !verdict.Failed ? Length(*file_) : 0;
     }
 
     bool ReadAt(std::int64_t position, std::span<std::uint8_t> into) override {
-      const std::lock_guard lock(disk_.lock_);
+      const auto lock = disk_.Enter();
       const Verdict verdict = Meet();
       if (!verdict.Goes || verdict.Failed) return false;
       if (position < 0 || position > Length(*file_) || std::ssize(into) > Length(*file_) - position) {
@@ -178,7 +199,7 @@ class FaultDisk : public FileSystem {
     }
 
     bool WriteAt(std::int64_t position, ByteSpan bytes) override {
-      const std::lock_guard lock(disk_.lock_);
+      const auto lock = disk_.Enter();
       const bool wasFull = disk_.isFull_;
       Verdict verdict = Meet();
       if (mode_ == FileMode::Read) return disk_.Fail(Denied);
@@ -198,7 +219,7 @@ class FaultDisk : public FileSystem {
     }
 
     bool Truncate(std::int64_t size) override {
-      const std::lock_guard lock(disk_.lock_);
+      const auto lock = disk_.Enter();
       const Verdict verdict = Meet();
       if (mode_ == FileMode::Read) return disk_.Fail(Denied);
       if (!verdict.Goes) return false;
@@ -249,22 +270,20 @@ class FaultDisk : public FileSystem {
     return false;
   }
 
-  std::unique_ptr<FileStream> OpenNow(const std::wstring& path, FileMode mode) {
+  // Made if need be; null if it cannot be opened in that mode.
+  std::shared_ptr<File> Opened(const std::wstring& path, FileMode mode) {
     const auto found = files_.find(path);
     if (mode == FileMode::Read) {
       if (found == files_.end()) return Fail(NotFound), nullptr;
-      return std::make_unique<Stream>(*this, found->second, mode);
+      return found->second;
     }
     if (HasFolder(path)) return Fail(Denied), nullptr;
     if (path.empty() || !HasFolder(FolderOf(path))) return Fail(NoFolder), nullptr;
-    if (found == files_.end()) files_[path] = std::make_shared<File>(File{{}, ++clock_});
-    const std::shared_ptr<File>& file = files_[path];
-    if (file->IsOwned || (mode == FileMode::Own && file->Writers > 0)) return Fail(Sharing), nullptr;
-    if (mode == FileMode::Shared && file->IsLocked) return Fail(Locked), nullptr;
-    ++file->Writers;
-    if (mode == FileMode::Own) file->IsOwned = true;
-    if (mode == FileMode::Shared) file->IsLocked = true;
-    return std::make_unique<Stream>(*this, file, mode);
+    if (found == files_.end()) return files_[path] = std::make_shared<File>(File{{}, ++clock_});
+    const File& file = *found->second;
+    if (file.IsOwned || (mode == FileMode::Own && file.Writers > 0)) return Fail(Sharing), nullptr;
+    if (mode == FileMode::Shared && file.IsLocked) return Fail(Locked), nullptr;
+    return found->second;
   }
 
   // A drive's root is always there.
@@ -300,5 +319,7 @@ class FaultDisk : public FileSystem {
   bool isFull_ = false;
   bool isDead_ = false;
   int life_ = 0;
+  int interrupted_ = 0;
+  std::function<void()> other_;
   static inline thread_local std::uint32_t lastError_ = 0;
 };
