@@ -6,7 +6,7 @@
 #include "base/files.h"
 #include "base/handle.h"
 #include "frqmap/mapfiles.h"
-#include "frqmap/mrqfile.h"
+#include "frqmap/mrqwriting.h"
 #include "frqmap/mrqstore.h"
 #include "measuring.h"
 #include "rows.h"
@@ -38,9 +38,9 @@ Bytes LargeMrqFile() {
   return file;
 }
 
-class SaveMrqEntry : public Work {
+class SaveIntoMrq : public Work {
  public:
-  SaveMrqEntry() {
+  SaveIntoMrq() {
     Require(WriteWholeFile(path_, file_), "a desc.mrq cannot be written");
     store_.LoadFolder(folder_.PathOf(L"."));
     map_.Create(kFrames, FrqTypeMrq);
@@ -81,5 +81,5 @@ class SaveMrqEntry : public Work {
 }  // namespace
 
 std::vector<Row> MrqRows() {
-  return {RowOf<SaveMrqEntry>("save_mrq", "ms", 2.5)};
+  return {RowOf<SaveIntoMrq>("save_mrq", "ms", 2.5)};
 }

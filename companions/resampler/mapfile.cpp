@@ -9,7 +9,6 @@
 #include "frqmap/dio.h"
 #include "frqmap/freq0003.h"
 #include "frqmap/mrqstore.h"
-#include "frqmap/mrqstream.h"
 #include "frqmap/pmk.h"
 #include "mrqlock.h"
 
@@ -27,7 +26,7 @@ std::u16string MrqNameOf(const std::wstring& wavePath) {
 }
 
 std::optional<MrqEntry> FindEntryOf(const std::wstring& wavePath) {
-  std::optional<MrqFile> file = OpenMrqFile(MrqPathOf(wavePath), MrqMode::Read);
+  const std::unique_ptr<FileStream> file = OpenMrqFile(Disk(), MrqPathOf(wavePath));
   if (!file) return std::nullopt;
   const std::u16string name = MrqNameOf(wavePath);
   MrqScan scan(*file);
@@ -52,8 +51,7 @@ bool WriteEntryOf(const std::wstring& wavePath, const FrqMap& map) {
   entry.Unedited = 1;
   for (const FrqFrame& frame : map.Frames) entry.Frequencies.push_back(frame.Voiced ? frame.Frequency : 0.0);
   const MrqLock lock(FolderOf(wavePath));
-  std::optional<MrqFile> file = OpenMrqFile(MrqPathOf(wavePath), MrqMode::Patch);
-  return file && WriteMrqEntry(*file, MrqNameOf(wavePath), entry, MrqStore::PresentTime());
+  return SaveMrqEntry(Disk(), MrqPathOf(wavePath), MrqNameOf(wavePath), entry, MrqStore::PresentTime());
 }
 
 std::optional<Bytes> Encode(FrqType kind, const FrqMap& map, std::uint32_t waveSamples) {

@@ -55,7 +55,3 @@ std::wstring PathWithExtension(const std::wstring& path, const std::wstring& ext
   const std::wstring renamed = PathWithoutExtension(path) + extension;
   return renamed.size() <= kPathLimit ? renamed : path;
 }
-
-std::wstring PathWithAddedExtension(const std::wstring& path, const std::wstring& extension) {
-  return ExtensionStart(path) == path.size() ? PathWithExtension(path, extension) : path;
-}

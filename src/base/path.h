@@ -35,6 +35,3 @@ std::wstring PathWithoutExtension(const std::wstring& path);
 
 // `extension` with its dot, in the place of the one that is there. The path as it was if the new one is too long.
 std::wstring PathWithExtension(const std::wstring& path, const std::wstring& extension);
-
-// The path as it was if it has an extension, or if the new one is too long.
-std::wstring PathWithAddedExtension(const std::wstring& path, const std::wstring& extension);

@@ -3,33 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <limits>
-#include <unordered_map>
 #include <utility>
 
 namespace {
 
 constexpr std::array<char, 4> kMagic = {'m', 'r', 'q', ' '};
 constexpr std::int32_t kVersion = 2;
-constexpr std::int64_t kVersionAt = 4;
 constexpr std::int64_t kCountAt = 8;
-constexpr std::int64_t kHeaderBytes = 12;
 constexpr std::int64_t kBodyHeadBytes = 12;  // frame count, sample rate, hop
 constexpr std::int64_t kTrailerBytes = 8;    // Timestamp, Unedited
 constexpr std::int64_t kBlockBytes = 65536;
 constexpr std::int64_t kLongestName = 32000;  // units; longer than any path, and what claims more is no name
-
-Bytes EncodeBody(const MrqEntry& entry, std::int32_t timestamp) {
-  ByteWriter writer;
-  writer.Reserve(kBodyHeadBytes + entry.Frequencies.size() * sizeof(float) + kTrailerBytes);
-  writer.Write(static_cast<std::int32_t>(entry.Frequencies.size()));
-  writer.Write(entry.SampleRate);
-  writer.Write(entry.Hop);
-  for (const double frequency : entry.Frequencies) writer.Write(static_cast<float>(frequency));
-  writer.Write(timestamp);
-  writer.Write(entry.Unedited);
-  return writer.Take();
-}
 
 // A body without a trailer gives zeros for it. The count is looked at once more: another program may have written the
 // file since it was found.
@@ -45,59 +29,6 @@ std::optional<MrqEntry> DecodeBody(ByteSpan body) {
   entry.Timestamp = reader.Read<std::int32_t>();
   entry.Unedited = reader.Read<std::int32_t>();
   return entry;
-}
-
-Bytes EncodeHead(const MrqHead& head) {
-  ByteWriter writer;
-  writer.Write(static_cast<std::int32_t>(head.Name.size()));
-  for (const char16_t unit : head.Name) writer.Write(unit);
-  writer.Write(head.BodySize);
-  return writer.Take();
-}
-
-std::optional<std::int32_t> ReadNumber(MrqStream& stream, std::int64_t position) {
-  std::array<std::uint8_t, 4> bytes;
-  if (!stream.ReadAt(position, bytes)) return std::nullopt;
-  return ByteReader(bytes).Read<std::int32_t>();
-}
-
-bool WriteVersion(MrqStream& stream) {
-  ByteWriter writer;
-  writer.Write(kVersion);
-  return stream.WriteAt(kVersionAt, writer.Take());
-}
-
-bool WriteVersionAndCount(MrqStream& stream, std::int32_t count) {
-  ByteWriter writer;
-  writer.Write(std::array{kVersion, count});
-  return stream.WriteAt(kVersionAt, writer.Take());
-}
-
-// The entry comes ahead of the count that leads to it: whoever reads meanwhile meets no half of one.
-std::optional<MrqHead> Append(MrqStream& stream, const std::u16string& name, const Bytes& body) {
-  const std::optional<std::int32_t> count = ReadNumber(stream, kCountAt);
-  if (!count || *count == std::numeric_limits<std::int32_t>::max()) return std::nullopt;
-
-  const MrqHead head{stream.Size(), name, static_cast<std::int32_t>(body.size())};
-  Bytes bytes = EncodeHead(head);
-  bytes.insert(bytes.end(), body.begin(), body.end());
-  if (stream.WriteAt(head.Start, bytes) && WriteVersionAndCount(stream, *count + 1)) return head;
-  // Half an entry, or one that is not counted, would hide all that are appended after it.
-  stream.Truncate(head.Start);
-  return std::nullopt;
-}
-
-// Where the entry lies then; none if that failed. `old` is the first entry of its name.
-std::optional<MrqHead> Put(MrqStream& stream, const std::optional<MrqHead>& old, const std::u16string& name,
-                           const MrqEntry& entry, std::int32_t timestamp) {
-  const Bytes body = EncodeBody(entry, timestamp);
-  if (old && old->BodySize >= static_cast<std::int64_t>(body.size())) {
-    return WriteVersion(stream) && stream.WriteAt(old->BodyStart(), body) ? old : std::nullopt;
-  }
-  // The old entry goes last, so that a failure costs no map that was there.
-  const std::optional<MrqHead> appended = Append(stream, name, body);
-  if (!appended || (old && !KillMrqEntry(stream, *old))) return std::nullopt;
-  return appended;
 }
 
 }  // namespace
@@ -120,9 +51,9 @@ bool MrqImage::Truncate(std::int64_t size) {
   return true;
 }
 
-MrqScan::MrqScan(MrqStream& stream) : stream_(stream), size_(stream.Size()), next_(kHeaderBytes) {
+MrqScan::MrqScan(FileStream& stream) : stream_(stream), size_(stream.Size()), next_(MrqHeaderBytes) {
   const ByteSpan count = Window(kCountAt, 4);
-  left_ = ByteReader(count).Read<std::int32_t>();
+  count_ = left_ = ByteReader(count).Read<std::int32_t>();
   failed_ = count.empty() || left_ < 0;
 }
 
@@ -131,6 +62,12 @@ bool MrqScan::Next() {
   --left_;
   failed_ = !ReadHead();
   return !failed_;
+}
+
+bool MrqScan::NextUncounted() {
+  if (!ReadHead() || head_.End() > size_) return false;
+  const auto isZero = [](char16_t unit) { return unit == u'\0'; };
+  return head_.IsDead() ? std::ranges::all_of(head_.Name, isZero) : ReadMrqEntry().has_value();
 }
 
 // A body may reach beyond the file; the entry behind it is then not there.
@@ -165,7 +102,11 @@ std::optional<MrqEntry> MrqScan::ReadMrqEntry() {
 
 // A body that does not fit into a block is read past it.
 bool MrqScan::Read(std::int64_t position, std::span<std::uint8_t> into) {
-  if (into.size() > kBlockBytes) return stream_.ReadAt(position, into);
+  if (into.size() > kBlockBytes) {
+    const bool isRead = stream_.ReadAt(position, into);
+    isUnreadable_ = isUnreadable_ || !isRead;
+    return isRead;
+  }
   const ByteSpan window = Window(position, static_cast<std::int64_t>(into.size()));
   std::ranges::copy(window, into.begin());
   return !window.empty();
@@ -178,6 +119,7 @@ ByteSpan MrqScan::Window(std::int64_t position, std::int64_t size) {
     block_.resize(static_cast<std::size_t>(std::min(kBlockBytes, size_ - position)));
     if (!stream_.ReadAt(position, block_)) {
       block_.clear();
+      isUnreadable_ = true;
       return {};
     }
   }
@@ -191,7 +133,7 @@ Bytes EmptyMrqFile() {
   return writer.Take();
 }
 
-std::optional<MrqHead> FindMrqEntry(MrqStream& stream, const std::u16string& name) {
+std::optional<MrqHead> FindMrqEntry(FileStream& stream, const std::u16string& name) {
   MrqScan scan(stream);
   while (scan.Next()) {
     if (scan.Head().Name == name) return scan.Head();
@@ -199,7 +141,7 @@ std::optional<MrqHead> FindMrqEntry(MrqStream& stream, const std::u16string& nam
   return std::nullopt;
 }
 
-bool ReadAllMrqEntries(MrqStream& stream, const std::function<void(const std::u16string&, MrqEntry&&)>& take) {
+bool ReadAllMrqEntries(FileStream& stream, const std::function<void(const std::u16string&, MrqEntry&&)>& take) {
   MrqScan scan(stream);
   while (scan.Next()) {
     if (scan.Head().IsDead()) continue;
@@ -208,36 +150,30 @@ bool ReadAllMrqEntries(MrqStream& stream, const std::function<void(const std::u1
   return !scan.HasFailed();
 }
 
-bool WriteMrqEntry(MrqStream& stream, const std::u16string& name, const MrqEntry& entry, std::int32_t timestamp) {
-  return Put(stream, FindMrqEntry(stream, name), name, entry, timestamp).has_value();
+Bytes EncodeMrqBody(const MrqEntry& entry, std::int32_t timestamp) {
+  ByteWriter writer;
+  writer.Reserve(kBodyHeadBytes + entry.Frequencies.size() * sizeof(float) + kTrailerBytes);
+  writer.Write(static_cast<std::int32_t>(entry.Frequencies.size()));
+  writer.Write(entry.SampleRate);
+  writer.Write(entry.Hop);
+  for (const double frequency : entry.Frequencies) writer.Write(static_cast<float>(frequency));
+  writer.Write(timestamp);
+  writer.Write(entry.Unedited);
+  return writer.Take();
 }
 
-bool KillMrqEntry(MrqStream& stream, const MrqHead& head) {
-  return stream.WriteAt(head.NameStart(), Bytes(head.Name.size() * 2));
+Bytes EncodeMrqHead(const MrqHead& head) {
+  ByteWriter writer;
+  writer.Write(static_cast<std::int32_t>(head.Name.size()));
+  for (const char16_t unit : head.Name) writer.Write(unit);
+  writer.Write(head.BodySize);
+  return writer.Take();
 }
 
-// A name that comes twice goes where a second save of it would: over the first, or behind it as a dead one.
-int CompactMrqEntries(MrqStream& stream, std::int32_t timestamp) {
-  const std::optional<std::int32_t> version = ReadNumber(stream, kVersionAt);
-  if (version && *version > kVersion) return -1;
-
+std::optional<MrqEntry> DecodeMrqEntry(ByteSpan entry) {
   MrqImage image(EmptyMrqFile());
-  std::unordered_map<std::u16string, std::optional<MrqHead>> places;
-  MrqScan scan(stream);
-  while (scan.Next()) {
-    if (scan.Head().IsDead()) continue;
-    const std::optional<MrqEntry> entry = scan.ReadMrqEntry();
-    if (!entry) return 0;
-    std::optional<MrqHead>& place = places[scan.Head().Name];
-    place = Put(image, place, scan.Head().Name, *entry, timestamp);
-  }
-  if (scan.HasFailed()) return 0;
-  // Entries of other writers may grow by their trailers. What does not fit on the disk must fail before anything of the
-  // old file is written over.
-  const std::int64_t size = stream.Size();
-  if (image.Size() > size && !stream.WriteAt(size, ByteSpan(image.Content).subspan(static_cast<std::size_t>(size)))) {
-    stream.Truncate(size);
-    return 0;
-  }
-  return stream.WriteAt(0, image.Content) && stream.Truncate(image.Size()) ? 1 : 0;
+  image.Content[kCountAt] = 1;
+  image.WriteAt(image.Size(), entry);
+  MrqScan scan(image);
+  return scan.Next() && !scan.Head().IsDead() ? scan.ReadMrqEntry() : std::nullopt;
 }

@@ -6,8 +6,8 @@
 // `Unedited`, which other writers leave out. The body size alone leads to the next entry: a shorter map in the place of
 // a longer one leaves stale bytes behind itself. A name whose first unit is zero marks a dead entry.
 //
-// Files of thousands of entries are searched head by head and patched in place. All of this works on a stream, which is
-// a file or a block of memory.
+// Files of thousands of entries are searched head by head. All of this works on a stream, which is a file or a block of
+// memory. How one is written is told in mrqwriting.h.
 #pragma once
 
 #include <cstdint>
@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "base/bytes.h"
+#include "base/filesystem.h"
 #include "frqmap/frqtype.h"
 
 struct MrqEntry {
@@ -29,20 +30,8 @@ struct MrqEntry {
   std::int32_t Unedited = 0;                // 1 if the map was not modified when it was saved
 };
 
-// What the file lies in.
-class MrqStream {
- public:
-  virtual ~MrqStream() = default;
-  virtual std::int64_t Size() const = 0;
-  // Reads all of it or fails.
-  virtual bool ReadAt(std::int64_t position, std::span<std::uint8_t> into) = 0;
-  // Grows what is too small.
-  virtual bool WriteAt(std::int64_t position, ByteSpan bytes) = 0;
-  // Cuts off what is behind.
-  virtual bool Truncate(std::int64_t size) = 0;
-};
-
-class MrqImage : public MrqStream {
+// A file in memory.
+class MrqImage : public FileStream {
  public:
   Bytes Content;
 
@@ -68,13 +57,21 @@ struct MrqHead {
 // Walks over the heads. The file is read in large blocks; bodies that reach beyond a block are stepped over.
 class MrqScan {
  public:
-  explicit MrqScan(MrqStream& stream);
+  explicit MrqScan(FileStream& stream);
 
   // To the next entry, or the first. False behind the last one, and where the file ends too early or tells nonsense,
   // which HasFailed then says; a file of less than its header has failed from the start.
   bool Next();
   bool HasFailed() const { return failed_; }
   const MrqHead& Head() const { return head_; }
+
+  // To the entry behind the last one that is counted; false if what is there is no sound one: dead, or one that can be
+  // read, and whole. Comes after a Next that was false without a failure, or with a count below 0.
+  bool NextUncounted();
+  // As the header tells it.
+  std::int32_t Count() const { return count_; }
+  // Whether the system refused to read what the file has. Such a failure says nothing about the file.
+  bool IsUnreadable() const { return isUnreadable_; }
 
   // The entry of the head; none if it has no frames, or if what its frames take ends behind its body or the file.
   std::optional<MrqEntry> ReadMrqEntry();
@@ -85,33 +82,33 @@ class MrqScan {
   // The bytes there, good until the next call; empty if the file ends earlier. No more than a block.
   ByteSpan Window(std::int64_t position, std::int64_t size);
 
-  MrqStream& stream_;
+  FileStream& stream_;
   const std::int64_t size_;
   std::int64_t next_;
+  std::int32_t count_ = 0;
   std::int32_t left_ = 0;  // entries
   bool failed_ = false;
+  bool isUnreadable_ = false;
   MrqHead head_;
   Bytes block_;
   std::int64_t blockStart_ = 0;
 };
 
+// Bytes of a file's header.
+inline constexpr std::int64_t MrqHeaderBytes = 12;
 // The header of a file without entries.
 Bytes EmptyMrqFile();
 
 // The first entry of exactly that name.
-std::optional<MrqHead> FindMrqEntry(MrqStream& stream, const std::u16string& name);
+std::optional<MrqHead> FindMrqEntry(FileStream& stream, const std::u16string& name);
 
 // Gives every live entry that can be read, in their order. False if the end of the file came first.
-bool ReadAllMrqEntries(MrqStream& stream, const std::function<void(const std::u16string&, MrqEntry&&)>& take);
+bool ReadAllMrqEntries(FileStream& stream, const std::function<void(const std::u16string&, MrqEntry&&)>& take);
 
-// Writes the entry over the one of its name if it fits, else kills that one and appends. The file becomes one of
-// version 2, also from a newer one. `timestamp` is the present time; what the entry says does not count. False if a
-// write fails, or the count cannot be read or raised.
-bool WriteMrqEntry(MrqStream& stream, const std::u16string& name, const MrqEntry& entry, std::int32_t timestamp);
+// A body as it lies in a file, with a trailer. `timestamp` is the present time; what the entry says does not count.
+Bytes EncodeMrqBody(const MrqEntry& entry, std::int32_t timestamp);
+// Everything of an entry that comes ahead of its body.
+Bytes EncodeMrqHead(const MrqHead& head);
 
-// Makes the entry a dead one. Its place and the count stay until the file is compacted.
-bool KillMrqEntry(MrqStream& stream, const MrqHead& head);
-
-// The file without its dead entries, with all timestamps set anew. 1; 0 with the file as it was if not all of it can be
-// read, or else with as much as could be written; -1 for a file of a newer version, which is left alone.
-int CompactMrqEntries(MrqStream& stream, std::int32_t timestamp);
+// The only entry of a piece of a file, its head included; none if it cannot be read or is dead.
+std::optional<MrqEntry> DecodeMrqEntry(ByteSpan entry);

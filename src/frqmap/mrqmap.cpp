@@ -62,7 +62,7 @@ bool MrqExists(const std::wstring& mapPath, const MrqStore& store) {
   return store.Find(MrqKey(mapPath)).has_value();
 }
 
-void DeleteMrq(const std::wstring& mapPath, MrqStore& store, bool keepEntry) {
+bool DeleteMrq(const std::wstring& mapPath, MrqStore& store, bool keepEntry) {
   DeleteFileW(LlsmPathFromWave(WavePathFromMapW(mapPath)).c_str());
-  if (!keepEntry) store.RemoveEntry(MrqKey(mapPath));
+  return keepEntry || store.Remove(MrqKey(mapPath));
 }

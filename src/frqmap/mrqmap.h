@@ -20,5 +20,6 @@ int SaveMrq(const FrqMap& map, std::string_view narrowPath, MrqStore* store);
 
 bool MrqExists(const std::wstring& mapPath, const MrqStore& store);
 
-// Deletes the resampler's analysis of the wave and, unless it is to be kept, the entry.
-void DeleteMrq(const std::wstring& mapPath, MrqStore& store, bool keepEntry);
+// Deletes the resampler's analysis of the wave and, unless it is to be kept, the entry. False if that is still in the
+// file.
+bool DeleteMrq(const std::wstring& mapPath, MrqStore& store, bool keepEntry);

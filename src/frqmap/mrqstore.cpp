@@ -25,8 +25,10 @@ std::u16string NameOf(const std::wstring& key) {
   return std::u16string(name.begin(), name.end());
 }
 
-// Empty if the path becomes too long. Some writers let a zero end the name.
+// Empty if the path becomes too long, or if the name leads out of the folder: a wave elsewhere must not be changed for
+// what this file says. Some writers let a zero end the name.
 std::wstring KeyOf(const std::wstring& folder, const std::u16string& name) {
+  if (!IsPlainMrqName(name)) return {};
   const auto end = std::ranges::find(name, u'\0');
   return PathWithoutExtension(PathSeenFrom(folder, std::wstring(name.begin(), end)));
 }
@@ -39,7 +41,7 @@ std::int32_t MrqStore::PresentTime() {
 }
 
 int MrqStore::LoadFolder(const std::wstring& folder) {
-  if (const auto file = Files.Open(MrqPathIn(folder), MrqMode::Read)) {
+  if (const auto file = OpenMrqFile(Files, MrqPathIn(folder))) {
     ReadAllMrqEntries(*file, [&](const std::u16string& name, MrqEntry&& entry) {
       const std::wstring key = KeyOf(folder, name);
       if (!key.empty()) SetEntry(key, std::move(entry));
@@ -50,7 +52,10 @@ int MrqStore::LoadFolder(const std::wstring& folder) {
 }
 
 int MrqStore::AddFolder(const std::wstring& folder) {
-  if (HasFolder(folder) || !Files.Open(MrqPathIn(folder), MrqMode::Create)) return -1;
+  if (HasFolder(folder)) return -1;
+  // The header of a new file comes with its first entry.
+  const std::wstring path = MrqPathIn(folder);
+  if (!Files.Open(path, FileMode::Read) && !Files.Open(path, FileMode::Patch)) return -1;
   EnterFolder(folder);
   return 0;
 }
@@ -89,26 +94,27 @@ int MrqStore::SaveEntry(const std::wstring& key, const MrqEntry& entry) {
 
 int MrqStore::Write(const std::wstring& key, const MrqEntry& entry) {
   const Lock lock(FileLock);
-  const auto file = Files.Open(MrqPathOf(key), MrqMode::Patch);
-  return file && WriteMrqEntry(*file, NameOf(key), entry, Now()) ? 0 : -1;
+  return SaveMrqEntry(Files, MrqPathOf(key), NameOf(key), entry, Now()) ? 0 : -1;
 }
 
-int MrqStore::RemoveEntry(const std::wstring& key) {
+bool MrqStore::Remove(const std::wstring& key) {
+  bool isGone = false;
   {
+    const Lock lock(FileLock);
+    isGone = RemoveMrqEntry(Files, MrqPathOf(key), NameOf(key));
+  }
+  if (isGone) {
     const Lock lock(EntriesLock);
     Entries.erase(key);
   }
-  KillInFile(key);
-  // A key that ends like a name with an extension names the file itself that is deleted here.
-  if (key.size() <= kPathLimit) Files.Delete(PathWithAddedExtension(key, L".wav.llsm"));
-  return 0;
+  // By the wave's whole name: one that is cut or has another extension is that of another file.
+  Files.Delete(key + L".wav.llsm");
+  return isGone;
 }
 
-void MrqStore::KillInFile(const std::wstring& key) {
-  const Lock lock(FileLock);
-  const auto file = Files.Open(MrqPathOf(key), MrqMode::Patch);
-  if (!file) return;
-  if (const std::optional<MrqHead> head = FindMrqEntry(*file, NameOf(key))) KillMrqEntry(*file, *head);
+int MrqStore::RemoveEntry(const std::wstring& key) {
+  Remove(key);
+  return 0;
 }
 
 void MrqStore::Reload() {
@@ -129,15 +135,12 @@ void MrqStore::Clear() {
   Folders.clear();
 }
 
-void MrqStore::CompactFiles() {
+bool MrqStore::CompactFiles() {
+  bool areAllWell = true;
   const Lock folders(FoldersLock);
   for (const std::wstring& folder : Folders) {
     const Lock file(FileLock);
-    CompactMrqFile(MrqPathIn(folder), Now(), Files);
+    areAllWell = CompactMrqFile(MrqPathIn(folder), Now(), Files) != 0 && areAllWell;
   }
-}
-
-int CompactMrqFile(const std::wstring& path, std::int32_t timestamp, MrqAccess& files) {
-  const auto file = files.Open(path, MrqMode::Patch);
-  return file ? CompactMrqEntries(*file, timestamp) : 0;
+  return areAllWell;
 }

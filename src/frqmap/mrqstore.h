@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-#include "frqmap/mrqaccess.h"
+#include "frqmap/mrqsaving.h"
 
 class MrqStore {
  public:
@@ -24,7 +24,7 @@ class MrqStore {
   using Clock = std::int32_t (*)();
   static std::int32_t PresentTime();
 
-  explicit MrqStore(Clock clock = &PresentTime, MrqAccess& files = MrqDisk()) : Now(clock), Files(files) {}
+  explicit MrqStore(Clock clock = &PresentTime, FileSystem& files = Disk()) : Now(clock), Files(files) {}
 
   // Reads the folder's file, if there is one, on top of what is kept, and enters the folder. Always 0. A damaged file
   // gives the entries that can be read.
@@ -50,31 +50,29 @@ class MrqStore {
   // one of the file back into memory.
   int SaveEntry(const std::wstring& key, const MrqEntry& entry);
 
-  // Takes the entry from memory and kills it in the file of its folder, which is made if there is none; deletes the
-  // resampler's analysis of the wave. Always 0.
+  // Kills the entry in the file of its folder, which is made if there is none, and takes it from memory; deletes the
+  // resampler's analysis of the wave. False if the entry is still in the file: then it stays in memory as well.
+  bool Remove(const std::wstring& key);
+  // The same. Always 0.
   int RemoveEntry(const std::wstring& key);
 
   // Reads all folders anew.
   void Reload();
   void Clear();
 
-  // Rebuilds the files of all folders without their dead entries.
-  void CompactFiles();
+  // Rebuilds the files of all folders without their dead entries. False if one of them could not be: it is as it was.
+  // One of a newer version is meant to be left alone.
+  bool CompactFiles();
 
  private:
   void EnterFolder(const std::wstring& folder);
   int Write(const std::wstring& key, const MrqEntry& entry);
-  void KillInFile(const std::wstring& key);
 
   const Clock Now;
-  MrqAccess& Files;
+  FileSystem& Files;
   std::map<std::wstring, MrqEntry> Entries;
   std::vector<std::wstring> Folders;
   std::recursive_mutex FileLock;  // from before a file is opened for writing until it is closed
   mutable std::recursive_mutex EntriesLock;
   mutable std::recursive_mutex FoldersLock;
 };
-
-// The file without its dead entries, see CompactMrqEntries. Also 0 for a file that cannot be opened; one that was not
-// there then is, with a header alone.
-int CompactMrqFile(const std::wstring& path, std::int32_t timestamp, MrqAccess& files = MrqDisk());

@@ -6,7 +6,7 @@
 #include "frqmap/dio.h"
 #include "frqmap/edits.h"
 #include "frqmap/freq0003.h"
-#include "frqmap/mrqfile.h"
+#include "frqmap/mrqwriting.h"
 #include "frqmap/pmk.h"
 #include "native/wavebytes.h"
 #include "voicebank/inifile.h"

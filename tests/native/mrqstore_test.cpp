@@ -4,50 +4,22 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
+#include <array>
 #include <thread>
 
+#include "frqmap/mrqwriting.h"
+#include "native/faultdisk.h"
+
 namespace {
-
-// Lets several streams into a file, as a disk does.
-struct MemoryDisk : MrqAccess {
-  std::unique_ptr<MrqStream> Open(const std::wstring& path, MrqMode mode) override {
-    const std::lock_guard lock(lock_);
-    if (path.empty() || (mode == MrqMode::Read && !files_.contains(path))) return nullptr;
-    MrqImage& image = files_.try_emplace(path, Bytes()).first->second;
-    if (mode == MrqMode::Patch && image.Content.empty()) image.Content = EmptyMrqFile();
-    return std::make_unique<Stream>(image, lock_);
-  }
-  void Delete(const std::wstring& path) override { Deleted.insert(path); }
-
-  std::set<std::wstring> Deleted;
-
- private:
-  struct Stream : MrqStream {
-    Stream(MrqImage& image, std::mutex& lock) : image_(image), lock_(lock) {}
-    std::int64_t Size() const override { return std::lock_guard(lock_), image_.Size(); }
-    bool ReadAt(std::int64_t position, std::span<std::uint8_t> into) override {
-      return std::lock_guard(lock_), image_.ReadAt(position, into);
-    }
-    bool WriteAt(std::int64_t position, ByteSpan bytes) override {
-      return std::lock_guard(lock_), image_.WriteAt(position, bytes);
-    }
-    bool Truncate(std::int64_t size) override { return std::lock_guard(lock_), image_.Truncate(size); }
-    MrqImage& image_;
-    std::mutex& lock_;
-  };
-
-  std::mutex lock_;
-  std::map<std::wstring, MrqImage> files_;
-};
 
 std::int32_t Noon() {
   return 12 * 60 * 60;
 }
 
 TEST(MrqStore, SavesOfManyThreadsReachTheFileAndASecondStore) {
-  MemoryDisk disk;
+  FaultDisk disk;
   const std::wstring folder = L"C:\\voices\\bank";
+  disk.MakeFolder(folder);
   MrqStore store(&Noon, disk);
   store.LoadFolder(folder);
   const auto key = [&](int thread, int save) { return folder + L"\\" + std::to_wstring(thread * 10 + save % 10); };
@@ -77,31 +49,60 @@ TEST(MrqStore, SavesOfManyThreadsReachTheFileAndASecondStore) {
 
 TEST(MrqStore, KeysComeBackFromTheFileAsUsersFilesHaveThem) {
   const std::wstring deep = L"C:\\" + std::wstring(240, L'd');
-  // The folder, a key of an entry, as it comes back, and the analysis that goes with the entry.
-  const std::array<std::wstring, 4> tests[] = {
-      {L"C:\\v", L"C:\\v\\_か.か", L"C:\\v\\_か", L"C:\\v\\_か.か"},  // the second dot
-      {L"C:\\v", L"C:\\v\\a. b", L"C:\\v\\a. b", L"C:\\v\\a. b.wav.llsm"},
-      {L"C:\\", L"C:\\ka", L"C:\\ka", L"C:\\ka.wav.llsm"},
-      {L"\\\\server\\share", L"\\\\server\\share\\ka", L"\\\\server\\share\\ka", L"\\\\server\\share\\ka.wav.llsm"},
-      {L"\\\\server\\share\\x\\..\\", L"\\\\server\\share\\ka", L"\\\\server\\share\\ka",
-       L"\\\\server\\share\\ka.wav.llsm"},
-      {L"C:\\v\\x\\..\\.\\w.d", L"C:\\v\\w.d\\ka", L"C:\\v\\w.d\\ka", L"C:\\v\\w.d\\ka.wav.llsm"},
-      {deep, deep + L"\\" + std::wstring(15, L'k'), L"", deep + L"\\" + std::wstring(15, L'k')},  // fit as a key alone
+  // The folder, a key of an entry, and as it comes back.
+  const std::array<std::wstring, 3> tests[] = {
+      {L"C:\\v", L"C:\\v\\_か.か", L"C:\\v\\_か"},  // the second dot
+      {L"C:\\v", L"C:\\v\\a. b", L"C:\\v\\a. b"},
+      {L"C:\\", L"C:\\ka", L"C:\\ka"},
+      {L"\\\\server\\share", L"\\\\server\\share\\ka", L"\\\\server\\share\\ka"},
+      {L"\\\\server\\share\\x\\..\\", L"\\\\server\\share\\ka", L"\\\\server\\share\\ka"},
+      {L"C:\\v\\x\\..\\.\\w.d", L"C:\\v\\w.d\\ka", L"C:\\v\\w.d\\ka"},
+      {deep, deep + L"\\" + std::wstring(15, L'k'), L""},  // fits as a key alone
   };
-  for (const auto& [opened, key, back, analysis] : tests) {
+  for (const auto& [opened, key, back] : tests) {
     SCOPED_TRACE(testing::PrintToString(key));
-    MemoryDisk disk;
+    FaultDisk disk;
+    disk.MakeFolder(FolderOf(key));
     MrqStore store(&Noon, disk), second(&Noon, disk);
+    // Its analysis, and what has the names that a key leads to when it is cut or its extension taken for one of a file.
+    const std::wstring analysis = key + L".wav.llsm";
+    for (const std::wstring& file : {analysis, key, PathWithoutExtension(key) + L".wav.llsm"}) disk.Put(file, {});
     EXPECT_EQ(store.SaveEntry(key, {256, 44100, {110.0}, 0, 0}), 0);
     second.LoadFolder(opened);
     EXPECT_EQ(second.Find(back).has_value(), !back.empty());
     EXPECT_EQ(second.Find(key).has_value(), key == back);
     second.RemoveEntry(key);
-    EXPECT_EQ(disk.Deleted, std::set{analysis});
+    EXPECT_FALSE(disk.FactsOf(analysis));
+    EXPECT_TRUE(disk.FactsOf(key));
+    EXPECT_NE(disk.FactsOf(PathWithoutExtension(key) + L".wav.llsm").has_value(), PathWithoutExtension(key) == key);
   }
-  MemoryDisk disk;
+  FaultDisk disk;
   MrqStore store(&Noon, disk);
   EXPECT_EQ(store.AddFolder(deep + std::wstring(16, L'd')), -1) << "no file can have that path";
+}
+
+// A file that names waves of other folders must not have them changed.
+TEST(MrqStore, NamesThatLeadOutOfTheFolderAreNobodys) {
+  FaultDisk disk;
+  disk.MakeFolder(L"C:\\v\\w");
+  MrqImage image(EmptyMrqFile());
+  const MrqEntry entry = {256, 44100, {110.0}, 0, 0};
+  for (const std::u16string name : {u"..\\a.wav", u"/b.wav", u"C:\\v\\c.wav", u"C:d.wav", u"..", u"e..wav"}) {
+    WriteMrqEntry(image, name, entry, 1);
+  }
+  disk.Put(L"C:\\v\\w\\desc.mrq", image.Content);
+  MrqStore store(&Noon, disk);
+  store.LoadFolder(L"C:\\v\\w");
+  for (const std::wstring key : {L"C:\\v\\a", L"C:\\b", L"C:\\v\\w\\/b", L"C:\\v\\c", L"C:d", L"C:\\v", L"C:\\v\\w"}) {
+    EXPECT_FALSE(store.Find(key)) << testing::PrintToString(key);
+  }
+  EXPECT_TRUE(store.Find(L"C:\\v\\w\\e."));
+  EXPECT_EQ(store.SaveEntry(L"C:\\v\\w\\f", entry), 0);
+  EXPECT_TRUE(store.CompactFiles());
+  MrqImage after(*disk.ContentOf(L"C:\\v\\w\\desc.mrq"));
+  int found = 0;
+  ReadAllMrqEntries(after, [&](const std::u16string&, MrqEntry&&) { ++found; });
+  EXPECT_EQ(found, 7) << "they stay in the file";
 }
 
 }  // namespace
