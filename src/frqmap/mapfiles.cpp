@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/files.h"
+#include "base/inplace.h"
 #include "base/text.h"
 #include "frqmap/dio.h"
 #include "frqmap/freq0003.h"
@@ -54,9 +55,15 @@ std::optional<FrqMap> ReadMapAndLevels(std::string_view narrowPath, Decoder deco
   return map;
 }
 
+void KeepFile(const std::wstring& mapPath) {
+  if (!PresentGuard().Wants(mapPath)) return;
+  const std::optional<Bytes> bytes = ReadWholeFile(mapPath);
+  if (bytes && !bytes->empty()) PresentGuard().Keep(mapPath, *bytes);
+}
+
 // A map that its kind cannot hold leaves the file as it was, and says why in the system's words.
 int WriteMap(std::string_view narrowPath, const std::optional<Bytes>& file) {
-  if (file) return WriteWholeFile(WidePath(narrowPath), *file) ? 0 : -1;
+  if (file) return WriteInPlace(Disk(), WidePath(narrowPath), *file) ? 0 : -1;
   SetLastError(ERROR_INVALID_DATA);
   return -1;
 }
@@ -132,12 +139,20 @@ bool MapFileExists(const std::wstring& mapPath, MrqStore* store) {
 bool DeleteMapFile(const std::wstring& mapPath, MrqStore* store, bool keepEntry) {
   const FrqType kind = FrqTypeFromPathW(mapPath);
   if (kind == FrqTypeMrq) {
-    if (store) DeleteMrq(mapPath, *store, keepEntry);
-    return store;
+    return store && DeleteMrq(mapPath, *store, keepEntry);
   }
+  KeepFile(mapPath);
   const bool deleted = DeleteFileW(mapPath.c_str());
   if (kind == FrqTypeDio) DeleteDioCompanions(mapPath);
   return deleted;
+}
+
+int RestoreMapFile(const std::wstring& mapPath, ByteSpan kept, MrqStore* store) {
+  if (FrqTypeFromPathW(mapPath) != FrqTypeMrq) return WriteInPlace(Disk(), mapPath, kept) ? 0 : -1;
+  const std::optional<MrqEntry> entry = DecodeMrqEntry(kept);
+  if (entry && store) return store->SaveEntry(MrqKey(mapPath), *entry);
+  SetLastError(ERROR_INVALID_DATA);
+  return -1;
 }
 
 int LoadMap(FrqMap& map, const std::wstring& wavePath, FrqType kind, MrqStore* store) {
