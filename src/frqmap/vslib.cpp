@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/files.h"
+#include "base/inplace.h"
 #include "base/text.h"
 #include "frqmap/mapfiles.h"
 
@@ -45,6 +46,29 @@ bool AreCountsSane(const std::vector<VsItemInfo>& items) {
     total += item.PointCount;
   }
   return total <= VsMostPoints;
+}
+
+bool PutBack(const FileChange& change) {
+  const std::unique_ptr<FileStream> file = Disk().Open(change.Path, FileMode::Patch);
+  return file && TakeBack(*file, change);
+}
+
+// Nobody knows what the library does to the file: the whole of it is held meanwhile, and put back if the save fails.
+int SaveGuarded(CVsLib& library, std::string_view narrowPath) {
+  const std::wstring path = WidePath(narrowPath);
+  PresentGuard().Mend(path);
+  std::optional<Bytes> before = ReadWholeFile(path);
+  if (!before) return library.SaveProject(narrowPath);
+  if (!before->empty() && PresentGuard().Wants(path)) PresentGuard().Keep(path, *before);
+  const std::int64_t size = std::ssize(*before);
+  const FileChange change{path, size, size, {{0, *std::move(before), {}}}, true};
+  PresentGuard().Begin(change);
+  SetLastError(ERROR_SUCCESS);
+  const int result = library.SaveProject(narrowPath);
+  const DWORD error = GetLastError();
+  if (result == 0 || PutBack(change)) PresentGuard().End();
+  SetLastError(result != 0 && error == ERROR_SUCCESS ? DWORD{ERROR_WRITE_FAULT} : error);
+  return result;
 }
 
 }  // namespace
@@ -161,10 +185,13 @@ int CVsLib::ReadControlPoints() {
 
 int CVsLib::WriteControlPoints() {
   std::int32_t item = 0;
+  wasPointRefused_ = false;
   for (const std::vector<VsControlPoint>& points : ControlPoints) {
     std::int32_t index = 0;
     for (const VsControlPoint& point : points) {
-      if (Call(&VsHelper::VslibSetCtrlPntInfoEx, Handle, item, index++, &point) != 0) break;
+      if (Call(&VsHelper::VslibSetCtrlPntInfoEx, Handle, item, index++, &point) == 0) continue;
+      wasPointRefused_ = true;
+      break;
     }
     ++item;
   }
@@ -216,7 +243,7 @@ int CVsLib::ExportPmk(std::string_view vsPath) {
   const std::optional<Bytes> file = PmkOfProject(*this);
   if (!file) return -1;
   // A file that a full disk cuts short counts as written, as an exported map does.
-  return WriteWholeFile(WidePath(*target), *file) || GetLastError() == ERROR_DISK_FULL ? 0 : -1;
+  return WriteInPlace(Disk(), WidePath(*target), *file) || GetLastError() == ERROR_DISK_FULL ? 0 : -1;
 }
 
 int LoadVs4ufrq(FrqMap& map, std::string_view narrowPath) {
@@ -229,10 +256,16 @@ int LoadVs4ufrq(FrqMap& map, std::string_view narrowPath) {
   return 0;
 }
 
+// What a full disk has left of a project may open as one without points: they are refused then, and must be, or the
+// next save would count as one that has kept the edits.
 int SaveVs4ufrq(const FrqMap& map, std::string_view narrowPath) {
   CVsLib library;
   if (const int result = library.OpenProject(narrowPath); result != 0) return result;
   library.ControlPoints = map.Project.ControlPoints;
   library.WriteControlPoints();
-  return library.SaveProject(narrowPath);
+  if (library.WasPointRefused()) {
+    SetLastError(ERROR_WRITE_FAULT);
+    return -1;
+  }
+  return SaveGuarded(library, narrowPath);
 }

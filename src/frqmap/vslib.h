@@ -75,6 +75,8 @@ class CVsLib : public VsProject {
 
   // Puts the control points into the open project. 0 whatever the library says: a refusal ends its item alone.
   int WriteControlPoints();
+  // Whether the last of these had a point refused.
+  bool WasPointRefused() const { return wasPointRefused_; }
 
   // Analyses a wave between two notes, the range being in semitones, and saves the project under its map's name: a.wav
   // gives a_wav.vs4ufrq. With `useMap` the wave's map of that kind, if it can be loaded, replaces the analysis. 1 for a
@@ -100,10 +102,12 @@ class CVsLib : public VsProject {
   int ReadProjectInfo();
 
   const VsHelper* library_;  // null without the library
+  bool wasPointRefused_ = false;
 };
 
 // FrqMap::Load and Save for this kind. The project's data stay in the map, the file is not held open. A save needs the
 // file to be there: it opens the project again, puts the map's control points into it and saves it. The frames as such
-// are never saved, so that only edits that reached the project do.
+// are never saved, so that only edits that reached the project do. A save that fails, also for a point that the library
+// refuses, leaves the file as it was and a reason in GetLastError.
 int LoadVs4ufrq(FrqMap& map, std::string_view narrowPath);
 int SaveVs4ufrq(const FrqMap& map, std::string_view narrowPath);

@@ -86,11 +86,33 @@ TEST_F(VsLib, ASaveChangesTheEditedControlPointAndNothingElse) {
   EXPECT_EQ(ReadWholeFile(folder_.Path(L"a_wav.vs4ufrq")), ProjectFile()) << "the copy was not edited";
 }
 
+TEST_F(VsLib, ASaveThatBreaksOffLeavesTheProjectAndTheNextOneSavesTheEdits) {
+  FrqMap map, found;
+  ASSERT_EQ(Load(map), 0);
+  map.SetFrequency(1, 440.0);
+  for (const int room : {0, 700, 1400}) {
+    *Entry<int*()>("RoomOnDisk")() = room;
+    SetLastError(ERROR_SUCCESS);
+    EXPECT_NE(Save(map), 0);
+    EXPECT_NE(GetLastError(), DWORD{ERROR_SUCCESS});
+    EXPECT_EQ(ReadWholeFile(folder_.Path(L"a_wav.vs4ufrq")), ProjectFile()) << room;
+  }
+  *Entry<int*()>("RoomOnDisk")() = -1;
+  EXPECT_EQ(Save(map), 0);
+  EXPECT_EQ(Load(found), 0);
+  EXPECT_EQ(found.Frames[1].Frequency, 440.0);
+  // What another program has cut takes none of the points.
+  folder_.Write(L"a_wav.vs4ufrq", Bytes(kPoints));
+  EXPECT_NE(Save(map), 0);
+  EXPECT_EQ(GetLastError(), DWORD{ERROR_WRITE_FAULT});
+  EXPECT_EQ(ReadWholeFile(folder_.Path(L"a_wav.vs4ufrq")), Bytes(kPoints));
+}
+
 TEST_F(VsLib, AnyCallAndTheWholeLibraryMayBeMissing) {
   // By the number of the entry. A project that cannot be closed stays open: no row for that.
   const std::string results[] = {"0 0 -1 0 0 ",   "-1 -1 0 -1 -1 ", "0 -1 0 0 0 ",   "",
                                  "0 0 0 -1 -1 ",  "0 0 0 0 0 ",     "-1 0 0 -1 -1 ", "0 0 -1 0 0 ",
-                                 "-1 0 0 -1 -1 ", "0 0 0 0 0 ",     "0 0 0 0 0 ",    "0 0 0 0 0 "};
+                                 "-1 0 0 -1 -1 ", "0 0 0 0 0 ",     "0 -1 0 0 0 ",   "0 0 0 0 0 "};
   folder_.Write(L"b_wav.frq", testdata::FileBytes("saved/0001.frq"));
   FrqMap map;
   ASSERT_EQ(Load(map), 0);

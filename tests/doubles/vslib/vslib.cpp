@@ -2,10 +2,10 @@
 //
 // A file is 1384 bytes of header (the project's record at 0, the count of items at 16, an item's record at 20) and 104
 // bytes for each control point, 80 of them its record. Records are bytes here, so that a program that has them wrong
-// finds no friend. A further entry tells the test how many projects
-// are open.
+// finds no friend. Further entries tell the test how many projects are open, and let it fill the disk.
 #include <windows.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <cstring>
@@ -21,6 +21,7 @@ constexpr int kItemsAt = 16, kItemAt = 20, kHeaderSize = 1384, kPointSize = 104,
 constexpr int kNoSuchThing = 2;
 
 std::atomic<int> openProjects;
+int roomOnDisk = -1;  // bytes that a save may write; any if negative
 
 char* At(Project* project, std::size_t offset) {
   return offset + kPointSize <= project->size() ? project->data() + offset : nullptr;
@@ -55,6 +56,10 @@ int OpenProjects() {
   return openProjects;
 }
 
+int* RoomOnDisk() {
+  return &roomOnDisk;
+}
+
 int WINAPI VslibCreateProject(Project** out) {
   return Open(Project(kHeaderSize), out);
 }
@@ -67,7 +72,9 @@ int WINAPI VslibOpenProject(Project** out, const char* path) {
 
 int WINAPI VslibSaveProject(Project* project, const char* path) {
   std::ofstream file(path, std::ios::binary);
-  return file.write(project->data(), static_cast<std::streamsize>(project->size())) ? 0 : kNoSuchThing;
+  const auto size = static_cast<std::streamsize>(project->size());
+  const std::streamsize room = roomOnDisk < 0 ? size : roomOnDisk;
+  return file.write(project->data(), std::min(size, room)) && room >= size ? 0 : kNoSuchThing;
 }
 
 int WINAPI VslibDeleteProject(Project* project) {
