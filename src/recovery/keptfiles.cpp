@@ -117,7 +117,7 @@ void KeptFiles::Keep(const std::wstring& mapPath, KeptBecause because, std::int6
 }
 
 bool KeptFiles::OpenFile(std::size_t coming) {
-  if (file_ && (end_ == 0 || end_ + static_cast<std::int64_t>(coming) <= kFileBytes)) return true;
+  if (file_ && (end_ == 0 || end_ + static_cast<std::int64_t>(coming) <= limits_.FileBytes)) return true;
   file_.reset();
   KeepWithinLimit();
   const std::wstring path = PathIn(run_, std::wstring(kFileName) + std::to_wstring(number_ + 1));
@@ -131,11 +131,11 @@ bool KeptFiles::OpenFile(std::size_t coming) {
 // Before a file is begun, with room for a full one.
 void KeptFiles::KeepWithinLimit() {
   std::vector<KeptFile> all = FilesUnder(files_, root_);
-  std::int64_t bytes = kFileBytes;
+  std::int64_t bytes = limits_.FileBytes;
   for (const KeptFile& file : all) bytes += file.Facts.Size;
   std::ranges::sort(all, {}, [](const KeptFile& file) { return file.Facts.Written; });
   for (const KeptFile& file : all) {
-    if (bytes <= kMostBytes) return;
+    if (bytes <= limits_.MostBytes) return;
     if (files_.Delete(file.Path)) bytes -= file.Facts.Size;
   }
 }

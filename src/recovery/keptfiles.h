@@ -27,14 +27,16 @@ struct KeptMap {
   std::int64_t At = 0;     // and where in there its record begins
 };
 
+struct KeptLimits {
+  std::int64_t MostBytes = std::int64_t{256} << 20;  // of all runs
+  std::int64_t FileBytes = std::int64_t{16} << 20;   // a longer file is not appended to
+};
+
 class KeptFiles {
  public:
-  static constexpr std::int64_t kMostBytes = std::int64_t{256} << 20;
-  static constexpr std::int64_t kFileBytes = std::int64_t{16} << 20;  // what is longer is not appended to
-
   // `root`: where the folders of the runs lie. `run`: that of this one, which is there when the first map is kept.
-  KeptFiles(FileSystem& files, std::wstring root, std::wstring run)
-      : files_(files), root_(std::move(root)), run_(std::move(run)) {}
+  KeptFiles(FileSystem& files, std::wstring root, std::wstring run, KeptLimits limits = {})
+      : files_(files), root_(std::move(root)), run_(std::move(run)), limits_(limits) {}
 
   // On any thread. Each map once, until it is forgotten.
   bool Wants(const std::wstring& mapPath) const;
@@ -60,6 +62,7 @@ class KeptFiles {
   FileSystem& files_;
   const std::wstring root_;
   const std::wstring run_;
+  const KeptLimits limits_;
   mutable std::mutex mutex_;
   std::set<std::wstring> kept_;
   std::unique_ptr<FileStream> file_;
