@@ -29,6 +29,7 @@ class OneMap : public DocumentFiles {
  public:
   int Load(FrqMap& map, const std::wstring&) override { return VoicedMap().CopyTo(map); }
   int Save(FrqMap&, const std::wstring&, std::uint32_t&) override { return -1; }
+  std::uint64_t Stamp(const std::wstring&) override { return 1; }
   bool Delete(const std::wstring&) override { return false; }
   void DeleteAnalysis(const std::wstring&) override {}
 };

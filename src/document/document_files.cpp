@@ -17,13 +17,15 @@ std::optional<MapImage> ImageOnDisk(const SyllableEntry& entry) {
 
 }  // namespace
 
-// Reads both maps of an entry. A map that memory does not hold twice is as good as one that cannot be read: then the
+// Reads both maps of an entry. The stamp is taken first, so that who writes the file meanwhile makes it another. A map that memory does not hold twice is as good as one that cannot be read: then the
 // working one is empty, and the saved one stays or is empty too.
 int Document::LoadPair(SyllableEntry& entry, OnFailure onFailure) {
   int result = -1;
   try {
+    const std::uint64_t stamp = files_.Stamp(entry.Path);
     result = files_.Load(entry.Map, entry.Path);
     if (result == 0) {
+      entry.Stamp = stamp;
       entry.Map.CopyTo(entry.SavedMap);
       entry.OnDisk.reset();
       entry.IsDiskUnknown = false;
@@ -133,6 +135,7 @@ int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error) {
     return -1;
   }
   try {
+    entry->Stamp = files_.Stamp(entry->Path);
     entry->OnDisk.emplace(entry->Map);
     entry->IsDiskUnknown = false;
   } catch (const std::exception&) {

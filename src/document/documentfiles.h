@@ -23,6 +23,9 @@ class DocumentFiles {
   // there.
   virtual bool Delete(const std::wstring& wavePath) = 0;
 
+  // A value that is another one once the map's file has been written; 0 where there is none. It outlives the process.
+  virtual std::uint64_t Stamp(const std::wstring& wavePath) = 0;
+
   // Deletes the resampler's analysis beside the wave, which is out of date with a saved map. May throw std::bad_alloc.
   virtual void DeleteAnalysis(const std::wstring& wavePath) = 0;
 };

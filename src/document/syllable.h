@@ -17,6 +17,8 @@ struct SyllableEntry {
   bool HasMap = false;              // a map of the working kind exists for the wave
   bool Edited = false;              // Map has changes that no file holds; Map.Modified does not count for this
 
+  std::uint64_t Stamp = 0;  // of the file as it was last read or written here
+
   // What the file holds, where SavedMap does not say it: behind a save that failed, or one of many.
   std::optional<MapImage> OnDisk;
   bool IsDiskUnknown = false;  // a save has broken off, or memory did not hold its image: the file has to be asked

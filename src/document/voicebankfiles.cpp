@@ -2,19 +2,61 @@
 
 #include <windows.h>
 
+#include <cstring>
 #include <exception>
 
+#include "base/filesystem.h"
 #include "base/path.h"
 #include "frqmap/mapfiles.h"
+#include "frqmap/mrqmap.h"
+
+namespace {
+
+// FNV-1a of 64 bits (Fowler, Noll, Vo 1991), word by word; never 0.
+class StampHash {
+ public:
+  void Add(std::uint64_t word) { hash_ = (hash_ ^ word) * 0x100000001B3u; }
+  std::uint64_t Value() const { return hash_ == 0 ? 1 : hash_; }
+
+ private:
+  std::uint64_t hash_ = 0xCBF29CE484222325u;
+};
+
+// The time of writing is left out: the store knows it of those entries alone that it has read. Frequencies count as the
+// file rounds them.
+std::uint64_t StampOf(const MrqEntry& entry) {
+  StampHash hash;
+  hash.Add(static_cast<std::uint32_t>(entry.Hop));
+  hash.Add(static_cast<std::uint32_t>(entry.Unedited));
+  hash.Add(entry.Frequencies.size());
+  for (const double frequency : entry.Frequencies) {
+    const auto stored = static_cast<float>(frequency);
+    std::uint32_t bits = 0;
+    std::memcpy(&bits, &stored, sizeof(bits));
+    hash.Add(bits);
+  }
+  return hash.Value();
+}
+
+std::uint64_t StampOf(const FileFacts& facts) {
+  StampHash hash;
+  hash.Add(static_cast<std::uint64_t>(facts.Size));
+  hash.Add(static_cast<std::uint64_t>(facts.Written));
+  return hash.Value();
+}
+
+}  // namespace
 
 // The host's syllables may lie in folders that no scan has come through, and so may all of them behind a change of the
 // kind.
+void VoicebankFiles::EnterFolder(const std::wstring& wavePath) {
+  const std::wstring folder = FolderOf(wavePath);
+  if (!Store.HasFolder(folder)) Store.LoadFolder(folder);
+}
+
 int VoicebankFiles::Load(FrqMap& map, const std::wstring& wavePath) {
   const FrqType kind = Kind;
-  if (kind == FrqTypeMrq) {
-    const std::wstring folder = FolderOf(wavePath);
-    if (!Store.HasFolder(folder)) Store.LoadFolder(folder);
-  }
+  if (kind == FrqTypeMrq) EnterFolder(wavePath);
   return LoadMap(map, wavePath, kind, &Store);
 }
 
@@ -28,6 +70,19 @@ int VoicebankFiles::Save(FrqMap& map, const std::wstring& wavePath, std::uint32_
     error = ERROR_NOT_ENOUGH_MEMORY;  // a file is made whole in memory first
   }
   return -1;
+}
+
+// Of an entry of desc.mrq: its content as the store has last read or written it.
+std::uint64_t VoicebankFiles::Stamp(const std::wstring& wavePath) {
+  const FrqType kind = Kind;
+  const std::wstring mapPath = MapPathFromWaveW(wavePath, kind);
+  if (kind == FrqTypeMrq) {
+    EnterFolder(wavePath);
+    const std::optional<MrqEntry> entry = Store.Find(MrqKey(mapPath));
+    return entry ? StampOf(*entry) : 0;
+  }
+  const std::optional<FileFacts> facts = Disk().FactsOf(mapPath);
+  return facts ? StampOf(*facts) : 0;
 }
 
 bool VoicebankFiles::Delete(const std::wstring& wavePath) {

@@ -16,6 +16,10 @@ class VoicebankFiles : public DocumentFiles {
 
   int Load(FrqMap& map, const std::wstring& wavePath) override;
   int Save(FrqMap& map, const std::wstring& wavePath, std::uint32_t& error) override;
+  std::uint64_t Stamp(const std::wstring& wavePath) override;
   bool Delete(const std::wstring& wavePath) override;
   void DeleteAnalysis(const std::wstring& wavePath) override;
+
+ private:
+  void EnterFolder(const std::wstring& wavePath);
 };

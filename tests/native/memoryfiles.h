@@ -17,6 +17,7 @@ struct MemoryFiles : DocumentFiles {
   enum class Fault { None, Fails, Throws };
 
   std::map<std::wstring, FrqMap> Files;
+  std::map<std::wstring, std::uint64_t> Stamps;  // how often each was written
   Fault Next = Fault::None;
   int AnalysesGone = 0;
 
@@ -41,6 +42,11 @@ struct MemoryFiles : DocumentFiles {
     return 0;
   }
 
+  std::uint64_t Stamp(const std::wstring& wavePath) override {
+    const auto stamp = Stamps.find(wavePath);
+    return Files.contains(wavePath) && stamp != Stamps.end() ? stamp->second : 0;
+  }
+
   bool Delete(const std::wstring& wavePath) override { return !Meets() && Files.erase(wavePath) > 0; }
 
   void DeleteAnalysis(const std::wstring&) override {
@@ -54,6 +60,7 @@ struct MemoryFiles : DocumentFiles {
     map.Modified = false;
     if (map.DerivedAverage) map.Average = 0.0;
     Files[wavePath] = std::move(map);
+    ++Stamps[wavePath];
   }
 
  private:
