@@ -46,6 +46,8 @@ class ByteReader {
 
   std::size_t Left() const { return rest_.size(); }
   bool Failed() const { return failed_; }
+  // For a codec that finds nonsense.
+  void Fail() { failed_ = true; }
 
  private:
   bool Need(std::size_t size) {
@@ -73,6 +75,7 @@ class ByteWriter {
     return bytes_.data() + end;
   }
 
+  std::size_t Size() const { return bytes_.size(); }
   void Reserve(std::size_t size) { bytes_.reserve(size); }
   Bytes Take() { return std::move(bytes_); }
 

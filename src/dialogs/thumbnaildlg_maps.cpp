@@ -10,8 +10,9 @@ namespace {
 constexpr UINT_PTR kLoadTimer = 1;
 
 // A map that memory does not hold is as good as one that cannot be read.
-bool ReadMap(FrqMap& map, const std::wstring& path, DocumentFiles& files) {
+bool ReadMap(FrqMap& map, std::uint64_t& stamp, const std::wstring& path, DocumentFiles& files) {
   try {
+    stamp = files.Stamp(path);
     return files.Load(map, path) == 0;
   } catch (const std::exception&) {
     map.Clear();
@@ -65,8 +66,9 @@ void CThumbnailDlg::LoadNext() {
 
 // The document keeps what was read, unless it has read the map itself meanwhile: then that is what is shown.
 bool CThumbnailDlg::LoadItem(ThumbnailItem& item) {
-  if (!ReadMap(item.Map, item.Path, *Files)) return false;
-  Syllables->Adopt(item.SyllableIndex, item.Path, item.Map);
+  std::uint64_t stamp = 0;
+  if (!ReadMap(item.Map, stamp, item.Path, *Files)) return false;
+  Syllables->Adopt(item.SyllableIndex, item.Path, item.Map, stamp);
   item.HasCurve = item.Map.Loaded;
   return item.HasCurve;
 }

@@ -3,6 +3,21 @@
 #include <algorithm>
 #include <utility>
 
+void Document::SetJournal(DocumentJournal* journal) {
+  const std::lock_guard locked(*this);
+  journal_ = journal;
+  steps_.SetJournal(journal);
+}
+
+bool Document::TellStroke() const {
+  const std::lock_guard locked(mutex_);
+  const SyllableEntry* const entry = At(steps_.StrokeEntry());
+  if (!entry) return false;
+  const std::optional<Step> step = journal_ ? steps_.StrokeSoFar(entry->Map) : std::nullopt;
+  if (step) journal_->OnStrokeSoFar(*step);
+  return true;
+}
+
 void Document::lock() {
   mutex_.lock();
   ++depth_;
@@ -14,6 +29,7 @@ void Document::unlock() {
   if (--depth_ == 0) {
     told = std::exchange(told_, {});
     told.History = steps_.TakeChanged();
+    if (journal_) journal_->OnUnlock();
   }
   mutex_.unlock();
   if (told.Entries.empty() && !told.OfMany && !told.History) return;
@@ -45,6 +61,7 @@ SyllableEntries Document::Open(std::vector<FoundSyllable> found) {
   steps_.Clear();
   editedCount_ = 0;
   current_ = -1;
+  if (journal_) journal_->OnOpened();
   return std::exchange(entries_, std::move(entries));
 }
 
@@ -117,6 +134,7 @@ void Document::SetHasMap(int index, bool hasMap, std::uint32_t frameEstimate) {
     entry->Map.Clear();
     entry->SavedMap.Clear();
     entry->OnDisk.reset();
+    if (journal_) journal_->OnRead(index, *entry);
     facts |= EntryChange::Replaced | EntryChange::Saved | EntryChange::Marks;
     if (SetEditedMark(index, false)) facts |= EntryChange::Edited;
   }
@@ -129,6 +147,7 @@ bool Document::SetEditedMark(int index, bool edited) {
   if (!entry || entry->Edited == edited) return false;
   entry->Edited = edited;
   editedCount_ += edited ? 1 : -1;
+  if (journal_) journal_->OnEdited(index, edited);
   return true;
 }
 

@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "document/documentfiles.h"
+#include "document/documentjournal.h"
 #include "document/documentlistener.h"
 #include "document/gesture.h"
 #include "document/recorder.h"
@@ -73,6 +74,11 @@ class Document {
   // Listeners are added before a second thread runs.
   void AddListener(DocumentListener& listener) { listeners_.push_back(&listener); }
 
+  // Who writes down what happens to the maps; null for nobody.
+  void SetJournal(DocumentJournal* journal);
+  // Tells the journal the open stroke as it is so far. False without one.
+  bool TellStroke() const;
+
   // For std::lock_guard; may be taken again by the thread that holds it.
   void lock();
   void unlock();
@@ -97,8 +103,9 @@ class Document {
   enum class OnFailure { KeepSaved, EmptySaved };
   // True if the map is loaded then.
   bool EnsureLoaded(int index, OnFailure onFailure);
-  // Keeps a map that somebody else has read. If the entry has one already, `map` becomes a copy of that.
-  void Adopt(int index, std::wstring_view path, FrqMap& map);
+  // Keeps a map that somebody else has read, with the stamp that its file had before. If the entry has one already,
+  // `map` becomes a copy of that.
+  void Adopt(int index, std::wstring_view path, FrqMap& map, std::uint64_t stamp);
   // False, with an empty target, if no map is loaded.
   bool CopyMap(int index, FrqMap& target) const;
 
@@ -148,12 +155,16 @@ class Document {
   };
 
  private:
+  friend class JournalReplay;
+
   SyllableEntry* At(int index) const;
   void Tell(EntryChange change);
   bool SetEditedMark(int index, bool edited);
   bool IsOnDisk(SyllableEntry& entry);
-  int LoadPair(SyllableEntry& entry, OnFailure onFailure);
+  int LoadPair(int index, OnFailure onFailure);
+  int ReadPair(SyllableEntry& entry, OnFailure onFailure);
   void TellRead(int index, bool isClean);
+  void NoteBrokenSave(int index);
   void CloseStroke();
   StepResult StepBack(bool redo);
   std::vector<int> EntriesLostTo(const Step& step, bool redo);
@@ -163,6 +174,7 @@ class Document {
   int depth_ = 0;  // of the thread that holds the lock
   DocumentFiles& files_;
   std::vector<DocumentListener*> listeners_;
+  DocumentJournal* journal_ = nullptr;
   SyllableEntries entries_;
   int current_ = -1;
   int mapCount_ = 0;

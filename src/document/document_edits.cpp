@@ -98,7 +98,7 @@ std::vector<int> Document::EntriesLostTo(const Step& step, bool redo) {
     if (std::ranges::find(seen, change.Entry()) != seen.end()) return;
     if (step.Maps.size() > 1) seen.push_back(change.Entry());
     SyllableEntry* const entry = At(change.Entry());
-    if (entry && !entry->Map.Loaded && LoadPair(*entry, OnFailure::KeepSaved) == 0) {
+    if (entry && !entry->Map.Loaded && LoadPair(change.Entry(), OnFailure::KeepSaved) == 0) {
       Tell({.Index = change.Entry(), .Facts = EntryChange::Replaced | EntryChange::Saved});
     }
     if (!entry || !change.Fits(entry->Map, redo)) lost.push_back(change.Entry());

@@ -19,7 +19,7 @@ std::optional<MapImage> ImageOnDisk(const SyllableEntry& entry) {
 
 // Reads both maps of an entry. The stamp is taken first, so that who writes the file meanwhile makes it another. A map that memory does not hold twice is as good as one that cannot be read: then the
 // working one is empty, and the saved one stays or is empty too.
-int Document::LoadPair(SyllableEntry& entry, OnFailure onFailure) {
+int Document::ReadPair(SyllableEntry& entry, OnFailure onFailure) {
   int result = -1;
   try {
     const std::uint64_t stamp = files_.Stamp(entry.Path);
@@ -43,18 +43,25 @@ int Document::LoadPair(SyllableEntry& entry, OnFailure onFailure) {
   return result;
 }
 
+int Document::LoadPair(int index, OnFailure onFailure) {
+  SyllableEntry& entry = *At(index);
+  const int result = ReadPair(entry, onFailure);
+  if (journal_) journal_->OnRead(index, entry);
+  return result;
+}
+
 bool Document::EnsureLoaded(int index, OnFailure onFailure) {
   const std::lock_guard locked(*this);
   SyllableEntry* const entry = At(index);
   if (!entry) return false;
   if (entry->Map.Loaded) return true;
-  if (LoadPair(*entry, onFailure) != 0) return false;
+  if (LoadPair(index, onFailure) != 0) return false;
   Tell({.Index = index, .Facts = EntryChange::Replaced | EntryChange::Saved});
   return true;
 }
 
 // The map that a window shows is not replaced under it: selecting its syllable reads it.
-void Document::Adopt(int index, std::wstring_view path, FrqMap& map) {
+void Document::Adopt(int index, std::wstring_view path, FrqMap& map, std::uint64_t stamp) {
   const std::lock_guard locked(*this);
   SyllableEntry* const entry = At(index);
   if (!entry || entry->Path != path) return;
@@ -67,9 +74,11 @@ void Document::Adopt(int index, std::wstring_view path, FrqMap& map) {
     map.CopyTo(entry->SavedMap);
     map.CopyTo(entry->Map);
     entry->OnDisk.reset();
+    entry->Stamp = stamp;
   } catch (const std::exception&) {
     entry->Map.Clear();
   }
+  if (journal_) journal_->OnRead(index, *entry);
 }
 
 bool Document::CopyMap(int index, FrqMap& target) const {
@@ -90,7 +99,7 @@ int Document::Reload(int index, OnFailure onFailure, bool clearEdited) {
   if (!entry) return -1;
   std::optional<MapBefore> before = steps_.Remember(entry->Map);
   const std::optional<MapImage> onDisk = ImageOnDisk(*entry);
-  const int result = LoadPair(*entry, onFailure);
+  const int result = LoadPair(index, onFailure);
   // What was saved here comes back as its kind of file holds it.
   if (result == 0 && onDisk && (onDisk->IsOf(entry->Map) || onDisk->IsNearly(entry->Map))) {
     steps_.Record(index, std::move(before), entry->Map);
@@ -107,7 +116,7 @@ int Document::ReadAfresh(int index, OnFailure onFailure, bool clearEdited) {
   SyllableEntry* const entry = At(index);
   if (!entry) return -1;
   steps_.DropEntry(index);
-  const int result = LoadPair(*entry, onFailure);
+  const int result = LoadPair(index, onFailure);
   TellRead(index, result == 0 || clearEdited);
   return result;
 }
@@ -127,7 +136,7 @@ int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error) {
   if (!entry) return -1;
   try {
     if (const int result = files_.Save(entry->Map, entry->Path, error); result != 0) {
-      entry->IsDiskUnknown = entry->IsDiskUnknown || error != 0;
+      if (error != 0) NoteBrokenSave(index);
       return result;
     }
   } catch (const std::exception&) {
@@ -142,6 +151,7 @@ int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error) {
     entry->IsDiskUnknown = true;
   }
   ++savedCount_;
+  if (journal_) journal_->OnSaved(index, *entry, true);
   const bool changed = SetEditedMark(index, false);
   Tell({.Index = index, .Facts = changed ? EntryChange::Edited | EntryChange::Touched : EntryChange::Touched});
   try {
@@ -150,6 +160,18 @@ int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error) {
     // the map is saved all the same
   }
   return 0;
+}
+
+// The file may be another one now, by our own hand.
+void Document::NoteBrokenSave(int index) {
+  SyllableEntry& entry = *At(index);
+  entry.IsDiskUnknown = true;
+  try {
+    entry.Stamp = files_.Stamp(entry.Path);
+  } catch (const std::exception&) {
+    // it counts as changed by somebody else then
+  }
+  if (journal_) journal_->OnSaved(index, entry, false);
 }
 
 // Behind a save that failed it shows what did not reach the file; users know it as the state of the last attempt. What

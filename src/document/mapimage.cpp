@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/wordhash.h"
 #include "document/samebits.h"
 
 MapImage::MapImage(const FrqMap& map) : hop_(map.Hop), average_(map.Average), frequencies_(map.Frames.size()) {
@@ -22,6 +23,18 @@ bool MapImage::IsNearly(const FrqMap& map) const {
     return voiced == (b > FrqNoPitch) && (!voiced || (a < b * kHalfSemitone && b < a * kHalfSemitone));
   };
   return map.Loaded && map.Hop == hop_ && std::ranges::equal(map.Frames, frequencies_, near, &FrqFrame::Frequency);
+}
+
+std::uint64_t ImageHash(const FrqMap& map) {
+  WordHash hash(static_cast<std::uint32_t>(map.Hop));
+  if (!map.DerivedAverage) hash.Add(map.Average);
+  hash.Add(std::uint64_t{map.Frames.size()});
+  for (const FrqFrame& frame : map.Frames) hash.Add(frame.Frequency);
+  for (const VsControlPoint& point : PointsOf(map)) {
+    hash.Add(std::uint64_t{static_cast<std::uint32_t>(point.Pitch)} << 32 | static_cast<std::uint32_t>(point.HasPitch));
+    hash.Add(point.Dynamics);
+  }
+  return hash.Value();
 }
 
 bool HaveSameImage(const FrqMap& a, const FrqMap& b) {

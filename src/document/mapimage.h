@@ -4,6 +4,7 @@
 // whole cents, so that a frequency set to what it was can make another one.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "document/pointvalue.h"
@@ -26,6 +27,10 @@ class MapImage {
   std::vector<double> frequencies_;
   std::vector<PointValue> points_;
 };
+
+// A number for that image, to tell whether a file has come to hold another one; never 0. Kinds that round give another
+// one for a map that they have just saved.
+std::uint64_t ImageHash(const FrqMap& map);
 
 // The same of two maps in memory.
 bool HaveSameImage(const FrqMap& a, const FrqMap& b);

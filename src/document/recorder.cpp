@@ -14,9 +14,13 @@ void Recorder::End() {
   OpenGesture gesture = std::move(*open_);
   open_.reset();
   if (gesture.Lost) return ClearSteps();
-  if (gesture.Maps.empty()) return;
+  if (!gesture.Maps.empty()) Add({gesture.What, std::move(gesture.Maps)});
+}
+
+void Recorder::Add(Step step) {
+  if (journal_) journal_->OnStep(step);
   try {
-    steps_.Add({gesture.What, std::move(gesture.Maps)});
+    steps_.Add(std::move(step));
     changed_ = true;
   } catch (const std::exception&) {
     ClearSteps();
@@ -47,15 +51,31 @@ void Recorder::Record(int entry, std::optional<MapBefore> before, const FrqMap& 
 void Recorder::BeginStroke(Gesture gesture, int entry, const FrqMap& map) {
   stroke_.emplace(OpenStroke{gesture, entry, Remember(map)});
   changed_ = true;
+  if (journal_) journal_->OnStroke(true);
 }
 
 void Recorder::EndStroke(const FrqMap& map) {
   OpenStroke stroke = std::move(*stroke_);
-  stroke_.reset();
-  changed_ = true;
+  DropStroke();
   const bool outermost = Begin(stroke.What);
   Record(stroke.Entry, std::move(stroke.Before), map);
   if (outermost) End();
+}
+
+std::optional<Step> Recorder::StrokeSoFar(const FrqMap& map) const {
+  if (!stroke_ || !stroke_->Before || stroke_->Before->Frames().size() != map.Frames.size()) return std::nullopt;
+  try {
+    return Step{stroke_->What, {MapChange(stroke_->Entry, *stroke_->Before, map)}};
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
+void Recorder::DropStroke() {
+  if (!stroke_) return;
+  stroke_.reset();
+  changed_ = true;
+  if (journal_) journal_->OnStroke(false);
 }
 
 std::optional<Gesture> Recorder::UndoGesture() const {
@@ -66,25 +86,24 @@ std::optional<Gesture> Recorder::UndoGesture() const {
 
 void Recorder::Move(bool redo) {
   changed_ = true;
+  if (journal_) journal_->OnMoved(redo);
   try {
     redo ? steps_.MoveToDone() : steps_.MoveToUndone();
   } catch (const std::exception&) {
-    steps_.Clear();
+    ClearSteps();
   }
 }
 
 void Recorder::DropEntry(int entry) {
-  if (StrokeEntry() == entry) {
-    stroke_.reset();
-    changed_ = true;
-  }
+  if (StrokeEntry() == entry) DropStroke();
   if (open_) std::erase_if(open_->Maps, [entry](const MapChange& change) { return change.Entry() == entry; });
-  if (steps_.DropEntry(entry)) changed_ = true;
+  if (!steps_.DropEntry(entry)) return;
+  changed_ = true;
+  if (journal_) journal_->OnDropped(entry);
 }
 
 void Recorder::Clear() {
-  changed_ = changed_ || stroke_;
-  stroke_.reset();
+  DropStroke();
   if (open_) open_->Maps.clear();
   ClearSteps();
 }
@@ -92,6 +111,7 @@ void Recorder::Clear() {
 void Recorder::ClearSteps() {
   changed_ = changed_ || steps_.NextUndo() || steps_.NextRedo();
   steps_.Clear();
+  if (journal_) journal_->OnCleared();
 }
 
 bool Recorder::TakeChanged() {

@@ -7,11 +7,15 @@
 #include <optional>
 #include <vector>
 
+#include "document/documentjournal.h"
 #include "document/history.h"
 #include "document/step.h"
 
 class Recorder {
  public:
+  // What becomes of the steps is told to it; null for nobody.
+  void SetJournal(DocumentJournal* journal) { journal_ = journal; }
+
   // True if this is the outermost gesture, which the same caller ends.
   bool Begin(Gesture gesture);
   void End();
@@ -26,12 +30,16 @@ class Recorder {
   void BeginStroke(Gesture gesture, int entry, const FrqMap& map);
   // With the map of its entry. A stroke inside an open gesture is a part of it.
   void EndStroke(const FrqMap& map);
+  // What the open stroke has changed so far; none without one, or where memory does not hold it.
+  std::optional<Step> StrokeSoFar(const FrqMap& map) const;
   // -1 without a stroke.
   int StrokeEntry() const { return stroke_ ? stroke_->Entry : -1; }
 
   // What would be undone: an open stroke ends then.
   std::optional<Gesture> UndoGesture() const;
   const Step* Next(bool redo) const { return redo ? steps_.NextRedo() : steps_.NextUndo(); }
+  // A step as it comes from a gesture.
+  void Add(Step step);
   // That step has been done again, or undone.
   void Move(bool redo);
 
@@ -55,8 +63,10 @@ class Recorder {
     std::optional<MapBefore> Before;
   };
 
+  void DropStroke();
   void ClearSteps();
 
+  DocumentJournal* journal_ = nullptr;
   std::optional<OpenGesture> open_;
   std::optional<OpenStroke> stroke_;
   History steps_;

@@ -101,12 +101,16 @@ std::size_t MapChange::Bytes() const {
   return sizeof(*this) + frames_.capacity() * sizeof(FrameChange) + points_.capacity() * sizeof(PointChange);
 }
 
-// The marks are left out: a check may have come in between, and they are no more than its opinion.
-bool MapChange::Fits(const FrqMap& map, bool undone) const {
+// The last of the changes reaches farthest.
+bool MapChange::Reaches(const FrqMap& map) const {
   if (!map.Loaded || map.FrameCount != frameCount_) return false;
   if (!points_.empty() && points_.back().Point >= PointsOf(map).size()) return false;
-  return std::ranges::all_of(frames_, [&](const FrameChange& change) {
-    if (change.Frame >= map.Frames.size()) return false;
+  return frames_.empty() || frames_.back().Frame < map.Frames.size();
+}
+
+// The marks are left out: a check may have come in between, and they are no more than its opinion.
+bool MapChange::Fits(const FrqMap& map, bool undone) const {
+  return Reaches(map) && std::ranges::all_of(frames_, [&](const FrameChange& change) {
     if (change.What == FrameChange::MarkGone || change.What == FrameChange::MarkSet) return true;
     return SameBits(map.Frames[change.Frame].Frequency, undone ? change.Before : change.After);
   });

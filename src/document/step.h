@@ -5,9 +5,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <utility>
 #include <vector>
 
+#include "base/bytes.h"
 #include "document/gesture.h"
 #include "document/pointvalue.h"
 #include "frqmap/frqmap.h"
@@ -65,24 +67,33 @@ class MapChange {
   bool IsNone() const;
   bool HasKey() const;
   bool HasMarks() const;
+  // Of another index, where the syllables have come to stand in another order.
+  void SetEntry(int entry) { entry_ = entry; }
   // In ascending order; a frame with two changes comes once.
   std::vector<int> ChangedFrames() const;
   std::size_t Bytes() const;
 
+  // Whether it is a map of that many frames and points, so that any state can be brought about in it.
+  bool Reaches(const FrqMap& map) const;
   // Whether the map is as this change has left it (or, `undone`, as it has found it), so that the other state can be
   // brought back.
   bool Fits(const FrqMap& map, bool undone) const;
-  // Brings back the state before (or, with `redo`, the one after). The map fits.
+  // Brings back the state before (or, with `redo`, the one after). The map fits, or is reached at least.
   void Apply(FrqMap& map, bool redo) const;
 
+  // As bytes and back (stepbytes.cpp). None if they are not all there.
+  void Encode(ByteWriter& writer) const;
+  static std::optional<MapChange> Decode(ByteReader& reader);
+
  private:
+  MapChange() = default;
   void AddFrame(std::uint32_t index, const FrqFrame& before, const FrqFrame& after);
   void ApplyToFrame(FrqFrame& frame, const FrameChange& change, bool redo) const;
 
-  int entry_;
-  SampleCount frameCount_;
-  bool modifiedBefore_, modifiedAfter_;
-  double averageBefore_, averageAfter_;
+  int entry_ = -1;
+  SampleCount frameCount_ = 0;
+  bool modifiedBefore_ = false, modifiedAfter_ = false;
+  double averageBefore_ = 0.0, averageAfter_ = 0.0;
   std::vector<FrameChange> frames_;
   std::vector<PointChange> points_;
 };
@@ -92,4 +103,6 @@ struct Step {
   std::vector<MapChange> Maps;  // in the order in which they were changed
 
   std::size_t Bytes() const;
+  void Encode(ByteWriter& writer) const;
+  static std::optional<Step> Decode(ByteReader& reader);
 };

@@ -2,44 +2,29 @@
 
 #include <windows.h>
 
-#include <cstring>
 #include <exception>
 
 #include "base/filesystem.h"
 #include "base/path.h"
+#include "base/wordhash.h"
 #include "frqmap/mapfiles.h"
 #include "frqmap/mrqmap.h"
 
 namespace {
 
-// FNV-1a of 64 bits (Fowler, Noll, Vo 1991), word by word; never 0.
-class StampHash {
- public:
-  void Add(std::uint64_t word) { hash_ = (hash_ ^ word) * 0x100000001B3u; }
-  std::uint64_t Value() const { return hash_ == 0 ? 1 : hash_; }
-
- private:
-  std::uint64_t hash_ = 0xCBF29CE484222325u;
-};
-
 // The time of writing is left out: the store knows it of those entries alone that it has read. Frequencies count as the
 // file rounds them.
 std::uint64_t StampOf(const MrqEntry& entry) {
-  StampHash hash;
-  hash.Add(static_cast<std::uint32_t>(entry.Hop));
-  hash.Add(static_cast<std::uint32_t>(entry.Unedited));
-  hash.Add(entry.Frequencies.size());
-  for (const double frequency : entry.Frequencies) {
-    const auto stored = static_cast<float>(frequency);
-    std::uint32_t bits = 0;
-    std::memcpy(&bits, &stored, sizeof(bits));
-    hash.Add(bits);
-  }
+  WordHash hash;
+  hash.Add(std::uint64_t{static_cast<std::uint32_t>(entry.Hop)});
+  hash.Add(std::uint64_t{static_cast<std::uint32_t>(entry.Unedited)});
+  hash.Add(std::uint64_t{entry.Frequencies.size()});
+  for (const double frequency : entry.Frequencies) hash.Add(static_cast<double>(static_cast<float>(frequency)));
   return hash.Value();
 }
 
 std::uint64_t StampOf(const FileFacts& facts) {
-  StampHash hash;
+  WordHash hash;
   hash.Add(static_cast<std::uint64_t>(facts.Size));
   hash.Add(static_cast<std::uint64_t>(facts.Written));
   return hash.Value();

@@ -73,7 +73,7 @@ struct Program {
       const int index = round % kEntries;
       FrqMap map;
       const EntryFacts facts = document_.Facts(index);
-      if (!document_.CopyMap(index, map)) document_.Adopt(index, facts.Path, map = PlainMap(20));
+      if (!document_.CopyMap(index, map)) document_.Adopt(index, facts.Path, map = PlainMap(20), 7);
       EXPECT_EQ(map.Frames.size(), 20u);
     }
   }

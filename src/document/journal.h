@@ -1,0 +1,109 @@
+// Journal: writes down what a document tells, as it happens, so that what is not saved outlasts a kill or a power cut.
+//
+// The document only leaves bytes in a queue. A thread of the journal's own appends them to the file at once, and while a
+// stroke is open asks the document now and then how far it is, so that no more than a second of work is ever missing.
+// There is no file before the first edit. Where the disk fails, or the file would become too large, journaling ends
+// without a word until the next folder: nothing that a user does hangs on it.
+//
+// Locks: what the document tells is its own, under its lock. The queue has a lock that is taken under that one, never
+// the other way round, and that nobody holds while the disk works.
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
+#include <unordered_map>
+#include <utility>
+
+#include "document/document.h"
+#include "document/journalfile.h"
+
+class Journal : public DocumentJournal {
+ public:
+  // With the write behind it this stays below a second.
+  static constexpr std::chrono::milliseconds kStrokeInterval{750};
+
+  // The document tells it from now on, and outlives it. `path`: of a file in a folder that is there.
+  Journal(Document& document, FileSystem& files, std::wstring path,
+          std::chrono::milliseconds strokeInterval = kStrokeInterval);
+  // The file stays.
+  ~Journal() override { Close(false); }
+  Journal(const Journal&) = delete;
+  Journal& operator=(const Journal&) = delete;
+
+  // What comes is of this voicebank: behind each Document::Open, before anybody can edit, and where another kind of maps
+  // has come to work and nothing is edited. Without it nothing is written.
+  void Begin(const JournalHead& head);
+  // Waits until all that was told is on the disk. False if it is not, since journaling has ended. Not under the
+  // document's lock, and neither is Close.
+  bool Flush();
+  // Nothing is told any more, what was told is written, and the file goes or stays.
+  void Close(bool remove);
+
+  void OnOpened() override;
+  void OnRead(int index, const SyllableEntry& entry) override;
+  void OnSaved(int index, const SyllableEntry& entry, bool whole) override;
+  void OnEdited(int index, bool edited) override;
+  void OnStep(const Step& step) override;
+  void OnMoved(bool redo) override;
+  void OnDropped(int index) override;
+  void OnCleared() override;
+  void OnStroke(bool isOpen) override;
+  void OnStrokeSoFar(const Step& step) override;
+  void OnUnlock() override;
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  // A syllable is named when there is first something to tell of it: most are looked at and never edited.
+  struct Syllable {
+    std::wstring Path = {};
+    std::uint64_t Stamp = 0;
+    std::uint64_t Image = 0;
+    bool IsNamed = false;
+  };
+  struct Frame {
+    Bytes Content;
+    std::int64_t Time = 0;
+  };
+
+  template <typename Function>
+  void Note(Function&& write);
+  void End();
+  void Name(int index);
+  void WriteRecord(JournalRecord::Type type, int index);
+  void Commit();
+  void StartAnew(std::optional<Bytes> head);
+  void Run();
+  bool WaitForWork(std::unique_lock<std::mutex>& lock);
+  void AskForStroke(std::unique_lock<std::mutex>& lock);
+  void Write(std::unique_lock<std::mutex>& lock);
+
+  // Under the document's lock.
+  Document& document_;
+  bool isOn_ = false;
+  bool hasRecords_ = false;  // of this voicebank
+  std::unordered_map<int, Syllable> syllables_;
+  ByteWriter frame_ = NewFrame();
+  std::uint64_t strokeTold_ = 0;  // hash of the open stroke as it was told last, 0 if it was not
+
+  // Under the lock of the queue.
+  std::mutex mutex_;
+  std::condition_variable told_;     // to the thread
+  std::condition_variable written_;  // by it
+  std::deque<Frame> queue_;
+  std::optional<Bytes> newHead_;  // another folder, empty before its Begin
+  std::optional<Clock::time_point> strokeDue_;
+  bool isWriting_ = false;
+  bool hasFailed_ = false;
+  bool isEnding_ = false;
+
+  // Of the thread.
+  JournalFile file_;
+  const std::chrono::milliseconds strokeInterval_;
+  std::thread thread_;
+};
