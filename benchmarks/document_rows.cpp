@@ -1,10 +1,14 @@
-// What the history of edits costs: the time of a step back against that of the edit itself, and the memory of a step.
+// What the history of edits costs: the time of a step back against that of the edit itself, the memory of a step, and
+// the journal behind a stroke.
+#include <mutex>
 #include <numeric>
 
 #include "document/document.h"
+#include "document/journal.h"
 #include "document/step.h"
 #include "frqmap/edits.h"
 #include "measuring.h"
+#include "native/faultdisk.h"
 #include "rows.h"
 
 namespace {
@@ -79,8 +83,63 @@ class StepMemory : public Work {
   double Yardstick() override { return kFrames * 24.0 + 256.0; }
 };
 
+// A document with the map open.
+struct OpenDocument {
+  OpenDocument() {
+    Maps.Open({{L"a.wav", true, kFrames}});
+    Maps.EnsureLoaded(0, Document::OnFailure::EmptySaved);
+  }
+
+  // What the hand feels: each column comes back before the next one is drawn.
+  double Stroke() {
+    up_ = !up_;
+    return MillisecondsOf([this] {
+      Maps.BeginStroke(Gesture::Stroke, 0);
+      for (int row = 0; row < 100; ++row) {
+        Maps.StrokeChange(0, [this, row](FrqMap& map) {
+          map.SetFrequency(map.PositionOf(row), up_ ? 300.0 : 310.0);
+          return std::vector<int>{row};
+        });
+      }
+      Maps.EndStroke();
+    });
+  }
+
+  OneMap Files;
+  Document Maps{Files};
+
+ private:
+  bool up_ = false;
+};
+
+// A stroke of a hundred columns with a journal behind the document, against one without.
+class JournaledStroke : public Work {
+ public:
+  JournaledStroke() {
+    disk_.MakeFolder(L"C:\\run");
+    const std::lock_guard locked(journaled_.Maps);
+    journal_.Begin({});
+    journaled_.Maps.ReadAfresh(0, Document::OnFailure::EmptySaved, true);
+  }
+
+  double Measured() override {
+    const double ms = journaled_.Stroke();
+    Require(journal_.Flush() && disk_.FactsOf(L"C:\\run\\journal"), "a stroke is not in the journal");
+    return ms;
+  }
+
+  double Yardstick() override { return bare_.Stroke(); }
+
+ private:
+  FaultDisk disk_;
+  OpenDocument bare_;
+  OpenDocument journaled_;
+  Journal journal_{journaled_.Maps, disk_, L"C:\\run\\journal"};
+};
+
 }  // namespace
 
 std::vector<Row> DocumentRows() {
-  return {RowOf<UndoScaling>("undo", "ms", 1.2), RowOf<StepMemory>("step_memory", "bytes", 1.0)};
+  return {RowOf<UndoScaling>("undo", "ms", 1.2), RowOf<StepMemory>("step_memory", "bytes", 1.0),
+          RowOf<JournaledStroke>("journal", "ms", 1.05)};
 }

@@ -69,8 +69,8 @@ void JournalReplay::Place() {
 
 void JournalReplay::Load() {
   for (auto& [entry, syllable] : syllables_) {
-    const SyllableEntry* const entry = document_.At(syllable.Index);
-    if (!entry || !entry->HasMap) continue;
+    const SyllableEntry* const here = document_.At(syllable.Index);
+    if (!here || !here->HasMap) continue;
     document_.SetEditedMark(syllable.Index, false);
     syllable.IsLoaded = document_.LoadPair(syllable.Index, Document::OnFailure::EmptySaved) == 0;
   }

@@ -1,11 +1,13 @@
-// The document under three threads, as in the program: the editor's, the list's and that of the thumbnails. A build
-// with ThreadSanitizer runs it.
+// The document under four threads, as in the program: the editor's, the list's, that of the thumbnails, and the one that
+// writes the journal. A build with ThreadSanitizer runs it.
 
 #include <atomic>
 #include <random>
 #include <thread>
 
 #include "document/documentediting.h"
+#include "document/journal.h"
+#include "faultdisk.h"
 #include "memoryfiles.h"
 
 namespace {
@@ -61,7 +63,7 @@ struct Program {
         case 3: document_.ApplyAllMarks(true); break;
         case 4: document_.Change(Gesture::Halve, index, Setting(90.0)); break;
         case 5: document_.Mark(index, Marking(7, 333.0), true); break;
-        case 6: round % 20 == 0 ? void(old = document_.Open(found_)) : document_.SetEdited(index, true); break;
+        case 6: round % 20 == 0 ? void(old = OpenAgain()) : document_.SetEdited(index, true); break;
         default: document_.Save(index, true, error) == 0 ? document_.RenewSaved(index) : void(); break;
       }
     }
@@ -83,9 +85,18 @@ struct Program {
     EXPECT_GT(counter_.told, kRounds);
     for (int index = 0; index < kEntries; ++index) document_.Reload(index, Document::OnFailure::EmptySaved, true);
     EXPECT_EQ(document_.State().Edited, 0);
+    EXPECT_TRUE(journal_.Flush());
+    EXPECT_TRUE(ReadJournal(disk_, L"C:\\journal"));
   }
 
  private:
+  SyllableEntries OpenAgain() {
+    const std::lock_guard locked(document_);
+    SyllableEntries old = document_.Open(found_);
+    journal_.Begin({});
+    return old;
+  }
+
   // The pointer is one of another folder by now, or the map still stands.
   void Paint(const FrqMap* map) {
     const std::lock_guard locked(document_);
@@ -99,6 +110,8 @@ struct Program {
   Document document_{files_};
   const std::vector<FoundSyllable> found_ = OpenMaps(document_, files_, std::vector(kEntries, PlainMap(20)));
   Counter counter_{document_};
+  FaultDisk disk_;
+  Journal journal_{document_, disk_, L"C:\\journal", std::chrono::milliseconds(1)};
 };
 
 TEST(DocumentThreads, EditorListAndThumbnailsWorkOnTheSameMaps) {
