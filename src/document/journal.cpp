@@ -1,5 +1,6 @@
 #include "document/journal.h"
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -51,6 +52,7 @@ void Journal::StartAnew(std::optional<Bytes> head) {
 
 bool Journal::Flush() {
   std::unique_lock lock(mutex_);
+  told_.notify_one();
   written_.wait(lock, [this] { return queue_.empty() && !isWriting_ && !newHead_; });
   return !hasFailed_;
 }
@@ -140,6 +142,7 @@ void Journal::OnEdited(int index, bool edited) {
 
 void Journal::OnStep(const Step& step) {
   Note([&] {
+    if (frame_.Size() == kFrameHead) frame_.Reserve(kFrameHead + step.Bytes());
     for (const MapChange& change : step.Maps) Name(change.Entry());
     EncodeChange(frame_, JournalRecord::Done, step);
   });
@@ -162,7 +165,7 @@ void Journal::OnStroke(bool isOpen) {
   if (!isOpen || !isOn_) return;
   const std::lock_guard lock(mutex_);
   strokeDue_ = Clock::now() + strokeInterval_;
-  told_.notify_one();
+  if (isAsleep_) told_.notify_one();
 }
 
 // A hand that rests for a while leaves nothing new to write.
@@ -189,7 +192,7 @@ void Journal::Commit() {
   const std::lock_guard lock(mutex_);
   if (hasFailed_) return;
   queue_.push_back(std::move(frame));
-  told_.notify_one();
+  if (isAsleep_) told_.notify_one();
 }
 
 void Journal::Run() {
@@ -204,18 +207,21 @@ void Journal::Run() {
   }
 }
 
-// False if it is time to ask for the open stroke.
+// False if it is time to ask for the open stroke. To be woken costs the one who does it more than the step itself: while
+// somebody is at work the thread looks by itself.
 bool Journal::WaitForWork(std::unique_lock<std::mutex>& lock) {
   while (!newHead_ && queue_.empty() && !isEnding_) {
-    if (!strokeDue_) {
-      told_.wait(lock);
-    } else if (Clock::now() < *strokeDue_) {
-      const Clock::time_point due = *strokeDue_;
-      told_.wait_until(lock, due);
-    } else {
-      return false;
+    const Clock::time_point now = Clock::now();
+    if (strokeDue_ && now >= *strokeDue_) return false;
+    if (strokeDue_ || now < awakeUntil_) {
+      told_.wait_for(lock, std::min(kPause, strokeInterval_));
+      continue;
     }
+    isAsleep_ = true;
+    told_.wait(lock);
+    isAsleep_ = false;
   }
+  awakeUntil_ = Clock::now() + kAwake;
   return true;
 }
 

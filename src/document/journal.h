@@ -1,7 +1,8 @@
 // Journal: writes down what a document tells, as it happens, so that what is not saved outlasts a kill or a power cut.
 //
-// The document only leaves bytes in a queue. A thread of the journal's own appends them to the file at once, and while a
-// stroke is open asks the document now and then how far it is, so that no more than a second of work is ever missing.
+// The document only leaves bytes in a queue. A thread of the journal's own appends them to the file, 20 ms later at most,
+// and while a stroke is open asks the document now and then how far it is, so that no more than a second of work is ever
+// missing.
 // There is no file before the first edit. Where the disk fails, or the file would become too large, journaling ends
 // without a word until the next folder: nothing that a user does hangs on it.
 //
@@ -26,6 +27,9 @@ class Journal : public DocumentJournal {
  public:
   // With the write behind it this stays below a second.
   static constexpr std::chrono::milliseconds kStrokeInterval{750};
+  // How long the thread stays awake behind the last work, and how often it looks for more then.
+  static constexpr std::chrono::milliseconds kAwake{1000};
+  static constexpr std::chrono::milliseconds kPause{20};
 
   // The document tells it from now on, and outlives it. `path`: of a file in a folder that is there.
   Journal(Document& document, FileSystem& files, std::wstring path,
@@ -98,6 +102,8 @@ class Journal : public DocumentJournal {
   std::deque<Frame> queue_;
   std::optional<Bytes> newHead_;  // another folder, empty before its Begin
   std::optional<Clock::time_point> strokeDue_;
+  Clock::time_point awakeUntil_{};
+  bool isAsleep_ = false;
   bool isWriting_ = false;
   bool hasFailed_ = false;
   bool isEnding_ = false;
