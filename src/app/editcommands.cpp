@@ -2,14 +2,14 @@
 
 #include <mutex>
 
+#include "app/discardquestion.h"
 #include "base/path.h"
 #include "base/text.h"
 #include "resources/ids.h"
 #include "window/messagebox.h"
 
 bool EditCommands::ConfirmDiscard() const {
-  if (syllables_.State().Edited == 0) return true;
-  return ShowMessage(editor_, LoadResString(IDS_DISCARD), MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
+  return ::ConfirmDiscard(editor_, syllables_);
 }
 
 void EditCommands::Save(const FileListSender& list) {

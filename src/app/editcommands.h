@@ -27,7 +27,7 @@ class EditCommands {
   // For a key that finds nothing to undo, or to redo. Its menu item is grey, so that no command comes of it.
   void TellIfNothing(bool redo);
 
-  // True if nothing is edited or the user lets it go. No is the default, and saving is not offered.
+  // True if nothing is edited or the user lets it go (discardquestion.h).
   bool ConfirmDiscard() const;
 
   void Save(const FileListSender& list);

@@ -26,7 +26,7 @@ void PrepareBoxes(HWND dialog) {
 }
 
 void EndList(HWND list) {
-  FileListSender(list).Cancel();
+  FileListSender(list).End();
   WaitForWindowToGo(list);
 }
 

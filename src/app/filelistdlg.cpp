@@ -4,11 +4,13 @@
 
 #include <algorithm>
 
+#include "app/discardquestion.h"
 #include "app/editordlg.h"
 #include "base/registry.h"
 #include "base/text.h"
 #include "resources/ids.h"
 #include "voicebank/pluginfile.h"
+#include "window/disabledwindow.h"
 
 namespace {
 
@@ -103,9 +105,21 @@ LRESULT CFileListDlg::OnNotify(WPARAM, NMHDR* header) {
 // Enter in the list does nothing.
 void CFileListDlg::OnOK() {}
 
-// Also reached by Escape in this window, which ends the list alone: the editor runs on without it. The thumbnails go
-// with their maps, in their own time: they may be waiting for an answer of this window.
+// Reached by Escape in this window, which ends the list alone: the editor runs on without it, and has no command that
+// would save. So edits go here, if the user agrees, and leaving does not ask for them again. While the question stands
+// the editor takes no input: it would have to wait for this window. Under a box or a job there is no asking.
 void CFileListDlg::OnCancel() {
+  if (Syllables.State().Edited > 0) {
+    if (!IsWindowEnabled(Hwnd)) return;
+    const DisabledWindow disabled(Editor->Hwnd);
+    if (!ConfirmDiscard(Hwnd, Syllables)) return;
+    DropEdits(Syllables);
+  }
+  EndList();
+}
+
+// The thumbnails go with their maps, in their own time: they may be waiting for an answer of this window.
+void CFileListDlg::EndList() {
   if (const HWND thumbnail = Windows.Thumbnail.Hwnd) PostMessageW(thumbnail, WM_COMMAND, IDCANCEL, 0);
   EndDialog(Hwnd, IDCANCEL);
 }

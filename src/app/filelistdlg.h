@@ -51,6 +51,7 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
 
  private:
   void RememberLayout();
+  void EndList();
   void ShowSyllable(int index);
   void ShowChanges(const DocumentChanges& changes) const;
 

@@ -9,27 +9,10 @@
 #include "app/voicebankscan.h"
 #include "base/path.h"
 #include "voicebank/pluginfile.h"
+#include "window/disabledwindow.h"
 #include "window/waitcursor.h"
 
 namespace {
-
-// A window that takes no input for the length of the scope. One that took none before stays so.
-class DisabledWindow {
- public:
-  explicit DisabledWindow(HWND window) : window_(window && IsWindowEnabled(window) ? window : nullptr) {
-    Enable(FALSE);
-  }
-  ~DisabledWindow() { Enable(TRUE); }
-  DisabledWindow(const DisabledWindow&) = delete;
-  DisabledWindow& operator=(const DisabledWindow&) = delete;
-
- private:
-  void Enable(BOOL enabled) const {
-    if (window_) EnableWindow(window_, enabled);
-  }
-
-  HWND window_;
-};
 
 void ScanWaiting(VoicebankScan& scan, const std::wstring& folder, HWND thumbnail) {
   const WaitCursor waiting;

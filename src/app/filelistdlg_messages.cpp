@@ -18,8 +18,11 @@ void AnswerNumber(LPARAM target, std::uint32_t value) {
 
 }  // namespace
 
+// The window has no close command of its own. The system sends one all the same, for Alt+F4 and from its lists of windows.
 INT_PTR CFileListDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message < FLM_SETCURRENTEDITED || message > FLM_GETSTATE) {
+  const bool isClose = message == WM_CLOSE || (message == WM_SYSCOMMAND && (wParam & 0xFFF0) == SC_CLOSE);
+  if (isClose) return Answered();
+  if (message < FLM_SETCURRENTEDITED || message > FLM_END) {
     return CDlgBase::OnDialogMessage(message, wParam, lParam);
   }
   ServeMessage(message, wParam, lParam);
@@ -52,6 +55,7 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       if (lParam) ShowChanges(*reinterpret_cast<const DocumentChanges*>(lParam));
       return;
     case FLM_GETSTATE: return Answer(lParam, State());
+    case FLM_END: return EndList();
     case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
     case FLM_SELECTSYLLABLE: return SelectSyllable(index);
     case FLM_RUNCHECK: return RunCheck(*reinterpret_cast<const CheckFrqSettings*>(lParam));

@@ -53,6 +53,7 @@ enum FileListMessage : UINT {
   // Of our own: what the list shows of changes, and what of its state commands hang on.
   FLM_SHOWCHANGES = 32801,         // -, const DocumentChanges*
   FLM_GETSTATE = 32802,            // -, ListState* out
+  FLM_END = 32806,                 // -, -                      the caller has asked about unsaved edits
 };
 
 enum EditorMessage : UINT {
@@ -168,8 +169,8 @@ class FileListSender {
     Send(FLM_GETSTATE, 0, messages_detail::Pointer(&state));
     return state;
   }
-  // Ends the list's window as its own Cancel would.
-  void Cancel() const { SendMessageW(list_, WM_COMMAND, IDCANCEL, 0); }
+  // Ends the list's window as its own Cancel would, but for the question about unsaved edits.
+  void End() const { Send(FLM_END); }
 
  private:
   void Send(FileListMessage message, WPARAM wParam = 0, LPARAM lParam = 0) const {
