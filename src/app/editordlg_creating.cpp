@@ -1,6 +1,7 @@
 // What the editor does behind the commands that make maps or convert them: what has to be read anew, and shown.
 #include <windows.h>
 
+#include <mutex>
 #include <optional>
 
 #include "app/editordlg.h"
@@ -9,7 +10,7 @@
 #include "resources/ids.h"
 
 void CEditorDlg::OnMakeMaps(UINT id) {
-  const std::optional<CreateFrqJob> job = MapJobs(Hwnd, FileList->Hwnd, Settings).Ask(id);
+  const std::optional<CreateFrqJob> job = MapJobs(Hwnd, FileList->Hwnd, Settings, Syllables).Ask(id);
   if (!job) return;
   RunMapJob(*job);
   if (id == ID_EDIT_INITIALIZE || id == ID_EDIT_INITIALIZEALL) {
@@ -17,24 +18,41 @@ void CEditorDlg::OnMakeMaps(UINT id) {
   }
 }
 
-// Nothing is done where no syllable is shown. A stroke that is still on ends: its map may be another one soon.
+// Nothing is done where no syllable is shown. A stroke that is still on ends: its map may be another one soon. Edits stay
+// but where the job has come, and where it failed as well: there the map has gone, as the user was ready to let it go.
 void CEditorDlg::RunMapJob(const CreateFrqJob& job) {
   if (!Map) return;
   const bool wasLoaded = Map.IsLoaded();
+  const bool wasEdited = Syllables.Facts(Map.Index()).Edited;
   const FileListSender list = ToList();
   Syllables.EndStroke();
   InJob = true;
-  MapJobs(Hwnd, FileList->Hwnd, Settings).Run(job, CurrentPath);
+  for (const int begun : MapJobs(Hwnd, FileList->Hwnd, Settings, Syllables).Run(job, CurrentPath)) {
+    const int index = begun < 0 ? Map.Index() : begun;
+    if (Syllables.Facts(index).Edited) Syllables.ReadAfresh(index, Document::OnFailure::EmptySaved, true);
+  }
   list.RefreshMaps();
   InJob = false;
-  if (job.mode == CreateMode::All || job.mode == CreateMode::ConvertAll) ReloadEverything();
-  // A map that was there is none of those that were missing, and may have edits.
-  if (job.mode != CreateMode::Missing || !wasLoaded) {
+  if (job.mode == CreateMode::All || job.mode == CreateMode::ConvertAll) ReloadUnedited();
+  // A map that was there is none of those that were missing, unless its edits have outlived its file.
+  const bool isLeftAlone = job.mode == CreateMode::Missing && wasLoaded && !wasEdited;
+  if (!isLeftAlone && !Syllables.Facts(Map.Index()).Edited) {
     Syllables.ReadAfresh(Map.Index(), Document::OnFailure::EmptySaved, true);
   }
   list.PostRefreshThumbnail();
   UpdateState();
   Bank.Files.Store.CompactFiles();
+}
+
+void CEditorDlg::ReloadUnedited() {
+  {
+    const std::lock_guard many(Syllables);
+    for (int index = 0; index < Syllables.State().Entries; ++index) {
+      if (!Syllables.Facts(index).Edited) Syllables.ReadAfresh(index, Document::OnFailure::KeepSaved, false);
+    }
+  }
+  Frames.ShowAnew();
+  UpdateState();
 }
 
 // Reads all maps from their files again, and has the control forget what it made of the old ones.

@@ -82,7 +82,8 @@ bool CFileListDlg::IsFailed(int index) const {
   return Syllables.IsAnyMarked();
 }
 
-// What happened on the disk since the last look. Nothing watches the folder, so an outside change shows only here.
+// What happened on the disk since the last look. Nothing watches the folder, so an outside change shows only here. Edits
+// outlive their file, and a save makes it again.
 void CFileListDlg::RefreshMaps() {
   const FrqType kind = Bank.Files.Kind;
   Rows.UpdateColumns(kind);
@@ -97,6 +98,8 @@ void CFileListDlg::RefreshMaps() {
     const std::lock_guard many(Syllables);
     for (int index = 0; index < count; ++index) {
       const FoundMap& map = found[static_cast<std::size_t>(index)];
+      const EntryFacts facts = Syllables.Facts(index);
+      if (!map.exists && facts.Edited && facts.Loaded) continue;
       Syllables.SetHasMap(index, map.exists, map.frameEstimate);
     }
   }

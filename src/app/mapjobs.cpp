@@ -3,15 +3,26 @@
 #include <algorithm>
 #include <limits>
 
+#include "app/discardquestion.h"
+#include "base/path.h"
 #include "base/text.h"
 #include "dialogs/converfrqdlg.h"
 #include "dialogs/initmrqdlg.h"
 #include "dialogs/optionvs4ufrqdlg.h"
+#include "frqmap/mapfiles.h"
+#include "frqmap/mrqstore.h"
 #include "resampler/createfrqdlg.h"
 #include "resources/ids.h"
+#include "window/disabledwindow.h"
 #include "window/messagebox.h"
 
 std::optional<CreateFrqJob> MapJobs::Ask(UINT command) const {
+  const std::optional<CreateFrqJob> job = AskOf(command);
+  if (job && CostsEdits(*job) && !ConfirmDiscard(editor_, syllables_)) return std::nullopt;
+  return job;
+}
+
+std::optional<CreateFrqJob> MapJobs::AskOf(UINT command) const {
   switch (command) {
     case ID_EDIT_INITIALIZE: return AskInitialize();
     case ID_EDIT_INITIALIZEALL: return AskInitializeAll();
@@ -74,13 +85,35 @@ bool MapJobs::AskOfMrq(CreateFrqJob& job) const {
   return true;
 }
 
-void MapJobs::Run(const CreateFrqJob& job, const std::wstring& currentWave) const {
-  EnableWindow(list_, FALSE);
-  RunDialog(job, currentWave);
-  EnableWindow(list_, TRUE);
+bool MapJobs::MakesListedKind(const CreateFrqJob& job) const {
+  return !IsConversion(job.mode) || static_cast<FrqType>(job.second) == settings_.FrqType;
 }
 
-void MapJobs::RunDialog(const CreateFrqJob& job, const std::wstring& currentWave) const {
+// Whether the job is for a syllable that is edited. Edits of the kind that a conversion reads are not in its files, and
+// stay.
+bool MapJobs::CostsEdits(const CreateFrqJob& job) const {
+  const DocumentState state = syllables_.State();
+  if (!MakesListedKind(job)) return false;
+  if (IsForOne(job.mode)) return state.CurrentEdited;
+  const FrqType kind = IsConversion(job.mode) ? static_cast<FrqType>(job.first) : settings_.FrqType;
+  MrqStore store;
+  for (int index = 0; state.Edited > 0 && index < state.Entries; ++index) {
+    const EntryFacts facts = syllables_.Facts(index);
+    if (!facts.Edited) continue;
+    if (job.mode == CreateMode::All) return true;
+    const std::wstring folder = FolderOf(facts.Path);
+    if (kind == FrqTypeMrq && !store.HasFolder(folder)) store.LoadFolder(folder);
+    if (IsWanted(job.mode, MapFileExists(MapPathFromWaveW(facts.Path, kind), &store))) return true;
+  }
+  return false;
+}
+
+std::vector<int> MapJobs::Run(const CreateFrqJob& job, const std::wstring& currentWave) const {
+  const DisabledWindow disabled(list_);
+  return RunDialog(job, currentWave);
+}
+
+std::vector<int> MapJobs::RunDialog(const CreateFrqJob& job, const std::wstring& currentWave) const {
   const auto workers = static_cast<int>(std::min<DWORD>(settings_.MaxParallelCount, std::numeric_limits<int>::max()));
   CCreateFrqDlg dialog(job.mode, editor_, list_, settings_.ResamplerPath, workers);
   dialog.ParentWindow = editor_;
@@ -89,6 +122,7 @@ void MapJobs::RunDialog(const CreateFrqJob& job, const std::wstring& currentWave
   if (IsConversion(job.mode)) {
     dialog.FrqType = static_cast<FrqType>(job.first);
     dialog.TargetType = static_cast<FrqType>(job.second);
+    dialog.MakesListedKind = MakesListedKind(job);
   } else {
     dialog.FrqType = settings_.FrqType;
     dialog.Vs4uOffset = job.first;
@@ -97,4 +131,5 @@ void MapJobs::RunDialog(const CreateFrqJob& job, const std::wstring& currentWave
     dialog.InitBoth = job.initBoth;
   }
   dialog.Run(false);
+  return dialog.MakesListedKind ? dialog.BegunSyllables() : std::vector<int>();
 }

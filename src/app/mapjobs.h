@@ -7,22 +7,26 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/editorsettings.h"
 #include "app/messages.h"
+#include "document/document.h"
 #include "resampler/createjob.h"
 
 class MapJobs {
  public:
-  MapJobs(HWND editor, HWND list, const EditorSettings& settings)
-      : editor_(editor), list_(list), settings_(settings) {}
+  MapJobs(HWND editor, HWND list, const EditorSettings& settings, const Document& syllables)
+      : editor_(editor), list_(list), settings_(settings), syllables_(syllables) {}
 
-  // What a command of the menu asks for; none if the user goes back.
+  // What a command of the menu asks for; none if the user goes back. The last question is for edits that it would cost.
   std::optional<CreateFrqJob> Ask(UINT command) const;
-  // Does it, with the list disabled meanwhile. `currentWave`: of the syllable that is shown.
-  void Run(const CreateFrqJob& job, const std::wstring& currentWave) const;
+  // Does it, with the list disabled meanwhile. `currentWave`: of the syllable that is shown. Gives the syllables whose
+  // maps are no longer what they were, by their index; a negative one is the current syllable.
+  std::vector<int> Run(const CreateFrqJob& job, const std::wstring& currentWave) const;
 
  private:
+  std::optional<CreateFrqJob> AskOf(UINT command) const;
   std::optional<CreateFrqJob> AskInitialize() const;
   std::optional<CreateFrqJob> AskInitializeAll() const;
   std::optional<CreateFrqJob> AskConvert() const;
@@ -30,9 +34,12 @@ class MapJobs {
   bool AskOfVs4ufrq(CreateFrqJob& job) const;
   bool AskOfMrq(CreateFrqJob& job) const;
   bool HasMap() const;
-  void RunDialog(const CreateFrqJob& job, const std::wstring& currentWave) const;
+  bool MakesListedKind(const CreateFrqJob& job) const;
+  bool CostsEdits(const CreateFrqJob& job) const;
+  std::vector<int> RunDialog(const CreateFrqJob& job, const std::wstring& currentWave) const;
 
   const HWND editor_;
   const HWND list_;
   const EditorSettings& settings_;
+  const Document& syllables_;
 };

@@ -149,6 +149,14 @@ unsigned WINAPI CCreateFrqDlg::WorkerProc(void* self) {
   return 0;
 }
 
+std::vector<int> CCreateFrqDlg::BegunSyllables() const {
+  const auto begun = std::min(WorkList.size(), static_cast<std::size_t>(NextIndex + 1));
+  std::vector<int> syllables(begun);
+  std::transform(WorkList.begin(), WorkList.begin() + static_cast<std::ptrdiff_t>(begun), syllables.begin(),
+                 [](const WorkItem& item) { return item.listIndex; });
+  return syllables;
+}
+
 // Until the list is through, the user aborts, or an item fails: then this worker ends, the others go on, and the list
 // hears nothing of the item.
 void CCreateFrqDlg::WorkThrough() {
@@ -159,7 +167,7 @@ void CCreateFrqDlg::WorkThrough() {
     const WorkItem& item = WorkList[static_cast<std::size_t>(index)];
     PostMessageW(Hwnd, WM_CREATEFRQ_STARTED, static_cast<WPARAM>(index), 0);
     if (!Work(item)) return;
-    list.SetEdited(item.listIndex, false);
+    if (MakesListedKind) list.SetEdited(item.listIndex, false);
     list.SetFailed(item.listIndex, false);
   }
 }

@@ -50,6 +50,7 @@ class CCreateFrqDlg : public CTemplateDlg<CCreateFrqDlg, IDD_CREATEFRQ> {
   int CurrentIndex = 0;      // of the syllable that a job for one is about
   std::wstring CurrentWave;  // likewise
   ::FrqType TargetType = FrqTypeFrq;
+  bool MakesListedKind = true;  // else what the list holds of a syllable stays as it is, edits too
 
   INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   INT_PTR OnInitDialog(LPARAM lParam) override;
@@ -57,6 +58,10 @@ class CCreateFrqDlg : public CTemplateDlg<CCreateFrqDlg, IDD_CREATEFRQ> {
   void OnOK() override {}
   // Also what closes the dialog at the end of the job, and nothing else does.
   void OnCancel() override;
+
+  // When the job has ended: the syllables whose maps it has begun to make, as the list numbers them. A map whose making
+  // failed has gone, and nobody was told.
+  std::vector<int> BegunSyllables() const;
 
  private:
   // The number of items.

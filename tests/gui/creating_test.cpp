@@ -59,7 +59,8 @@ TEST_F(Creating, GoesOnOrEndsByWhatBecomesOfARun) {
     SetFirstFrame(L"100");
     EXPECT_EQ(PressAndAnswer(ID_EDIT_INITIALIZEALL, IDNO), LoadResString(IDS_ASKCREATEALL));
     EXPECT_EQ(Frames(), L"100.00000000|");
-    PressAndAnswer(ID_EDIT_INITIALIZEALL, IDYES);
+    EXPECT_EQ(Answer([this] { Press(ID_EDIT_INITIALIZEALL); }, {IDYES, IDYES}),
+              LoadResString(IDS_ASKCREATEALL) + LoadResString(IDS_DISCARD));
     ASSERT_TRUE(Eventually([&] { return IsWindowEnabled(list_) && IsWindowEnabled(editor_); }));
     EXPECT_EQ(Starts(TakeCalls()), runs);
     EXPECT_EQ(Column(1) + Column(2) + Frames(), maps + std::wstring(L"|||||") + frames);
@@ -78,7 +79,7 @@ TEST_F(Creating, AsksBeforeTheMapOfASyllableIsLost) {
   SetFirstFrame(L"100");
   EXPECT_EQ(PressAndAnswer(ID_EDIT_INITIALIZE, IDNO), LoadResString(IDS_ASKINITIALIZE));
   EXPECT_EQ(Column(2) + Frames(), L"|*||100.00000000|");
-  PressAndAnswer(ID_EDIT_INITIALIZE, IDYES);
+  Answer([this] { Press(ID_EDIT_INITIALIZE); }, {IDYES, IDYES});
   EXPECT_TRUE(Eventually([&] { return Frames() == L"440.00000000|----|"; }));
   EXPECT_EQ(Column(2), L"|||");
   Select(2);

@@ -32,4 +32,55 @@ TEST_F(Questions, EscapeInTheListAsksForTheEditsOnce) {
   }
 }
 
+TEST_F(Questions, AJobAsksForTheEditsThatItCostsAndKeepsTheOthers) {
+  Install(L"resampler.exe");
+  Script(L"300 0 map");
+  for (const wchar_t* const name : {L"a", L"b", L"c"}) AddSyllable(L"bank\\" + std::wstring(name), {220.0});
+  Start(Bank());
+  for (const int row : {2, 1, 0}) {
+    Select(row);
+    SetFirstFrame(L"100");
+  }
+  const auto press = [this](UINT command) { return [=, this] { Press(command); }; };
+  const std::wstring discard = LoadResString(IDS_DISCARD), initialize = LoadResString(IDS_ASKINITIALIZE);
+  const auto frames = [this] {
+    std::wstring texts;
+    for (int i = 0; i < 3; ++i) texts += FrequencyText(List().Map(i)->Frames.at(0).Frequency).substr(0, 4) + L"|";
+    return texts + Column(2);
+  };
+
+  EXPECT_EQ(Answer(press(ID_EDIT_INITIALIZE), {IDYES, IDNO}), initialize + discard);
+  EXPECT_EQ(frames(), L"100.|100.|100.|*|*|*|");
+  EXPECT_EQ(Answer(press(ID_EDIT_INITIALIZE), {IDYES, IDYES}), initialize + discard);
+  EXPECT_TRUE(Eventually([&] { return frames() == L"440.|100.|100.||*|*|"; })) << frames().c_str();
+  EXPECT_EQ(PressAndAnswer(ID_EDIT_INITIALIZE, IDYES), initialize) << "the others are not its business";
+  ASSERT_TRUE(Eventually([this] { return IsWindowEnabled(editor_) && IsWindowEnabled(list_); }));
+
+  InDialog(ID_EDIT_CONVERT, IDC_CONVERT_FROM, [](HWND dialog) {
+    SendDlgItemMessageW(dialog, IDC_CONVERT_TO, CB_SETCURSEL, 1, 0);
+    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDC_CONVERT_TO, CBN_SELCHANGE), 0);
+    Close(dialog, IDOK);
+  });
+  EXPECT_TRUE(HasFile(L"b_wav.frc"));
+  EXPECT_EQ(frames(), L"440.|100.|100.||*|*|") << "maps of another kind cost no edits";
+
+  EXPECT_TRUE(DeleteFileW((Bank() + L"\\b_wav.frq").c_str()));
+  List().RefreshMaps();
+  EXPECT_EQ(Column(1) + frames(), L"*|*|*|440.|100.|100.||*|*|") << "edits outlive their file";
+  EXPECT_EQ(PressAndAnswer(ID_EDIT_CREATEMISSING, IDNO), discard);
+  Select(1);
+  Press(ID_FILE_SAVE);
+  EXPECT_TRUE(HasFile(L"b_wav.frq"));
+
+  const auto untilAborted = [&] {
+    const auto pressed = std::async(std::launch::async, press(ID_EDIT_INITIALIZEALL));
+    Answer([] {}, {IDYES, IDYES});
+    HWND progress = nullptr;
+    EXPECT_TRUE(Eventually([&] { return (progress = FindDialogWith(PROGRESS_CLASSW)) != nullptr; }));
+    Close(progress, IDCANCEL);
+  };
+  untilAborted();
+  EXPECT_EQ(frames(), L"440.|100.|100.|||*|") << "the job did not come that far";
+}
+
 }  // namespace
