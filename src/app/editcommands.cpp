@@ -5,19 +5,59 @@
 #include "app/discardquestion.h"
 #include "base/path.h"
 #include "base/text.h"
+#include "dialogs/mapchangeddlg.h"
 #include "resources/ids.h"
+#include "window/disabledwindow.h"
 #include "window/messagebox.h"
+
+namespace {
+
+// The list is disabled meanwhile, so that no other syllable becomes the current one under the question.
+int AskOfChange(HWND editor, HWND list, const std::wstring& wave) {
+  const DisabledWindow disabled(list);
+  CMapChangedDlg dialog;
+  dialog.ParentWindow = editor;
+  dialog.Wave = wave;
+  return dialog.Run(false);
+}
+
+}  // namespace
 
 bool EditCommands::ConfirmDiscard() const {
   return ::ConfirmDiscard(editor_, syllables_);
 }
 
 void EditCommands::Save(const FileListSender& list) {
-  if (syllables_.State().CurrentEdited) FinishSave(list.SaveCurrent(settings_.AutoDeleteLlsm));
+  if (syllables_.State().CurrentEdited) SaveAsking(list, syllables_.Current());
 }
 
 void EditCommands::SaveAll(const FileListSender& list) {
-  FinishSave(list.SaveAll(settings_.AutoDeleteLlsm));
+  SaveAsking(list, -1);
+}
+
+// Saves one syllable or, for a negative index, all. The list tells where another program was at work, and goes on when
+// the user has said what is to become of it. To cancel ends the run as a failure does, but leaves the second curve of a
+// map that is still edited as it was: nothing was tried.
+void EditCommands::SaveAsking(const FileListSender& list, int index) {
+  SaveRecord record{.Index = index, .DeleteLlsm = settings_.AutoDeleteLlsm};
+  for (list.Save(record); record.Changed >= 0; list.Save(record)) {
+    const std::wstring path = syllables_.Facts(record.Changed).Path;
+    const int choice = AskOfChange(editor_, list.Window(), FileNameOf(path));
+    if (syllables_.Facts(record.Changed).Path != path) return;  // another folder was opened meanwhile
+    if (choice == IDC_MAPCHANGED_OVERWRITE) {
+      record.Overwrite = record.Changed;
+    } else if (choice == IDC_MAPCHANGED_RELOAD) {
+      ReloadFile(list, record.Changed);
+    } else {
+      break;
+    }
+  }
+  if (record.Changed < 0 || !syllables_.Facts(map_.Index()).Edited) FinishSave(record.Error);
+}
+
+void EditCommands::ReloadFile(const FileListSender& list, int index) {
+  syllables_.Reload(index, Document::OnFailure::EmptySaved, true);
+  list.ShowModifyBar(false, true);
 }
 
 // The saved copy follows the map even where the save failed: the second curve then shows what did not reach the file.
@@ -30,9 +70,7 @@ void EditCommands::FinishSave(DWORD error) {
 }
 
 void EditCommands::ReloadIfEdited(const FileListSender& list) {
-  if (!syllables_.State().CurrentEdited) return;
-  syllables_.Reload(map_.Index(), Document::OnFailure::EmptySaved, true);
-  list.ShowModifyBar(false, true);
+  if (syllables_.State().CurrentEdited) ReloadFile(list, map_.Index());
 }
 
 void EditCommands::ReloadSyllable(const FileListSender& list) {

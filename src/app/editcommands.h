@@ -30,6 +30,7 @@ class EditCommands {
   // True if nothing is edited or the user lets it go (discardquestion.h).
   bool ConfirmDiscard() const;
 
+  // Both ask before they overwrite what another program has made of a map.
   void Save(const FileListSender& list);
   void SaveAll(const FileListSender& list);
   // A map without edits is not even read: what changed it from outside does not come in here.
@@ -43,6 +44,8 @@ class EditCommands {
   void Redo(const FileListSender& list) { StepBack(list, true); }
 
  private:
+  void SaveAsking(const FileListSender& list, int index);
+  void ReloadFile(const FileListSender& list, int index);
   void FinishSave(DWORD error);
   void Tell(const std::wstring& title, const std::wstring& text);
   void StepBack(const FileListSender& list, bool redo);

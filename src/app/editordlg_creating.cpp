@@ -18,8 +18,9 @@ void CEditorDlg::OnMakeMaps(UINT id) {
   }
 }
 
-// Nothing is done where no syllable is shown. A stroke that is still on ends: its map may be another one soon. Edits stay
-// but where the job has come, and where it failed as well: there the map has gone, as the user was ready to let it go.
+// Nothing is done where no syllable is shown. A stroke that is still on ends: its map may be another one soon. Edits
+// stay but where the job has come, and where it failed as well: there the map has gone, as the user was ready to let it
+// go.
 void CEditorDlg::RunMapJob(const CreateFrqJob& job) {
   if (!Map) return;
   const bool wasLoaded = Map.IsLoaded();

@@ -65,9 +65,9 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
   void ServeMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void AnswerOfEntry(UINT message, int index, LPARAM target) const;
   ListState State() const;
-  DWORD SaveCurrent(bool deleteLlsm);
-  DWORD SaveAll(bool deleteLlsm);
-  int SaveEntry(int index, bool deleteLlsm, DWORD& error);
+  DWORD SaveByMessage(int index, bool deleteLlsm);
+  void Save(SaveRecord& record, Document::OutsideChange change);
+  bool SaveEntry(int index, SaveRecord& record, Document::OutsideChange change);
   bool ReloadMaps(bool all);
   void SelectSyllable(int index) const;
   void SetCurrentEdited(bool edited, const FrqMap* map);

@@ -1,34 +1,39 @@
 // What the messages of the editor and of jobs ask of the maps: to save them, to read them again, to say how they are.
 #include "app/filelistdlg.h"
 
+#include <algorithm>
 #include <mutex>
 
 #include "app/mapsearch.h"
 
-DWORD CFileListDlg::SaveCurrent(bool deleteLlsm) {
-  DWORD error = 0;
-  const int current = Syllables.Current();
-  if (Syllables.Facts(current).Edited) SaveEntry(current, deleteLlsm, error);
-  return error;
+// Other programs that send for a save cannot be asked anything.
+DWORD CFileListDlg::SaveByMessage(int index, bool deleteLlsm) {
+  SaveRecord record{.Index = index, .DeleteLlsm = deleteLlsm};
+  Save(record, Document::OutsideChange::Overwrite);
+  return record.Error;
 }
 
-// Stops at the first failure: the syllables behind it stay edited.
-DWORD CFileListDlg::SaveAll(bool deleteLlsm) {
-  DWORD error = 0;
-  for (int index = 0; index < Syllables.State().Entries; ++index) {
-    if (Syllables.Facts(index).Edited && SaveEntry(index, deleteLlsm, error) != 0) break;
+// Stops at the first syllable that is not saved: those behind it stay edited.
+void CFileListDlg::Save(SaveRecord& record, Document::OutsideChange change) {
+  record.Changed = -1;
+  record.Error = 0;
+  const int first = std::max(record.Index, 0);
+  const int end = record.Index < 0 ? Syllables.State().Entries : record.Index + 1;
+  for (int index = first; index < end; ++index) {
+    if (Syllables.Facts(index).Edited && !SaveEntry(index, record, change)) return;
   }
-  return error;
 }
 
 // A save that fails before it touches a file leaves no code, and then nobody hears of it: the syllable just stays
 // edited.
-int CFileListDlg::SaveEntry(int index, bool deleteLlsm, DWORD& error) {
+bool CFileListDlg::SaveEntry(int index, SaveRecord& record, Document::OutsideChange change) {
+  if (index == record.Overwrite) change = Document::OutsideChange::Overwrite;
   std::uint32_t code = 0;
-  const int result = Syllables.Save(index, deleteLlsm, code);
-  if (result != 0) error = code;
-  if (result == 0 && deleteLlsm) Rows.UpdateLlsm(index, Syllables.Facts(index).Path, Bank.Files.Kind);
-  return result;
+  const int result = Syllables.Save(index, record.DeleteLlsm, code, change);
+  if (result == Document::kChangedOutside) record.Changed = index;
+  if (result != 0) record.Error = code;
+  if (result == 0 && record.DeleteLlsm) Rows.UpdateLlsm(index, Syllables.Facts(index).Path, Bank.Files.Kind);
+  return result == 0;
 }
 
 // The maps that have edits, as one gesture, or all of them, as their files are now. True if the current one came. One

@@ -18,11 +18,12 @@ void AnswerNumber(LPARAM target, std::uint32_t value) {
 
 }  // namespace
 
-// The window has no close command of its own. The system sends one all the same, for Alt+F4 and from its lists of windows.
+// The window has no close command of its own. The system sends one all the same, for Alt+F4 and from its lists of
+// windows.
 INT_PTR CFileListDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const bool isClose = message == WM_CLOSE || (message == WM_SYSCOMMAND && (wParam & 0xFFF0) == SC_CLOSE);
   if (isClose) return Answered();
-  if (message < FLM_SETCURRENTEDITED || message > FLM_END) {
+  if (message < FLM_SETCURRENTEDITED || message > FLM_SAVE) {
     return CDlgBase::OnDialogMessage(message, wParam, lParam);
   }
   ServeMessage(message, wParam, lParam);
@@ -36,8 +37,8 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_SETCURRENTEDITED: return SetCurrentEdited(flag, reinterpret_cast<const FrqMap*>(lParam));
     case FLM_ISCURRENTEDITED: return AnswerNumber(lParam, Syllables.State().CurrentEdited);
     case FLM_ISANYEDITED: return AnswerNumber(lParam, Syllables.State().Edited > 0);
-    case FLM_SAVECURRENT: return AnswerNumber(lParam, SaveCurrent(flag));
-    case FLM_SAVEALL: return AnswerNumber(lParam, SaveAll(flag));
+    case FLM_SAVECURRENT: return AnswerNumber(lParam, SaveByMessage(Syllables.Current(), flag));
+    case FLM_SAVEALL: return AnswerNumber(lParam, SaveByMessage(-1, flag));
     case FLM_RELOADMAPS: return AnswerNumber(lParam, ReloadMaps(flag));
     case FLM_SELECTNEIGHBOUR: return Rows.SelectNeighbour(flag);
     case FLM_OPENFOLDER: return OpenFolder(reinterpret_cast<const wchar_t*>(lParam));
@@ -56,6 +57,7 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return;
     case FLM_GETSTATE: return Answer(lParam, State());
     case FLM_END: return EndList();
+    case FLM_SAVE: return Save(*reinterpret_cast<SaveRecord*>(lParam), Document::OutsideChange::Refuse);
     case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
     case FLM_SELECTSYLLABLE: return SelectSyllable(index);
     case FLM_RUNCHECK: return RunCheck(*reinterpret_cast<const CheckFrqSettings*>(lParam));

@@ -54,6 +54,7 @@ enum FileListMessage : UINT {
   FLM_SHOWCHANGES = 32801,         // -, const DocumentChanges*
   FLM_GETSTATE = 32802,            // -, ListState* out
   FLM_END = 32806,                 // -, -                      the caller has asked about unsaved edits
+  FLM_SAVE = 32807,                // -, SaveRecord*            as the two above, but for maps that have changed outside
 };
 
 enum EditorMessage : UINT {
@@ -78,6 +79,16 @@ struct FindFailureRecord {
   std::uint8_t Forward;  // direction
   std::uint8_t Show;     // also select the syllable and show the run of marks
   std::uint8_t Found;    // out
+};
+
+// What FLM_SAVE asks and answers. FLM_SAVECURRENT and FLM_SAVEALL overwrite whatever has become of a file; this stops at
+// a map that another program has changed since it was read here.
+struct SaveRecord {
+  std::int32_t Index;            // in: the syllable, saved if it is edited; negative for all that are
+  std::uint8_t DeleteLlsm;       // in
+  std::int32_t Overwrite = -1;   // in: the syllable that is saved even so
+  std::int32_t Changed = -1;     // out: the one where it stopped, -1 for none
+  std::uint32_t Error = 0;       // out: as of FLM_SAVECURRENT
 };
 
 // What FLM_GETSTATE answers.
@@ -116,9 +127,8 @@ class FileListSender {
  public:
   explicit FileListSender(HWND list) : list_(list) {}
 
-  // The system's error code of the first save that failed, 0 if none did or none left a code.
-  DWORD SaveCurrent(bool deleteLlsm) const { return AskNumber(FLM_SAVECURRENT, deleteLlsm); }
-  DWORD SaveAll(bool deleteLlsm) const { return AskNumber(FLM_SAVEALL, deleteLlsm); }
+  // The error is the system's code of the first save that failed, 0 if none did or none left a code.
+  void Save(SaveRecord& record) const { Send(FLM_SAVE, 0, messages_detail::Pointer(&record)); }
   // True if the current syllable was reloaded; all: also those that are not edited.
   bool ReloadMaps(bool all) const { return AskNumber(FLM_RELOADMAPS, all) != 0; }
   void PostSelectNeighbour(bool previous) const { messages_detail::Post(list_, FLM_SELECTNEIGHBOUR, previous); }
@@ -169,6 +179,7 @@ class FileListSender {
     Send(FLM_GETSTATE, 0, messages_detail::Pointer(&state));
     return state;
   }
+  HWND Window() const { return list_; }
   // Ends the list's window as its own Cancel would, but for the question about unsaved edits.
   void End() const { Send(FLM_END); }
 

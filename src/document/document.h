@@ -116,7 +116,11 @@ class Document {
   int ReadAfresh(int index, OnFailure onFailure, bool clearEdited);
 
   // 0, or nonzero with the entry still edited and the system's code in `error`, 0 where no file was touched.
-  int Save(int index, bool deleteAnalysis, std::uint32_t& error);
+  // kChangedOutside, with nothing written, where another program has given the file another content since it was read
+  // or written here, and that is to be refused.
+  enum class OutsideChange { Overwrite, Refuse };
+  static constexpr int kChangedOutside = -2;
+  int Save(int index, bool deleteAnalysis, std::uint32_t& error, OutsideChange change = OutsideChange::Overwrite);
   // The saved map becomes a copy of the working one, whatever the file holds.
   void RenewSaved(int index);
   // Deletes the map file, and with it what is in memory. False if it stayed.

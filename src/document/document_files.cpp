@@ -15,6 +15,24 @@ std::optional<MapImage> ImageOnDisk(const SyllableEntry& entry) {
   }
 }
 
+// A file that was only written again has not changed, and one that holds no map costs nothing. Where a save of ours has
+// broken off, the change is our own.
+bool IsChangedOutside(DocumentFiles& files, SyllableEntry& entry) {
+  if (entry.IsDiskUnknown) return false;
+  try {
+    const std::uint64_t stamp = files.Stamp(entry.Path);
+    if (stamp == 0 || stamp == entry.Stamp) return false;
+    FrqMap file;
+    if (files.Load(file, entry.Path) != 0) return false;
+    const std::optional<MapImage> known = ImageOnDisk(entry);
+    if (!known || !known->IsOf(file)) return true;
+    entry.Stamp = stamp;
+    return false;
+  } catch (const std::exception&) {
+    return true;  // memory does not tell
+  }
+}
+
 }  // namespace
 
 // Reads both maps of an entry. The stamp is taken first, so that who writes the file meanwhile makes it another. A map that memory does not hold twice is as good as one that cannot be read: then the
@@ -129,11 +147,12 @@ void Document::TellRead(int index, bool isClean) {
   Tell(std::move(told));
 }
 
-int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error) {
+int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error, OutsideChange change) {
   const std::lock_guard locked(*this);
   CloseStroke();
   SyllableEntry* const entry = At(index);
   if (!entry) return -1;
+  if (change == OutsideChange::Refuse && IsChangedOutside(files_, *entry)) return kChangedOutside;
   try {
     if (const int result = files_.Save(entry->Map, entry->Path, error); result != 0) {
       if (error != 0) NoteBrokenSave(index);

@@ -39,6 +39,18 @@ void VoicebankFiles::EnterFolder(const std::wstring& wavePath) {
   if (!Store.HasFolder(folder)) Store.LoadFolder(folder);
 }
 
+// Another program may have written the file since the store read it, and one file holds the maps of many syllables:
+// whether it was another one or ourselves tells whether it has to be read again.
+void VoicebankFiles::LookAtFolder(const std::wstring& wavePath, bool isOwnWrite) {
+  const std::wstring folder = FolderOf(wavePath);
+  const std::lock_guard locked(seenLock_);
+  const FileFacts facts = Disk().FactsOf(PathIn(folder, L"desc.mrq")).value_or(FileFacts());
+  const auto [seen, isNew] = seen_.try_emplace(folder);
+  if (!isNew && seen->second == facts) return;
+  if (!isOwnWrite) Store.LoadFolder(folder);
+  seen->second = facts;
+}
+
 int VoicebankFiles::Load(FrqMap& map, const std::wstring& wavePath) {
   const FrqType kind = Kind;
   if (kind == FrqTypeMrq) EnterFolder(wavePath);
@@ -47,9 +59,14 @@ int VoicebankFiles::Load(FrqMap& map, const std::wstring& wavePath) {
 
 // The code is what the file layer left behind. A save that fails before it touches a file leaves none.
 int VoicebankFiles::Save(FrqMap& map, const std::wstring& wavePath, std::uint32_t& error) {
-  SetLastError(ERROR_SUCCESS);
   try {
-    if (SaveMap(map, wavePath, Kind, &Store) == 0) return 0;
+    const FrqType kind = Kind;
+    if (kind == FrqTypeMrq) LookAtFolder(wavePath, false);
+    SetLastError(ERROR_SUCCESS);
+    if (SaveMap(map, wavePath, kind, &Store) == 0) {
+      if (kind == FrqTypeMrq) LookAtFolder(wavePath, true);
+      return 0;
+    }
     error = GetLastError();
   } catch (const std::exception&) {
     error = ERROR_NOT_ENOUGH_MEMORY;  // a file is made whole in memory first
@@ -57,12 +74,12 @@ int VoicebankFiles::Save(FrqMap& map, const std::wstring& wavePath, std::uint32_
   return -1;
 }
 
-// Of an entry of desc.mrq: its content as the store has last read or written it.
+// Of an entry of desc.mrq: its content, so that its neighbours may change.
 std::uint64_t VoicebankFiles::Stamp(const std::wstring& wavePath) {
   const FrqType kind = Kind;
   const std::wstring mapPath = MapPathFromWaveW(wavePath, kind);
   if (kind == FrqTypeMrq) {
-    EnterFolder(wavePath);
+    LookAtFolder(wavePath, false);
     const std::optional<MrqEntry> entry = Store.Find(MrqKey(mapPath));
     return entry ? StampOf(*entry) : 0;
   }

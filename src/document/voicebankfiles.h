@@ -2,7 +2,11 @@
 #pragma once
 
 #include <atomic>
+#include <map>
+#include <mutex>
+#include <string>
 
+#include "base/filesystem.h"
 #include "document/documentfiles.h"
 #include "frqmap/mrqstore.h"
 
@@ -22,4 +26,8 @@ class VoicebankFiles : public DocumentFiles {
 
  private:
   void EnterFolder(const std::wstring& wavePath);
+  void LookAtFolder(const std::wstring& wavePath, bool isOwnWrite);
+
+  std::mutex seenLock_;
+  std::map<std::wstring, FileFacts> seen_;  // of each desc.mrq as the store knows it, by its folder
 };

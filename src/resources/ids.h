@@ -51,6 +51,7 @@
 #define IDS_NOTHINGTOUNDO 406
 #define IDS_NOTHINGTOREDO 407
 #define IDS_GESTURE_FIRST 416  // the names of gestures, in their order
+#define IDS_MAPCHANGED 450
 
 // The editor's menu is the one resource that goes by a name.
 #define IDR_MENU1 L"IDR_MENU1"
@@ -205,6 +206,13 @@
 #define IDD_INITMRQALL 151
 #define IDC_INITMRQ_BOTH 1052
 #define IDC_INITMRQ_ONLYLLSM 1053
+
+// Edits whose map another program has changed.
+#define IDD_MAPCHANGED 450
+#define IDC_MAPCHANGED_ICON 1060
+#define IDC_MAPCHANGED_TEXT 1061
+#define IDC_MAPCHANGED_OVERWRITE 1062
+#define IDC_MAPCHANGED_RELOAD 1063
 
 // Pictures.
 #define IDI_MARLIT 128

@@ -1,4 +1,5 @@
 // The questions where edits would go, and that edits stay wherever nobody has given them up.
+#include "frqmap/edits.h"
 #include "gui/resamplerdouble.h"
 
 namespace {
@@ -81,6 +82,69 @@ TEST_F(Questions, AJobAsksForTheEditsThatItCostsAndKeepsTheOthers) {
   };
   untilAborted();
   EXPECT_EQ(frames(), L"440.|100.|100.|||*|") << "the job did not come that far";
+}
+
+TEST_F(Questions, ASaveAsksWhatBecomesOfAnotherProgramsChange) {
+  const auto text = [](const wchar_t* wave) { return FormatText(LoadResString(IDS_MAPCHANGED).c_str(), wave); };
+  const auto inFile = [this](const std::wstring& name) {
+    return DecodeFreq0003(*ReadWholeFile(Bank() + L"\\" + name + L"_wav.frq"))->Frames.at(0).Frequency;
+  };
+  for (const wchar_t* const name : {L"a", L"b", L"c"}) AddSyllable(L"bank\\" + std::wstring(name), {220.0});
+  Start(Bank());
+  for (const int row : {2, 1, 0}) {
+    Select(row);
+    SetFirstFrame(L"100");
+  }
+  for (const wchar_t* const name : {L"bank\\a", L"bank\\b"}) AddSyllable(name, {330.0, 340.0});
+  const auto saveAll = [this] { Press(ID_FILE_SAVEALL); };
+
+  for (const WORD key : {VK_RETURN, VK_ESCAPE}) {
+    InDialog(ID_FILE_SAVE, IDC_MAPCHANGED_TEXT, [&](HWND dialog) {
+      EXPECT_FALSE(IsWindowEnabled(list_) || IsWindowEnabled(editor_));
+      PressKeys(dialog, {key});
+      EXPECT_TRUE(Eventually([&] { return !IsWindowVisible(dialog); }));
+    });
+    EXPECT_EQ(Column(2) + Frames(), L"*|*|*|100.00000000|");
+  }
+  EXPECT_EQ(Answer(saveAll, {IDC_MAPCHANGED_OVERWRITE, IDCANCEL}, IDC_MAPCHANGED_TEXT), text(L"a.wav") + text(L"b.wav"));
+  EXPECT_EQ(Column(2), L"|*|*|");
+  EXPECT_TRUE(inFile(L"a") == 100.0 && inFile(L"b") == 330.0 && inFile(L"c") == 220.0);
+  EXPECT_EQ(Answer(saveAll, {IDC_MAPCHANGED_RELOAD}, IDC_MAPCHANGED_TEXT), text(L"b.wav"));
+  EXPECT_EQ(Column(2), L"|||");
+  EXPECT_TRUE(inFile(L"b") == 330.0 && inFile(L"c") == 100.0);
+  Select(1);
+  EXPECT_EQ(Frames(), L"330.00000000|340.00000000|");
+
+  SetFirstFrame(L"110");
+  AddSyllable(L"bank\\b", {550.0});
+  DWORD error = 1;
+  SendMessageW(list_, FLM_SAVECURRENT, FALSE, reinterpret_cast<LPARAM>(&error));
+  EXPECT_TRUE(error == 0 && inFile(L"b") == 110.0) << "another program that saves cannot be asked";
+}
+
+TEST_F(Questions, AChangeOfOneEntryConcernsNoOtherOfItsFile) {
+  Install(L"moresampler.exe");
+  for (const wchar_t* const name : {L"ni", L"ta"}) folder_.Write(L"bank\\" + std::wstring(name) + L".wav", kSecondOfSound);
+  MrqStore other;
+  other.AddFolder(Bank());
+  const auto write = [&](const wchar_t* name, double hz) {
+    FrqMap map;
+    map.Create(2, FrqTypeMrq);
+    map.SetFrequency(0, hz);
+    EXPECT_EQ(SaveMap(map, Wave(name), FrqTypeMrq, &other), 0);
+  };
+  write(L"ni", 220.0), write(L"ta", 220.0);
+  Start(Bank());
+  for (const int row : {1, 0}) {
+    Select(row);
+    SetFirstFrame(L"100");
+  }
+  write(L"ta", 330.0);
+  Press(ID_FILE_SAVE);
+  EXPECT_EQ(Column(3), L"|*|") << "its own entry is as it was";
+  Select(1);
+  PressAndAnswer(ID_FILE_SAVE, IDC_MAPCHANGED_RELOAD, IDC_MAPCHANGED_TEXT);
+  EXPECT_TRUE(Eventually([this] { return Column(3) + Frames() == L"||330.00000000|----|"; })) << Frames().c_str();
 }
 
 }  // namespace

@@ -19,7 +19,8 @@ namespace {
 constexpr WORD kEnglish = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
 constexpr WORD kJapanese = 1041;
 constexpr int kDialogs[] = {IDD_EDITOR,  IDD_ABOUT, IDD_OPTION, IDD_CREATEFRQ,    IDD_THUMBNAIL, IDD_OPTIONVS4UFRQ,
-                            IDD_CONVERT, IDD_CHECK, IDD_MODIFY, IDD_VIRTUALSTORE, IDD_INITMRQ,   IDD_INITMRQALL};
+                            IDD_CONVERT, IDD_CHECK, IDD_MODIFY, IDD_VIRTUALSTORE, IDD_INITMRQ,   IDD_INITMRQALL,
+                            IDD_MAPCHANGED};
 
 // Of exactly this language: no other one stands in for it.
 const void* Find(const wchar_t* type, const wchar_t* name, WORD language) {
@@ -99,8 +100,9 @@ TEST(Resources, EveryTextIsThereInBothLanguagesWithTheSameArguments) {
                                       nameOf(Gesture::Halve),
                                       nameOf(Gesture::Third)};
   const std::wregex argument(L"%[0-9.]*[a-z]?");
-  for (int id = IDS_DISCARD; id <= nameOf(Gesture::IgnoreAll); ++id) {
-    const bool isNone = (id > IDS_STEREO && id < IDS_UNDO) || (id > IDS_STEPLOST && id < IDS_GESTURE_FIRST);
+  for (int id = IDS_DISCARD; id <= IDS_MAPCHANGED; ++id) {
+    const bool isNone = (id > IDS_STEREO && id < IDS_UNDO) || (id > IDS_STEPLOST && id < IDS_GESTURE_FIRST) ||
+                        (id > nameOf(Gesture::IgnoreAll) && id < IDS_MAPCHANGED);
     if (isNone) continue;
     const auto english = StringOf(id, kEnglish), japanese = StringOf(id, kJapanese);
     const auto arguments = [&](const std::wstring& text) {

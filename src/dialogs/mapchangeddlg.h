@@ -1,0 +1,17 @@
+// CMapChangedDlg: what is to become of edits whose map another program has changed, asked before they are saved. Cancel
+// is the default: it alone leaves both as they are.
+#pragma once
+
+#include <string>
+
+#include "resources/ids.h"
+#include "window/templatedialog.h"
+
+// Its result is the id of the button.
+class CMapChangedDlg : public CTemplateDlg<CMapChangedDlg, IDD_MAPCHANGED> {
+ public:
+  std::wstring Wave;  // name of the file
+
+  INT_PTR OnInitDialog(LPARAM lParam) override;
+  LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
+};
