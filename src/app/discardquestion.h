@@ -1,5 +1,5 @@
-// Edits that are thrown away: the question before it, the same wherever that would happen, and their end where no map is
-// read anew.
+// Edits that are thrown away: the question before it, the same wherever that would happen, and their end where no map
+// is read anew.
 #pragma once
 
 #include <windows.h>

@@ -95,8 +95,7 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   // Making maps.
   void OnMakeMaps(UINT id);
   void RunMapJob(const CreateFrqJob& job);
-  void ReloadUnedited();
-  void ReloadEverything();
+  void ReloadEverything(bool evenEdited);
 
   // Folders.
   void OnOpen();

@@ -34,7 +34,7 @@ void CEditorDlg::RunMapJob(const CreateFrqJob& job) {
   }
   list.RefreshMaps();
   InJob = false;
-  if (job.mode == CreateMode::All || job.mode == CreateMode::ConvertAll) ReloadUnedited();
+  if (job.mode == CreateMode::All || job.mode == CreateMode::ConvertAll) ReloadEverything(false);
   // A map that was there is none of those that were missing, unless its edits have outlived its file.
   const bool isLeftAlone = job.mode == CreateMode::Missing && wasLoaded && !wasEdited;
   if (!isLeftAlone && !Syllables.Facts(Map.Index()).Edited) {
@@ -45,20 +45,15 @@ void CEditorDlg::RunMapJob(const CreateFrqJob& job) {
   Bank.Files.Store.CompactFiles();
 }
 
-void CEditorDlg::ReloadUnedited() {
+// Reads all maps from their files again, and has the control forget what it made of the old ones.
+void CEditorDlg::ReloadEverything(bool evenEdited) {
   {
     const std::lock_guard many(Syllables);
     for (int index = 0; index < Syllables.State().Entries; ++index) {
-      if (!Syllables.Facts(index).Edited) Syllables.ReadAfresh(index, Document::OnFailure::KeepSaved, false);
+      const bool isKept = !evenEdited && Syllables.Facts(index).Edited;
+      if (!isKept) Syllables.ReadAfresh(index, Document::OnFailure::KeepSaved, false);
     }
   }
-  Frames.ShowAnew();
-  UpdateState();
-}
-
-// Reads all maps from their files again, and has the control forget what it made of the old ones.
-void CEditorDlg::ReloadEverything() {
-  ToList().ReloadMaps(true);
   Frames.ShowAnew();
   UpdateState();
 }

@@ -41,7 +41,7 @@ void CEditorDlg::OnOption() {
   Settings.UpdateKind();
   ShareKind();
   if (kindChanges) {
-    ReloadEverything();
+    ReloadEverything(true);
     ToList().PostRefreshMaps();
     ToList().PostRefreshThumbnail();
     ToList().ShowModifyBar(false, false);

@@ -87,8 +87,8 @@ bool CFileListDlg::IsFailed(int index) const {
   return Syllables.IsAnyMarked();
 }
 
-// What happened on the disk since the last look. Nothing watches the folder, so an outside change shows only here. Edits
-// outlive their file, and a save makes it again.
+// What happened on the disk since the last look. Nothing watches the folder, so an outside change shows only here.
+// Edits outlive their file, and a save makes it again.
 void CFileListDlg::RefreshMaps() {
   const FrqType kind = Bank.Files.Kind;
   Rows.UpdateColumns(kind);

@@ -54,7 +54,7 @@ enum FileListMessage : UINT {
   FLM_SHOWCHANGES = 32801,         // -, const DocumentChanges*
   FLM_GETSTATE = 32802,            // -, ListState* out
   FLM_END = 32806,                 // -, -                      the caller has asked about unsaved edits
-  FLM_SAVE = 32807,                // -, SaveRecord*            as the two above, but for maps that have changed outside
+  FLM_SAVE = 32807,                // -, SaveRecord*
 };
 
 enum EditorMessage : UINT {
@@ -81,14 +81,14 @@ struct FindFailureRecord {
   std::uint8_t Found;    // out
 };
 
-// What FLM_SAVE asks and answers. FLM_SAVECURRENT and FLM_SAVEALL overwrite whatever has become of a file; this stops at
-// a map that another program has changed since it was read here.
+// What FLM_SAVE asks and answers. FLM_SAVECURRENT and FLM_SAVEALL overwrite whatever has become of a file; this stops
+// at a map that another program has changed since it was read here.
 struct SaveRecord {
-  std::int32_t Index;            // in: the syllable, saved if it is edited; negative for all that are
-  std::uint8_t DeleteLlsm;       // in
-  std::int32_t Overwrite = -1;   // in: the syllable that is saved even so
-  std::int32_t Changed = -1;     // out: the one where it stopped, -1 for none
-  std::uint32_t Error = 0;       // out: as of FLM_SAVECURRENT
+  std::int32_t Index;           // in: the syllable, saved if it is edited; negative for all that are
+  std::uint8_t DeleteLlsm;      // in
+  std::int32_t Overwrite = -1;  // in: the syllable that is saved even so
+  std::int32_t Changed = -1;    // out: the one where it stopped, -1 for none
+  std::uint32_t Error = 0;      // out: as of FLM_SAVECURRENT
 };
 
 // What FLM_GETSTATE answers.

@@ -16,9 +16,9 @@ std::optional<MapImage> ImageOnDisk(const SyllableEntry& entry) {
 }
 
 // A file that was only written again has not changed, and one that holds no map costs nothing. Where a save of ours has
-// broken off, the change is our own.
+// broken off, the change is our own. An entry may be marked edited that was never read: it has nothing to save.
 bool IsChangedOutside(DocumentFiles& files, SyllableEntry& entry) {
-  if (entry.IsDiskUnknown) return false;
+  if (entry.IsDiskUnknown || !entry.Map.Loaded) return false;
   try {
     const std::uint64_t stamp = files.Stamp(entry.Path);
     if (stamp == 0 || stamp == entry.Stamp) return false;

@@ -6,6 +6,11 @@ namespace {
 
 struct Questions : DoubleTest {
   void PressEscapeInList() const { PostMessageW(GetDlgItem(list_, IDC_LIST_FILES), WM_KEYDOWN, VK_ESCAPE, 0); }
+  void EditThree() {
+    for (const wchar_t* const name : {L"bank\\a", L"bank\\b", L"bank\\c"}) AddSyllable(name, {220.0});
+    Start(Bank());
+    for (const int row : {2, 1, 0}) Select(row), SetFirstFrame(L"100");
+  }
 };
 
 TEST_F(Questions, EscapeInTheListAsksForTheEditsOnce) {
@@ -13,13 +18,12 @@ TEST_F(Questions, EscapeInTheListAsksForTheEditsOnce) {
   for (const bool isEdited : {true, false}) {
     SCOPED_TRACE(isEdited);
     Start(Bank());
-    for (const WPARAM key : {WPARAM{SC_CLOSE}, WPARAM{SC_CLOSE + 1}}) SendMessageW(list_, WM_SYSCOMMAND, key, 0);
+    SendMessageW(list_, WM_SYSCOMMAND, SC_CLOSE, 0);
     SendMessageW(list_, WM_CLOSE, 0, 0);
     EXPECT_TRUE(IsWindowVisible(list_)) << "it has no close command";
     if (isEdited) {
       SetFirstFrame(L"100");
-      const auto escape = [this] { PressEscapeInList(); };
-      EXPECT_EQ(Answer(escape, {IDNO}), LoadResString(IDS_DISCARD));
+      EXPECT_EQ(Answer([this] { PressEscapeInList(); }, {IDNO}), LoadResString(IDS_DISCARD));
       ASSERT_TRUE(Eventually([this] { return IsWindowEnabled(list_) && IsWindowEnabled(editor_); }));
       EXPECT_EQ(Column(2) + Frames(), L"*|100.00000000|");
       EXPECT_EQ(Answer([this] { SendMessageW(list_, WM_COMMAND, IDCANCEL, 0); }, {IDYES}), LoadResString(IDS_DISCARD));
@@ -36,12 +40,7 @@ TEST_F(Questions, EscapeInTheListAsksForTheEditsOnce) {
 TEST_F(Questions, AJobAsksForTheEditsThatItCostsAndKeepsTheOthers) {
   Install(L"resampler.exe");
   Script(L"300 0 map");
-  for (const wchar_t* const name : {L"a", L"b", L"c"}) AddSyllable(L"bank\\" + std::wstring(name), {220.0});
-  Start(Bank());
-  for (const int row : {2, 1, 0}) {
-    Select(row);
-    SetFirstFrame(L"100");
-  }
+  EditThree();
   const auto press = [this](UINT command) { return [=, this] { Press(command); }; };
   const std::wstring discard = LoadResString(IDS_DISCARD), initialize = LoadResString(IDS_ASKINITIALIZE);
   const auto frames = [this] {
@@ -73,14 +72,13 @@ TEST_F(Questions, AJobAsksForTheEditsThatItCostsAndKeepsTheOthers) {
   Press(ID_FILE_SAVE);
   EXPECT_TRUE(HasFile(L"b_wav.frq"));
 
-  const auto untilAborted = [&] {
+  {
     const auto pressed = std::async(std::launch::async, press(ID_EDIT_INITIALIZEALL));
     Answer([] {}, {IDYES, IDYES});
     HWND progress = nullptr;
     EXPECT_TRUE(Eventually([&] { return (progress = FindDialogWith(PROGRESS_CLASSW)) != nullptr; }));
     Close(progress, IDCANCEL);
-  };
-  untilAborted();
+  }
   EXPECT_EQ(frames(), L"440.|100.|100.|||*|") << "the job did not come that far";
 }
 
@@ -89,12 +87,7 @@ TEST_F(Questions, ASaveAsksWhatBecomesOfAnotherProgramsChange) {
   const auto inFile = [this](const std::wstring& name) {
     return DecodeFreq0003(*ReadWholeFile(Bank() + L"\\" + name + L"_wav.frq"))->Frames.at(0).Frequency;
   };
-  for (const wchar_t* const name : {L"a", L"b", L"c"}) AddSyllable(L"bank\\" + std::wstring(name), {220.0});
-  Start(Bank());
-  for (const int row : {2, 1, 0}) {
-    Select(row);
-    SetFirstFrame(L"100");
-  }
+  EditThree();
   for (const wchar_t* const name : {L"bank\\a", L"bank\\b"}) AddSyllable(name, {330.0, 340.0});
   const auto saveAll = [this] { Press(ID_FILE_SAVEALL); };
 
@@ -106,7 +99,8 @@ TEST_F(Questions, ASaveAsksWhatBecomesOfAnotherProgramsChange) {
     });
     EXPECT_EQ(Column(2) + Frames(), L"*|*|*|100.00000000|");
   }
-  EXPECT_EQ(Answer(saveAll, {IDC_MAPCHANGED_OVERWRITE, IDCANCEL}, IDC_MAPCHANGED_TEXT), text(L"a.wav") + text(L"b.wav"));
+  EXPECT_EQ(Answer(saveAll, {IDC_MAPCHANGED_OVERWRITE, IDCANCEL}, IDC_MAPCHANGED_TEXT),
+            text(L"a.wav") + text(L"b.wav"));
   EXPECT_EQ(Column(2), L"|*|*|");
   EXPECT_TRUE(inFile(L"a") == 100.0 && inFile(L"b") == 330.0 && inFile(L"c") == 220.0);
   EXPECT_EQ(Answer(saveAll, {IDC_MAPCHANGED_RELOAD}, IDC_MAPCHANGED_TEXT), text(L"b.wav"));
@@ -124,7 +118,8 @@ TEST_F(Questions, ASaveAsksWhatBecomesOfAnotherProgramsChange) {
 
 TEST_F(Questions, AChangeOfOneEntryConcernsNoOtherOfItsFile) {
   Install(L"moresampler.exe");
-  for (const wchar_t* const name : {L"ni", L"ta"}) folder_.Write(L"bank\\" + std::wstring(name) + L".wav", kSecondOfSound);
+  for (const wchar_t* const name : {L"ni", L"ta"})
+    folder_.Write(L"bank\\" + std::wstring(name) + L".wav", kSecondOfSound);
   MrqStore other;
   other.AddFolder(Bank());
   const auto write = [&](const wchar_t* name, double hz) {
@@ -135,10 +130,7 @@ TEST_F(Questions, AChangeOfOneEntryConcernsNoOtherOfItsFile) {
   };
   write(L"ni", 220.0), write(L"ta", 220.0);
   Start(Bank());
-  for (const int row : {1, 0}) {
-    Select(row);
-    SetFirstFrame(L"100");
-  }
+  for (const int row : {1, 0}) Select(row), SetFirstFrame(L"100");
   write(L"ta", 330.0);
   Press(ID_FILE_SAVE);
   EXPECT_EQ(Column(3), L"|*|") << "its own entry is as it was";

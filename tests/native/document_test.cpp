@@ -160,6 +160,7 @@ TEST_F(DocumentTest, ASaveTellsItsFaultsAndAReloadGoesBackToTheFile) {
 TEST_F(DocumentTest, ASaveStopsAtAMapThatAnotherProgramHasChanged) {
   using enum Document::OutsideChange;
   const auto save = [&](Document::OutsideChange change) { return document_.Save(0, false, error_, change); };
+  const auto inFile = [&] { return std::pair(File(0).Frames[2].Frequency, File(0).Frames[5].Frequency); };
   const auto putOther = [&] {
     FrqMap other = File(0);
     other.SetFrequency(other.PositionOf(5), 500.0);
@@ -173,25 +174,26 @@ TEST_F(DocumentTest, ASaveStopsAtAMapThatAnotherProgramHasChanged) {
   putOther();
   for (int attempt = 0; attempt < 2; ++attempt) {
     EXPECT_EQ(save(Refuse), Document::kChangedOutside);
-    EXPECT_EQ(std::pair(File(0).Frames[2].Frequency, File(0).Frames[5].Frequency), std::pair(300.0, 500.0));
-    EXPECT_TRUE(document_.Facts(0).Edited);
+    EXPECT_TRUE(inFile() == std::pair(300.0, 500.0) && document_.Facts(0).Edited);
   }
   EXPECT_EQ(save(Overwrite), 0);
-  EXPECT_EQ(std::pair(File(0).Frames[2].Frequency, File(0).Frames[5].Frequency), std::pair(310.0, 205.0));
+  EXPECT_EQ(inFile(), std::pair(310.0, 205.0));
 
   putOther();
   EXPECT_EQ(document_.Reload(0, kEmpty, true), 0);
   Set(0, 330.0);
   EXPECT_EQ(save(Refuse), 0) << "the change has come in by the reload";
-  EXPECT_EQ(std::pair(File(0).Frames[2].Frequency, File(0).Frames[5].Frequency), std::pair(330.0, 500.0));
+  EXPECT_EQ(inFile(), std::pair(330.0, 500.0));
 
   putOther();
-  File(0).Loaded = false;
   files_.Next = Fault::Fails;
   EXPECT_EQ(save(Refuse), 0) << "what cannot be read is no map that would be lost";
   Set(0, 340.0);
   files_.Files.clear();
   EXPECT_EQ(save(Refuse), 0) << "a file that has gone is made again";
+  Map(0).Clear();
+  files_.Put(L"0", FrqMap(PlainMap(3)));
+  EXPECT_EQ(save(Refuse), -1) << "it has no map to lose, and none to save";
 }
 
 TEST_F(DocumentTest, AMapThatBecameAnotherTakesItsOwnStepsAlong) {
