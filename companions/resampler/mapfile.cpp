@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/files.h"
+#include "base/filesystem.h"
 #include "base/path.h"
 #include "frqmap/dio.h"
 #include "frqmap/freq0003.h"
@@ -64,11 +65,16 @@ std::optional<Bytes> Encode(FrqType kind, const FrqMap& map, std::uint32_t waveS
   }
 }
 
-std::optional<FrqMap> Decode(FrqType kind, ByteSpan file) {
+std::int64_t SizeOf(const std::wstring& path) {
+  const std::optional<FileFacts> facts = Disk().FactsOf(path);
+  return facts ? facts->Size : 0;
+}
+
+std::optional<FrqMap> Decode(FrqType kind, ByteSpan file, const std::wstring& wavePath) {
   switch (kind) {
     case FrqTypeFrq:
     case FrqTypeFrc: return DecodeFreq0003(file);
-    case FrqTypePmk: return DecodePmk(file);
+    case FrqTypePmk: return DecodePmk(file, SizeOf(wavePath));
     case FrqTypeDio: return DecodeDio(file);
     default: return std::nullopt;
   }
@@ -81,7 +87,7 @@ std::optional<FrqMap> ReadMapOf(const std::wstring& wavePath, FrqType kind) {
   if (kind == FrqTypeMrq) {
     if (const std::optional<MrqEntry> entry = FindEntryOf(wavePath)) map = MapOfEntry(*entry);
   } else if (const std::optional<Bytes> file = ReadWholeFile(MapPathFromWaveW(wavePath, kind))) {
-    map = Decode(kind, *file);
+    map = Decode(kind, *file, wavePath);
   }
   // One that says nothing about any sample is none.
   return map && map->Hop > 0 && map->FrameCount > 0 ? map : std::nullopt;

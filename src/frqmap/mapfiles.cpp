@@ -2,10 +2,12 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
 #include "base/files.h"
+#include "base/filesystem.h"
 #include "base/inplace.h"
 #include "base/text.h"
 #include "frqmap/dio.h"
@@ -42,15 +44,27 @@ std::optional<FrqMap> ReadMap(std::string_view narrowPath, Decoder decode) {
   return file ? decode(*file) : std::nullopt;
 }
 
-// For kinds whose files hold no amplitude. Without its wave a map has none, which is no failure.
-std::optional<FrqMap> ReadMapAndLevels(std::string_view narrowPath, Decoder decode) {
-  std::optional<FrqMap> map = ReadMap(narrowPath, decode);
+// Kinds whose files hold no amplitude take it from the wave. Without its wave a map has none, which is no failure.
+std::optional<FrqMap> ReadDioAndLevels(std::string_view narrowPath) {
+  std::optional<FrqMap> map = ReadMap(narrowPath, DecodeDio);
   std::vector<double> levels;
-  if (!map || ReadWaveLevels(WavePathOf(narrowPath), levels, map->Hop) != 0) return map;
-  if (decode == DecodePmk) {
-    const auto reached = static_cast<std::size_t>(FramesWithRecord(*map));
-    levels.resize(std::min(levels.size(), reached));
+  if (map && ReadWaveLevels(WavePathOf(narrowPath), levels, map->Hop) == 0) SetLevels(*map, levels);
+  return map;
+}
+
+// The size of the wave is asked for only where the map needs it.
+std::optional<FrqMap> ReadPmkAndLevels(std::string_view narrowPath) {
+  const std::optional<Bytes> file = ReadWholeFile(WidePath(narrowPath));
+  if (!file) return std::nullopt;
+  const std::wstring wavePath = WavePathOf(narrowPath);
+  std::optional<FrqMap> map = DecodePmk(*file, 0);
+  if (!map) {
+    const std::optional<FileFacts> wave = Disk().FactsOf(wavePath);
+    if (wave) map = DecodePmk(*file, wave->Size);
   }
+  std::vector<double> levels;
+  if (!map || ReadWaveLevels(wavePath, levels, map->Hop) != 0) return map;
+  levels.resize(std::min(levels.size(), static_cast<std::size_t>(FramesWithRecord(*map))));
   SetLevels(*map, levels);
   return map;
 }
@@ -108,8 +122,8 @@ int FrqMap::Read(std::string_view narrowPath, FrqType kind, MrqStore* store) {
   switch (kind) {
     case FrqTypeFrq:
     case FrqTypeFrc: map = ReadMap(narrowPath, DecodeFreq0003); break;
-    case FrqTypePmk: map = ReadMapAndLevels(narrowPath, DecodePmk); break;
-    case FrqTypeDio: map = ReadMapAndLevels(narrowPath, DecodeDio); break;
+    case FrqTypePmk: map = ReadPmkAndLevels(narrowPath); break;
+    case FrqTypeDio: map = ReadDioAndLevels(narrowPath); break;
     case FrqTypeVs4ufrq: return LoadVs4ufrq(*this, narrowPath);
     case FrqTypeMrq: return LoadMrq(*this, narrowPath, store);
     default: break;

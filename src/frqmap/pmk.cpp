@@ -9,25 +9,31 @@ namespace {
 
 constexpr std::array<char, 2> kMagic = {0x13, 0x00};
 constexpr std::size_t kHeaderBytes = 14;
-constexpr SampleCount kHop = 256;                     // of every map that is read from this kind
-constexpr std::int32_t kLeastPeriod = 50;             // a shorter one is no pitch
-constexpr double kNoPitchPeriod = 49.0;               // what a stretch without pitch is filled with
-constexpr std::size_t kMostRecords = 1 << 22;         // nine minutes of the highest pitch that an edit can set
-constexpr std::int64_t kFramesPerRecord = 16;         // a period of 4096 samples, far under any voice
-constexpr std::int64_t kFramesOfAnyFile = 2'000'000;  // three hours
+constexpr SampleCount kHop = 256;                 // of every map that is read from this kind
+constexpr std::int32_t kLeastPeriod = 50;         // a shorter one is no pitch
+constexpr double kNoPitchPeriod = 49.0;           // what a stretch without pitch is filled with
+constexpr std::size_t kMostRecords = 1 << 22;     // nine minutes of the highest pitch that an edit can set
+constexpr std::int64_t kFramesPerRecord = 8;      // a period of 2048 samples, far under any voice
+constexpr std::int64_t kWaveBytesPerFrame = 32;   // those of compressed speech; plain sound has some hundred
+constexpr std::int64_t kMostOfAWave = 2'000'000;  // three hours
+constexpr std::int64_t kFramesOfAnyFile = 256;    // a second and a half
 
 struct Record {
   SampleCount Position;  // end of the period
   std::int32_t Period;   // [samples]
 };
 
-// The last record alone tells the length of the map. A few bytes could so ask for any amount of memory: a length that
-// is negative, that overflows 32 bits, or that is out of proportion to the records and beyond hours, is that of no map.
-std::optional<SampleCount> FrameCountOf(const std::vector<Record>& records) {
+// The last record alone tells the length of the map. A few bytes could so ask for any amount of memory, and a bank of
+// them for all there is: no map reaches beyond what its records can cover, or else its wave, by more than a moment.
+// Records may lie far apart, where another writer leaves silence out; only then does the wave matter. What reaches
+// further is no map, rather than one that is cut: shown in part it would look sound, and a save would lose the rest.
+std::optional<SampleCount> FrameCountOf(const std::vector<Record>& records, std::int64_t waveBytes) {
   if (records.empty()) return std::nullopt;
   const std::int64_t end = std::int64_t{records.back().Position} + records.back().Period + (kHop - 1);
   const std::int64_t frames = end / kHop;
-  const std::int64_t most = std::max(kFramesOfAnyFile, std::ssize(records) * kFramesPerRecord);
+  const std::int64_t covered = std::ssize(records) * kFramesPerRecord;
+  const std::int64_t heard = std::min(waveBytes / kWaveBytesPerFrame, kMostOfAWave);
+  const std::int64_t most = kFramesOfAnyFile + std::max(covered, heard);
   if (end > std::numeric_limits<SampleCount>::max() || frames < 0 || frames > most) return std::nullopt;
   return static_cast<SampleCount>(frames);
 }
@@ -78,7 +84,7 @@ std::optional<std::vector<Record>> RecordsOf(const FrqMap& map) {
 
 }  // namespace
 
-std::optional<FrqMap> DecodePmk(ByteSpan file) {
+std::optional<FrqMap> DecodePmk(ByteSpan file, std::int64_t waveBytes) {
   ByteReader reader(file);
   const auto magic = reader.Read<std::array<char, 2>>();
   const auto meanPeriod = reader.Read<double>();
@@ -86,7 +92,7 @@ std::optional<FrqMap> DecodePmk(ByteSpan file) {
   if (magic != kMagic || !reader.Holds(count, sizeof(Record))) return std::nullopt;
   std::vector<Record> records(static_cast<std::size_t>(count));
   for (Record& record : records) record = reader.Read<Record>();
-  const std::optional<SampleCount> frameCount = FrameCountOf(records);
+  const std::optional<SampleCount> frameCount = FrameCountOf(records, waveBytes);
   if (!frameCount) return std::nullopt;
 
   FrqMap map;

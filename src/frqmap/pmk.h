@@ -6,14 +6,16 @@
 // cut into whole periods on writing, so that a round trip may lengthen the map.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
 #include "base/bytes.h"
 #include "frqmap/frqmap.h"
 
 // The map in a file: the first two bytes of Magic, Average, a Hop of 256, FrameCount, and Frames without amplitudes.
-// None if the file is no such map, ends too early, has no record, or if its last record tells no sensible length.
-std::optional<FrqMap> DecodePmk(ByteSpan file);
+// None if the file is no such map, ends too early, has no record, or if its last record tells no sensible length: one
+// that neither the records nor the wave beside it, of so many bytes, can reach.
+std::optional<FrqMap> DecodePmk(ByteSpan file, std::int64_t waveBytes);
 
 // How many frames of a decoded map a record reaches. Those behind the last record have no level either.
 SampleCount FramesWithRecord(const FrqMap& map);

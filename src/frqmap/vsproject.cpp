@@ -15,6 +15,7 @@ using Int32 = std::numeric_limits<std::int32_t>;
 constexpr std::int32_t kMiddleC = 6000;  // [cents]
 constexpr double kA4 = 6900.0;           // [cents]
 constexpr double kAmplitudeOfOne = 10000.0;
+constexpr std::int32_t kMostRefused = 512;     // control points, where few or none are told
 constexpr double kHopsPerSample = 0.00390625;  // 1 / 256
 
 // Pitch periods are laid out at this rate, whatever that of the item: other tools count on it.
@@ -60,6 +61,13 @@ bool HasTimeAxis(const VsProject& project) {
   return !project.Items.empty() && project.Items[0].PointsPerSecond > 0 && project.ProjectInfo.SampleRate > 0;
 }
 
+// A library that tells next to none of the points it counts was given a damaged file, whose map would take the memory
+// of a long one.
+bool HasItsPoints(const VsProject& project) {
+  const std::int32_t count = project.Items[0].PointCount;
+  return count <= kMostRefused || count / 2 <= std::ssize(project.Points());
+}
+
 void SetPointFromMap(VsControlPoint& point, const FrqMap& map, std::int32_t index) {
   const bool inside = index >= 0 && index < map.FrameCount;
   const FrqFrame frame = inside ? map.Frames[static_cast<std::size_t>(index)] : FrqFrame();
@@ -92,7 +100,7 @@ std::int32_t VsProject::AverageCents() const {
 }
 
 std::optional<FrqMap> MapOfProject(VsProject project) {
-  if (project.Items.empty()) return std::nullopt;
+  if (project.Items.empty() || !HasItsPoints(project)) return std::nullopt;
   FrqMap map;
   map.FrameCount = std::clamp(project.Items[0].PointCount, 0, VsMostPoints);
   map.Frames.resize(static_cast<std::size_t>(map.FrameCount));
@@ -111,7 +119,7 @@ std::optional<FrqMap> MapOfProject(VsProject project) {
 }
 
 std::optional<FrqMap> ResampledMap(const VsProject& project, FrqType kind) {
-  if (!HasTimeAxis(project)) return std::nullopt;
+  if (!HasTimeAxis(project) || !HasItsPoints(project)) return std::nullopt;
   const double secondsPerPoint = 1.0 / project.Items[0].PointsPerSecond;
   const double rate = project.ProjectInfo.SampleRate;
   const double frameCount = project.Items[0].PointCount * secondsPerPoint * rate * kHopsPerSample;

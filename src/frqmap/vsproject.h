@@ -68,11 +68,13 @@ class VsProject {
   std::int32_t AverageCents() const;
 };
 
-// The map of a project, which it takes over: a frame is a control point and the hop is 1. None without an item.
+// The map of a project, which it takes over: a frame is a control point and the hop is 1. None without an item, and
+// where most of a large count of points is not there.
 std::optional<FrqMap> MapOfProject(VsProject project);
 
 // The map of a project in frames of 256 samples, for the kinds that Create makes with that hop: each frame is the
-// control point at or before it. None without an item, without a rate, or with too many frames.
+// control point at or before it. None without an item, without a rate, with too many frames, or where most of a
+// large count of points is not there.
 std::optional<FrqMap> ResampledMap(const VsProject& project, FrqType kind);
 
 // A .pmk file with the pitch periods of a project, told in samples of its own rate. None without an item or a rate, or

@@ -103,7 +103,7 @@ struct Family {
 
 inline std::optional<FrqMap> Decode(const std::string& name, ByteSpan file) {
   if (name.ends_with(".dio")) return DecodeDio(file);
-  return name.ends_with(".pmk") ? DecodePmk(file) : DecodeFreq0003(file);
+  return name.ends_with(".pmk") ? DecodePmk(file, 0) : DecodeFreq0003(file);
 }
 
 // An object of values by their names, which stand in one text.

@@ -1,5 +1,6 @@
 // The bytes of map files that no voicebank should hold: cut short, out of range, or nonsense.
 
+#include <array>
 #include <limits>
 
 #include "frqmap/levels.h"
@@ -14,6 +15,15 @@ constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 FrqMap EvenMap(std::size_t frameCount, double hz, SampleCount hop) {
   return MapOf(std::vector<double>(frameCount, hz), hop);
+}
+
+// The periods of a .pmk: position of the end, and length.
+std::optional<FrqMap> PmkOf(const std::vector<std::array<SampleCount, 2>>& records, std::int64_t waveBytes = 0) {
+  ByteWriter file;
+  file.Write(std::array<std::uint8_t, 10>{0x13});
+  file.Write(static_cast<std::int32_t>(records.size()));
+  for (const auto& record : records) file.Write(record);
+  return DecodePmk(file.Take(), waveBytes);
 }
 
 TEST(MapBytes, AMapCutOffAnywhereIsRefused) {
@@ -40,13 +50,34 @@ TEST(MapBytes, NumbersBeyondReasonAreRefusedOrReadAsTheyStand) {
   }
 }
 
+// Each of the thousands of maps of a bank is in memory twice.
+TEST(MapBytes, NoMapTakesMoreMemoryThanItsFileAndAMomentAreWorth) {
+  const auto taken = [](const auto& map) { return map ? map->Frames.capacity() * sizeof(FrqFrame) : 0; };
+  for (const auto& file : std::filesystem::directory_iterator(MARLIT_TEST_DATA "/bad")) {
+    const std::string name = file.path().filename().string();
+    const Bytes bytes = FileBytes("bad/" + name);
+    const std::size_t most = 64 * bytes.size() + 16384;
+    EXPECT_LE(taken(DecodeFreq0003(bytes)), most) << name;
+    EXPECT_LE(taken(DecodeDio(bytes)), most) << name;
+    EXPECT_LE(taken(DecodePmk(bytes, 0)), most) << name;
+  }
+  constexpr SampleCount kMinute = 60 * 44100, kMinuteFrames = kMinute / 256 + 1;
+  EXPECT_FALSE(PmkOf({{kMinute, 1}})) << "a minute from a single record";
+  EXPECT_FALSE(PmkOf({{kMinute, 1}}, 44)) << "beside a wave without sound";
+  EXPECT_FALSE(PmkOf({{kMost - 255, 0}}, std::int64_t{1} << 40)) << "hours beside a wave that is larger than any";
+  EXPECT_EQ(PmkOf({{100, 100}, {kMinute, 1}}, kMinute)->FrameCount, kMinuteFrames) << "silence between two records";
+  std::vector<std::array<SampleCount, 2>> low;
+  for (SampleCount end = 0; end < kMinute; end += 2000) low.push_back({end, 2000});
+  low.push_back({kMinute, 1});
+  EXPECT_EQ(PmkOf(low)->FrameCount, kMinuteFrames) << "the lowest of periods throughout, without a wave";
+}
+
 TEST(MapBytes, FramesBehindTheLastPeriodHaveNoLevel) {
   // One period of 600 samples that ends at sample 100: three frames, of which it reaches the first.
-  const std::optional<FrqMap> map =
-      DecodePmk(Bytes{0x13, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 100, 0, 0, 0, 0x58, 2, 0, 0});
+  const std::optional<FrqMap> map = PmkOf({{100, 600}});
   ASSERT_TRUE(map && map->FrameCount == 3);
   EXPECT_EQ(FramesWithRecord(*map), 1);
-  EXPECT_EQ(FramesWithRecord(*DecodePmk(*EncodePmk(EvenMap(10, 441.0, 256)))), 11) << "a round trip grows";
+  EXPECT_EQ(FramesWithRecord(*DecodePmk(*EncodePmk(EvenMap(10, 441.0, 256)), 0)), 11) << "a round trip grows";
 }
 
 TEST(MapBytes, LevelsThatAreNoNumbersDoNotSound) {

@@ -11,6 +11,8 @@ TEST(VsProject, WhatALibraryMayTellHarmsNobody) {
   constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
   VsProject refusedPoints = ProjectOf(44100, 200, {{6900, 1, 0.5}});
   refusedPoints.Items[0].PointCount = 300;
+  VsProject emptyClaim = refusedPoints;
+  emptyClaim.Items[0].PointCount = VsMostPoints;
   const std::tuple<const char*, VsProject, bool, bool, bool> tests[] = {
       {"no item", VsProject(), false, false, false},
       {"no rate", ProjectOf(0, 200, {{6900, 1, 0.5}}), true, false, false},
@@ -18,6 +20,7 @@ TEST(VsProject, WhatALibraryMayTellHarmsNobody) {
       {"more frames than memory", ProjectOf(kMost, 1, {{0, 0, 0.5}}), true, false, true},
       {"periods of no length", ProjectOf(44100, 200, {{kMost, 1, 0.5}}), true, true, false},
       {"fewer points than counted", refusedPoints, true, true, true},
+      {"next to none of many points", emptyClaim, false, false, true},
   };
   for (const auto& [what, odd, isMap, hasGrid, hasPeriods] : tests) {
     EXPECT_EQ(ResampledMap(odd, FrqTypeDio).has_value(), hasGrid) << what;
