@@ -1,31 +1,48 @@
-// What every reader of files must take: any bytes at all. Each target is this file built with FUZZ_TARGET set to one of
-// the functions; beyond "no crash" they hold what is read to what writing it again makes of it.
+// What every reader must take: any bytes at all. Each function is the target of a program of its own; beyond "no crash"
+// they hold what is read to what writing it again makes of it.
 #include <algorithm>
-#include <set>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <map>
 
+#include "check/checkrules.h"
+#include "companions/resampler/arguments.h"
 #include "frqmap/dio.h"
 #include "frqmap/edits.h"
 #include "frqmap/freq0003.h"
+#include "frqmap/mrqstore.h"
 #include "frqmap/mrqwriting.h"
 #include "frqmap/pmk.h"
 #include "native/wavebytes.h"
+#include "resampler/commandline.h"
 #include "voicebank/inifile.h"
 #include "voicebank/otoini.h"
 
 namespace {
 
-[[maybe_unused]] void Expect(bool holds) {
+void Expect(bool holds) {
   if (!holds) __builtin_trap();
 }
 
-// What the program does with each map that it has read; the bytes that it becomes again.
-template <typename Encode>
-[[maybe_unused]] std::optional<Bytes> Use(std::optional<FrqMap> map, Encode encode) {
-  if (!map) return std::nullopt;
+// A NaN stays the one that it is.
+bool Same(double a, double b) {
+  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+// The frequency that is left where a kind writes none for a frame without pitch.
+double PitchOf(const FrqFrame& frame) {
+  return frame.Frequency <= FrqNoPitch ? FrqNoPitch : frame.Frequency;
+}
+
+// What the program does with each map that it has read, whose memory is in proportion to what it was read from.
+std::optional<FrqMap> Use(std::optional<FrqMap> map, std::size_t fileSize) {
+  if (!map) return map;
+  Expect(map->Frames.capacity() * sizeof(FrqFrame) <= 64 * fileSize + 16384);
   map->ComputeAverage(-1);
   map->ComputeAverage(2);
   map->ComputeSoundRegions();
-  return encode(*map);
+  return map;
 }
 
 // The lines of a text file, a byte being a character.
@@ -43,54 +60,124 @@ struct Lines {
   std::string_view rest_;
 };
 
-[[maybe_unused]] void Freq0003(ByteSpan file) {
-  const auto again = Use(DecodeFreq0003(file), [](const FrqMap& map) { return EncodeFreq0003(map, FrqTypeFrq); });
-  Expect(!again || DecodeFreq0003(*again));
+// One desc.mrq, whatever it is called.
+struct MemoryMrq : MrqAccess {
+  struct Stream : MrqImage {
+    explicit Stream(Bytes& file) : MrqImage(file), File(file) {}
+    ~Stream() override { File = Content; }
+    Bytes& File;
+  };
+
+  Bytes File = EmptyMrqFile();
+  std::unique_ptr<MrqStream> Open(const std::wstring&, MrqMode) override { return std::make_unique<Stream>(File); }
+  void Delete(const std::wstring&) override {}
+};
+
+using MrqEntries = std::map<std::u16string, MrqEntry>;
+MrqEntries EntriesOf(MrqImage file) {
+  MrqEntries entries;
+  std::int64_t taken = 0;
+  ReadAllMrqEntries(file, [&](const std::u16string& name, MrqEntry&& entry) {
+    taken += std::ssize(entry.Frequencies) * 8;
+    entries.insert_or_assign(name, std::move(entry));
+  });
+  Expect(taken <= 2 * file.Size());
+  return entries;
 }
 
-[[maybe_unused]] void Dio(ByteSpan file) {
-  if (const auto again = Use(DecodeDio(file), [](const FrqMap& map) { return EncodeDio(map, 44100); }))
-    DecodeDio(*again);
+// The arguments of a command line; quotes keep blanks together.
+std::vector<std::wstring> ArgumentsOf(const std::wstring& line) {
+  std::vector<std::wstring> arguments(1);
+  bool quoted = false;
+  for (const wchar_t c : line) {
+    if (c == L'"') quoted = !quoted;
+    if (c == L' ' && !quoted) arguments.emplace_back();
+    if (c != L'"' && (c != L' ' || quoted)) arguments.back() += c;
+  }
+  return arguments;
 }
 
-// Few bytes may ask for hours of map, which is looked at no further: each would cost as much as thousands of others.
-[[maybe_unused]] void Pmk(ByteSpan file) {
-  constexpr SampleCount kHours = 20000;
-  auto map = DecodePmk(file);
-  if (map && map->FrameCount > kHours) return;
-  if (const auto again = Use(std::move(map), EncodePmk)) DecodePmk(*again);
+}  // namespace
+
+void Freq0003(ByteSpan file) {
+  const std::optional<FrqMap> map = Use(DecodeFreq0003(file), file.size());
+  if (!map) return;
+  for (const FrqType kind : {FrqTypeFrq, FrqTypeFrc}) {
+    const std::optional<FrqMap> again = DecodeFreq0003(EncodeFreq0003(*map, kind));
+    Expect(again && again->Hop == map->Hop && Same(again->Average, map->Average) && again->Tag == Freq0003Tag(kind));
+    Expect(std::ranges::equal(map->Frames, again->Frames, [](const FrqFrame& a, const FrqFrame& b) {
+      return Same(a.Frequency, b.Frequency) && Same(a.Amplitude, b.Amplitude) && a.Voiced == b.Voiced;
+    }));
+  }
 }
 
-[[maybe_unused]] std::set<std::u16string> MrqNames(MrqImage& image) {
-  std::set<std::u16string> names;
-  ReadAllMrqEntries(image, [&](const std::u16string& name, MrqEntry&&) { names.insert(name); });
-  return names;
+// The rate in the file is whole, so that many a hop comes back a sample shorter.
+void Dio(ByteSpan file) {
+  const std::optional<FrqMap> map = Use(DecodeDio(file), file.size());
+  if (!map) return;
+  const std::optional<Bytes> written = EncodeDio(*map, 44100);
+  Expect(written.has_value() == (map->Hop > 0));
+  if (!written) return;
+  const std::optional<FrqMap> again = DecodeDio(*written);
+  Expect(again && (again->Hop == map->Hop || (again->Hop == map->Hop - 1 && map->Hop % 64 != 0)));
+  Expect(std::ranges::equal(map->Frames, again->Frames, {}, PitchOf, &FrqFrame::Frequency) ||
+         std::ranges::any_of(map->Frames, [](const FrqFrame& frame) { return std::isnan(frame.Frequency); }));
 }
 
-// Neither a writing nor a compaction costs a map that was there.
-[[maybe_unused]] void Mrq(ByteSpan file) {
-  MrqImage image(Bytes(file.begin(), file.end()));
-  const std::set<std::u16string> before = MrqNames(image);
-  MrqEntry entry;
-  entry.Frequencies.assign(3, 110.0);
-  WriteMrqEntry(image, u"new.wav", entry, 1);
-  CompactMrqEntries(image, 1);
-  Expect(std::ranges::includes(MrqNames(image), before));
+// Periods keep no grid: a map comes back longer, with the pitches that it had in their order.
+void Pmk(ByteSpan file) {
+  const std::optional<FrqMap> map = Use(DecodePmk(file, std::ssize(file)), 2 * file.size());
+  if (!map || map->FrameCount == 0) return;
+  const std::optional<Bytes> written = EncodePmk(*map);
+  Expect(written.has_value());
+  const std::optional<FrqMap> again = DecodePmk(*written, 0);
+  Expect(again && again->Hop == map->Hop && again->FrameCount >= map->FrameCount);
+  const double average = map->Average > FrqNoPitch ? map->Average : FrqNoPitch;
+  Expect(std::fabs(again->Average - average) <= 1e-12 * average);
+  auto source = map->Frames.begin();
+  for (const FrqFrame& frame : std::span(again->Frames).first(static_cast<std::size_t>(FramesWithRecord(*again)))) {
+    source = std::ranges::find(source, map->Frames.end(), frame.Frequency, PitchOf);
+    Expect(source != map->Frames.end());
+  }
 }
 
-[[maybe_unused]] void Wav(ByteSpan file) {
+// Neither a writing nor a compaction costs a map that was there, and each one comes back from a file of its own as it
+// was.
+void Mrq(ByteSpan file) {
+  constexpr std::int32_t kNoon = 43200;
+  MemoryMrq disk, own;
+  disk.File.assign(file.begin(), file.end());
+  const MrqEntries before = EntriesOf(MrqImage(disk.File));
+  MrqStore store([] { return kNoon; }, disk);
+  store.LoadFolder(L"C:\\v");
+  store.SaveEntry(L"C:\\v\\new", {.Hop = 256, .Frequencies = {110.0, 0.0}});
+  store.RemoveEntry(L"C:\\v\\none");
+  store.CompactFiles();
+  const MrqEntries after = EntriesOf(MrqImage(disk.File));
+  for (const auto& [name, map] : before) {
+    Expect(name == u"none.wav" || after.contains(name));
+    Expect(WriteMrqEntry(*own.Open({}, MrqMode::Patch), name, map, kNoon));
+  }
+  Expect(std::ranges::equal(before, EntriesOf(MrqImage(own.File)), [](const auto& a, const auto& b) {
+    return a.first == b.first && a.second.Hop == b.second.Hop && a.second.SampleRate == b.second.SampleRate &&
+           a.second.Unedited == b.second.Unedited && b.second.Timestamp == kNoon &&
+           std::ranges::equal(a.second.Frequencies, b.second.Frequencies, Same);
+  }));
+}
+
+void Wav(ByteSpan file) {
   WaveBytes source(file);
   const auto wave = DecodeWav(source, false);
   Expect(!wave || (wave->samples.size() == wave->dataSize && wave->dataSize <= file.size()));
 }
 
-[[maybe_unused]] void Aiff(ByteSpan file) {
+void Aiff(ByteSpan file) {
   const auto wave = DecodeAiff(file);
   Expect(!wave ||
          (wave->samples.size() == wave->dataSize && wave->dataSize <= std::max<std::size_t>(2 * file.size(), 1 << 20)));
 }
 
-[[maybe_unused]] void NoteList(ByteSpan file) {
+void NoteList(ByteSpan file) {
   UtauCommon::NOTELIST list;
   list.Parse(Lines(file));
   UtauCommon::OTOINI oto;
@@ -99,24 +186,101 @@ struct Lines {
   }
 }
 
-[[maybe_unused]] void OtoIni(ByteSpan file) {
+void OtoIni(ByteSpan file) {
   UtauCommon::OTOINI oto;
   oto.Parse(Lines(file), L"sub");
   for (const auto& entry : oto.entries) Expect(entry.alias.empty() || oto.Find(entry.alias)->alias == entry.alias);
 }
 
-[[maybe_unused]] void IniFile(ByteSpan file) {
+void IniFile(ByteSpan file) {
   UtauCommon::INIFILE ini;
   ini.Parse(Lines(file));
 }
 
-[[maybe_unused]] void Frequency(ByteSpan text) {
+void Frequency(ByteSpan text) {
   ParseFrequency(std::wstring(text.begin(), text.end()));
 }
 
-}  // namespace
+// A library's answers: rate, points per second, the count that it claims, and the points.
+void Project(ByteSpan answers) {
+  ByteReader reader(answers);
+  VsProject project;
+  const auto rate = project.ProjectInfo.SampleRate = reader.Read<std::int32_t>();
+  VsItemInfo& item = project.Items.emplace_back();
+  item.PointsPerSecond = reader.Read<std::int32_t>();
+  item.PointCount = reader.Read<std::int32_t>();
+  std::vector<VsControlPoint>& points = project.ControlPoints.emplace_back();
+  bool sung = true;  // by a voice
+  while (reader.Holds(1, 16)) {
+    VsControlPoint& point = points.emplace_back();
+    point.Pitch = reader.Read<std::int32_t>();
+    point.HasPitch = reader.Read<std::int32_t>();
+    point.Dynamics = reader.Read<double>();
+    sung = sung && point.Pitch >= 3600 && point.Pitch <= 12000;
+  }
+  project.AverageCents();
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  FUZZ_TARGET(ByteSpan(data, size));
-  return 0;
+  // A map gives points only pitches that it has from them, but for a cent that a logarithm may cost.
+  const bool isLong = static_cast<double>(rate) / 256 * item.PointCount / item.PointsPerSecond > 20000.0;
+  for (const auto& map : {Use(MapOfProject(project), 5 * answers.size() + 512),
+                          isLong ? std::nullopt : ResampledMap(project, FrqTypeFrq)}) {
+    VsProject sampled = project;
+    if (!map || !SampleOntoProject(*map, sampled) || !sung) continue;
+    for (const VsControlPoint& point : sampled.Points()) {
+      Expect(!point.HasPitch || std::ranges::any_of(points, [&](const VsControlPoint& source) {
+        return source.HasPitch && std::abs(source.Pitch - point.Pitch) <= 1;
+      }));
+    }
+  }
+  // Periods of no length have a test of their own: they take seconds.
+  if (!sung || rate < 8000 || rate > 96000) return;
+  const std::optional<Bytes> periods = PmkOfProject(project);
+  Expect(periods && (points.empty() || DecodePmk(*periods, 0)));
+}
+
+// A map and regions as any library may get them: settings from the tag of a .frq, a count that lies, and regions of
+// nonsense.
+void Check(ByteSpan file) {
+  std::optional<FrqMap> map = DecodeFreq0003(file);
+  if (!map) return;
+  CheckFrqSettings settings;
+  std::memcpy(&settings.LowNote, map->Tag.data(), map->Tag.size());
+  const auto frames = MakeCheckFrames(*map, std::wstring(file.begin(), file.end()));
+  const std::int32_t count = CheckMap(&settings, frames.get(), MakeCheckRegions(*map).get());
+  Expect(count >= 0 && count == TakeCheckResults(*frames, *map));
+  map->ApplyMarks(-1, true);
+
+  const std::size_t room = map->Frames.size() / 2 + 2;
+  const CheckRecordPtr<CheckRegionRecord> lies(
+      static_cast<CheckRegionRecord*>(std::calloc(room, sizeof(CheckRegionRecord))));
+  std::memcpy(lies->Regions, file.data(), std::min(file.size(), room * sizeof(CheckRegion)));
+  for (const std::uint32_t claimed : {file.back() % 8u, ~0u}) {
+    lies->RegionCount = claimed;
+    Expect(CheckMap(&settings, frames.get(), lies.get()) <= map->FrameCount);
+  }
+}
+
+void PitchBend(ByteSpan text) {
+  const std::vector<double> cents = DecodePitchBend(std::wstring(text.begin(), text.end()));
+  Expect(cents.size() <= 1'000'000 && std::ranges::all_of(cents, [](double c) { return c >= -2048 && c <= 2047; }));
+}
+
+// Each line is an argument that the resampler takes apart; and what the program asks for with such texts is what the
+// resampler understands.
+void CommandLine(ByteSpan file) {
+  std::vector<std::wstring> arguments;
+  Lines lines(file);
+  for (std::wstring line; lines(line);) arguments.push_back(line);
+  const std::optional<ResamplerCall> call = ParseCall(arguments);
+  if (!call || !call->note || NoteToRender(call->note->hz, 0) > 119) return;
+  const auto& note = *call->note;
+  Expect(note.hz > 0.0 && note.lengthMs > 0.0 && !note.pitchBend.empty() && !call->output.empty());
+
+  const RenderSettings settings{0, ModulationFromText(arguments.back()), WithoutQuotes(arguments[4])};
+  const std::wstring wave = WithoutQuotes(call->input), output = WithoutQuotes(call->output);
+  const double hz = std::max(note.hz, FrqNoPitch);
+  const auto again = ParseCall(ArgumentsOf(RenderCommandLine(wave, output, hz, note.lengthMs, settings)));
+  Expect(again && again->note && again->input == wave && again->output == output);
+  Expect(std::fabs(again->note->lengthMs / note.lengthMs - 1.0) < 1e-5 && again->note->hz == hz);
+  Expect(again->note->modulation == settings.Modulation && again->note->pitchBend == std::vector{0.0, 0.0});
 }
