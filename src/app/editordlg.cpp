@@ -1,6 +1,7 @@
 #include "app/editordlg.h"
 
 #include "app/filelistdlg.h"
+#include "base/foreignpointer.h"
 #include "base/registry.h"
 #include "resources/ids.h"
 #include "voicebank/pluginfile.h"
@@ -139,10 +140,14 @@ LRESULT CEditorDlg::OnHScroll(UINT, int, HWND scrollBar) {
 INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case EDM_SETMAP: OnSetMap(reinterpret_cast<FrqMap*>(wParam), reinterpret_cast<FrqMap*>(lParam)); return Answered();
-    case EDM_SETSYLLABLE: OnSetSyllable(reinterpret_cast<const wchar_t*>(lParam)); return Answered();
+    case EDM_SETSYLLABLE:
+      if (const wchar_t* const path = PathAt(lParam)) OnSetSyllable(path);
+      return Answered();
     case EDM_UPDATESTATE: UpdateState(); return Answered();
-    case EDM_FOLDEROPENED: OnFolderOpened(reinterpret_cast<const wchar_t*>(lParam)); return Answered();
-    case WM_PREVIEW_DONE: Preview.OnDone(Settings.FrqType); return Answered();
+    case EDM_FOLDEROPENED:
+      if (const wchar_t* const folder = PathAt(lParam)) OnFolderOpened(folder);
+      return Answered();
+    case WM_PREVIEW_DONE: Preview.OnToldDone(Settings.FrqType); return Answered();
     case EDM_SHOWFAILURE:
       Frames.ShowMarks(static_cast<SampleCount>(wParam), static_cast<SampleCount>(lParam));
       return Answered();

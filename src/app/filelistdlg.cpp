@@ -6,6 +6,7 @@
 
 #include "app/discardquestion.h"
 #include "app/editordlg.h"
+#include "base/foreignpointer.h"
 #include "base/registry.h"
 #include "base/text.h"
 #include "resources/ids.h"
@@ -97,8 +98,8 @@ LRESULT CFileListDlg::OnGetMinMaxInfo(MINMAXINFO* info) {
 
 LRESULT CFileListDlg::OnNotify(WPARAM, NMHDR* header) {
   if (header->idFrom != IDC_LIST_FILES || header->code != LVN_ITEMCHANGED) return 1;
-  const auto* const change = reinterpret_cast<const NMLISTVIEW*>(header);
-  if (change->uNewState & LVIS_SELECTED) ShowSyllable(Rows.IndexOf(change->iItem));
+  const auto* const change = ReadableAt<NMLISTVIEW>(reinterpret_cast<LPARAM>(header));
+  if (change && (change->uNewState & LVIS_SELECTED)) ShowSyllable(Rows.IndexOf(change->iItem));
   return 1;
 }
 
@@ -148,12 +149,31 @@ void CFileListDlg::OnChanged(const DocumentChanges& changes) {
   if (isShown && GetWindowThreadProcessId(Hwnd, nullptr) == GetCurrentThreadId()) {
     ShowChanges(changes);
   } else if (isShown) {
-    FileListSender(Hwnd).ShowChanges(changes);
+    ShowFromAfar(changes);
   }
   for (const EntryChange& change : changes.Entries) {
     if ((change.Facts & EntryChange::Touched) && !change.OneOfMany) Windows.ToThumbnail().PostRefreshItem(change.Index);
   }
   if (changes.OfMany) Windows.ToThumbnail().PostRefreshAll();
+}
+
+// The message brings no pointer, since any program might send one.
+void CFileListDlg::ShowFromAfar(const DocumentChanges& changes) {
+  {
+    const std::lock_guard locked(WaitingLock);
+    Waiting.push_back(changes);
+  }
+  FileListSender(Hwnd).ShowChanges();
+}
+
+// Whose message it is does not matter: all of them are shown, in their order.
+void CFileListDlg::ShowWaitingChanges() {
+  std::vector<DocumentChanges> waiting;
+  {
+    const std::lock_guard locked(WaitingLock);
+    waiting.swap(Waiting);
+  }
+  for (const DocumentChanges& changes : waiting) ShowChanges(changes);
 }
 
 void CFileListDlg::ShowChanges(const DocumentChanges& changes) const {

@@ -6,6 +6,7 @@
 // answers, _maps what a message asks of many maps, _check the run of a check and the steps through its marks.
 #pragma once
 
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -54,10 +55,13 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
   void EndList();
   void ShowSyllable(int index);
   void ShowChanges(const DocumentChanges& changes) const;
+  void ShowFromAfar(const DocumentChanges& changes);
+  void ShowWaitingChanges();
 
   // Filling.
   bool FillFromArguments();
   void OpenFolder(const wchar_t* path);
+  void OpenFolderByMessage(const wchar_t* path);
   void ShowRows();
   void RefreshMaps();
 
@@ -78,7 +82,7 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
 
   // Check.
   void RunCheck(const CheckFrqSettings& settings);
-  int CheckEntries(const CheckLibrary& library, const CheckFrqSettings& settings);
+  bool CheckEntries(const CheckLibrary& library, const CheckFrqSettings& settings, int& marks);
   void FindFailure(FindFailureRecord& record) const;
   void LocateFailure(int index, SampleCount sample) const;
   void ApplyFailure(int index, SampleCount sample, bool apply);
@@ -89,6 +93,8 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
   Voicebank& Bank;
   Document& Syllables;     // of Bank
   SyllableRows Rows;       // of Syllables, by index
+  std::mutex WaitingLock;  // of the next one, for the time of a look
+  std::vector<DocumentChanges> Waiting;  // what other threads have changed, until it is shown
   int FillCount = 0;       // folders opened so far: tells a handler that the syllables were replaced under it
   SharedKeys Keys;         // those of the editor that act here too
   int MinTrackWidth = 0;

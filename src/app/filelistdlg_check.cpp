@@ -14,6 +14,7 @@
 // All on this thread: the editor waits in its send, and shows what becomes of its own map meanwhile.
 void CFileListDlg::RunCheck(const CheckFrqSettings& settings) {
   int marks = 0;
+  bool isThrough = true;
   {
     const CheckLibrary library;
     if (!library.IsLoaded()) {
@@ -21,16 +22,17 @@ void CFileListDlg::RunCheck(const CheckFrqSettings& settings) {
       return;
     }
     const WaitCursor waiting;
-    if (library.HasEntry()) marks = CheckEntries(library, settings);
+    if (library.HasEntry()) isThrough = CheckEntries(library, settings, marks);
   }
   Windows.ToThumbnail().PostRefreshAll();
+  if (!isThrough) ShowMessage(Hwnd, LoadResString(IDS_CHECKBROKEOFF), MB_ICONERROR);
   if (marks > 0) Windows.ShowModifyBar(true, Hwnd);
 }
 
-// The number of marked frames. Maps that nobody has looked at yet are read; one that cannot be read is left out. The
-// library works on records of its own, so that the document is not held up by it.
-int CFileListDlg::CheckEntries(const CheckLibrary& library, const CheckFrqSettings& settings) {
-  int marks = 0;
+// `marks` counts the marked frames. False if the library has failed. Maps that nobody has looked at yet are read; one
+// that cannot be read is left out. The library works on records of its own, so that the document is not held up by it.
+bool CFileListDlg::CheckEntries(const CheckLibrary& library, const CheckFrqSettings& settings, int& marks) {
+  using enum CheckLibrary::Verdict;
   for (int index = 0; index < Syllables.State().Entries; ++index) {
     const EntryFacts facts = Syllables.Facts(index);
     if (!facts.HasMap || !Syllables.EnsureLoaded(index, Document::OnFailure::KeepSaved)) continue;
@@ -38,7 +40,8 @@ int CFileListDlg::CheckEntries(const CheckLibrary& library, const CheckFrqSettin
     Syllables.Mark(
         index, [&](FrqMap& map) { query.emplace(map, MapPathFromWaveW(facts.Path, Bank.Files.Kind)); }, false);
     if (!query || !query->Frames) continue;
-    if (!library.Judge(settings, *query)) break;
+    const CheckLibrary::Verdict verdict = library.Judge(settings, *query);
+    if (verdict != Judged) return verdict == Stopped;
     Syllables.Mark(
         index,
         [&](FrqMap& map) {
@@ -46,7 +49,7 @@ int CFileListDlg::CheckEntries(const CheckLibrary& library, const CheckFrqSettin
         },
         true);
   }
-  return marks;
+  return true;
 }
 
 void CFileListDlg::FindFailure(FindFailureRecord& record) const {

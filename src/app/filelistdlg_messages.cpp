@@ -1,15 +1,21 @@
 // What the list answers: the FLM_ messages, taken apart once and handed to what they ask for.
 //
 // An index in a message is a position in the document. One that is none is ignored, and what the sender put into its answer
-// stays; the questions that are asked of any index (has it a map) answer 0 then.
+// stays; the questions that are asked of any index (has it a map) answer 0 then. A pointer that leads nowhere gets no
+// answer, and nothing is done for the sake of one alone: any program may send any of the numbers.
 #include "app/filelistdlg.h"
+
+#include <shlwapi.h>
+
+#include "base/foreignpointer.h"
+#include "check/checkrecords.h"
 
 namespace {
 
 // Some senders want no answer and give no place for it.
 template <typename T>
 void Answer(LPARAM target, T value) {
-  if (target) *reinterpret_cast<T*>(target) = value;
+  if (T* const place = WritableAt<T>(target)) *place = value;
 }
 
 void AnswerNumber(LPARAM target, std::uint32_t value) {
@@ -41,7 +47,7 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_SAVEALL: return AnswerNumber(lParam, SaveByMessage(-1, flag));
     case FLM_RELOADMAPS: return AnswerNumber(lParam, ReloadMaps(flag));
     case FLM_SELECTNEIGHBOUR: return Rows.SelectNeighbour(flag);
-    case FLM_OPENFOLDER: return OpenFolder(reinterpret_cast<const wchar_t*>(lParam));
+    case FLM_OPENFOLDER: return OpenFolderByMessage(PathAt(lParam));
     case FLM_GETCOUNT: return AnswerNumber(lParam, static_cast<std::uint32_t>(Rows.Count()));
     case FLM_GETSELECTION: return AnswerNumber(lParam, static_cast<std::uint32_t>(Rows.Selected()));
     case FLM_SETHASMAP: return SetHasMap(index, LOWORD(lParam) != 0, HIWORD(lParam) == 0);
@@ -52,18 +58,20 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_ISTHUMBNAILVISIBLE: return AnswerNumber(lParam, IsWindowVisible(Windows.Thumbnail.Hwnd));
     case FLM_GETTHUMBNAILWINDOW: return Answer(lParam, Windows.Thumbnail.Hwnd.load());
     case FLM_REFRESHTHUMBNAIL: return Windows.ToThumbnail().PostRefreshAll();
-    case FLM_SHOWCHANGES:
-      if (lParam) ShowChanges(*reinterpret_cast<const DocumentChanges*>(lParam));
-      return;
+    case FLM_SHOWCHANGES: return ShowWaitingChanges();
     case FLM_GETSTATE: return Answer(lParam, State());
     case FLM_END: return EndList();
     case FLM_SAVE: return Save(*reinterpret_cast<SaveRecord*>(lParam), Document::OutsideChange::Refuse);
     case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
     case FLM_SELECTSYLLABLE: return SelectSyllable(index);
-    case FLM_RUNCHECK: return RunCheck(*reinterpret_cast<const CheckFrqSettings*>(lParam));
+    case FLM_RUNCHECK:
+      if (const auto* const settings = ReadableAt<CheckFrqSettings>(lParam)) RunCheck(*settings);
+      return;
     case FLM_MODIFY: return ApplyFailure(index, static_cast<SampleCount>(lParam), true);
     case FLM_IGNORE: return ApplyFailure(index, static_cast<SampleCount>(lParam), false);
-    case FLM_FINDFAILURE: return FindFailure(*reinterpret_cast<FindFailureRecord*>(lParam));
+    case FLM_FINDFAILURE:
+      if (auto* const record = WritableAt<FindFailureRecord>(lParam)) FindFailure(*record);
+      return;
     case FLM_SHOWMODIFYBAR: return Windows.ShowModifyBar(lParam != 0 ? IsFailed(-1) : flag, Hwnd);
     case FLM_SETFAILED: return SetFailed(index, lParam != 0);
     case FLM_GETFAILED: return AnswerNumber(lParam, IsFailed(index));
@@ -82,13 +90,20 @@ void CFileListDlg::AnswerOfEntry(UINT message, int index, LPARAM target) const {
   if (!maps.Map) return;
   const EntryFacts facts = Syllables.Facts(index);
   switch (message) {
-    case FLM_GETPATH: lstrcpynW(reinterpret_cast<wchar_t*>(target), facts.Path.c_str(), kPathBufferSize); return;
+    case FLM_GETPATH:
+      if (auto* const buffer = WritableAt<PathBuffer>(target)) lstrcpynW(*buffer, facts.Path.c_str(), kPathBufferSize);
+      return;
     case FLM_GETMAP: return Answer(target, maps.Map);
     case FLM_GETSAVEDMAP: return Answer(target, maps.Saved);
     case FLM_GETFRAMEESTIMATE: return AnswerNumber(target, facts.FrameEstimate);
     case FLM_GETEDITED: return AnswerNumber(target, facts.Edited);
     default: return;
   }
+}
+
+// Every caller has the full path of a folder. What is none would cost the syllables that are listed, and their edits.
+void CFileListDlg::OpenFolderByMessage(const wchar_t* path) {
+  if (path && (path == Folder.c_str() || !PathIsRelativeW(path))) OpenFolder(path);
 }
 
 ListState CFileListDlg::State() const {

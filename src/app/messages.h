@@ -15,7 +15,6 @@
 
 class FrqMap;
 struct CheckFrqSettings;
-struct DocumentChanges;
 
 enum FileListMessage : UINT {
   FLM_SETCURRENTEDITED = 32769,    // flag, FrqMap* or null: the current syllable's
@@ -51,7 +50,7 @@ enum FileListMessage : UINT {
   FLM_FINDFAILURE = 32799,         // -, FindFailureRecord*
   FLM_SHOWMODIFYBAR = 32800,       // show, by need
   // Of our own: what the list shows of changes, and what of its state commands hang on.
-  FLM_SHOWCHANGES = 32801,         // -, const DocumentChanges*
+  FLM_SHOWCHANGES = 32801,         // -, -
   FLM_GETSTATE = 32802,            // -, ListState* out
   FLM_END = 32806,                 // -, -                      the caller has asked about unsaved edits
   FLM_SAVE = 32807,                // -, SaveRecord*
@@ -100,6 +99,7 @@ struct ListState {
 };
 
 inline constexpr int kPathBufferSize = 260;
+using PathBuffer = wchar_t[kPathBufferSize];
 
 namespace messages_detail {
 
@@ -136,7 +136,7 @@ class FileListSender {
   int Count() const { return static_cast<int>(AskNumber(FLM_GETCOUNT)); }
   int Selection() const { return messages_detail::Ask<std::int32_t>(list_, FLM_GETSELECTION, 0, -1); }
   std::wstring Path(int index) const {
-    wchar_t path[kPathBufferSize] = L"";
+    PathBuffer path = L"";
     Send(FLM_GETPATH, static_cast<WPARAM>(index), messages_detail::Pointer(path));
     return path;
   }
@@ -171,9 +171,8 @@ class FileListSender {
   void Ignore(int index, int position) const { Send(FLM_IGNORE, static_cast<WPARAM>(index), position); }
   void FindFailure(FindFailureRecord& record) const { Send(FLM_FINDFAILURE, 0, messages_detail::Pointer(&record)); }
   void ShowModifyBar(bool show, bool byNeed) const { Send(FLM_SHOWMODIFYBAR, show, byNeed); }
-  void ShowChanges(const DocumentChanges& changes) const {
-    Send(FLM_SHOWCHANGES, 0, messages_detail::Pointer(&changes));
-  }
+  // Those that wait for it.
+  void ShowChanges() const { Send(FLM_SHOWCHANGES); }
   ListState State() const {
     ListState state{0, -1, -1, nullptr};
     Send(FLM_GETSTATE, 0, messages_detail::Pointer(&state));

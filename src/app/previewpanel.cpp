@@ -65,6 +65,10 @@ PreviewInput PreviewPanel::CollectInput(const PreviewSource& source) const {
   return input;
 }
 
+void PreviewPanel::OnToldDone(FrqType kind) {
+  if (preview_.HasEnded()) OnDone(kind);
+}
+
 // One family keeps more beside a wave than its map, and takes it for that of the next wave of the name.
 void PreviewPanel::OnDone(FrqType kind) {
   preview_.Finish();

@@ -33,13 +33,14 @@ class PreviewPanel {
 
   // The same button stops what it began.
   void OnPlayPressed(const PreviewSource& source);
-  // The end of a preview has been posted.
-  void OnDone(FrqType kind);
+  // The end of a preview has been posted, or somebody else has posted the number.
+  void OnToldDone(FrqType kind);
   void OnDirectPressed() const;
   // A scroll bar of the window was moved, this panel's or another.
   void OnScrolled(HWND scrollBar) const;
 
  private:
+  void OnDone(FrqType kind);
   HWND Item(int id) const { return GetDlgItem(dialog_, id); }
   int PitchShift() const;
   PreviewInput CollectInput(const PreviewSource& source) const;

@@ -2,6 +2,8 @@
 
 #include <new>
 
+#include "base/guardedcall.h"
+
 namespace {
 
 // Without memory the check goes on, and the library finds the regions itself or does without.
@@ -25,6 +27,15 @@ CheckQuery::CheckQuery(FrqMap& map, const std::wstring& mapPath) : Frames(MakeCh
   if (Frames) Regions = RegionsOf(map);
 }
 
-bool CheckLibrary::Judge(const CheckFrqSettings& settings, const CheckQuery& query) const {
-  return entry_(&settings, query.Frames.get(), query.Regions.get()) >= 0;
+// One that has failed may fail in its end as well.
+void CheckLibrary::ModuleTraits::Close(Type module) {
+  HasReturned([module] { FreeLibrary(module); });
+}
+
+CheckLibrary::Verdict CheckLibrary::Judge(const CheckFrqSettings& settings, const CheckQuery& query) const {
+  int result = 0;
+  const bool returned =
+      HasReturned([&] { result = entry_(&settings, query.Frames.get(), query.Regions.get()); });
+  if (!returned) return Verdict::Failed;
+  return result < 0 ? Verdict::Stopped : Verdict::Judged;
 }

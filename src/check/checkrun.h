@@ -29,15 +29,17 @@ class CheckLibrary {
   // A library without the entry point is loaded all the same, and checks nothing.
   bool HasEntry() const { return entry_ != nullptr; }
 
-  // Has the library judge a map that has frames. False ends the whole run, and the map's marks stay as they were;
-  // otherwise TakeCheckResults puts the library's marks in their place.
-  bool Judge(const CheckFrqSettings& settings, const CheckQuery& query) const;
+  // Has the library judge a map that has frames. Where it has judged, TakeCheckResults puts its marks in the place of
+  // the map's. Otherwise these stay as they were, and the whole run ends: the library wants that, or it has failed with
+  // an exception.
+  enum class Verdict { Judged, Stopped, Failed };
+  Verdict Judge(const CheckFrqSettings& settings, const CheckQuery& query) const;
 
  private:
   struct ModuleTraits {
     using Type = HMODULE;
     static Type Null() { return nullptr; }
-    static void Close(Type module) { FreeLibrary(module); }
+    static void Close(Type module);
   };
 
   UniqueHandle<ModuleTraits> module_;

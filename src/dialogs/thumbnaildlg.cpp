@@ -180,6 +180,7 @@ void CThumbnailDlg::CreateControl(ThumbnailItem& item) {
   const LRESULT font = SendMessageW(Hwnd, WM_GETFONT, 0, 0);
   SendMessageW(item.Window, WM_SETFONT, static_cast<WPARAM>(font), 0);
   const FrqCtrlSender control(item.Window);
+  control.SetEditing(&Editing);
   control.SetThumbnail(true);
   control.SetMaps(nullptr, &item.Map);
   control.SetAutoSize(true);

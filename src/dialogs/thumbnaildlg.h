@@ -19,6 +19,7 @@
 #include "document/document.h"
 #include "frqctrl/layerevictionlist.h"
 #include "frqmap/frqmap.h"
+#include "frqmap/mapediting.h"
 #include "resources/ids.h"
 #include "window/sharedkeys.h"
 #include "window/templatedialog.h"
@@ -60,6 +61,16 @@ class CThumbnailDlg : public CTemplateDlg<CThumbnailDlg, IDD_THUMBNAIL> {
   // The message that the window posts to itself for the next map to be read.
   static constexpr UINT TNM_LOADNEXT = 32771;
 
+  // Its tables show the copies that it holds, and nothing that somebody else sends them.
+  class CopiesOnly : public DirectEditing {
+   public:
+    explicit CopiesOnly(const std::vector<ThumbnailItem>& items) : items_(items) {}
+    bool MayShow(const FrqMap* reference, const FrqMap* map) const override;
+
+   private:
+    const std::vector<ThumbnailItem>& items_;
+  };
+
   // Items First to End, the last one exclusive.
   struct ItemRange {
     int First = 0, End = 0;
@@ -98,6 +109,7 @@ class CThumbnailDlg : public CTemplateDlg<CThumbnailDlg, IDD_THUMBNAIL> {
   bool Busy = false;                      // a layout is running: the handlers that would start one return at once
   bool SizeChanged = false;               // a WM_SIZE came since the last end of a size-move
   std::vector<ThumbnailRow> VisibleRows;  // on the screen, their tops as they stand in the window
+  CopiesOnly Editing{Items};
   LayerEvictionList Layers;               // the cap on the layers of the thumbnails
   SharedKeys Keys;
 };

@@ -1,5 +1,6 @@
 // CThumbnailDlg: the maps in view, copied from the document's, read one by one where nobody has read them yet.
 #include <algorithm>
+#include <cstdint>
 #include <exception>
 
 #include "dialogs/thumbnaildlg.h"
@@ -21,6 +22,13 @@ bool ReadMap(FrqMap& map, std::uint64_t& stamp, const std::wstring& path, Docume
 }
 
 }  // namespace
+
+// The items stand in one block: to look at each would take long where there are thousands.
+bool CThumbnailDlg::CopiesOnly::MayShow(const FrqMap* reference, const FrqMap* map) const {
+  if (reference || !map || items_.empty()) return !reference && !map;
+  const auto distance = reinterpret_cast<std::uintptr_t>(map) - reinterpret_cast<std::uintptr_t>(&items_.front().Map);
+  return distance % sizeof(ThumbnailItem) == 0 && distance / sizeof(ThumbnailItem) < items_.size();
+}
 
 // A layer shows whether there is a curve, so that one of an older state goes.
 void CThumbnailDlg::CopyMaps(const std::vector<int>& items) {

@@ -3,7 +3,9 @@
 #include <mutex>
 #include <string>
 
+#include "base/foreignpointer.h"
 #include "base/text.h"
+#include "frqctrl/layerevictionlist.h"
 #include "frqctrl/specbrightnessctrl.h"
 #include "resources/ids.h"
 
@@ -11,6 +13,13 @@ namespace {
 
 constexpr UINT_PTR kCursorTimer = 100;
 constexpr UINT kCursorMs = 100;
+
+constexpr std::size_t kMostFrames = 1 << 28;  // of a selection: more do not fit into memory
+
+bool IsMapOrNull(const FrqMap* map) {
+  const bool isAligned = reinterpret_cast<std::uintptr_t>(map) % alignof(void*) == 0;
+  return !map || (isAligned && IsWritable(map, sizeof(FrqMap)));
+}
 
 }  // namespace
 
@@ -45,11 +54,8 @@ LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case FCM_TOGGLEBRIGHTNESS: Children.ToggleTrackbar(Model.Brightness); break;
     case FCM_COLORMENU: Children.OpenColorMenu(Model.ColorTable); break;
     case FCM_SETMAPS: SetMaps(reinterpret_cast<const FrqMap*>(wParam), reinterpret_cast<FrqMap*>(lParam)); break;
-    case FCM_SETEDITING:
-      if (wParam == GetCurrentProcessId()) SetEditing(reinterpret_cast<MapEditing*>(lParam));
-      break;
     case FCM_SHOWFRAMES: Viewport.ShowFrames(number, static_cast<SampleCount>(lParam)); break;
-    case FCM_SETSELECTION: SetSelection({reinterpret_cast<const int*>(lParam), lParam ? wParam : 0}); break;
+    case FCM_SETSELECTION: SetSelection(reinterpret_cast<const int*>(lParam), wParam); break;
     case FCM_STEPZOOM: Viewport.StepZoom(on); break;
     case FCM_GETZOOMCOUNT: return kZoomCount;
     case FCM_GETZOOM: return Model.Geometry.Zoom;
@@ -58,11 +64,13 @@ LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case FCM_EVICTLAYER: DropLayer(); break;
     case FCM_SETTHUMBNAIL: SetThumbnail(on); break;
     case FCM_SETAUTOSIZE: SetAutoSize(on); break;
-    case FCM_SETLAYERLIST: Layer.SetList(reinterpret_cast<LayerEvictionList*>(lParam)); break;
-    case FCM_SETLIMITS: Model.SetLimits(reinterpret_cast<double*>(wParam), reinterpret_cast<double*>(lParam)); break;
+    case FCM_SETLAYERLIST: SetLayerList(reinterpret_cast<LayerEvictionList*>(lParam)); break;
+    case FCM_SETLIMITS: Model.SetLimits(ReadableAt<double>(number), ReadableAt<double>(lParam)); break;
     case FCM_SETREADONLY: Model.ReadOnly = on; break;
     case FCM_SETSCROLLCOLUMN: Viewport.SetScrollColumn(number); break;
-    case FCM_SETWAVEPATH: Spectrum.SetWave(reinterpret_cast<const wchar_t*>(lParam)); break;
+    case FCM_SETWAVEPATH:
+      if (const wchar_t* const path = PathAt(lParam); path || lParam == 0) Spectrum.SetWave(path);
+      break;
     case FCM_SETKIND: Model.Kind = static_cast<FrqType>(number); break;
     case FCM_SETVIEWMODE: return SetViewMode(number);
     case FCM_GETVIEWMODE: return Model.ViewMode;
@@ -134,7 +142,9 @@ void CFrqCtrl::Notify(FrqCtrlNotification code, LPARAM lParam) {
   SendMessageW(GetParent(Hwnd), WM_COMMAND, MAKEWPARAM(id, code), lParam);
 }
 
+// What is no map is not taken.
 void CFrqCtrl::SetMaps(const FrqMap* reference, FrqMap* map) {
+  if (!IsMapOrNull(reference) || !IsMapOrNull(map) || !CurrentEditing->MayShow(reference, map)) return;
   // The same map again means that its content is new. Its saved state is not taken here: the editor changes that one
   // in place, and a sender that shows the map once more need not know it.
   if (map && map == Model.Map) {
@@ -163,15 +173,24 @@ SampleCount CFrqCtrl::ScrollableColumns() {
   return static_cast<SampleCount>(Spectrum.EntryCount());
 }
 
+void FrqCtrlSender::SetEditing(MapEditing* editing) const {
+  if (auto* const table = dynamic_cast<CFrqCtrl*>(ControlOf(control_))) table->SetEditing(editing);
+}
+
 void CFrqCtrl::SetEditing(MapEditing* editing) {
   Mouse.EndDrag();
   CurrentEditing = editing ? editing : &OwnEditing;
 }
 
-void CFrqCtrl::SetSelection(std::span<const int> frames) {
-  if (!Model.Map) return;
-  Editing().Select(*Model.Map, frames);
+// Null is none; frames that cannot be read leave the selection as it is.
+void CFrqCtrl::SetSelection(const int* frames, std::size_t count) {
+  if (!Model.Map || (frames && (count > kMostFrames || !IsReadable(frames, count * sizeof(int))))) return;
+  Editing().Select(*Model.Map, {frames, frames ? count : 0});
   Refresh();
+}
+
+void CFrqCtrl::SetLayerList(LayerEvictionList* list) {
+  if (!list || LayerEvictionList::IsOne(list)) Layer.SetList(list);
 }
 
 LRESULT CFrqCtrl::SetViewMode(int mode) {

@@ -14,7 +14,7 @@
 
 #include <windows.h>
 
-#include <span>
+#include <cstddef>
 
 #include "frqctrl/frqctrlmessages.h"
 #include "frqctrl/tablechildren.h"
@@ -63,10 +63,13 @@ class CFrqCtrl : public CCtrlBase, private TableHost {
   void Rebuild() override;
   void Notify(FrqCtrlNotification code, LPARAM lParam) override;
 
+  friend void FrqCtrlSender::SetEditing(MapEditing* editing) const;
+  void SetEditing(MapEditing* editing);
+
   // What the private messages ask for, as far as no part does it by itself.
   void SetMaps(const FrqMap* reference, FrqMap* map);
-  void SetEditing(MapEditing* editing);
-  void SetSelection(std::span<const int> frames);
+  void SetSelection(const int* frames, std::size_t count);
+  void SetLayerList(LayerEvictionList* list);
   LRESULT SetViewMode(int mode);
   void SetBrightness(int brightness);
   void SetColorTable(int table);

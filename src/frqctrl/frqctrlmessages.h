@@ -39,7 +39,6 @@ enum FrqCtrlMessage : UINT {
   FCM_GETBRIGHTNESS = 32808,
   FCM_SETCOLORTABLE = 32809,
   FCM_GETCOLORTABLE = 32810,
-  FCM_SETEDITING = 32811,  // this process, MapEditing*
   FCM_SHOWFRAMES = 32812,  // first and last frame
 };
 
@@ -67,8 +66,8 @@ class FrqCtrlSender {
   // The maps are not owned; `reference` is the last saved state, drawn behind. Repaint is the caller's.
   void SetMaps(const FrqMap* reference, FrqMap* map) const { Send(FCM_SETMAPS, Pointer(reference), Pointer(map)); }
   // What the control writes through; not owned, null for its own again, which writes straight into the map. A drag
-  // ends. The message names this process, since any other program may send the number.
-  void SetEditing(MapEditing* editing) const { Send(FCM_SETEDITING, GetCurrentProcessId(), Pointer(editing)); }
+  // ends. Called on the control's thread, and no message, which any other program might send.
+  void SetEditing(MapEditing* editing) const;
   void SetScrollColumn(SampleCount column) const { Send(FCM_SETSCROLLCOLUMN, static_cast<WPARAM>(column)); }
   // Scrolls so that these frames are seen; where they are seen already nothing moves.
   void ShowFrames(SampleCount first, SampleCount last) const {

@@ -10,6 +10,14 @@
 
 class LayerEvictionList {
  public:
+  LayerEvictionList();
+  ~LayerEvictionList();
+  LayerEvictionList(const LayerEvictionList&) = delete;
+  LayerEvictionList& operator=(const LayerEvictionList&) = delete;
+
+  // Whether a pointer leads to a list that lives. Any thread may ask, of any pointer: it is not followed.
+  static bool IsOne(const LayerEvictionList* list);
+
   // Enters a control that has built its layer, if it is not in the list; the order is that of the first arrival. Once
   // there are more than Capacity, the oldest EvictCount drop theirs. A control on the screen builds it again with its
   // next paint.

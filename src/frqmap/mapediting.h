@@ -18,6 +18,9 @@ class MapEditing {
  public:
   virtual ~MapEditing() = default;
 
+  // Whether a table may show these, where either may be null or lead nowhere: any program may send them to it.
+  virtual bool MayShow(const FrqMap* reference, const FrqMap* map) const = 0;
+
   // All changes of a stroke are one gesture. It belongs to the map on which it began; one that was open ends.
   virtual void BeginStroke(const FrqMap& map, StrokeKind kind) = 0;
   virtual void EndStroke() = 0;
@@ -44,9 +47,10 @@ class MapEditing {
   virtual void unlock() const = 0;
 };
 
-// Writes straight into the map, of one thread.
+// Writes straight into the map, of one thread. It knows no maps, and leaves it to the table to look where they lead.
 class DirectEditing : public MapEditing {
  public:
+  bool MayShow(const FrqMap*, const FrqMap*) const override { return true; }
   void BeginStroke(const FrqMap& map, StrokeKind kind) override;
   void EndStroke() override;
   bool IsStrokeOpen() const override { return map_ != nullptr; }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/files.h"
+#include "base/guardedcall.h"
 #include "base/inplace.h"
 #include "base/text.h"
 #include "frqmap/mapfiles.h"
@@ -125,14 +126,26 @@ CVsLib::~CVsLib() {
   CloseProject();
 }
 
-// A missing entry fails like a call that the library refuses.
+// A missing entry fails like a call that the library refuses. What a project held that the library has failed over is
+// lost.
 template <typename Entry, typename... Arguments>
-int CVsLib::Call(Entry VsHelper::*entry, Arguments... arguments) const {
-  return library_ && library_->*entry ? (library_->*entry)(arguments...) : -1;
+int CVsLib::Call(Entry VsHelper::*entry, Arguments... arguments) {
+  if (!library_ || !(library_->*entry) || hasCrashed_) return -1;
+  int result = -1;
+  if (HasReturned([&] { result = (library_->*entry)(arguments...); })) return result;
+  hasCrashed_ = true;
+  Handle = 0;
+  return -1;
+}
+
+// A project that was open is closed, and the library may be asked for another one.
+void CVsLib::Begin() {
+  CloseProject();
+  hasCrashed_ = false;
 }
 
 int CVsLib::OpenProject(std::string_view path) {
-  CloseProject();
+  Begin();
   return KeepIfOpened(Call(&VsHelper::VslibOpenProject, &Handle, LibraryPath(path).c_str()));
 }
 
@@ -145,7 +158,8 @@ int CVsLib::KeepIfOpened(int result) {
 int CVsLib::OpenAndRead(std::string_view path) {
   if (const int result = OpenProject(path); result != 0) return result;
   if (const int result = ReadItems(); result != 0) return result;
-  return ReadControlPoints();
+  if (const int result = ReadControlPoints(); result != 0) return result;
+  return hasCrashed_ ? -1 : 0;
 }
 
 int CVsLib::SaveProject(std::string_view path) {
@@ -208,7 +222,7 @@ int CVsLib::CreateFile(std::string_view wavePath, int lowestNote, int range, boo
   const std::optional<std::string> target = WithEnding(wavePath, "_wav.vs4ufrq");
   if (!target) return kNoExtension;
   const std::string libraryPath = LibraryPath(wavePath);
-  CloseProject();
+  Begin();
   const Closer closer(*this);
   if (const int result = KeepIfOpened(Call(&VsHelper::VslibCreateProject, &Handle)); result != 0) return result;
   std::int32_t item = 0;

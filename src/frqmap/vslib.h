@@ -1,6 +1,7 @@
 // The analysis library vslib.dll: its loader, and a project that is open in it.
 //
-// The library is no piece of ours and often not there; without it every operation here fails and nothing else suffers.
+// The library is no piece of ours and often not there; without it every operation here fails and nothing else suffers. A
+// call in which it raises an exception counts as one that it refuses, and it does not see that project again.
 // Narrow paths are in code page 932, as everywhere among the map files. Results are 0, -1, or what the library said.
 #pragma once
 
@@ -97,12 +98,14 @@ class CVsLib : public VsProject {
   class Closer;
 
   template <typename Entry, typename... Arguments>
-  int Call(Entry VsHelper::*entry, Arguments... arguments) const;
+  int Call(Entry VsHelper::*entry, Arguments... arguments);
+  void Begin();
   int KeepIfOpened(int result);
   int ReadProjectInfo();
 
   const VsHelper* library_;  // null without the library
   bool wasPointRefused_ = false;
+  bool hasCrashed_ = false;  // the library, on the project at work
 };
 
 // FrqMap::Load and Save for this kind. The project's data stay in the map, the file is not held open. A save needs the

@@ -87,7 +87,7 @@ void CCreateFrqDlg::StartWorkers() {
   Workers = std::make_unique<ThreadHandle[]>(static_cast<std::size_t>(wanted));
   Aborting = false;
   NextIndex = -1;
-  DoneCount = 0;
+  LeavingCount = 0;
   StartedCount = 0;
   for (WorkerCount = 0; WorkerCount < wanted; ++WorkerCount) {
     ThreadHandle& worker = Workers[static_cast<std::size_t>(WorkerCount)];
@@ -116,8 +116,9 @@ void CCreateFrqDlg::OnStarted(std::size_t index) {
   SendDlgItemMessageW(Hwnd, IDC_CREATEFRQ_PROGRESS, PBM_SETPOS, static_cast<WPARAM>(StartedCount - 1), 0);
 }
 
+// The message is not what counts, as any program may send it.
 void CCreateFrqDlg::OnWorkerDone() {
-  if (++DoneCount < WorkerCount) return;
+  if (!Workers || LeavingCount < WorkerCount) return;
   Store.CompactFiles();
   if (!Aborting) SendDlgItemMessageW(Hwnd, IDC_CREATEFRQ_PROGRESS, PBM_SETPOS, WorkList.size(), 0);
   RedrawWindow(Hwnd, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
@@ -144,6 +145,7 @@ unsigned WINAPI CCreateFrqDlg::WorkerProc(void* self) {
   } catch (const std::exception&) {
     // A map that memory does not hold ends its worker as any other failure does.
   }
+  ++dialog->LeavingCount;
   // From here on the dialog may be gone at any moment.
   PostMessageW(window, WM_CREATEFRQ_WORKER_DONE, 0, static_cast<LPARAM>(GetCurrentThreadId()));
   return 0;

@@ -6,8 +6,9 @@
 // user can abort, which lets the runs that are under way come to their end: a resampler is never killed.
 //
 // What the workers share: the list of items and the settings of the job, which are fixed before the first worker starts
-// and stay until the last has gone; NextIndex, which nothing but an atomic increment touches; Aborting, an atomic flag
-// (a worker that sees it late takes one item more, which is harmless); the store, which has locks of its own. All else
+// and stay until the last has gone; NextIndex and LeavingCount, which nothing but an atomic increment touches; Aborting,
+// an atomic flag (a worker that sees it late takes one item more, which is harmless); the store, which has locks of its
+// own. All else
 // belongs to the dialog's thread, and the workers reach it by posted messages alone.
 #pragma once
 
@@ -80,7 +81,7 @@ class CCreateFrqDlg : public CTemplateDlg<CCreateFrqDlg, IDD_CREATEFRQ> {
   bool Convert(const std::wstring& wave);
 
   std::unique_ptr<ThreadHandle[]> Workers;  // null: no worker can be running
-  int DoneCount = 0;                        // workers that have told their end
+  std::atomic<int> LeavingCount = 0;        // workers that have nothing left to do
   std::atomic<bool> Aborting = false;       // set by the user, read by the workers
   std::vector<WorkItem> WorkList;
   std::atomic<int> NextIndex = -1;  // the item drawn last

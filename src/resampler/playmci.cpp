@@ -4,7 +4,7 @@
 
 #include <cwchar>
 
-#include "resampler/guardedcall.h"
+#include "base/guardedcall.h"
 
 namespace {
 

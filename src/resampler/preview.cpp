@@ -10,6 +10,7 @@
 #include "app/messages.h"
 #include "base/files.h"
 #include "base/path.h"
+#include "base/tempfolder.h"
 #include "frqmap/mapfiles.h"
 #include "frqmap/mrqmap.h"
 #include "resampler/hiddenrun.h"
@@ -27,16 +28,6 @@ constexpr DWORD kLongestWaitMs = 10'000;
 
 void Log(const std::wstring& text) {
   PreviewLogText += text;
-}
-
-void ClearFiles(const std::wstring& folder) {
-  if (folder.empty()) return;  // it would be the root of the drive
-  WIN32_FIND_DATAW item;
-  const FindHandle find(FindFirstFileW(PathIn(folder, L"*.*").c_str(), &item));
-  if (!find) return;
-  do {
-    if (!(item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) DeleteFileW(PathIn(folder, item.cFileName).c_str());
-  } while (FindNextFileW(find.get(), &item));
 }
 
 // A wave that is marked read-only would leave a copy that the next preview cannot replace.
@@ -61,6 +52,7 @@ struct CPreview::Shared {
   std::wstring Folder;
   PreviewInput Input;
   std::atomic<bool> StopAsked = false;
+  std::atomic<bool> Ended = true;
 
   // The last render: the thread's alone.
   FrqMap LastMap;
@@ -103,7 +95,7 @@ bool CPreview::Shared::PutMapBeside(const std::wstring& wave) {
 // The output of the last render goes before anything asks for it, so that every press renders anew: resamplers have
 // settings of their own, of which nothing is known here. Only the folder is kept where the input is the same.
 int CPreview::Shared::RenderAndPlay() {
-  if (HasChanged()) ClearFiles(Folder);
+  if (HasChanged()) TempFolder::Empty(Folder);
   // Texts of voicebanks part their folders by "/" too.
   const std::wstring wave = PathIn(Folder, PathFindFileNameW(Input.WavePath.c_str()));
   if (!CopyWave(Input.WavePath, wave)) {
@@ -177,12 +169,13 @@ void CPreview::SetFolder(const std::wstring& folder) {
 }
 
 void CPreview::ClearFolder() const {
-  ClearFiles(State->Folder);
+  TempFolder::Empty(State->Folder);
 }
 
 void CPreview::Start(PreviewInput input) {
   Running = true;
   State->StopAsked = false;
+  State->Ended = false;
   const HWND window = input.Window;
   State->Input = std::move(input);
   auto shared = std::make_unique<std::shared_ptr<Shared>>(State);
@@ -190,6 +183,7 @@ void CPreview::Start(PreviewInput input) {
   if (Thread) {
     shared.release();
   } else {
+    State->Ended = true;
     EditorSender(window).PostPreviewDone();
   }
 }
@@ -204,12 +198,18 @@ unsigned WINAPI CPreview::ThreadProc(void* argument) {
   } catch (const std::exception&) {
     // What memory does not hold is not played.
   }
-  EditorSender(shared.Input.Window).PostPreviewDone();
+  const HWND window = shared.Input.Window;
+  shared.Ended = true;  // the next render may begin at any moment from here on
+  EditorSender(window).PostPreviewDone();
   return static_cast<unsigned>(result);
 }
 
 void CPreview::Stop() {
   State->StopAsked = true;
+}
+
+bool CPreview::HasEnded() const {
+  return State->Ended;
 }
 
 void CPreview::Finish() {

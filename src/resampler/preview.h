@@ -52,6 +52,8 @@ class CPreview {
   void Start(PreviewInput input);
   // The sound ends soon. A resampler that runs is let come to its end, and its sound ends as soon as it begins.
   void Stop();
+  // Whether the render that was begun last has come to its end, which it posts then. Any program may post that too.
+  bool HasEnded() const;
   // The end has come.
   void Finish();
   // Stops, and waits some ten seconds at most.

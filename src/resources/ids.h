@@ -52,6 +52,7 @@
 #define IDS_NOTHINGTOREDO 407
 #define IDS_GESTURE_FIRST 416  // the names of gestures, in their order
 #define IDS_MAPCHANGED 450
+#define IDS_CHECKBROKEOFF 451
 
 // The editor's menu is the one resource that goes by a name.
 #define IDR_MENU1 L"IDR_MENU1"

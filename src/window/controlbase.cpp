@@ -30,9 +30,14 @@ void BindNewObject(HWND window) {
 }
 
 // Messages before WM_CREATE and behind WM_DESTROY find no object and take the default road.
+// Another program may send WM_CREATE once more.
 LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_CREATE) BindNewObject(window);
-  auto* const control = static_cast<CCtrlBase*>(GetPropW(window, kControlProperty));
+  CCtrlBase* control = ControlOf(window);
+  if (message == WM_CREATE) {
+    if (control) return 0;
+    BindNewObject(window);
+    control = ControlOf(window);
+  }
   if (!control) return DefWindowProcW(window, message, wParam, lParam);
   return control->OnMessage(window, message, wParam, lParam);
 }
@@ -76,6 +81,10 @@ void KeepBuffer(PaintBuffer buffer) {
 }
 
 }  // namespace
+
+CCtrlBase* ControlOf(HWND window) {
+  return static_cast<CCtrlBase*>(GetPropW(window, kControlProperty));
+}
 
 void RegisterControlClass(const CCtrlBase& prototype, ControlFactory factory) {
   ClassRegistry()[prototype.GetWindowClassName()] = factory;

@@ -27,6 +27,9 @@ class CCtrlBase : public CWindow {
   virtual void OnClassRegistered() const;
 };
 
+// The object of a control of ours, null for any other window. Asked on the control's thread.
+CCtrlBase* ControlOf(HWND window);
+
 using ControlFactory = CCtrlBase* (*)();
 
 // Registers a control's window class. `prototype` answers for the class and is not kept; `factory` makes the object of

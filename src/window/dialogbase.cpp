@@ -7,7 +7,8 @@ namespace {
 constexpr wchar_t kDialogProperty[] = L"{97C9657A-B5C4-4eae-BE4C-AD2144ACD85E}";
 
 INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_INITDIALOG) {
+  // It comes once from the system. Any program may send it again, with anything for an object.
+  if (message == WM_INITDIALOG && !GetPropW(window, kDialogProperty)) {
     auto* const created = reinterpret_cast<CDlgBase*>(lParam);
     created->Hwnd = window;
     SetPropW(window, kDialogProperty, created);
@@ -60,7 +61,7 @@ bool CDlgBase::TranslateKey(const MSG&) {
 
 INT_PTR CDlgBase::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_INITDIALOG: return OnInitDialog(lParam);
+    case WM_INITDIALOG: return lParam == reinterpret_cast<LPARAM>(this) ? OnInitDialog(lParam) : 0;
     case WM_MENUSELECT: DispatchMenuSelect(wParam, lParam); return 1;
     case WM_DESTROY:
     case WM_SIZE:

@@ -2,6 +2,8 @@
 
 #include <windowsx.h>
 
+#include "base/foreignpointer.h"
+
 namespace {
 
 // DefWindowProcW takes a mouse position as it came: both coordinates in one parameter.
@@ -37,7 +39,10 @@ LRESULT CWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     case WM_GETFONT: return OnGetFont();
     case WM_HSCROLL: return OnHScroll(LOWORD(wParam), SignedHighWord(wParam), control);
     case WM_VSCROLL: return OnVScroll(LOWORD(wParam), SignedHighWord(wParam), control);
-    case WM_GETMINMAXINFO: return OnGetMinMaxInfo(reinterpret_cast<MINMAXINFO*>(lParam));
+    case WM_GETMINMAXINFO: {
+      auto* const info = WritableAt<MINMAXINFO>(lParam);
+      return info ? OnGetMinMaxInfo(info) : 0;
+    }
     case WM_COMMAND: return OnCommand(wParam, HIWORD(wParam), control);
     case WM_MOUSEMOVE: return OnMouseMove(wParam, x, y);
     case WM_LBUTTONDOWN: return OnLButtonDown(wParam, x, y);
@@ -53,7 +58,10 @@ LRESULT CWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     case WM_ENTERSIZEMOVE: return OnEnterSizeMove();
     case WM_EXITSIZEMOVE: return OnExitSizeMove();
     case WM_TIMER: return OnTimer(wParam, lParam);
-    case WM_NOTIFY: return OnNotify(wParam, reinterpret_cast<NMHDR*>(lParam));
+    case WM_NOTIFY: {
+      auto* const header = WritableAt<NMHDR>(lParam);
+      return header ? OnNotify(wParam, header) : 0;
+    }
     case WM_GETDLGCODE: return OnGetDlgCode();
     case WM_KEYDOWN: return OnKeyDown(wParam, low, high);
     case WM_KEYUP: return OnKeyUp(wParam, low, high);

@@ -4,7 +4,7 @@
 #include <windows.h>
 #include <mmsystem.h>
 
-#include "resampler/guardedcall.h"
+#include "base/guardedcall.h"
 #include "win/scratch.h"
 
 namespace {

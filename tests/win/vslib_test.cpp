@@ -128,6 +128,24 @@ TEST_F(VsLib, AnyCallAndTheWholeLibraryMayBeMissing) {
   EXPECT_EQ(Results(map), "0 0 0 0 0 ") << "it may come later";
 }
 
+TEST_F(VsLib, ACallThatCrashesCostsItsProjectAlone) {
+  const std::string results[] = {"0 0 -1 0 0 ",   "-1 -1 0 -1 -1 ", "0 -1 0 0 0 ",   "0 0 0 0 0 ",
+                                 "0 0 0 -1 -1 ",  "0 0 0 0 0 ",     "-1 0 0 -1 -1 ", "0 0 -1 0 0 ",
+                                 "-1 0 0 -1 -1 ", "-1 0 0 -1 -1 ",  "0 -1 0 0 0 ",   "0 0 0 0 0 "};
+  static volatile int nothing = 0;
+  constexpr int (*crashes[])() = {[] { return *static_cast<volatile int*>(nullptr); }, [] { return 1 / nothing; }};
+  folder_.Write(L"b_wav.frq", testdata::FileBytes("saved/0001.frq"));
+  FrqMap map;
+  ASSERT_EQ(Load(map), 0);
+  for (int entry = 0; entry < std::ssize(results); ++entry) {
+    auto* const crash = reinterpret_cast<void*>(crashes[entry % 2]);
+    reinterpret_cast<void**>(&VsHelper::Shared().VslibCreateProject)[entry] = crash;
+    EXPECT_EQ(Results(map), results[entry]) << entry;
+    UseLibrary(true);
+    EXPECT_EQ(Results(map), "0 0 0 0 0 ") << entry;
+  }
+}
+
 TEST_F(VsLib, CountsBeyondReasonAreRefused) {
   const std::pair<std::int32_t, std::int32_t> counts[] = {{0, 2}, {-1, 2}, {2'000'000'000, 2}, {1, -1}, {1, 1'000'001}};
   FrqMap map;

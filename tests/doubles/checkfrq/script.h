@@ -13,4 +13,6 @@ struct CheckScript {
 
   int Calls;
   unsigned char Settings[24];
+
+  int CrashAt = 0;  // the call that reads memory which is not there
 };
