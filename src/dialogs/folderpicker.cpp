@@ -3,6 +3,8 @@
 #include <objbase.h>
 #include <shlobj.h>
 
+#include "window/keptfolder.h"
+
 namespace {
 
 // Owns one reference to a COM object.
@@ -57,6 +59,7 @@ int PickFromTree(HWND owner, std::wstring& out) {
 }  // namespace
 
 int BrowseForFolder(HWND owner, std::wstring& out) {
+  const KeptFolder kept;
   ComPointer<IFileOpenDialog> dialog;
   const HRESULT made = CoCreateInstance(CLSID_FileOpenDialog, nullptr, CLSCTX_INPROC_SERVER, IID_IFileOpenDialog,
                                         reinterpret_cast<void**>(dialog.out()));

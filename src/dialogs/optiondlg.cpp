@@ -9,6 +9,7 @@
 #include "base/registry.h"
 #include "base/text.h"
 #include "resources/ids.h"
+#include "window/keptfolder.h"
 #include "window/messagebox.h"
 
 namespace {
@@ -62,8 +63,9 @@ void COptionDlg::Browse() {
   picker.lpstrFilter = filter.c_str();
   picker.lpstrFile = file;
   picker.nMaxFile = kPathLimit;
-  picker.Flags = OFN_ENABLESIZING | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY;
+  picker.Flags = OFN_ENABLESIZING | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
   picker.lpstrDefExt = L".exe";
+  const KeptFolder kept;  // the flag alone does not hold while the user walks about
   if (GetOpenFileNameW(&picker)) SetDlgItemTextW(Hwnd, IDC_OPTION_RESAMPLER, file);
 }
 
