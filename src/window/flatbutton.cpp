@@ -11,7 +11,9 @@ bool CFlatButton::Draw(HDC dc, const RECT& client) {
   const std::wstring text = WindowText(Hwnd);
   RECT area = client;
   const int oldMode = SetBkMode(dc, TRANSPARENT);
+  const COLORREF oldColor = SetTextColor(dc, GetSysColor(IsWindowEnabled(Hwnd) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
   DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &area, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+  SetTextColor(dc, oldColor);
   SetBkMode(dc, oldMode);
   return true;
 }
