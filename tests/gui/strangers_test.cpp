@@ -1,0 +1,170 @@
+// The program among others: what they send to its windows, and what lies in the folder in which it was started. It runs
+// in a process of its own.
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+#include "frqctrl/frqctrlmessages.h"
+#include "gui/program.h"
+#include "native/testdata.h"
+
+namespace {
+
+constexpr int kBoxText = 0xFFFF;
+constexpr wchar_t kBank[] = L"bank\\", kProgram[] = L"program\\marlit.exe";
+
+struct Strangers : testing::Test {
+  Strangers() {
+    limitMs = 20'000;
+    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\UTAU Plugin");
+    FrqMap map;
+    map.Create(40, FrqTypeFrq);
+    for (FrqFrame& frame : map.Frames) frame.Frequency = 220.0;
+    for (const wchar_t* const name : {L"a", L"b", L"c"}) {
+      folder_.Write(kBank + std::wstring(name) + L".wav", SecondOfSilence());
+      folder_.Write(kBank + std::wstring(name) + L"_wav.frq", EncodeFreq0003(map, FrqTypeFrq));
+    }
+    folder_.Write(kProgram, testdata::BytesAt(MARLIT_PROGRAM));
+  }
+  ~Strangers() override { End(); }
+
+  // In the folder of the voicebank, until so many frames are shown.
+  void Start(LRESULT frames) {
+    const std::wstring bank = folder_.Path(L"bank");
+    std::tie(process_, id_) = StartProgram(L"\"" + folder_.Path(kProgram) + L"\" \"" + bank + L"\"", bank.c_str());
+    const auto isThere = [&] {
+      editor_ = FindDialogOf(id_, WC_LISTBOXW, IDC_EDITOR_FRAMES);
+      list_ = FindDialogOf(id_, WC_LISTVIEWW, IDC_LIST_FILES);
+      return editor_ && list_ && SendDlgItemMessageW(editor_, IDC_EDITOR_WAVEINFO, WM_GETTEXTLENGTH, 0, 0) > 0;
+    };
+    ASSERT_TRUE(Eventually(isThere));
+    ASSERT_TRUE(Eventually([&] { return FrameCount() == frames; })) << FrameCount();
+  }
+  void End() {
+    if (!process_) return;
+    TerminateProcess(process_.get(), 1);
+    WaitForSingleObject(process_.get(), limitMs);
+    process_.reset();
+  }
+  LRESULT FrameCount() const { return SendDlgItemMessageW(editor_, IDC_EDITOR_FRAMES, LB_GETCOUNT, 0, 0); }
+  HWND Box() const { return FindDialogOf(id_, L"Static", kBoxText, editor_); }
+
+  std::vector<HWND> Windows() {
+    windows_.clear();
+    EnumWindows(
+        [] WINAPI(HWND window, LPARAM self) -> BOOL {
+          auto& test = *reinterpret_cast<Strangers*>(self);
+          DWORD process = 0;
+          GetWindowThreadProcessId(window, &process);
+          if (process == test.id_) AddWindow(window, self), EnumChildWindows(window, AddWindow, self);
+          return TRUE;
+        },
+        reinterpret_cast<LPARAM>(this));
+    return windows_;
+  }
+  static BOOL CALLBACK AddWindow(HWND window, LPARAM self) {
+    return reinterpret_cast<Strangers*>(self)->windows_.push_back(window), TRUE;
+  }
+
+  static bool IsReceiver(HWND window) {
+    wchar_t name[32] = L"";
+    GetClassNameW(window, name, 32);
+    return name == std::wstring(L"#32770") || name == std::wstring(L"FrequencyTableControl");
+  }
+
+  // False if the program has ended. A box or a menu that a message has opened is in nobody's way.
+  bool Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    ++sent_;
+    if (!SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, 300, nullptr)) {
+      PostMessageW(GetDlgItem(editor_, IDC_EDITOR_TABLE), WM_CANCELMODE, 0, 0);
+      for (const int id : {kBoxText, IDC_VIRTUALSTORE_FOLDER}) {
+        if (const HWND box = FindDialogOf(id_, L"Static", id, editor_)) PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+      }
+    }
+    return WaitForSingleObject(process_.get(), 0) == WAIT_TIMEOUT;
+  }
+  // The same text in the memory of the program.
+  void OpenFolderFromAfar(const std::wstring& folder) const {
+    const SIZE_T size = (folder.size() + 1) * sizeof(wchar_t);
+    void* const text = VirtualAllocEx(process_.get(), nullptr, size, MEM_COMMIT, PAGE_READWRITE);
+    WriteProcessMemory(process_.get(), text, folder.c_str(), size, nullptr);
+    SendMessageW(list_, FLM_OPENFOLDER, 0, reinterpret_cast<LPARAM>(text));
+  }
+
+  const ScratchFolder folder_;
+  UniqueHandle<KernelTraits> process_;
+  DWORD id_ = 0;
+  HWND editor_ = nullptr, list_ = nullptr;
+  std::vector<HWND> windows_;
+  int sent_ = 0;
+};
+
+TEST_F(Strangers, MessagesWithWildParametersEndNothing) {
+  Start(40);
+  SendMessageW(list_, FLM_SHOWTHUMBNAIL, 1, 0);
+  // Numbers, memory that is not there, pages that can be read alone, at even and odd addresses, and the system's.
+  const std::vector<DWORD> wild = {0, 1, 0xFFFFFFFF, 0x10000, 0x7FFE0001, 0x400000, 0xC0000000};
+  for (const auto& [first, last] : {std::pair(0x8000u, 0x8100u), {WM_USER, WM_USER + 0x80u}}) {
+    for (UINT message = first; message <= last; ++message) {
+      for (const HWND window : Windows()) {
+        const std::size_t step = IsReceiver(window) ? 1 : wild.size();  // one is enough for the controls of the system
+        for (std::size_t i = message % step; i < wild.size(); i += step) {
+          const WPARAM other = wild[(i + message) % wild.size()];
+          ASSERT_TRUE(Send(window, message, other, static_cast<LPARAM>(wild[i])))
+              << std::hex << message << " " << other << " " << wild[i] << " to " << GetDlgCtrlID(window);
+        }
+      }
+    }
+  }
+  for (const UINT message : {WM_NOTIFY, WM_INITDIALOG}) {
+    for (const HWND window : {editor_, list_}) {
+      for (const DWORD lParam : wild) EXPECT_TRUE(Send(window, message, 0, static_cast<LPARAM>(lParam)));
+    }
+  }
+  EXPECT_GT(sent_, 10'000);
+  RecordProperty("sent", sent_);
+
+  OpenFolderFromAfar(folder_.Path(L"bank"));
+  ASSERT_TRUE(Eventually([&] { return FrameCount() == 40; }));
+  const Bytes before = ReadWholeFile(folder_.Path(L"bank\\a_wav.frq")).value();
+  SendDlgItemMessageW(editor_, IDC_EDITOR_FRAMES, LB_SETCARETINDEX, 3, 0);
+  SetDlgItemTextW(editor_, IDC_EDITOR_FREQUENCY, L"440");
+  SendMessageW(editor_, WM_COMMAND, IDC_EDITOR_SET, 0);
+  SendMessageW(editor_, WM_COMMAND, ID_FILE_SAVE, 0);
+  const Bytes after = ReadWholeFile(folder_.Path(L"bank\\a_wav.frq")).value();
+  EXPECT_EQ(after.size(), before.size());
+  EXPECT_NE(after, before) << "the program edits and saves";
+}
+
+TEST_F(Strangers, LibrariesInTheCurrentFolderAreNotLoaded) {
+  wchar_t resampler[MAX_PATH] = L"";
+  folder_.Path(L"vs4u.exe").copy(resampler, MAX_PATH - 1);
+  folder_.Write(L"vs4u.exe");
+  RegWriteValue(L"Resampler", resampler);
+  Bytes project(1384 + 2 * 104);  // of the stand-in: a project of one item with two points
+  for (const auto& [offset, value] : {std::pair(9, 0xAC), {8, 0x44}, {16, 1}, {292, 200}, {296, 2}}) {
+    project[static_cast<std::size_t>(offset)] = static_cast<std::uint8_t>(value);
+  }
+  folder_.Write(L"bank\\a_wav.vs4ufrq", project);
+  for (const std::wstring folder : {L"bank\\", L"program\\"}) {
+    const bool isProgram = folder != kBank;
+    folder_.Write(folder + L"vslib.dll", testdata::BytesAt(MARLIT_VSLIB_DOUBLE));
+    folder_.Write(folder + L"checkfrq.dll", testdata::BytesAt(MARLIT_CHECK_DOUBLES "/checkfrq/checkfrq.dll"));
+    Start(isProgram ? 2 : 0);
+    PostMessageW(editor_, WM_COMMAND, ID_TOOL_CHECK, 0);
+    HWND box = nullptr;
+    ASSERT_TRUE(Eventually([&] { return (box = FindDialogOf(id_, L"Static", IDC_CHECK_LOWNOTE)); }));
+    SendMessageW(box, WM_COMMAND, IDOK, 0);
+    PostMessageW(editor_, WM_COMMAND, ID_VIEW_SPECTRUM, 0);
+    std::wstring text;
+    const auto isThrough = [&] {
+      text = WindowText(GetDlgItem(Box(), kBoxText));
+      return !text.empty() || FrqCtrlSender(GetDlgItem(editor_, IDC_EDITOR_TABLE)).ViewMode() == 1;
+    };
+    EXPECT_TRUE(Eventually(isThrough));
+    EXPECT_EQ(text, isProgram ? L"" : LoadResString(IDS_CHECKLIBRARYFAILED));
+    End();
+  }
+}
+
+}  // namespace
