@@ -38,7 +38,7 @@ void TellFromAfar(HWND editor, const DocumentChanges& changes, int shown) {
 // The very map that is shown brings nothing new: a caller who changed what is in it sends EDM_REFRESHMAP. What is no
 // pair of the document's is none of the list's: any program may send anything.
 void CEditorDlg::OnSetMap(FrqMap* saved, FrqMap* map) {
-  if (map == Map.Map() || !Syllables.HasPair(saved, map)) return;
+  if (map == Map.Map() || !Bank.Editing.MayShow(saved, map)) return;
   Map.Set(saved, map);
   Table().SetMaps(saved, map);
   Frames.ShowFrames();

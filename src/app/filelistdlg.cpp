@@ -149,31 +149,13 @@ void CFileListDlg::OnChanged(const DocumentChanges& changes) {
   if (isShown && GetWindowThreadProcessId(Hwnd, nullptr) == GetCurrentThreadId()) {
     ShowChanges(changes);
   } else if (isShown) {
-    ShowFromAfar(changes);
+    Waiting.Put(changes);
+    FileListSender(Hwnd).ShowChanges();
   }
   for (const EntryChange& change : changes.Entries) {
     if ((change.Facts & EntryChange::Touched) && !change.OneOfMany) Windows.ToThumbnail().PostRefreshItem(change.Index);
   }
   if (changes.OfMany) Windows.ToThumbnail().PostRefreshAll();
-}
-
-// The message brings no pointer, since any program might send one.
-void CFileListDlg::ShowFromAfar(const DocumentChanges& changes) {
-  {
-    const std::lock_guard locked(WaitingLock);
-    Waiting.push_back(changes);
-  }
-  FileListSender(Hwnd).ShowChanges();
-}
-
-// Whose message it is does not matter: all of them are shown, in their order.
-void CFileListDlg::ShowWaitingChanges() {
-  std::vector<DocumentChanges> waiting;
-  {
-    const std::lock_guard locked(WaitingLock);
-    waiting.swap(Waiting);
-  }
-  for (const DocumentChanges& changes : waiting) ShowChanges(changes);
 }
 
 void CFileListDlg::ShowChanges(const DocumentChanges& changes) const {

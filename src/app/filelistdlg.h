@@ -6,7 +6,6 @@
 // answers, _maps what a message asks of many maps, _check the run of a check and the steps through its marks.
 #pragma once
 
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -14,6 +13,7 @@
 #include "app/sidewindows.h"
 #include "app/syllablerows.h"
 #include "app/voicebank.h"
+#include "app/waitingchanges.h"
 #include "base/handle.h"
 #include "resources/ids.h"
 #include "window/dialogbase.h"
@@ -55,13 +55,10 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
   void EndList();
   void ShowSyllable(int index);
   void ShowChanges(const DocumentChanges& changes) const;
-  void ShowFromAfar(const DocumentChanges& changes);
-  void ShowWaitingChanges();
 
   // Filling.
   bool FillFromArguments();
   void OpenFolder(const wchar_t* path);
-  void OpenFolderByMessage(const wchar_t* path);
   void ShowRows();
   void RefreshMaps();
 
@@ -93,8 +90,7 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
   Voicebank& Bank;
   Document& Syllables;     // of Bank
   SyllableRows Rows;       // of Syllables, by index
-  std::mutex WaitingLock;  // of the next one, for the time of a look
-  std::vector<DocumentChanges> Waiting;  // what other threads have changed, until it is shown
+  WaitingChanges Waiting;  // to be shown on this thread
   int FillCount = 0;       // folders opened so far: tells a handler that the syllables were replaced under it
   SharedKeys Keys;         // those of the editor that act here too
   int MinTrackWidth = 0;

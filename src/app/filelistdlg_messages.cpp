@@ -22,6 +22,11 @@ void AnswerNumber(LPARAM target, std::uint32_t value) {
   Answer(target, value);
 }
 
+// A full path names a folder, though that may have gone. Any other text would cost the syllables that are listed.
+bool NamesFolder(const wchar_t* path) {
+  return path && (!PathIsRelativeW(path) || PathIsDirectoryW(path));
+}
+
 }  // namespace
 
 // The window has no close command of its own. The system sends one all the same, for Alt+F4 and from its lists of
@@ -47,7 +52,9 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_SAVEALL: return AnswerNumber(lParam, SaveByMessage(-1, flag));
     case FLM_RELOADMAPS: return AnswerNumber(lParam, ReloadMaps(flag));
     case FLM_SELECTNEIGHBOUR: return Rows.SelectNeighbour(flag);
-    case FLM_OPENFOLDER: return OpenFolderByMessage(PathAt(lParam));
+    case FLM_OPENFOLDER:
+      if (const wchar_t* const path = PathAt(lParam); NamesFolder(path) || path == Folder.c_str()) OpenFolder(path);
+      return;
     case FLM_GETCOUNT: return AnswerNumber(lParam, static_cast<std::uint32_t>(Rows.Count()));
     case FLM_GETSELECTION: return AnswerNumber(lParam, static_cast<std::uint32_t>(Rows.Selected()));
     case FLM_SETHASMAP: return SetHasMap(index, LOWORD(lParam) != 0, HIWORD(lParam) == 0);
@@ -58,7 +65,9 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_ISTHUMBNAILVISIBLE: return AnswerNumber(lParam, IsWindowVisible(Windows.Thumbnail.Hwnd));
     case FLM_GETTHUMBNAILWINDOW: return Answer(lParam, Windows.Thumbnail.Hwnd.load());
     case FLM_REFRESHTHUMBNAIL: return Windows.ToThumbnail().PostRefreshAll();
-    case FLM_SHOWCHANGES: return ShowWaitingChanges();
+    case FLM_SHOWCHANGES:
+      for (const DocumentChanges& changes : Waiting.Take()) ShowChanges(changes);
+      return;
     case FLM_GETSTATE: return Answer(lParam, State());
     case FLM_END: return EndList();
     case FLM_SAVE: return Save(*reinterpret_cast<SaveRecord*>(lParam), Document::OutsideChange::Refuse);
@@ -99,11 +108,6 @@ void CFileListDlg::AnswerOfEntry(UINT message, int index, LPARAM target) const {
     case FLM_GETEDITED: return AnswerNumber(target, facts.Edited);
     default: return;
   }
-}
-
-// Every caller has the full path of a folder. What is none would cost the syllables that are listed, and their edits.
-void CFileListDlg::OpenFolderByMessage(const wchar_t* path) {
-  if (path && (path == Folder.c_str() || !PathIsRelativeW(path))) OpenFolder(path);
 }
 
 ListState CFileListDlg::State() const {

@@ -108,13 +108,6 @@ int Document::IndexOf(const FrqMap* map) const {
   return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
 }
 
-bool Document::HasPair(const FrqMap* saved, const FrqMap* map) const {
-  const std::lock_guard locked(mutex_);
-  if (!map) return !saved;
-  const SyllableEntry* const entry = At(IndexOf(map));
-  return entry && (!saved || &entry->SavedMap == saved);
-}
-
 int Document::Current() const {
   const std::lock_guard locked(mutex_);
   return current_;

@@ -93,8 +93,6 @@ class Document {
   MapPair Maps(int index) const;
   // The entry whose working map this is, -1 for none.
   int IndexOf(const FrqMap* map) const;
-  // Whether an entry has these two, or both are null. Either may lead nowhere: they are compared and not followed.
-  bool HasPair(const FrqMap* saved, const FrqMap* map) const;
   int Current() const;
   void SetCurrent(int index);
   // False empties both maps, and the entry is no longer edited.

@@ -14,6 +14,14 @@ Gesture GestureOf(StrokeKind kind) {
 
 }  // namespace
 
+// The working map of an entry, alone or with its saved one. They are compared and not followed.
+bool DocumentEditing::MayShow(const FrqMap* reference, const FrqMap* map) const {
+  const std::lock_guard locked(document_);
+  if (!map) return !reference;
+  const MapPair pair = document_.Maps(document_.IndexOf(map));
+  return pair.Map && (!reference || reference == pair.Saved);
+}
+
 void DocumentEditing::BeginStroke(const FrqMap& map, StrokeKind kind) {
   document_.BeginStroke(GestureOf(kind), document_.IndexOf(&map));
 }

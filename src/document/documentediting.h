@@ -8,7 +8,7 @@ class DocumentEditing : public MapEditing {
  public:
   explicit DocumentEditing(Document& document) : document_(document) {}
 
-  bool MayShow(const FrqMap* reference, const FrqMap* map) const override { return document_.HasPair(reference, map); }
+  bool MayShow(const FrqMap* reference, const FrqMap* map) const override;
   void BeginStroke(const FrqMap& map, StrokeKind kind) override;
   void EndStroke() override;
   bool IsStrokeOpen() const override;

@@ -5,7 +5,6 @@
 
 #include "base/foreignpointer.h"
 #include "base/text.h"
-#include "frqctrl/layerevictionlist.h"
 #include "frqctrl/specbrightnessctrl.h"
 #include "resources/ids.h"
 
@@ -64,7 +63,7 @@ LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case FCM_EVICTLAYER: DropLayer(); break;
     case FCM_SETTHUMBNAIL: SetThumbnail(on); break;
     case FCM_SETAUTOSIZE: SetAutoSize(on); break;
-    case FCM_SETLAYERLIST: SetLayerList(reinterpret_cast<LayerEvictionList*>(lParam)); break;
+    case FCM_SETLAYERLIST: Layer.SetList(reinterpret_cast<LayerEvictionList*>(lParam)); break;
     case FCM_SETLIMITS: Model.SetLimits(ReadableAt<double>(number), ReadableAt<double>(lParam)); break;
     case FCM_SETREADONLY: Model.ReadOnly = on; break;
     case FCM_SETSCROLLCOLUMN: Viewport.SetScrollColumn(number); break;
@@ -187,10 +186,6 @@ void CFrqCtrl::SetSelection(const int* frames, std::size_t count) {
   if (!Model.Map || (frames && (count > kMostFrames || !IsReadable(frames, count * sizeof(int))))) return;
   Editing().Select(*Model.Map, {frames, frames ? count : 0});
   Refresh();
-}
-
-void CFrqCtrl::SetLayerList(LayerEvictionList* list) {
-  if (!list || LayerEvictionList::IsOne(list)) Layer.SetList(list);
 }
 
 LRESULT CFrqCtrl::SetViewMode(int mode) {

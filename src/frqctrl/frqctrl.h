@@ -69,7 +69,6 @@ class CFrqCtrl : public CCtrlBase, private TableHost {
   // What the private messages ask for, as far as no part does it by itself.
   void SetMaps(const FrqMap* reference, FrqMap* map);
   void SetSelection(const int* frames, std::size_t count);
-  void SetLayerList(LayerEvictionList* list);
   LRESULT SetViewMode(int mode);
   void SetBrightness(int brightness);
   void SetColorTable(int table);

@@ -32,6 +32,10 @@ void TableLayer::CopyTo(HDC dc, const RECT& client) const {
   BitBlt(dc, 0, 0, client.right - client.left, client.bottom - client.top, Dc.get(), 0, 0, SRCCOPY);
 }
 
+void TableLayer::SetList(LayerEvictionList* list) {
+  if (!list || LayerEvictionList::IsOne(list)) List = list;
+}
+
 void TableLayer::Enter(HWND control) const {
   if (List) List->Add(control);
 }

@@ -27,8 +27,8 @@ class TableLayer {
   bool Build(HDC dc, const RECT& client, const std::function<void(HDC, PixelBitmap&)>& draw);
   void CopyTo(HDC dc, const RECT& client) const;
 
-  // The list that is told who has a layer; not owned, null for none.
-  void SetList(LayerEvictionList* list) { List = list; }
+  // The list that is told who has a layer; not owned, null for none. What is no list that lives is not taken.
+  void SetList(LayerEvictionList* list);
   // Other controls may drop theirs in answer.
   void Enter(HWND control) const;
   void Leave(HWND control) const;

@@ -1,7 +1,7 @@
 // The analysis library vslib.dll: its loader, and a project that is open in it.
 //
-// The library is no piece of ours and often not there; without it every operation here fails and nothing else suffers. A
-// call in which it raises an exception counts as one that it refuses, and it does not see that project again.
+// The library is no piece of ours and often not there; without it every operation here fails and nothing else suffers.
+// A call in which it raises an exception counts as one that it refuses, and it does not see that project again.
 // Narrow paths are in code page 932, as everywhere among the map files. Results are 0, -1, or what the library said.
 #pragma once
 

@@ -6,10 +6,9 @@
 // user can abort, which lets the runs that are under way come to their end: a resampler is never killed.
 //
 // What the workers share: the list of items and the settings of the job, which are fixed before the first worker starts
-// and stay until the last has gone; NextIndex and LeavingCount, which nothing but an atomic increment touches; Aborting,
-// an atomic flag (a worker that sees it late takes one item more, which is harmless); the store, which has locks of its
-// own. All else
-// belongs to the dialog's thread, and the workers reach it by posted messages alone.
+// and stay until the last has gone; NextIndex and LeavingCount, which nothing but an atomic increment touches;
+// Aborting, an atomic flag (a worker that sees it late takes one item more, which is harmless); the store, which has
+// locks of its own. All else belongs to the dialog's thread, and the workers reach it by posted messages alone.
 #pragma once
 
 #include <windows.h>

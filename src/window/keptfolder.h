@@ -1,5 +1,5 @@
-// KeptFolder: the current folder of the process stays as it is while a picker of the system is open, which changes it as
-// the user walks about.
+// KeptFolder: the current folder of the process stays as it is where a picker of the system is open, which changes it
+// as the user walks about.
 //
 // A current folder cannot be renamed or deleted, and programs that we start begin in it.
 #pragma once

@@ -67,18 +67,18 @@ TEST_F(TemporaryFolder, ThoseOfTheDeadGoAndNoOthers) {
     folder_.Write(name + L"\\a.wav");
   }
   folder_.Write(L"marlit_999999996_9\\kept\\a.wav");
-  folder_.Write(L"marlit_" + std::to_wstring(same.made_.second) + L"_8\\a.wav");
-  folder_.Write(L"marlit_" + std::to_wstring(other.made_.second) + L"_8\\a.wav");
+  const std::wstring ofSame = FormatText(L"marlit_%d_8", same.made_.second);
+  folder_.Write(ofSame + L"\\a.wav");
+  folder_.Write(FormatText(L"marlit_%d_8\\a.wav", other.made_.second));
   folder_.Write(L"theirs\\a.wav");
   const std::wstring link = L"marlit_999999996_7";
   ASSERT_TRUE(Link(folder_.Path(), link, L"theirs"));
   TempFolder made;
   made.Make();
   made.Remove();
-  EXPECT_EQ(NamesIn(folder_.Path()),
-            (std::set<std::wstring>{L"marlit_999999996_9", L"marlit_999999996_8 my own", L"marlit_999999996",
-                                    L"other_999999996_8", L"marlit_" + std::to_wstring(same.made_.second) + L"_8", L"theirs",
-                                    L"marlit_999999996_7"}));
+  const std::set<std::wstring> left = {L"marlit_999999996_9", L"marlit_999999996_8 my own", L"marlit_999999996",
+                                       L"other_999999996_8", ofSame, L"theirs", link};
+  EXPECT_EQ(NamesIn(folder_.Path()), left);
   EXPECT_EQ(NamesIn(folder_.Path(L"marlit_999999996_9")), std::set<std::wstring>{L"kept"});
   TempFolder::Empty(folder_.Path(link));
   EXPECT_EQ(NamesIn(folder_.Path(L"theirs")), std::set<std::wstring>{L"a.wav"});
