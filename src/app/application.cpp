@@ -54,6 +54,7 @@ int RunApplication(const std::wstring& given) {
   {
     const std::wstring argument = given.empty() ? given : FullPath(given);
     Voicebank voicebank;
+    voicebank.Run.Start();
     CFileListDlg list(argument, voicebank);
     CEditorDlg editor(argument, voicebank);
     list.Editor = &editor;
@@ -67,6 +68,7 @@ int RunApplication(const std::wstring& given) {
     WaitForSingleObject(thread.get(), INFINITE);
     thread.reset();
     list.Windows.EndThreads();
+    voicebank.Run.End();
     CoUninitialize();
   }
   return 0;

@@ -87,6 +87,7 @@ void EditCommands::ReloadAll(const FileListSender& list) {
 void EditCommands::RemoveAll(const FileListSender& list) {
   if (ShowMessage(editor_, LoadResString(IDS_ASKREMOVEALL), MB_YESNO) != IDYES) return;
   {
+    const KeptBecauseScope because(bank_.Run.Safety, KeptBecause::Removed);
     const std::lock_guard many(syllables_);
     for (int index = 0; index < syllables_.State().Entries; ++index) syllables_.Remove(index);
   }

@@ -26,6 +26,8 @@ class EditCommands {
   void HideWord() { word_.Hide(); }
   // For a key that finds nothing to undo, or to redo. Its menu item is grey, so that no command comes of it.
   void TellIfNothing(bool redo);
+  // A word at the table that needs no box.
+  void Tell(const std::wstring& title, const std::wstring& text);
 
   // True if nothing is edited or the user lets it go (discardquestion.h).
   bool ConfirmDiscard() const;
@@ -47,7 +49,6 @@ class EditCommands {
   void SaveAsking(const FileListSender& list, int index);
   void ReloadFile(const FileListSender& list, int index);
   void FinishSave(DWORD error);
-  void Tell(const std::wstring& title, const std::wstring& text);
   void StepBack(const FileListSender& list, bool redo);
 
   Voicebank& bank_;

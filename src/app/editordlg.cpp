@@ -1,6 +1,7 @@
 #include "app/editordlg.h"
 
 #include "app/filelistdlg.h"
+#include "app/puttingback.h"
 #include "base/foreignpointer.h"
 #include "base/registry.h"
 #include "resources/ids.h"
@@ -56,6 +57,7 @@ INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
   Table().SetEditing(&Bank.Editing);
   Frames.ShowFrames();
   History.PutInto(GetSubMenu(GetMenu(Hwnd), kEditMenu));
+  AddPutBackItem(GetSubMenu(GetMenu(Hwnd), kEditMenu));
   IsMenuShown = false;
   Recent.ShowIn(GetMenu(Hwnd));
   Table().SetViewMode(Settings.ViewMode);
@@ -85,6 +87,8 @@ bool CEditorDlg::MayEndSession() {
 // The system ends the process as soon as this comes back. The list has a host to answer.
 void CEditorDlg::OnEndSession(bool ending) {
   if (!ending) return;
+  // Who has agreed to the end has let the edits go.
+  if (IsWindowEnabled(Hwnd)) Bank.Run.GiveUpEdits();
   EndList(FileList->Hwnd);
   if (IsWindowEnabled(Hwnd)) {
     End(IDCANCEL);
@@ -152,6 +156,7 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
       Frames.ShowMarks(static_cast<SampleCount>(wParam), static_cast<SampleCount>(lParam));
       return Answered();
     case EDM_REFRESHMAP: OnRefreshMap(lParam != 0); return Answered();
+    case EDM_ASKOFLEFTEDITS: OnAskOfLeftEdits(); return Answered();
     case FramePane::kShowKeyMessage: Frames.OnShowKey(); return Answered();
     case WM_TIMER: Edits.OnTimer(wParam); return Answered();
     case WM_QUERYENDSESSION: SetWindowLongPtrW(Hwnd, DWLP_MSGRESULT, MayEndSession()); return 1;

@@ -6,7 +6,7 @@
 // layout, the folder for scratch files, the names in the menu. Sources: editordlg.cpp is the window from its start to
 // its end, _state the commands and what enables them, _syllable what the list hands over and the document tells,
 // _folders how voicebanks are opened, _check the windows that look at the whole voicebank, _creating what follows a job
-// that makes maps, _options its settings and the resampler.
+// that makes maps, _options its settings and the resampler, _recovery what is brought back.
 #pragma once
 
 #include <atomic>
@@ -20,6 +20,7 @@
 #include "app/editorsettings.h"
 #include "app/framepane.h"
 #include "app/historymenu.h"
+#include "app/leftedits.h"
 #include "app/messages.h"
 #include "app/previewpanel.h"
 #include "app/recentfolders.h"
@@ -101,6 +102,11 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   void OnOpen();
   void OnRecentFolder(UINT id);
   void OnEditAllSyllables();
+
+  // What must not be lost.
+  void OnAskOfLeftEdits();
+  bool BringBack(LeftEdits edits);
+  void OnPutBack();
 
   FileListSender ToList() const;
   FrqCtrlSender Table() const { return Frames.Table(); }

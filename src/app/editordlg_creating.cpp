@@ -23,6 +23,8 @@ void CEditorDlg::OnMakeMaps(UINT id) {
 // go.
 void CEditorDlg::RunMapJob(const CreateFrqJob& job) {
   if (!Map) return;
+  const KeptBecauseScope because(Bank.Run.Safety,
+                                 IsConversion(job.mode) ? KeptBecause::Converted : KeptBecause::MadeAnew);
   const bool wasLoaded = Map.IsLoaded();
   const bool wasEdited = Syllables.Facts(Map.Index()).Edited;
   const FileListSender list = ToList();

@@ -19,6 +19,7 @@ void CEditorDlg::LoadSettings() {
 // with each syllable.
 void CEditorDlg::ShareKind() {
   Bank.Files.Kind = Settings.FrqType;
+  Bank.Run.SetResampler(Settings.ResamplerPath);
   Table().SetKind(Settings.FrqType);
   Frames.SetKind(Settings.FrqType);
 }
@@ -42,6 +43,7 @@ void CEditorDlg::OnOption() {
   ShareKind();
   if (kindChanges) {
     ReloadEverything(true);
+    Bank.Run.BeginJournal(FileList->Folder, Settings.FrqType);
     ToList().PostRefreshMaps();
     ToList().PostRefreshThumbnail();
     ToList().ShowModifyBar(false, false);

@@ -78,6 +78,7 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_EDIT_CREATEMISSING, Call<&E::OnMakeMaps>, [](S s) { return s.maps < s.rows; }},
       {ID_EDIT_REMOVEALL, RunEdit<&EditCommands::RemoveAll>, hasMaps},
       {ID_EDIT_CONVERT, Call<&E::OnMakeMaps>},
+      {ID_EDIT_PUTBACK, Call<&E::OnPutBack>},
       {ID_VIEW_ZOOMIN, view, [](S s) { return s.zoom < s.zoomCount - 1; }},
       {ID_VIEW_ZOOMOUT, view, [](S s) { return s.zoom > 0; }},
       {ID_VIEW_PREVIOUS, neighbour, [](S s) { return s.selectedRow > 0; }},

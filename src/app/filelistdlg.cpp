@@ -58,6 +58,7 @@ INT_PTR CFileListDlg::OnInitDialog(LPARAM) {
   if (!RestoreWindowPlacement(Hwnd, kPlacementValue)) PlaceBeside(Editor->Hwnd, Hwnd);
   SetEvent(ReadyEvent.get());
   ToEditor().UpdateState();
+  ToEditor().PostAskOfLeftEdits();
   return 1;
 }
 

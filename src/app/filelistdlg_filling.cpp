@@ -57,6 +57,7 @@ bool CFileListDlg::FillFromArguments() {
     scan.AddSyllable(Argument);
   }
   Syllables.Open(scan.TakeSorted());
+  Bank.Run.BeginJournal(Folder, Bank.Files.Kind);
   if (isFolder || PluginAnswer) {
     WaitForWindow(Editor->Hwnd);
     const std::wstring opened = Folder;
@@ -80,6 +81,7 @@ void CFileListDlg::OpenFolder(const wchar_t* path) {
   VoicebankScan scan(Bank.Files.Kind, Bank.Files.Store);
   ScanWaiting(scan, opened, Windows.Thumbnail.Hwnd);
   Syllables.Open(scan.TakeSorted());
+  Bank.Run.BeginJournal(opened, Bank.Files.Kind);
   Rows.UpdateColumns(Bank.Files.Kind);
   ShowRows();
   ToEditor().SetMap(nullptr, nullptr);

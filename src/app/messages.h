@@ -64,6 +64,8 @@ enum EditorMessage : UINT {
   EDM_FOLDEROPENED = 32773,  // -, path of the folder
   EDM_REFRESHMAP = 32774,    // -, nonzero: rebuild the frame list too
   EDM_SHOWFAILURE = 32775,   // first and last sample position
+  // Of our own: the list has come, and what an earlier run has left can be asked about.
+  EDM_ASKOFLEFTEDITS = 32780,  // -, -
 };
 
 enum ThumbnailMessage : UINT {
@@ -217,6 +219,7 @@ class EditorSender {
     SendMessageW(editor_, EDM_SHOWFAILURE, static_cast<WPARAM>(first), last);
   }
   void PostPreviewDone() const { messages_detail::Post(editor_, WM_PREVIEW_DONE, 0); }
+  void PostAskOfLeftEdits() const { messages_detail::Post(editor_, EDM_ASKOFLEFTEDITS, 0); }
   void PostCancel() const { messages_detail::Post(editor_, WM_COMMAND, IDCANCEL); }
 
  private:

@@ -1,6 +1,8 @@
-// Voicebank: what the windows of the process share: the document with its files, and the way that the table edits it.
+// Voicebank: what the windows of the process share: the document with its files, the way that the table edits it, and
+// what this run leaves for the next.
 #pragma once
 
+#include "app/session.h"
 #include "document/document.h"
 #include "document/documentediting.h"
 #include "document/voicebankfiles.h"
@@ -13,4 +15,5 @@ struct Voicebank {
   VoicebankFiles Files;
   Document Maps{Files};
   DocumentEditing Editing{Maps};
+  Session Run{Maps};
 };

@@ -42,6 +42,19 @@ std::wstring SystemErrorText(DWORD error) {
   return text;
 }
 
+std::wstring LocalTimeText(std::int64_t seconds) {
+  constexpr std::int64_t kFrom1601 = 11'644'473'600;
+  const auto ticks = static_cast<std::uint64_t>(seconds + kFrom1601) * 10'000'000;
+  const FILETIME time{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+  SYSTEMTIME utc{}, local{};
+  FileTimeToSystemTime(&time, &utc);
+  SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local);
+  wchar_t date[80] = L"", clock[80] = L"";
+  GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &local, nullptr, date, 80);
+  GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &local, nullptr, clock, 80);
+  return std::wstring(date) + L" " + clock;
+}
+
 std::wstring WindowText(HWND window) {
   std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
   const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,9 @@ std::wstring Widen(std::string_view bytes, UINT codePage);
 // The system's words for an error code, in the user's language, as they come: with a line break at their end. "Error 5"
 // where the system has none.
 std::wstring SystemErrorText(DWORD error);
+
+// A time [s since 1970] as the user writes it, in local time.
+std::wstring LocalTimeText(std::int64_t seconds);
 
 // The text of a window.
 std::wstring WindowText(HWND window);

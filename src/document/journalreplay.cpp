@@ -17,7 +17,7 @@ RestoreReport JournalReplay::Run(JournalContent content) {
   document_.steps_.Clear();
   bool isWhole = true;
   try {
-    Collect(content.Records);
+    syllables_ = Collect(content.Records);
     Place();
     Load();
     for (Record& record : content.Records) Apply(record);
@@ -33,10 +33,11 @@ RestoreReport JournalReplay::Run(JournalContent content) {
 }
 
 // What is known of the files at the end.
-void JournalReplay::Collect(const std::vector<Record>& records) {
+std::map<int, JournalReplay::Syllable> JournalReplay::Collect(const std::vector<Record>& records) {
+  std::map<int, Syllable> syllables;
   for (const Record& record : records) {
     if (record.Entry < 0) continue;
-    Syllable& syllable = syllables_[record.Entry];
+    Syllable& syllable = syllables[record.Entry];
     switch (record.What) {
       case Record::Read:
         syllable.Path = record.Path;
@@ -51,6 +52,18 @@ void JournalReplay::Collect(const std::vector<Record>& records) {
       default: break;
     }
   }
+  return syllables;
+}
+
+std::vector<std::wstring> JournalReplay::UnchangedOf(
+    const JournalContent& content, const std::function<std::uint64_t(const std::wstring&)>& stampOf) {
+  std::vector<std::wstring> paths;
+  for (const auto& [entry, syllable] : Collect(content.Records)) {
+    if (!syllable.WasEdited) continue;
+    const std::uint64_t stamp = stampOf(syllable.Path);
+    if (std::ranges::find(syllable.Stamps, stamp) != syllable.Stamps.end()) paths.push_back(syllable.Path);
+  }
+  return paths;
 }
 
 // Syllables may stand in another order than then, or be gone. Those keep an index of their own, so that the history

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -36,6 +37,10 @@ class JournalReplay {
   // All of it under the document's lock, as one call. The document's own journal is told it as if it happened now.
   RestoreReport Run(JournalContent content);
 
+  // The waves of the edited syllables whose maps are as the journal has left them. `stampOf`: of the map of a wave.
+  static std::vector<std::wstring> UnchangedOf(const JournalContent& content,
+                                               const std::function<std::uint64_t(const std::wstring&)>& stampOf);
+
  private:
   struct Syllable {
     int Index = -1;  // here; beyond all of them where it is none of them
@@ -48,7 +53,7 @@ class JournalReplay {
     bool IsFitting = true;    // all changes are of a map of its size
   };
 
-  void Collect(const std::vector<JournalRecord>& records);
+  static std::map<int, Syllable> Collect(const std::vector<JournalRecord>& records);
   void Place();
   void Load();
   void Apply(JournalRecord& record);

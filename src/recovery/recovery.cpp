@@ -153,6 +153,10 @@ void Recovery::End() {
   if (mark_) writes_.End();
 }
 
+void Recovery::Mend(const std::wstring& path) {
+  if (mark_) writes_.TakeBackLeft(path);
+}
+
 bool Recovery::Wants(const std::wstring& mapPath) {
   return mark_ && kept_.Wants(mapPath);
 }

@@ -46,6 +46,7 @@ class Recovery : public FileGuard {
 
   void Begin(const FileChange& change) override;
   void End() override;
+  void Mend(const std::wstring& path) override;
   bool Wants(const std::wstring& mapPath) override;
   void Keep(const std::wstring& mapPath, ByteSpan bytes) override;
 

@@ -91,8 +91,10 @@ bool Put(const FileChange& change, FileStream& file, Bytes FileChange::Piece::*s
   return file.Size() == size || file.Truncate(size);
 }
 
+enum class Way { Forth, Back };
+
 // True if the file is one or the other now, or is none of this change's business any more.
-bool Settle(FileSystem& files, const FileChange& change) {
+bool Settle(FileSystem& files, const FileChange& change, Way way) {
   // One that was not there and is not has not been begun; one that has gone somebody took away. Unless all of its disk
   // has: that may come back.
   if (!files.FactsOf(change.Path)) return files.FactsOf(FolderOf(change.Path)).has_value();
@@ -104,7 +106,8 @@ bool Settle(FileSystem& files, const FileChange& change) {
   if (change.AfterIsUnknown) return Put(change, *file, &Piece::Before, change.SizeBefore);
   if (StandsAt(change, *file, &Piece::After, change.SizeAfter)) return true;
   if (!IsBrokenOff(change, *file)) return true;
-  return Put(change, *file, &Piece::After, change.SizeAfter) || Put(change, *file, &Piece::Before, change.SizeBefore);
+  if (way == Way::Forth && Put(change, *file, &Piece::After, change.SizeAfter)) return true;
+  return Put(change, *file, &Piece::Before, change.SizeBefore);
 }
 
 Bytes ReadSlot(FileSystem& files, const std::wstring& path) {
@@ -116,7 +119,7 @@ Bytes ReadSlot(FileSystem& files, const std::wstring& path) {
 
 }  // namespace
 
-WriteLog::Slot* WriteLog::Take() {
+WriteLog::Slot* WriteLog::Take(const std::wstring& target) {
   const std::lock_guard lock(mutex_);
   auto slot = std::ranges::find_if(slots_, [](const auto& known) { return !known->IsTaken; });
   if (slot == slots_.end()) {
@@ -127,14 +130,23 @@ WriteLog::Slot* WriteLog::Take() {
     slot = std::prev(slots_.end());
   }
   (*slot)->IsTaken = true;
+  (*slot)->Target = target;
   // What this thread has left open before stays taken.
   taken_[std::this_thread::get_id()] = slot->get();
   return slot->get();
 }
 
+// A slot that the disk does not take back stays as it is.
+bool WriteLog::LetGo(Slot& slot) {
+  ByteWriter none;
+  none.Write(std::uint32_t{0});
+  if (slot.File->WriteAt(0, none.Take())) slot.IsTaken = false;
+  return !slot.IsTaken;
+}
+
 void WriteLog::Begin(const FileChange& change) {
   const std::uint32_t error = files_.LastError();
-  if (Slot* const slot = Take(); slot && !slot->File->WriteAt(0, Encode(change))) End();
+  if (Slot* const slot = Take(change.Path); slot && !slot->File->WriteAt(0, Encode(change))) End();
   files_.SetLastError(error);
 }
 
@@ -143,10 +155,22 @@ void WriteLog::End() {
   const std::lock_guard lock(mutex_);
   const auto taken = taken_.find(std::this_thread::get_id());
   if (taken == taken_.end()) return;
-  ByteWriter none;
-  none.Write(std::uint32_t{0});
-  if (taken->second->File->WriteAt(0, none.Take())) taken->second->IsTaken = false;
+  LetGo(*taken->second);
   taken_.erase(taken);
+  files_.SetLastError(error);
+}
+
+// Another thread's change of the file is under way only as long as that has it locked, and is none that was left.
+void WriteLog::TakeBackLeft(const std::wstring& path) {
+  const std::uint32_t error = files_.LastError();
+  const std::lock_guard lock(mutex_);
+  taken_.erase(std::this_thread::get_id());
+  for (const auto& slot : slots_) {
+    const bool isUnderWay = std::ranges::any_of(taken_, [&](const auto& taken) { return taken.second == slot.get(); });
+    if (!slot->IsTaken || isUnderWay || slot->Target != path) continue;
+    const std::optional<FileChange> change = Decode(ReadSlot(files_, slot->Path));
+    if (!change || Settle(files_, *change, Way::Back)) LetGo(*slot);
+  }
   files_.SetLastError(error);
 }
 
@@ -168,7 +192,7 @@ bool WriteLog::Mend(FileSystem& files, const std::wstring& folder) {
     if (!IsSlot(name)) continue;
     const std::wstring path = PathIn(folder, name);
     const std::optional<FileChange> change = Decode(ReadSlot(files, path));
-    if (!change || Settle(files, *change)) {
+    if (!change || Settle(files, *change, Way::Forth)) {
       files.Delete(path);
     } else {
       isAll = false;

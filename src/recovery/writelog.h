@@ -25,6 +25,8 @@ class WriteLog {
   // unrecorded.
   void Begin(const FileChange& change);
   void End();
+  // What a change of that file has left unfinished in this run is taken back, and ended.
+  void TakeBackLeft(const std::wstring& path);
   // Deletes the slots, but for those that were never let go; false if there are such.
   bool Close();
 
@@ -37,10 +39,12 @@ class WriteLog {
   struct Slot {
     std::wstring Path;
     std::unique_ptr<FileStream> File;
+    std::wstring Target = {};  // of the change in it
     bool IsTaken = false;
   };
 
-  Slot* Take();
+  Slot* Take(const std::wstring& target);
+  bool LetGo(Slot& slot);
 
   FileSystem& files_;
   const std::wstring folder_;

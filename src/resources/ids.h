@@ -53,6 +53,22 @@
 #define IDS_GESTURE_FIRST 416  // the names of gestures, in their order
 #define IDS_MAPCHANGED 450
 #define IDS_CHECKBROKEOFF 451
+#define IDS_KEPT_COMMAND 460
+#define IDS_KEPT_MAP 461
+#define IDS_KEPT_TIME 462
+#define IDS_KEPT_BECAUSE 463
+#define IDS_KEPT_SIZE 464
+#define IDS_KEPT_FOLDER 465
+#define IDS_KEPT_NONE 466
+#define IDS_KEPT_HINT 467
+#define IDS_KEPT_DONE 468
+#define IDS_KEPT_FAILED 469
+#define IDS_KEPT_BECAUSE_FIRST 470  // in the order of KeptBecause
+#define IDS_RECOVER_ASK 480
+#define IDS_RECOVER_TITLE 481
+#define IDS_RECOVER_CHANGED 482
+#define IDS_RECOVER_DONE 483
+#define IDS_ANDMORE 484
 
 // The editor's menu is the one resource that goes by a name.
 #define IDR_MENU1 L"IDR_MENU1"
@@ -105,6 +121,8 @@
 // Put into the menu by the program, at the head of Edit.
 #define ID_EDIT_UNDO 33000
 #define ID_EDIT_REDO 33001
+// And at the end of Edit.
+#define ID_EDIT_PUTBACK 33002
 
 #define IDR_ACCELERATORS 138
 #define IDR_SHAREDKEYS 401  // act in every window
@@ -214,6 +232,13 @@
 #define IDC_MAPCHANGED_TEXT 1061
 #define IDC_MAPCHANGED_OVERWRITE 1062
 #define IDC_MAPCHANGED_RELOAD 1063
+
+// The maps that were kept before they were overwritten or deleted.
+#define IDD_KEPTFILES 460
+#define IDC_KEPTFILES_LIST 1101
+#define IDC_KEPTFILES_RESULT 1102
+#define IDC_KEPTFILES_PUTBACK 1103
+#define IDC_KEPTFILES_ALL 1104
 
 // Pictures.
 #define IDI_MARLIT 128

@@ -1,0 +1,62 @@
+// What the editor brings back: the edits of a run that did not end in order, and maps that were kept.
+#include <windows.h>
+
+#include <utility>
+
+#include "app/editordlg.h"
+#include "app/filelistdlg.h"
+#include "app/puttingback.h"
+#include "base/text.h"
+#include "document/journalreplay.h"
+#include "resampler/resamplerkind.h"
+#include "resources/ids.h"
+#include "window/waitcursor.h"
+
+// Once, when both windows have come. Who starts the program for a folder is asked about that one alone, and a host's
+// syllables are another work: what is left then waits for a later start.
+void CEditorDlg::OnAskOfLeftEdits() {
+  if (PluginMode || !IsWindowEnabled(Hwnd) || Syllables.State().Edited > 0) return;
+  std::optional<LeftEdits> edits = FindLeftEdits(Bank, Argument.empty() ? std::wstring() : FileList->Folder);
+  if (!edits) return;
+  const std::wstring journal = edits->Journal;
+  if (edits->Waves.empty()) {
+    RestoreReport report;
+    for (const std::wstring& wave : edits->Content.Edited) {
+      report.Others.push_back({wave, RestoreReport::Reason::Changed});
+    }
+    Edits.Tell(LoadResString(IDS_NAME), TextOf(report));
+    Bank.Run.Safety.Drop(journal);
+  } else if (!AskForLeftEdits(Hwnd, *edits) || BringBack(std::move(*edits))) {
+    Bank.Run.Safety.Drop(journal);
+  }
+}
+
+// False if they are not on the disk again: the old journal stays then.
+bool CEditorDlg::BringBack(LeftEdits edits) {
+  const WaitCursor waiting;
+  const FileListSender list = ToList();
+  const JournalHead& head = edits.Content.Head;
+  // The kind of the maps hangs on the resampler.
+  if (GetResamplerKind(head.Resampler) == head.Kind && Settings.FrqType != head.Kind) {
+    Settings.ChooseResampler(head.Resampler);
+    Settings.UpdateKind();
+    ShareKind();
+  }
+  if (Settings.FrqType != head.Kind) return false;
+  list.OpenFolder(head.Folder.c_str());
+  const RestoreReport report = JournalReplay(Syllables).Run(std::move(edits.Content));
+  for (int index = 0; index < Syllables.State().Entries; ++index) {
+    if (!Syllables.Facts(index).Edited) continue;
+    list.SelectSyllable(index);
+    break;
+  }
+  UpdateState();
+  Edits.Tell(LoadResString(IDS_RECOVER_TITLE), TextOf(report));
+  return Bank.Run.IsJournalWritten();
+}
+
+void CEditorDlg::OnPutBack() {
+  if (!IsWindow(FileList->Hwnd)) return;
+  PutKeptMapsBack(Hwnd, ToList(), Bank, Edits);
+  UpdateState();
+}

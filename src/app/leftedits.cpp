@@ -1,0 +1,68 @@
+#include "app/leftedits.h"
+
+#include <exception>
+#include <utility>
+
+#include "base/path.h"
+#include "base/text.h"
+#include "resources/ids.h"
+#include "window/messagebox.h"
+
+namespace {
+
+constexpr std::size_t kMostNames = 8;
+
+// In one line; of many the first ones.
+std::wstring NamesOf(const std::vector<std::wstring>& waves) {
+  std::wstring names;
+  for (std::size_t i = 0; i < waves.size() && i < kMostNames; ++i) {
+    if (i > 0) names += L", ";
+    names += FileNameOf(waves[i]);
+  }
+  if (waves.size() > kMostNames) names += FormatText(LoadResString(IDS_ANDMORE).c_str(), waves.size() - kMostNames);
+  return names;
+}
+
+std::optional<JournalContent> ContentOf(const std::wstring& journal) {
+  try {
+    return ReadJournal(Disk(), journal);
+  } catch (const std::exception&) {
+    return std::nullopt;  // memory does not hold it, and would not at the next start
+  }
+}
+
+}  // namespace
+
+std::optional<LeftEdits> FindLeftEdits(Voicebank& bank, const std::wstring& folder) {
+  for (const std::wstring& journal : bank.Run.Safety.Journals()) {
+    std::optional<JournalContent> content = ContentOf(journal);
+    if (!content || content->Edited.empty()) {
+      bank.Run.Safety.Drop(journal);
+      continue;
+    }
+    // What belongs to another folder, or to a disk that is not there now, waits.
+    if (!folder.empty() && content->Head.Folder != folder) continue;
+    if (!Disk().FactsOf(content->Head.Folder)) continue;
+    // Files of its own: the kind at work may be another one.
+    VoicebankFiles files;
+    files.Kind = content->Head.Kind;
+    std::vector<std::wstring> waves =
+        JournalReplay::UnchangedOf(*content, [&files](const std::wstring& wave) { return files.Stamp(wave); });
+    return LeftEdits{journal, std::move(*content), std::move(waves)};
+  }
+  return std::nullopt;
+}
+
+bool AskForLeftEdits(HWND owner, const LeftEdits& edits) {
+  const std::wstring text =
+      FormatText(LoadResString(IDS_RECOVER_ASK).c_str(), edits.Content.Head.Folder.c_str(),
+                 NamesOf(edits.Waves).c_str(), LocalTimeText(edits.Content.Time).c_str());
+  return ShowMessage(owner, text, MB_YESNO | MB_ICONQUESTION) == IDYES;
+}
+
+std::wstring TextOf(const RestoreReport& report) {
+  if (report.Others.empty()) return LoadResString(IDS_RECOVER_DONE);
+  std::vector<std::wstring> waves;
+  for (const RestoreReport::Untouched& other : report.Others) waves.push_back(other.Path);
+  return FormatText(LoadResString(IDS_RECOVER_CHANGED).c_str(), NamesOf(waves).c_str());
+}

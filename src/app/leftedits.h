@@ -1,0 +1,27 @@
+// The edits that a run has left which did not end in order: what there is of them, and the question about them.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/voicebank.h"
+#include "document/journalreplay.h"
+
+struct LeftEdits {
+  std::wstring Journal;  // its file
+  JournalContent Content;
+  std::vector<std::wstring> Waves;  // of the syllables whose maps are as they were left
+};
+
+// Those of the latest run whose folder can be opened here: any, or `folder` alone if that is not empty. Journals that
+// hold nothing go.
+std::optional<LeftEdits> FindLeftEdits(Voicebank& bank, const std::wstring& folder);
+
+// Says what there is and asks once. False: the user gives them up.
+bool AskForLeftEdits(HWND owner, const LeftEdits& edits);
+
+// The sentence for behind it.
+std::wstring TextOf(const RestoreReport& report);
