@@ -62,7 +62,9 @@ class LoadFrq : public MapFile {
 
 class SaveFrq : public MapFile {
  public:
+  // Another map each time: one that the file holds already is not written.
   double Measured() override {
+    map_.Frames.front().Amplitude += 1.0;
     return MillisecondsOf([&] { Require(map_.Save(*narrowPath_, nullptr) == 0, "a map cannot be saved"); });
   }
 

@@ -53,13 +53,17 @@ bool MrqImage::Truncate(std::int64_t size) {
 
 MrqScan::MrqScan(FileStream& stream) : stream_(stream), size_(stream.Size()), next_(MrqHeaderBytes) {
   const ByteSpan count = Window(kCountAt, 4);
-  count_ = left_ = ByteReader(count).Read<std::int32_t>();
-  failed_ = count.empty() || left_ < 0;
+  count_ = ByteReader(count).Read<std::int32_t>();
+  failed_ = count.empty() || count_ < 0;
+}
+
+MrqScan::MrqScan(FileStream& stream, const MrqHead& from) : MrqScan(stream) {
+  next_ = from.Start;
+  ahead_ = from.Ahead;
 }
 
 bool MrqScan::Next() {
-  if (failed_ || left_ == 0) return false;
-  --left_;
+  if (failed_ || ahead_ >= count_) return false;
   failed_ = !ReadHead();
   return !failed_;
 }
@@ -83,6 +87,7 @@ bool MrqScan::ReadHead() {
   head_.Name.resize(static_cast<std::size_t>(nameLength));
   std::memcpy(head_.Name.data(), head.data() + 4, static_cast<std::size_t>(nameBytes));
   head_.BodySize = ByteReader(head.last(4)).Read<std::int32_t>();
+  head_.Ahead = ahead_++;
   next_ = head_.End();
   return head_.BodySize >= 0;
 }

@@ -47,6 +47,7 @@ struct MrqHead {
   std::int64_t Start = 0;  // position in the file
   std::u16string Name;     // as it lies there; never empty
   std::int32_t BodySize = 0;
+  std::int32_t Ahead = 0;  // entries ahead of it
 
   bool IsDead() const { return Name.front() == u'\0'; }
   std::int64_t NameStart() const { return Start + 4; }
@@ -58,6 +59,8 @@ struct MrqHead {
 class MrqScan {
  public:
   explicit MrqScan(FileStream& stream);
+  // Begins at that entry, which an earlier scan has come to.
+  MrqScan(FileStream& stream, const MrqHead& from);
 
   // To the next entry, or the first. False behind the last one, and where the file ends too early or tells nonsense,
   // which HasFailed then says; a file of less than its header has failed from the start.
@@ -86,7 +89,7 @@ class MrqScan {
   const std::int64_t size_;
   std::int64_t next_;
   std::int32_t count_ = 0;
-  std::int32_t left_ = 0;  // entries
+  std::int32_t ahead_ = 0;  // entries
   bool failed_ = false;
   bool isUnreadable_ = false;
   MrqHead head_;

@@ -66,11 +66,10 @@ class MrqPatch {
   }
 
  private:
+  // The way to the entry was gone ahead of the writing, behind the same lock.
   bool IsInFile(const MrqHead& entry, const Bytes& body) {
-    MrqScan scan(*file_);
-    while (scan.Next() && scan.Head().Start < entry.Start) continue;
-    const MrqHead& found = scan.Head();
-    if (scan.HasFailed() || found.Start != entry.Start || found.Name != entry.Name) return false;
+    MrqScan scan(*file_, entry);
+    if (!scan.Next() || scan.Head().Name != entry.Name) return false;
     Bytes there(body.size());
     return file_->ReadAt(entry.BodyStart(), there) && there == body;
   }

@@ -125,7 +125,7 @@ std::optional<MrqHead> Append(FileStream& stream, const Walk& walk, const std::u
   std::array<std::uint8_t, MrqHeaderBytes> header;
   if (!stream.ReadAt(0, header)) return std::nullopt;
   const std::int64_t size = stream.Size();
-  const MrqHead head{walk.End, name, static_cast<std::int32_t>(body.size())};
+  const MrqHead head{walk.End, name, static_cast<std::int32_t>(body.size()), walk.Entries};
   Bytes bytes = EncodeMrqHead(head);
   bytes.insert(bytes.end(), body.begin(), body.end());
   const bool isWritten = MendEnd(stream, walk) && KillShadowing(stream, walk) && stream.WriteAt(head.Start, bytes) &&
@@ -154,9 +154,8 @@ class Compacted {
     MrqHead& is = place->second.Is;
     if (isNew || is.BodySize < std::ssize(body)) {
       if (!isNew) Kill(image_, is);
-      is = {image_.Size(), was.Name, static_cast<std::int32_t>(body.size())};
+      is = {image_.Size(), was.Name, static_cast<std::int32_t>(body.size()), count_++};
       image_.WriteAt(is.Start, EncodeMrqHead(is));
-      ++count_;
     }
     image_.WriteAt(is.BodyStart(), body);
   }
