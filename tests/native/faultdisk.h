@@ -16,7 +16,7 @@
 
 enum class Fault {
   Fails,    // this call alone, having done nothing
-  FailsOn,  // this call and all later ones
+  FailsOn,  // this call, a write having taken its first bytes, and all later ones
   Short,    // a write takes its first bytes alone; another call fails
   Full,     // the same, and from then on a write that makes a file larger takes what lies in the file alone
   Dies,     // the process ends within this call, a write having taken its first bytes; another call is done if any
@@ -256,6 +256,7 @@ class FaultDisk : public FileSystem {
         isDead_ = true;
         lastError_ = Dead;
         return {bytes_ > 0, true, bytes_};
+      case Fault::FailsOn: lastError_ = Broken; return {false, true, calls_ == planned_ ? bytes_ : 0};
       default: return Refuse(Broken);
     }
   }
