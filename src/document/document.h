@@ -166,9 +166,7 @@ class Document {
   bool SetEditedMark(int index, bool edited);
   bool IsOnDisk(SyllableEntry& entry);
   int LoadPair(int index, OnFailure onFailure);
-  int ReadPair(SyllableEntry& entry, OnFailure onFailure);
   void TellRead(int index, bool isClean);
-  void NoteBrokenSave(int index);
   void CloseStroke();
   StepResult StepBack(bool redo);
   std::vector<int> EntriesLostTo(const Step& step, bool redo);

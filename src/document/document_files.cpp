@@ -33,15 +33,14 @@ bool IsChangedOutside(DocumentFiles& files, SyllableEntry& entry) {
   }
 }
 
-}  // namespace
-
-// Reads both maps of an entry. The stamp is taken first, so that who writes the file meanwhile makes it another. A map that memory does not hold twice is as good as one that cannot be read: then the
-// working one is empty, and the saved one stays or is empty too.
-int Document::ReadPair(SyllableEntry& entry, OnFailure onFailure) {
+// Reads both maps of an entry. The stamp is taken first, so that who writes the file meanwhile makes it another. A map
+// that memory does not hold twice is as good as one that cannot be read: then the working one is empty, and the saved
+// one stays or is empty too.
+int ReadPair(DocumentFiles& files, SyllableEntry& entry, Document::OnFailure onFailure) {
   int result = -1;
   try {
-    const std::uint64_t stamp = files_.Stamp(entry.Path);
-    result = files_.Load(entry.Map, entry.Path);
+    const std::uint64_t stamp = files.Stamp(entry.Path);
+    result = files.Load(entry.Map, entry.Path);
     if (result == 0) {
       entry.Stamp = stamp;
       entry.Map.CopyTo(entry.SavedMap);
@@ -53,7 +52,7 @@ int Document::ReadPair(SyllableEntry& entry, OnFailure onFailure) {
     result = -1;
   }
   entry.Map.Clear();
-  if (onFailure == OnFailure::EmptySaved) {
+  if (onFailure == Document::OnFailure::EmptySaved) {
     entry.SavedMap.Clear();
     entry.OnDisk.reset();
     entry.IsDiskUnknown = false;
@@ -61,9 +60,21 @@ int Document::ReadPair(SyllableEntry& entry, OnFailure onFailure) {
   return result;
 }
 
+// Behind a save that has failed the file may be another one, by our own hand.
+void StampBroken(DocumentFiles& files, SyllableEntry& entry) {
+  entry.IsDiskUnknown = true;
+  try {
+    entry.Stamp = files.Stamp(entry.Path);
+  } catch (const std::exception&) {
+    // it counts as changed by somebody else then
+  }
+}
+
+}  // namespace
+
 int Document::LoadPair(int index, OnFailure onFailure) {
   SyllableEntry& entry = *At(index);
-  const int result = ReadPair(entry, onFailure);
+  const int result = ReadPair(files_, entry, onFailure);
   if (journal_) journal_->OnRead(index, entry);
   return result;
 }
@@ -155,7 +166,9 @@ int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error, Outside
   if (change == OutsideChange::Refuse && IsChangedOutside(files_, *entry)) return kChangedOutside;
   try {
     if (const int result = files_.Save(entry->Map, entry->Path, error); result != 0) {
-      if (error != 0) NoteBrokenSave(index);
+      if (error == 0) return result;
+      StampBroken(files_, *entry);
+      if (journal_) journal_->OnSaved(index, *entry, false);
       return result;
     }
   } catch (const std::exception&) {
@@ -179,18 +192,6 @@ int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error, Outside
     // the map is saved all the same
   }
   return 0;
-}
-
-// The file may be another one now, by our own hand.
-void Document::NoteBrokenSave(int index) {
-  SyllableEntry& entry = *At(index);
-  entry.IsDiskUnknown = true;
-  try {
-    entry.Stamp = files_.Stamp(entry.Path);
-  } catch (const std::exception&) {
-    // it counts as changed by somebody else then
-  }
-  if (journal_) journal_->OnSaved(index, entry, false);
 }
 
 // Behind a save that failed it shows what did not reach the file; users know it as the state of the last attempt. What

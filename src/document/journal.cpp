@@ -207,8 +207,8 @@ void Journal::Run() {
   }
 }
 
-// False if it is time to ask for the open stroke. To be woken costs the one who does it more than the step itself: while
-// somebody is at work the thread looks by itself.
+// False if it is time to ask for the open stroke. To be woken costs the one who does it more than the step itself:
+// while somebody is at work the thread looks by itself.
 bool Journal::WaitForWork(std::unique_lock<std::mutex>& lock) {
   while (!newHead_ && queue_.empty() && !isEnding_) {
     const Clock::time_point now = Clock::now();

@@ -1,10 +1,9 @@
 // Journal: writes down what a document tells, as it happens, so that what is not saved outlasts a kill or a power cut.
 //
-// The document only leaves bytes in a queue. A thread of the journal's own appends them to the file, 20 ms later at most,
-// and while a stroke is open asks the document now and then how far it is, so that no more than a second of work is ever
-// missing.
-// There is no file before the first edit. Where the disk fails, or the file would become too large, journaling ends
-// without a word until the next folder: nothing that a user does hangs on it.
+// The document only leaves bytes in a queue. A thread of the journal's own appends them to the file, 20 ms later at
+// most, and while a stroke is open asks the document now and then how far it is, so that no more than a second of work
+// is ever missing. There is no file before the first edit. Where the disk fails, or the file would become too large,
+// journaling ends without a word until the next folder: nothing that a user does hangs on it.
 //
 // Locks: what the document tells is its own, under its lock. The queue has a lock that is taken under that one, never
 // the other way round, and that nobody holds while the disk works.
@@ -39,8 +38,8 @@ class Journal : public DocumentJournal {
   Journal(const Journal&) = delete;
   Journal& operator=(const Journal&) = delete;
 
-  // What comes is of this voicebank: behind each Document::Open, before anybody can edit, and where another kind of maps
-  // has come to work and nothing is edited. Without it nothing is written.
+  // What comes is of this voicebank: behind each Document::Open, before anybody can edit, and where another kind of
+  // maps has come to work and nothing is edited. Without it nothing is written.
   void Begin(const JournalHead& head);
   // Waits until all that was told is on the disk. False if it is not, since journaling has ended. Not under the
   // document's lock, and neither is Close.

@@ -1,8 +1,8 @@
 // The file of a journal: frames that are whole or do not count, one for what each call of a document has told.
 //
-// A frame is a head of 24 bytes (magic, size of what follows, time, checksum) and its records; the first frame holds the
-// JournalHead. The checksum covers the place of the frame and the first frame as well, so that bytes of an older file
-// that the disk brings up again behind a torn end are no frames of this one.
+// A frame is a head of 24 bytes (magic, size of what follows, time, checksum) and its records; the first frame holds
+// the JournalHead. The checksum covers the place of the frame and the first frame as well, so that bytes of an older
+// file that the disk brings up again behind a torn end are no frames of this one.
 #pragma once
 
 #include <cstdint>

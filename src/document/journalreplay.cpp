@@ -111,8 +111,8 @@ void JournalReplay::Apply(Record& record) {
   }
 }
 
-// The file may have been saved behind this. Then the steps in between bring each frame that the save has changed to what
-// it was.
+// The file may have been saved behind this. Then the steps in between bring each frame that the save has changed to
+// what it was.
 void JournalReplay::ApplyRead(Syllable& syllable) {
   SyllableEntry* const entry = document_.At(syllable.Index);
   if (!entry || !syllable.IsLoaded) return;

@@ -1,7 +1,7 @@
 // What a journal holds brought back into a document: maps, edited marks and history as they were when it broke off.
 //
-// Apart from the document, whose friend it is: it goes through what happened once more, with values that are known, where
-// the document itself would look at what it changes.
+// Apart from the document, whose friend it is: it goes through what happened once more, with values that are known,
+// where the document itself would look at what it changes.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// The document under four threads, as in the program: the editor's, the list's, that of the thumbnails, and the one that
-// writes the journal. A build with ThreadSanitizer runs it.
+// The document under four threads, as in the program: the editor's, the list's, that of the thumbnails, and the one
+// that writes the journal. A build with ThreadSanitizer runs it.
 
 #include <atomic>
 #include <random>
