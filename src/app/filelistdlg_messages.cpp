@@ -69,8 +69,12 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       for (const DocumentChanges& changes : Waiting.Take()) ShowChanges(changes);
       return;
     case FLM_GETSTATE: return Answer(lParam, State());
-    case FLM_END: return EndList();
-    case FLM_SAVE: return Save(*reinterpret_cast<SaveRecord*>(lParam), Document::OutsideChange::Refuse);
+    case FLM_END:
+      if (wParam == GetCurrentProcessId()) EndList();
+      return;
+    case FLM_SAVE:
+      if (auto* const record = WritableAt<SaveRecord>(lParam)) Save(*record, Document::OutsideChange::Refuse);
+      return;
     case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
     case FLM_SELECTSYLLABLE: return SelectSyllable(index);
     case FLM_RUNCHECK:

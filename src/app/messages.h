@@ -52,7 +52,7 @@ enum FileListMessage : UINT {
   // Of our own: what the list shows of changes, and what of its state commands hang on.
   FLM_SHOWCHANGES = 32801,         // -, -
   FLM_GETSTATE = 32802,            // -, ListState* out
-  FLM_END = 32806,                 // -, -                      the caller has asked about unsaved edits
+  FLM_END = 32806,                 // process, -                this one alone, which has asked about unsaved edits
   FLM_SAVE = 32807,                // -, SaveRecord*
 };
 
@@ -182,7 +182,7 @@ class FileListSender {
   }
   HWND Window() const { return list_; }
   // Ends the list's window as its own Cancel would, but for the question about unsaved edits.
-  void End() const { Send(FLM_END); }
+  void End() const { Send(FLM_END, GetCurrentProcessId()); }
 
  private:
   void Send(FileListMessage message, WPARAM wParam = 0, LPARAM lParam = 0) const {
