@@ -19,6 +19,7 @@ void CEditorDlg::OnAskOfLeftEdits() {
   std::optional<LeftEdits> edits = FindLeftEdits(Bank, Argument.empty() ? std::wstring() : FileList->Folder);
   if (!edits) return;
   const std::wstring journal = edits->Journal;
+  SetForegroundWindow(Hwnd);  // the list has come last
   if (edits->Waves.empty()) {
     RestoreReport report;
     for (const std::wstring& wave : edits->Content.Edited) {

@@ -58,7 +58,8 @@ INT_PTR CFileListDlg::OnInitDialog(LPARAM) {
   if (!RestoreWindowPlacement(Hwnd, kPlacementValue)) PlaceBeside(Editor->Hwnd, Hwnd);
   SetEvent(ReadyEvent.get());
   ToEditor().UpdateState();
-  ToEditor().PostAskOfLeftEdits();
+  // When the loop takes this the window is shown, and does not come in front of what the editor asks.
+  PostMessageW(Hwnd, FLM_HASCOME, 0, 0);
   return 1;
 }
 

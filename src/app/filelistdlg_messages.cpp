@@ -34,7 +34,7 @@ bool NamesFolder(const wchar_t* path) {
 INT_PTR CFileListDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const bool isClose = message == WM_CLOSE || (message == WM_SYSCOMMAND && (wParam & 0xFFF0) == SC_CLOSE);
   if (isClose) return Answered();
-  if (message < FLM_SETCURRENTEDITED || message > FLM_SAVE) {
+  if (message < FLM_SETCURRENTEDITED || message > FLM_HASCOME) {
     return CDlgBase::OnDialogMessage(message, wParam, lParam);
   }
   ServeMessage(message, wParam, lParam);
@@ -75,6 +75,7 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_SAVE:
       if (auto* const record = WritableAt<SaveRecord>(lParam)) Save(*record, Document::OutsideChange::Refuse);
       return;
+    case FLM_HASCOME: return ToEditor().PostAskOfLeftEdits();
     case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
     case FLM_SELECTSYLLABLE: return SelectSyllable(index);
     case FLM_RUNCHECK:

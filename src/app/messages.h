@@ -54,6 +54,7 @@ enum FileListMessage : UINT {
   FLM_GETSTATE = 32802,            // -, ListState* out
   FLM_END = 32806,                 // process, -                this one alone, which has asked about unsaved edits
   FLM_SAVE = 32807,                // -, SaveRecord*
+  FLM_HASCOME = 32808,             // -, -                      to itself: its window is shown
 };
 
 enum EditorMessage : UINT {
