@@ -16,20 +16,23 @@
 #include "window/disabledwindow.h"
 #include "window/messagebox.h"
 
+// The question about edits comes first, but of a conversion only its dialog tells whether it costs any.
 std::optional<CreateFrqJob> MapJobs::Ask(UINT command) const {
-  const std::optional<CreateFrqJob> job = AskOf(command);
-  if (job && CostsEdits(*job) && !ConfirmDiscard(editor_, syllables_)) return std::nullopt;
-  return job;
-}
-
-std::optional<CreateFrqJob> MapJobs::AskOf(UINT command) const {
   switch (command) {
-    case ID_EDIT_INITIALIZE: return AskInitialize();
-    case ID_EDIT_INITIALIZEALL: return AskInitializeAll();
-    case ID_EDIT_CREATEMISSING: return AskOfKind(CreateMode::Missing);
-    case ID_EDIT_CONVERT: return AskConvert();
+    case ID_EDIT_INITIALIZE: return MayCost({.mode = CreateMode::Current}) ? AskInitialize() : std::nullopt;
+    case ID_EDIT_INITIALIZEALL: return MayCost({.mode = CreateMode::All}) ? AskInitializeAll() : std::nullopt;
+    case ID_EDIT_CREATEMISSING:
+      return MayCost({.mode = CreateMode::Missing}) ? AskOfKind(CreateMode::Missing) : std::nullopt;
+    case ID_EDIT_CONVERT: {
+      const std::optional<CreateFrqJob> job = AskConvert();
+      return job && MayCost(*job) ? job : std::nullopt;
+    }
     default: return std::nullopt;
   }
+}
+
+bool MapJobs::MayCost(const CreateFrqJob& job) const {
+  return !CostsEdits(job) || ConfirmDiscard(editor_, syllables_);
 }
 
 bool MapJobs::HasMap() const {

@@ -19,14 +19,13 @@ class MapJobs {
   MapJobs(HWND editor, HWND list, const EditorSettings& settings, const Document& syllables)
       : editor_(editor), list_(list), settings_(settings), syllables_(syllables) {}
 
-  // What a command of the menu asks for; none if the user goes back. The last question is for edits that it would cost.
+  // What a command of the menu asks for; none if the user goes back. Edits that it would cost are asked about.
   std::optional<CreateFrqJob> Ask(UINT command) const;
   // Does it, with the list disabled meanwhile. `currentWave`: of the syllable that is shown. Gives the syllables whose
   // maps are no longer what they were, by their index; a negative one is the current syllable.
   std::vector<int> Run(const CreateFrqJob& job, const std::wstring& currentWave) const;
 
  private:
-  std::optional<CreateFrqJob> AskOf(UINT command) const;
   std::optional<CreateFrqJob> AskInitialize() const;
   std::optional<CreateFrqJob> AskInitializeAll() const;
   std::optional<CreateFrqJob> AskConvert() const;
@@ -36,6 +35,8 @@ class MapJobs {
   bool HasMap() const;
   bool MakesListedKind(const CreateFrqJob& job) const;
   bool CostsEdits(const CreateFrqJob& job) const;
+  // Unless that costs edits, or the user lets them go.
+  bool MayCost(const CreateFrqJob& job) const;
   std::vector<int> RunDialog(const CreateFrqJob& job, const std::wstring& currentWave) const;
 
   const HWND editor_;

@@ -57,10 +57,10 @@ TEST_F(Creating, GoesOnOrEndsByWhatBecomesOfARun) {
     for (const wchar_t* const name : {L"a", L"b", L"c", L"d", L"e"}) AddMap(name, 220.0);
     Start(Bank());
     SetFirstFrame(L"100");
-    EXPECT_EQ(PressAndAnswer(ID_EDIT_INITIALIZEALL, IDNO), LoadResString(IDS_ASKCREATEALL));
+    EXPECT_EQ(PressAndAnswer(ID_EDIT_INITIALIZEALL, IDNO), LoadResString(IDS_DISCARD));
     EXPECT_EQ(Frames(), L"100.00000000|");
     EXPECT_EQ(Answer([this] { Press(ID_EDIT_INITIALIZEALL); }, {IDYES, IDYES}),
-              LoadResString(IDS_ASKCREATEALL) + LoadResString(IDS_DISCARD));
+              LoadResString(IDS_DISCARD) + LoadResString(IDS_ASKCREATEALL));
     ASSERT_TRUE(Eventually([&] { return IsWindowEnabled(list_) && IsWindowEnabled(editor_); }));
     EXPECT_EQ(Starts(TakeCalls()), runs);
     EXPECT_EQ(Column(1) + Column(2) + Frames(), maps + std::wstring(L"|||||") + frames);
@@ -77,7 +77,7 @@ TEST_F(Creating, AsksBeforeTheMapOfASyllableIsLost) {
   Start(Bank());
   Select(1);
   SetFirstFrame(L"100");
-  EXPECT_EQ(PressAndAnswer(ID_EDIT_INITIALIZE, IDNO), LoadResString(IDS_ASKINITIALIZE));
+  EXPECT_EQ(PressAndAnswer(ID_EDIT_INITIALIZE, IDNO), LoadResString(IDS_DISCARD));
   EXPECT_EQ(Column(2) + Frames(), L"|*||100.00000000|");
   Answer([this] { Press(ID_EDIT_INITIALIZE); }, {IDYES, IDYES});
   EXPECT_TRUE(Eventually([&] { return Frames() == L"440.00000000|----|"; }));

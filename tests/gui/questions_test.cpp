@@ -49,9 +49,9 @@ TEST_F(Questions, AJobAsksForTheEditsThatItCostsAndKeepsTheOthers) {
     return texts + Column(2);
   };
 
-  EXPECT_EQ(Answer(press(ID_EDIT_INITIALIZE), {IDYES, IDNO}), initialize + discard);
+  EXPECT_EQ(Answer(press(ID_EDIT_INITIALIZE), {IDYES, IDNO}), discard + initialize);
   EXPECT_EQ(frames(), L"100.|100.|100.|*|*|*|");
-  EXPECT_EQ(Answer(press(ID_EDIT_INITIALIZE), {IDYES, IDYES}), initialize + discard);
+  EXPECT_EQ(Answer(press(ID_EDIT_INITIALIZE), {IDYES, IDYES}), discard + initialize);
   EXPECT_TRUE(Eventually([&] { return frames() == L"440.|100.|100.||*|*|"; })) << frames().c_str();
   EXPECT_EQ(PressAndAnswer(ID_EDIT_INITIALIZE, IDYES), initialize) << "the others are not its business";
   ASSERT_TRUE(Eventually([this] { return IsWindowEnabled(editor_) && IsWindowEnabled(list_); }));
