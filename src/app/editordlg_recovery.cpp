@@ -1,6 +1,7 @@
 // What the editor brings back: the edits of a run that did not end in order, and maps that were kept.
 #include <windows.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "app/editordlg.h"
@@ -32,7 +33,8 @@ void CEditorDlg::OnAskOfLeftEdits() {
   }
 }
 
-// False if they are not on the disk again: the old journal stays then.
+// False if not all that could be are on the disk again: the old journal stays then. That is so where memory gave out, and
+// where a map that is as it was left cannot be read now or is listed by another name.
 bool CEditorDlg::BringBack(LeftEdits edits) {
   const WaitCursor waiting;
   const FileListSender list = ToList();
@@ -53,7 +55,11 @@ bool CEditorDlg::BringBack(LeftEdits edits) {
   }
   UpdateState();
   Edits.Tell(LoadResString(IDS_RECOVER_TITLE), TextOf(report));
-  return Bank.Run.IsJournalWritten();
+  const bool areAllSettled = std::ranges::none_of(report.Others, [&](const RestoreReport::Untouched& other) {
+    const bool isAsItWasLeft = std::ranges::find(edits.Waves, other.Path) != edits.Waves.end();
+    return isAsItWasLeft && other.Why != RestoreReport::Reason::Changed;
+  });
+  return areAllSettled && Bank.Run.IsJournalWritten();
 }
 
 void CEditorDlg::OnPutBack() {

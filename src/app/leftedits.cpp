@@ -1,5 +1,7 @@
 #include "app/leftedits.h"
 
+#include <windows.h>
+
 #include <exception>
 #include <utility>
 
@@ -23,25 +25,33 @@ std::wstring NamesOf(const std::vector<std::wstring>& waves) {
   return names;
 }
 
-std::optional<JournalContent> ContentOf(const std::wstring& journal) {
+// Whether there is something to ask about. One that cannot be opened now, or that memory does not hold, waits: a later
+// start may have more luck. One that holds nothing is given up.
+bool ReadOrDrop(Recovery& safety, const std::wstring& journal, std::optional<JournalContent>& content) {
   try {
-    return ReadJournal(Disk(), journal);
+    if (!Disk().Open(journal, FileMode::Read)) return false;
+    content = ReadJournal(Disk(), journal);
   } catch (const std::exception&) {
-    return std::nullopt;  // memory does not hold it, and would not at the next start
+    return false;
   }
+  if (content && !content->Edited.empty()) return true;
+  safety.Drop(journal);
+  return false;
+}
+
+// However it was typed.
+bool IsSameFolder(const std::wstring& a, const std::wstring& b) {
+  return lstrcmpiW(a.c_str(), b.c_str()) == 0;
 }
 
 }  // namespace
 
 std::optional<LeftEdits> FindLeftEdits(Voicebank& bank, const std::wstring& folder) {
   for (const std::wstring& journal : bank.Run.Safety.Journals()) {
-    std::optional<JournalContent> content = ContentOf(journal);
-    if (!content || content->Edited.empty()) {
-      bank.Run.Safety.Drop(journal);
-      continue;
-    }
+    std::optional<JournalContent> content;
+    if (!ReadOrDrop(bank.Run.Safety, journal, content)) continue;
     // What belongs to another folder, or to a disk that is not there now, waits.
-    if (!folder.empty() && content->Head.Folder != folder) continue;
+    if (!folder.empty() && !IsSameFolder(content->Head.Folder, folder)) continue;
     if (!Disk().FactsOf(content->Head.Folder)) continue;
     // Files of its own: the kind at work may be another one.
     VoicebankFiles files;
