@@ -1,5 +1,7 @@
 #include "app/editordlg.h"
 
+#include <utility>
+
 #include "app/filelistdlg.h"
 #include "app/puttingback.h"
 #include "base/foreignpointer.h"
@@ -81,19 +83,22 @@ void CEditorDlg::OnCancel() {
 
 // Where a dialog of ours stands in front there is no asking: edits then hold up the end by themselves.
 bool CEditorDlg::MayEndSession() {
-  return IsWindowEnabled(Hwnd) ? Edits.ConfirmDiscard() : Syllables.State().Edited == 0;
+  HasLetEditsGo = IsWindowEnabled(Hwnd) ? Edits.ConfirmDiscard() : Syllables.State().Edited == 0;
+  return HasLetEditsGo;
 }
 
-// The system ends the process as soon as this comes back. The list has a host to answer.
+// The system ends the process as soon as this comes back. The list has a host to answer. An end in a hurry comes
+// without a question, or in spite of the answer: the edits are left to the next start then, as if the power had gone.
 void CEditorDlg::OnEndSession(bool ending) {
+  const bool isAgreed = std::exchange(HasLetEditsGo, false) || Syllables.State().Edited == 0;
   if (!ending) return;
-  // Who has agreed to the end has let the edits go.
-  if (IsWindowEnabled(Hwnd)) Bank.Run.GiveUpEdits();
+  const bool isOrderly = isAgreed && IsWindowEnabled(Hwnd);
+  if (isOrderly) Bank.Run.GiveUpEdits();
   EndList(FileList->Hwnd);
-  if (IsWindowEnabled(Hwnd)) {
+  if (isOrderly) {
     End(IDCANCEL);
   } else {
-    KeepSettings();  // a job runs, and its dialog is not ended from here
+    KeepSettings();  // a job's dialog, if one runs, is not ended from here
   }
 }
 

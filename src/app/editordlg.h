@@ -121,6 +121,7 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   bool IsMenuShown = false;        // the menu bears what Shown says
   unsigned Updates = 0;            // that have begun
   std::atomic<bool> InJob = false; // what the list reads anew meanwhile is shown behind it
+  bool HasLetEditsGo = false;      // the user, when the system asked whether the session may end
   const bool PluginMode;           // started on a plug-in file of the host
   bool AllSyllables = false;       // in plug-in mode: the whole voicebank was asked for
 
