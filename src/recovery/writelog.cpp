@@ -93,21 +93,38 @@ bool Put(const FileChange& change, FileStream& file, Bytes FileChange::Piece::*s
 
 enum class Way { Forth, Back };
 
+// What a library writes it has written within minutes. Later it is somebody else's work, of which nothing is known: the
+// bytes of before are among the kept ones.
+bool IsWrittenSince(FileSystem& files, const std::wstring& path, std::int64_t begun) {
+  constexpr std::int64_t kMoment = std::int64_t{600} * 10'000'000;  // [100 ns]
+  const std::optional<FileFacts> facts = files.FactsOf(path);
+  return facts && facts->Written > begun + kMoment;
+}
+
 // True if the file is one or the other now, or is none of this change's business any more.
-bool Settle(FileSystem& files, const FileChange& change, Way way) {
+// `begun`: when the change was.
+bool Settle(FileSystem& files, const FileChange& change, Way way, std::int64_t begun) {
   // One that was not there and is not has not been begun; one that has gone somebody took away. Unless all of its disk
   // has: that may come back.
   if (!files.FactsOf(change.Path)) return files.FactsOf(FolderOf(change.Path)).has_value();
   const auto file = files.Open(change.Path, FileMode::Shared);
   if (!file) return false;
   using Piece = FileChange::Piece;
-  if (StandsAt(change, *file, &Piece::Before, change.SizeBefore)) return true;
+  // An empty file was made for this change.
+  const bool isMade = way == Way::Forth && change.SizeBefore == 0 && !change.AfterIsUnknown;
+  if (!isMade && StandsAt(change, *file, &Piece::Before, change.SizeBefore)) return true;
   // Of a write that is not ours only what was there is known.
-  if (change.AfterIsUnknown) return Put(change, *file, &Piece::Before, change.SizeBefore);
+  if (change.AfterIsUnknown) {
+    return IsWrittenSince(files, change.Path, begun) || Put(change, *file, &Piece::Before, change.SizeBefore);
+  }
   if (StandsAt(change, *file, &Piece::After, change.SizeAfter)) return true;
   if (!IsBrokenOff(change, *file)) return true;
   if (way == Way::Forth && Put(change, *file, &Piece::After, change.SizeAfter)) return true;
   return Put(change, *file, &Piece::Before, change.SizeBefore);
+}
+
+std::int64_t TimeOf(FileSystem& files, const std::wstring& path) {
+  return files.FactsOf(path).value_or(FileFacts()).Written;
 }
 
 Bytes ReadSlot(FileSystem& files, const std::wstring& path) {
@@ -169,7 +186,7 @@ void WriteLog::TakeBackLeft(const std::wstring& path) {
     const bool isUnderWay = std::ranges::any_of(taken_, [&](const auto& taken) { return taken.second == slot.get(); });
     if (!slot->IsTaken || isUnderWay || slot->Target != path) continue;
     const std::optional<FileChange> change = Decode(ReadSlot(files_, slot->Path));
-    if (!change || Settle(files_, *change, Way::Back)) LetGo(*slot);
+    if (!change || Settle(files_, *change, Way::Back, TimeOf(files_, slot->Path))) LetGo(*slot);
   }
   files_.SetLastError(error);
 }
@@ -192,7 +209,7 @@ bool WriteLog::Mend(FileSystem& files, const std::wstring& folder) {
     if (!IsSlot(name)) continue;
     const std::wstring path = PathIn(folder, name);
     const std::optional<FileChange> change = Decode(ReadSlot(files, path));
-    if (!change || Settle(files, *change, Way::Forth)) {
+    if (!change || Settle(files, *change, Way::Forth, TimeOf(files, path))) {
       files.Delete(path);
     } else {
       isAll = false;

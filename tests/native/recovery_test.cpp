@@ -76,6 +76,8 @@ TEST(Recovery, LeavesAloneWhatSomebodyElseHasWrittenSince) {
   Bytes cut = coming;
   cut.resize(30);
   EXPECT_EQ(broken({kMap, 40, 50, {{0, old, coming}}}, cut), cut);  // shorter than either: not of this write
+  // A file that was made for a write and got nothing of it is no map of anybody's.
+  EXPECT_EQ(broken({kMap, 0, 50, {{0, {}, coming}}}, Bytes()), coming);
   // What a library writes is taken back, whatever it has come to.
   EXPECT_EQ(broken({kMap, 40, 40, {{0, old, {}}}, true}, foreign), old);
 }
