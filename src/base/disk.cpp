@@ -55,12 +55,15 @@ class DiskStream : public FileStream {
   bool Truncate(std::int64_t size) override { return MoveTo(file_.get(), size) && SetEndOfFile(file_.get()); }
 
   // A byte far behind the end of any file stands for all of it, so that readers and outside programs are not held up.
-  // The lock goes with the handle, also when the program dies.
+  // The lock goes with the handle, also when the program dies. Some network drives know no locks: there the file is
+  // written without one, as it always was, since no save would succeed at all otherwise.
   bool Lock() {
     for (DWORD waited = 0;; waited += kBetweenMs) {
       OVERLAPPED place{};
       place.OffsetHigh = 0x7FFFFFFF;
       if (LockFileEx(file_.get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place)) return true;
+      const DWORD error = GetLastError();
+      if (error == ERROR_NOT_SUPPORTED || error == ERROR_INVALID_FUNCTION) return true;
       if (waited >= kPatienceMs) return false;
       Sleep(kBetweenMs);
     }
