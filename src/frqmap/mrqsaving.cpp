@@ -51,8 +51,9 @@ class MrqPatch {
   }
 
   bool Commit(const std::function<bool()>& isThere = {}) {
-    if (keepError_ == 0) return staged_->Commit(isThere);
-    files_.SetLastError(keepError_);
+    const bool isTooLarge = staged_->Size() > kLargestFile;  // nobody here would read it again
+    if (keepError_ == 0 && !isTooLarge) return staged_->Commit(isThere);
+    files_.SetLastError(isTooLarge ? kFileTooLarge : keepError_);
     return false;
   }
 
