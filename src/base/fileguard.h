@@ -43,7 +43,8 @@ class FileGuard {
   // very process, is to be taken back now and ended: the next start would else bring bytes back over a newer save.
   virtual void Mend(const std::wstring& path) { static_cast<void>(path); }
 
-  // Whether the map of that name is still to be kept: it is kept once in a run. `mapPath` is the map's file, of an
+  // Whether the map of that name is still to be kept: it is kept once in a run, and ahead of each command that makes or
+  // removes many. `mapPath` is the map's file, of an
   // entry of desc.mrq the name that it would have as a file of its own (a.mrq).
   virtual bool Wants(const std::wstring& mapPath) = 0;
   // Its bytes as they are, before they are overwritten or deleted for the first time. Of an entry of desc.mrq: the entry

@@ -101,6 +101,11 @@ void KeptFiles::Forget(const std::wstring& mapPath) {
   kept_.erase(mapPath);
 }
 
+void KeptFiles::ForgetAll() {
+  const std::lock_guard lock(mutex_);
+  kept_.clear();
+}
+
 void KeptFiles::Keep(const std::wstring& mapPath, KeptBecause because, std::int64_t time, ByteSpan bytes) {
   Bytes record = EncodeHead({mapPath, time, because, static_cast<std::uint32_t>(bytes.size()), {}, 0});
   const Bytes content = Sealed(kContent, Bytes(bytes.begin(), bytes.end()));

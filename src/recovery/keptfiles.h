@@ -43,6 +43,8 @@ class KeptFiles {
   void Keep(const std::wstring& mapPath, KeptBecause because, std::int64_t time, ByteSpan bytes);
   // The map is kept once more before its next change: what the user puts back may be the wrong one.
   void Forget(const std::wstring& mapPath);
+  // The same of all maps.
+  void ForgetAll();
 
   // Lets go of the file; nothing is kept behind this.
   void Close() { file_.reset(); }

@@ -145,6 +145,11 @@ std::wstring Recovery::JournalPath() const {
   return mark_ ? PathIn(own_.Folder, kJournal) : std::wstring();
 }
 
+void Recovery::SetReason(KeptBecause because) {
+  because_ = because;
+  if (because != KeptBecause::Saved) kept_.ForgetAll();
+}
+
 void Recovery::Begin(const FileChange& change) {
   if (mark_) writes_.Begin(change);
 }

@@ -40,8 +40,9 @@ class Recovery : public FileGuard {
   // Where this run's journal belongs; empty if there is no place for one.
   std::wstring JournalPath() const;
 
-  // What those maps are kept for that are kept from now on.
-  void SetReason(KeptBecause because) { because_ = because; }
+  // What those maps are kept for that are kept from now on. For anything but a save each is kept once more: what a user
+  // has edited and saved before a job by mistake is worth more than what there was at the start of the run.
+  void SetReason(KeptBecause because);
   KeptFiles& Kept() { return kept_; }
 
   void Begin(const FileChange& change) override;

@@ -96,6 +96,10 @@ TEST(Recovery, KeepsAMapOnceARunAndForTheNextRuns) {
       run.Kept().Forget(kMap);
       ++now;
       run.Keep(kMap, Filled(20, 8));
+      run.SetReason(KeptBecause::Saved);
+      EXPECT_FALSE(run.Wants(kMap));
+      run.SetReason(KeptBecause::Removed);
+      EXPECT_TRUE(run.Wants(kMap)) << "what was saved before it";
     }
     run.Close();
   }
