@@ -64,5 +64,7 @@ bool MrqExists(const std::wstring& mapPath, const MrqStore& store) {
 
 bool DeleteMrq(const std::wstring& mapPath, MrqStore& store, bool keepEntry) {
   DeleteFileW(LlsmPathFromWave(WavePathFromMapW(mapPath)).c_str());
-  return keepEntry || store.Remove(MrqKey(mapPath));
+  if (!keepEntry) return store.Remove(MrqKey(mapPath));
+  store.KeepEntry(MrqKey(mapPath));
+  return true;
 }

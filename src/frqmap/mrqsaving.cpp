@@ -14,6 +14,18 @@ constexpr std::int64_t kLargestFile = std::int64_t{64} << 20;
 constexpr std::uint32_t kFileTooLarge = 223;  // ERROR_FILE_TOO_LARGE
 constexpr std::uint32_t kFileCorrupt = 1392;  // ERROR_FILE_CORRUPT
 
+// Gives an entry of the file to the guard, as a map of its own. False if it cannot be read.
+bool KeepEntry(const std::wstring& path, FileStream& stream, const MrqHead& head) {
+  if (!IsPlainMrqName(head.Name)) return true;
+  const std::wstring name(head.Name.begin(), std::ranges::find(head.Name, u'\0'));
+  const std::wstring map = PathIn(FolderOf(path), PathWithoutExtension(name) + L".mrq");
+  if (!PresentGuard().Wants(map)) return true;
+  Bytes bytes(static_cast<std::size_t>(std::min(head.End(), stream.Size()) - head.Start));
+  if (!stream.ReadAt(head.Start, bytes)) return false;
+  PresentGuard().Keep(map, bytes);
+  return true;
+}
+
 // A file that is open for one change. The lock goes with it.
 class MrqPatch {
  public:
@@ -33,21 +45,11 @@ class MrqPatch {
   bool IsOpen() const { return staged_ && staged_->IsOpen(); }
   FileStream& Stream() { return *staged_; }
 
-  // Gives an entry to the guard before it goes, as a map of its own. One that cannot be read now does not go either.
-  void Keep(const MrqHead& head) {
-    if (!IsPlainMrqName(head.Name)) return;
-    const std::wstring name(head.Name.begin(), std::ranges::find(head.Name, u'\0'));
-    const std::wstring map = PathIn(FolderOf(path_), PathWithoutExtension(name) + L".mrq");
-    if (!PresentGuard().Wants(map)) return;
-    Bytes bytes(static_cast<std::size_t>(std::min(head.End(), staged_->Size()) - head.Start));
-    if (staged_->ReadAt(head.Start, bytes)) {
-      PresentGuard().Keep(map, bytes);
-    } else {
-      keepError_ = files_.LastError();
-    }
-  }
+  // An entry goes to the guard before it goes. One that cannot be read now does not go either.
   MrqKeeping Keeping() {
-    return [this](const MrqHead& head) { Keep(head); };
+    return [this](const MrqHead& head) {
+      if (!KeepEntry(path_, *staged_, head)) keepError_ = files_.LastError();
+    };
   }
 
   bool Commit(const std::function<bool()>& isThere = {}) {
@@ -103,6 +105,12 @@ bool RemoveMrqEntry(FileSystem& files, const std::wstring& path, const std::u16s
   if (!patch.IsOpen()) return false;
   const bool isGone = KillMrqEntries(patch.Stream(), name, patch.Keeping());
   return patch.Commit() && isGone;
+}
+
+void KeepMrqEntry(FileSystem& files, const std::wstring& path, const std::u16string& name) {
+  const std::unique_ptr<FileStream> file = OpenMrqFile(files, path);
+  const std::optional<MrqHead> head = file ? FindMrqEntry(*file, name) : std::nullopt;
+  if (head) KeepEntry(path, *file, *head);
 }
 
 int CompactMrqFile(const std::wstring& path, std::int32_t timestamp, FileSystem& files) {

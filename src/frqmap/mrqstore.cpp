@@ -117,6 +117,10 @@ int MrqStore::RemoveEntry(const std::wstring& key) {
   return 0;
 }
 
+void MrqStore::KeepEntry(const std::wstring& key) const {
+  KeepMrqEntry(Files, MrqPathOf(key), NameOf(key));
+}
+
 void MrqStore::Reload() {
   {
     const Lock lock(EntriesLock);

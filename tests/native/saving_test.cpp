@@ -184,6 +184,19 @@ TEST(Saving, ACompactionLeavesAllMapsOrTheWholeFile) {
   });
 }
 
+// What a resampler makes of it nobody knows.
+TEST(Saving, AnEntryIsKeptAheadOfAResampler) {
+  FaultDisk disk;
+  disk.Put(kMrq, testdata::FileBytes("mrq/02-in-place/desc.mrq"));
+  Recovery recovery(disk);
+  const MrqStore store(&Noon, disk);
+  store.KeepEntry(L"C:\\v\\na");
+  store.KeepEntry(L"C:\\v\\none");
+  ASSERT_EQ(recovery.Kept.size(), 1U);
+  const auto kept = DecodeMrqEntry(recovery.Kept[L"C:\\v\\na.mrq"]);
+  EXPECT_TRUE(kept && kept->Frequencies == MapsOf(disk)[L"C:\\v\\na"]);
+}
+
 TEST(Saving, TwoProgramsAtOneFileLoseNothing) {
   for (int call = 1;; ++call) {
     FaultDisk disk;
