@@ -1,12 +1,11 @@
 #include "app/leftedits.h"
 
-#include <windows.h>
-
 #include <exception>
 #include <utility>
 
 #include "base/path.h"
 #include "base/text.h"
+#include "document/mapimage.h"
 #include "resources/ids.h"
 #include "window/messagebox.h"
 
@@ -39,6 +38,12 @@ bool ReadOrDrop(Recovery& safety, const std::wstring& journal, std::optional<Jou
   return false;
 }
 
+// 0 if there is no map.
+std::uint64_t ImageInFile(DocumentFiles& files, const std::wstring& wave) {
+  FrqMap map;
+  return files.Load(map, wave) == 0 ? ImageHash(map) : 0;
+}
+
 // However it was typed.
 bool IsSameFolder(const std::wstring& a, const std::wstring& b) {
   return lstrcmpiW(a.c_str(), b.c_str()) == 0;
@@ -56,8 +61,9 @@ std::optional<LeftEdits> FindLeftEdits(Voicebank& bank, const std::wstring& fold
     // Files of its own: the kind at work may be another one.
     VoicebankFiles files;
     files.Kind = content->Head.Kind;
-    std::vector<std::wstring> waves =
-        JournalReplay::UnchangedOf(*content, [&files](const std::wstring& wave) { return files.Stamp(wave); });
+    std::vector<std::wstring> waves = JournalReplay::UnchangedOf(
+        *content, [&files](const std::wstring& wave) { return files.Stamp(wave); },
+        [&files](const std::wstring& wave) { return ImageInFile(files, wave); });
     return LeftEdits{journal, std::move(*content), std::move(waves)};
   }
   return std::nullopt;

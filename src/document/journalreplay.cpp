@@ -55,13 +55,15 @@ std::map<int, JournalReplay::Syllable> JournalReplay::Collect(const std::vector<
   return syllables;
 }
 
-std::vector<std::wstring> JournalReplay::UnchangedOf(
-    const JournalContent& content, const std::function<std::uint64_t(const std::wstring&)>& stampOf) {
+// A save that was broken off and taken back has the file written at another time, with nothing in it changed.
+std::vector<std::wstring> JournalReplay::UnchangedOf(const JournalContent& content, const NumberOf& stampOf,
+                                                     const NumberOf& imageOf) {
   std::vector<std::wstring> paths;
   for (const auto& [entry, syllable] : Collect(content.Records)) {
     if (!syllable.WasEdited) continue;
     const std::uint64_t stamp = stampOf(syllable.Path);
-    if (std::ranges::find(syllable.Stamps, stamp) != syllable.Stamps.end()) paths.push_back(syllable.Path);
+    const bool isSame = std::ranges::find(syllable.Stamps, stamp) != syllable.Stamps.end();
+    if (isSame || (syllable.Image != 0 && imageOf(syllable.Path) == syllable.Image)) paths.push_back(syllable.Path);
   }
   return paths;
 }

@@ -37,9 +37,11 @@ class JournalReplay {
   // All of it under the document's lock, as one call. The document's own journal is told it as if it happened now.
   RestoreReport Run(JournalContent content);
 
-  // The waves of the edited syllables whose maps are as the journal has left them. `stampOf`: of the map of a wave.
-  static std::vector<std::wstring> UnchangedOf(const JournalContent& content,
-                                               const std::function<std::uint64_t(const std::wstring&)>& stampOf);
+  // The waves of the edited syllables whose maps are as the journal has left them. `stampOf`: of the map of a wave;
+  // `imageOf`: its ImageHash, asked where the stamp is another one.
+  using NumberOf = std::function<std::uint64_t(const std::wstring& wave)>;
+  static std::vector<std::wstring> UnchangedOf(const JournalContent& content, const NumberOf& stampOf,
+                                               const NumberOf& imageOf);
 
  private:
   struct Syllable {

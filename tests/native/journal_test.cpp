@@ -285,6 +285,22 @@ TEST_F(JournalTest, ADiskThatFailsAtAnyCallCostsNoEditAndEndsWithTheNextFolder) 
   }
 }
 
+TEST_F(JournalTest, AMapThatWasOnlyWrittenAgainIsUnchanged) {
+  JournalContent content;
+  for (const int entry : {0, 1, 2}) {
+    const std::wstring wave = std::to_wstring(entry);
+    content.Records.push_back({.What = JournalRecord::Read, .Entry = entry, .Path = wave, .Stamp = 5, .Image = 7});
+    if (entry < 2) content.Records.push_back({.What = JournalRecord::Edited, .Entry = entry});
+  }
+  const auto unchanged = [&](std::uint64_t stamp, std::uint64_t image) {
+    return JournalReplay::UnchangedOf(content, [=](const std::wstring& wave) { return wave == L"0" ? stamp : 5; },
+                                      [=](const std::wstring&) { return image; });
+  };
+  EXPECT_EQ(unchanged(5, 0), (std::vector{L"0"s, L"1"s}));
+  EXPECT_EQ(unchanged(6, 7), (std::vector{L"0"s, L"1"s}));
+  EXPECT_EQ(unchanged(6, 8), std::vector{L"1"s});
+}
+
 TEST_F(JournalTest, AnOpenStrokeIsWrittenInTimeAndAnOrderlyEndLeavesNothing) {
   MemoryFiles files;
   Document maps(files);
