@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <exception>
 #include <optional>
 #include <utility>
 
@@ -150,8 +151,14 @@ void Recovery::SetReason(KeptBecause because) {
   if (because != KeptBecause::Saved) kept_.ForgetAll();
 }
 
+// What memory does not hold goes unrecorded, as on a full disk, and is no reason for a save to fail.
 void Recovery::Begin(const FileChange& change) {
-  if (mark_) writes_.Begin(change);
+  if (!mark_) return;
+  try {
+    writes_.Begin(change);
+  } catch (const std::exception&) {
+    writes_.End();
+  }
 }
 
 void Recovery::End() {
@@ -168,6 +175,10 @@ bool Recovery::Wants(const std::wstring& mapPath) {
 
 void Recovery::Keep(const std::wstring& mapPath, ByteSpan bytes) {
   const std::uint32_t error = files_.LastError();
-  if (mark_) kept_.Keep(mapPath, because_, clock_(), bytes);
+  try {
+    if (mark_) kept_.Keep(mapPath, because_, clock_(), bytes);
+  } catch (const std::exception&) {
+    // the map is changed all the same
+  }
   files_.SetLastError(error);
 }
