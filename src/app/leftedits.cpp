@@ -38,10 +38,11 @@ bool ReadOrDrop(Recovery& safety, const std::wstring& journal, std::optional<Jou
   return false;
 }
 
-// 0 if there is no map.
-std::uint64_t ImageInFile(DocumentFiles& files, const std::wstring& wave) {
+// 0 if there is no map, and for all kinds but the one whose broken saves the next start always takes back: a folder that
+// was made anew under the same name, with the same maps, is not what was edited.
+std::uint64_t ImageInFile(VoicebankFiles& files, const std::wstring& wave) {
   FrqMap map;
-  return files.Load(map, wave) == 0 ? ImageHash(map) : 0;
+  return files.Kind == FrqTypeVs4ufrq && files.Load(map, wave) == 0 ? ImageHash(map) : 0;
 }
 
 // However it was typed.
