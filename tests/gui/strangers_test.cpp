@@ -1,5 +1,5 @@
-// The program among others: what they send to its windows, and what lies in the folder in which it was started. It runs
-// in a process of its own.
+// The program among others: what they send to its windows, what lies in the folder in which it was started, and that it
+// is ended by them. It runs in a process of its own.
 #include <tuple>
 #include <utility>
 
@@ -116,6 +116,31 @@ TEST_F(Strangers, MessagesWithWildParametersEndNothing) {
   SetDlgItemTextW(editor_, IDC_EDITOR_FREQUENCY, L"440");
   for (const WPARAM command : {IDC_EDITOR_SET, ID_FILE_SAVE}) SendMessageW(editor_, WM_COMMAND, command, 0);
   EXPECT_TRUE(file().size() == before.size() && file() != before) << "the program edits and saves";
+}
+
+TEST_F(Strangers, EditsOutlastAnEndThatNobodyAgreedTo) {
+  for (const bool isSession : {true, false}) {
+    SCOPED_TRACE(isSession);
+    Start(40);
+    SetDlgItemTextW(editor_, IDC_EDITOR_FREQUENCY, isSession ? L"440" : L"450");
+    SendMessageW(editor_, WM_COMMAND, IDC_EDITOR_SET, 0);
+    if (isSession) SendMessageW(editor_, WM_ENDSESSION, TRUE, 0);
+    Sleep(1000);  // that much may be missing
+    End();
+    Start(40);
+    HWND box = nullptr;
+    ASSERT_TRUE(Eventually([&] { return (box = Box()) != nullptr; }));
+    EXPECT_NE(WindowText(GetDlgItem(box, kBoxText)).find(L"a.wav"), std::wstring::npos);
+    SendMessageW(box, WM_COMMAND, IDYES, 0);
+    const auto isBack = [&] {
+      wchar_t text[64] = L"";
+      SendDlgItemMessageW(editor_, IDC_EDITOR_FRAMES, LB_GETTEXT, 0, reinterpret_cast<LPARAM>(text));
+      return text == std::wstring(isSession ? L"440.00000000" : L"450.00000000");
+    };
+    EXPECT_TRUE(Eventually(isBack));
+    for (const WPARAM command : {ID_FILE_SAVE, IDCANCEL}) SendMessageW(editor_, WM_COMMAND, command, 0);
+    EXPECT_EQ(WaitForSingleObject(process_.get(), limitMs), WAIT_OBJECT_0);
+  }
 }
 
 TEST_F(Strangers, LibrariesInTheCurrentFolderAreNotLoaded) {
