@@ -91,7 +91,7 @@ void EditCommands::RemoveAll(const FileListSender& list) {
     const std::lock_guard many(syllables_);
     for (int index = 0; index < syllables_.State().Entries; ++index) syllables_.Remove(index);
   }
-  if (settings_.FrqType == FrqTypeMrq) bank_.Files.Store.CompactFiles();
+  if (settings_.FrqType == FrqTypeMrq) CompactFiles();
   frames_.Table().SetMaps(map_.Saved(), map_.Map());
   frames_.ShowFrames();
   list.PostRefreshThumbnail();
@@ -121,6 +121,10 @@ void EditCommands::TellIfNothing(bool redo) {
   const DocumentState state = syllables_.State();
   if (redo ? state.Redo.has_value() : state.Undo.has_value()) return;
   Tell(LoadResString(IDS_NAME), LoadResString(redo ? IDS_NOTHINGTOREDO : IDS_NOTHINGTOUNDO));
+}
+
+void EditCommands::CompactFiles() {
+  if (!bank_.Files.Store.CompactFiles()) Tell(LoadResString(IDS_NAME), LoadResString(IDS_COMPACTFAILED));
 }
 
 void EditCommands::Tell(const std::wstring& title, const std::wstring& text) {

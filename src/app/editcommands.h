@@ -28,6 +28,8 @@ class EditCommands {
   void TellIfNothing(bool redo);
   // A word at the table that needs no box.
   void Tell(const std::wstring& title, const std::wstring& text);
+  // Rebuilds the files of the kind that has one for a folder. Where that fails nothing is lost, and a word says so.
+  void CompactFiles();
 
   // True if nothing is edited or the user lets it go (discardquestion.h).
   bool ConfirmDiscard() const;

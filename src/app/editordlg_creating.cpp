@@ -44,7 +44,7 @@ void CEditorDlg::RunMapJob(const CreateFrqJob& job) {
   }
   list.PostRefreshThumbnail();
   UpdateState();
-  Bank.Files.Store.CompactFiles();
+  Edits.CompactFiles();
 }
 
 // Reads all maps from their files again, and has the control forget what it made of the old ones.

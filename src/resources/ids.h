@@ -69,6 +69,7 @@
 #define IDS_RECOVER_CHANGED 482
 #define IDS_RECOVER_DONE 483
 #define IDS_ANDMORE 484
+#define IDS_COMPACTFAILED 485
 
 // The editor's menu is the one resource that goes by a name.
 #define IDR_MENU1 L"IDR_MENU1"
