@@ -8,6 +8,13 @@ struct Converting : DoubleTest {
     SendDlgItemMessageW(dialog, box, CB_SETCURSEL, static_cast<WPARAM>(position), 0);
     SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(box, CBN_SELCHANGE), 0);
   }
+  void Convert(int from, int to) const {
+    InDialog(ID_EDIT_CONVERT, IDC_CONVERT_FROM, [=](HWND dialog) {
+      Pick(dialog, IDC_CONVERT_FROM, from);
+      Pick(dialog, IDC_CONVERT_TO, to);
+      Close(dialog, IDOK);
+    });
+  }
 };
 
 // One pair with files and one with entries; the arithmetic of every pair is compared elsewhere.
@@ -17,11 +24,7 @@ TEST_F(Converting, GivesEachMapInTheOtherKindToo) {
   folder_.Write(L"bank\\b.wav", kSecondOfSound);
   Start(Bank());
   for (const auto& [from, to] : {std::pair(FrqTypeFrq, FrqTypeMrq), {FrqTypeMrq, FrqTypeFrc}}) {
-    InDialog(ID_EDIT_CONVERT, IDC_CONVERT_FROM, [&, from = from, to = to](HWND dialog) {
-      Pick(dialog, IDC_CONVERT_FROM, from == FrqTypeFrq ? 0 : 5);
-      Pick(dialog, IDC_CONVERT_TO, to == FrqTypeMrq ? 5 : 1);
-      Close(dialog, IDOK);
-    });
+    Convert(from == FrqTypeFrq ? 0 : 5, to == FrqTypeMrq ? 5 : 1);
     MrqStore written;
     written.LoadFolder(Bank());
     FrqMap map;
@@ -57,10 +60,7 @@ TEST_F(Converting, AFailureCostsTheTargetAndKeepsTheSource) {
   folder_.Write(L"bank\\b_wav.frq", {1, 2, 3});
   for (const wchar_t* const name : {L"a.dio", L"b.dio", L"c.dio"}) folder_.Write(L"bank\\" + std::wstring(name));
   Start(Bank());
-  InDialog(ID_EDIT_CONVERT, IDC_CONVERT_FROM, [&](HWND dialog) {
-    Pick(dialog, IDC_CONVERT_TO, 4);
-    Close(dialog, IDOK);
-  });
+  Convert(0, 4);
   EXPECT_EQ(Column(1), L"*||*|") << "the one worker ended at the second, the third was never reached";
   EXPECT_TRUE(HasFile(L"b_wav.frq"));
   EXPECT_EQ(ReadWholeFile(Bank() + L"\\c.dio"), Bytes());

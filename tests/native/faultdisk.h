@@ -17,8 +17,8 @@
 enum class Fault {
   Fails,    // this call alone, having done nothing
   FailsOn,  // this call, a write having taken its first bytes, and all later ones
-  Short,    // a write takes its first bytes alone; another call fails
-  Full,     // the same, and from then on a write that makes a file larger takes what lies in the file alone
+  Full,     // a write takes its first bytes alone, another call fails, and from then on a write that makes a file
+            // larger takes what lies in the file alone
   Dies,     // the process ends within this call, a write having taken its first bytes; another call is done if any
             // bytes are told. All later calls do nothing and fail, those of streams that are open even after Revive
 };
@@ -26,19 +26,7 @@ enum class Fault {
 class FaultDisk : public FileSystem {
  public:
   // The system's codes.
-  enum : std::uint32_t {
-    Dead = 1,
-    NotFound = 2,
-    NoFolder = 3,
-    Denied = 5,
-    Broken = 29,
-    Sharing = 32,
-    Locked = 33,
-    EndOfFile = 38,
-    DiskFull = 112,
-    NotEmpty = 145,
-    Exists = 183
-  };
+  enum : std::uint32_t { Dead = 1, NotFound = 2, Denied = 5, Broken = 29, Locked = 33, EndOfFile = 38, DiskFull = 112 };
 
   // The call of that number meets the fault; 0 is none. Counting starts anew, and what was full or failing is no more.
   void Plan(int call = 0, Fault fault = Fault::Fails, std::size_t bytes = 0) {
@@ -84,7 +72,7 @@ class FaultDisk : public FileSystem {
 
   std::unique_ptr<FileStream> Open(const std::wstring& path, FileMode mode) override {
     const auto lock = Enter();
-    const Verdict verdict = Meet();
+    const Verdict verdict = Meet(life_);
     if (!verdict.Goes) return nullptr;
     const std::shared_ptr<File> file = Opened(path, mode);
     if (!file || verdict.Failed) return nullptr;
@@ -104,38 +92,22 @@ class FaultDisk : public FileSystem {
   }
 
   bool Delete(const std::wstring& path) override {
-    const auto lock = Enter();
-    const Verdict verdict = Meet();
-    if (!verdict.Goes) return false;
-    const auto found = files_.find(path);
-    if (found == files_.end()) return Fail(NotFound);
-    if (found->second->IsOwned) return Fail(Sharing);
-    files_.erase(found);
-    return !verdict.Failed;
+    return Do([&] {
+      const auto found = files_.find(path);
+      if (found == files_.end()) return Fail(NotFound);
+      if (found->second->IsOwned) return Fail(Locked);
+      return files_.erase(found), true;
+    });
   }
-
   std::vector<std::wstring> List(const std::wstring& folder) override {
     const std::lock_guard lock(lock_);
     return isDead_ ? std::vector<std::wstring>() : NamesIn(folder);
   }
-
   bool MakeFolder(const std::wstring& path) override {
-    const auto lock = Enter();
-    const Verdict verdict = Meet();
-    if (!verdict.Goes) return false;
-    if (files_.contains(path)) return Fail(Exists);
-    EnterFolder(path);
-    return !verdict.Failed;
+    return Do([&] { return files_.contains(path) ? Fail(Denied) : (EnterFolder(path), true); });
   }
-
   bool RemoveFolder(const std::wstring& path) override {
-    const auto lock = Enter();
-    const Verdict verdict = Meet();
-    if (!verdict.Goes) return false;
-    if (!folders_.contains(path)) return Fail(NotFound);
-    if (!NamesIn(path).empty()) return Fail(NotEmpty);
-    folders_.erase(path);
-    return !verdict.Failed;
+    return Do([&] { return (NamesIn(path).empty() && folders_.erase(path) > 0) || Fail(Denied); });
   }
 
   std::uint32_t LastError() const override { return lastError_; }
@@ -168,6 +140,14 @@ class FaultDisk : public FileSystem {
     std::size_t Taken = ~std::size_t{0};  // bytes, of a write
   };
 
+  // A counted call, in the process of that number, that does its work whole or not at all.
+  bool Do(const auto& work) { return Do(life_, work); }
+  bool Do(const int& life, const auto& work) {
+    const auto lock = Enter();
+    const Verdict verdict = Meet(life);
+    return verdict.Goes && work() && !verdict.Failed;
+  }
+
   class Stream : public FileStream {
    public:
     Stream(FaultDisk& disk, std::shared_ptr<File> file, FileMode mode)
@@ -182,26 +162,22 @@ class FaultDisk : public FileSystem {
     }
 
     std::int64_t Size() const override {
-      const auto lock = disk_.Enter();
-      const Verdict verdict = Meet();
-      return verdict.Goes && !verdict.Failed ? Length(*file_) : 0;
+      return disk_.Do(life_, [] { return true; }) ? Length(*file_) : 0;
     }
 
     bool ReadAt(std::int64_t position, std::span<std::uint8_t> into) override {
-      const auto lock = disk_.Enter();
-      const Verdict verdict = Meet();
-      if (!verdict.Goes || verdict.Failed) return false;
-      if (position < 0 || position > Length(*file_) || std::ssize(into) > Length(*file_) - position) {
-        return disk_.Fail(EndOfFile);
-      }
-      std::copy_n(file_->Content.begin() + static_cast<std::ptrdiff_t>(position), into.size(), into.begin());
-      return true;
+      return disk_.Do(life_, [&] {
+        const std::int64_t size = Length(*file_);
+        if (position < 0 || position > size || std::ssize(into) > size - position) return disk_.Fail(EndOfFile);
+        std::copy_n(file_->Content.begin() + static_cast<std::ptrdiff_t>(position), into.size(), into.begin());
+        return true;
+      });
     }
 
     bool WriteAt(std::int64_t position, ByteSpan bytes) override {
       const auto lock = disk_.Enter();
       const bool wasFull = disk_.isFull_;
-      Verdict verdict = Meet();
+      Verdict verdict = disk_.Meet(life_);
       if (mode_ == FileMode::Read) return disk_.Fail(Denied);
       const auto start = static_cast<std::size_t>(position);
       std::size_t taken = std::min(bytes.size(), verdict.Goes || verdict.Failed ? verdict.Taken : 0);
@@ -219,22 +195,15 @@ class FaultDisk : public FileSystem {
     }
 
     bool Truncate(std::int64_t size) override {
-      const auto lock = disk_.Enter();
-      const Verdict verdict = Meet();
-      if (mode_ == FileMode::Read) return disk_.Fail(Denied);
-      if (!verdict.Goes) return false;
-      file_->Content.resize(static_cast<std::size_t>(size));
-      file_->Written = ++disk_.clock_;
-      return !verdict.Failed;
+      return disk_.Do(life_, [&] {
+        if (mode_ == FileMode::Read) return disk_.Fail(Denied);
+        file_->Content.resize(static_cast<std::size_t>(size));
+        file_->Written = ++disk_.clock_;
+        return true;
+      });
     }
 
    private:
-    Verdict Meet() const {
-      if (life_ == disk_.life_) return disk_.Meet();
-      disk_.lastError_ = Dead;
-      return {false, false, 0};
-    }
-
     FaultDisk& disk_;
     const std::shared_ptr<File> file_;
     const FileMode mode_;
@@ -245,45 +214,31 @@ class FaultDisk : public FileSystem {
 
   // Of the counted calls that do their work whole or not at all, one that dies has done it if any bytes are told. A
   // write that fails in part does not go on, but takes some bytes.
-  Verdict Meet() {
-    if (isDead_) return Refuse(Dead);
+  Verdict Meet(int life) {
+    if (isDead_ || life != life_) return Refuse(Dead);
     ++calls_;
     if (planned_ == 0 || calls_ < planned_ || (calls_ > planned_ && fault_ != Fault::FailsOn)) return {};
     switch (fault_) {
-      case Fault::Full: isFull_ = true; [[fallthrough]];
-      case Fault::Short: lastError_ = DiskFull; return {false, true, bytes_};
-      case Fault::Dies:
-        isDead_ = true;
-        lastError_ = Dead;
-        return {bytes_ > 0, true, bytes_};
+      case Fault::Full: isFull_ = true, lastError_ = DiskFull; return {false, true, bytes_};
+      case Fault::Dies: isDead_ = true, lastError_ = Dead; return {bytes_ > 0, true, bytes_};
       case Fault::FailsOn: lastError_ = Broken; return {false, true, calls_ == planned_ ? bytes_ : 0};
       default: return Refuse(Broken);
     }
   }
 
-  Verdict Refuse(std::uint32_t error) {
-    lastError_ = error;
-    return {false, false, 0};
-  }
-
-  bool Fail(std::uint32_t error) {
-    lastError_ = error;
-    return false;
-  }
+  static Verdict Refuse(std::uint32_t error) { return lastError_ = error, Verdict{false, false, 0}; }
+  static bool Fail(std::uint32_t error) { return lastError_ = error, false; }
 
   // Made if need be; null if it cannot be opened in that mode.
   std::shared_ptr<File> Opened(const std::wstring& path, FileMode mode) {
     const auto found = files_.find(path);
-    if (mode == FileMode::Read) {
-      if (found == files_.end()) return Fail(NotFound), nullptr;
-      return found->second;
-    }
+    if (mode == FileMode::Read && found != files_.end()) return found->second;
+    if (mode == FileMode::Read || path.empty() || !HasFolder(FolderOf(path))) return Fail(NotFound), nullptr;
     if (HasFolder(path)) return Fail(Denied), nullptr;
-    if (path.empty() || !HasFolder(FolderOf(path))) return Fail(NoFolder), nullptr;
     if (found == files_.end()) return files_[path] = std::make_shared<File>(File{{}, ++clock_});
     const File& file = *found->second;
-    if (file.IsOwned || (mode == FileMode::Own && file.Writers > 0)) return Fail(Sharing), nullptr;
-    if (mode == FileMode::Shared && file.IsLocked) return Fail(Locked), nullptr;
+    const bool isHeld = file.IsOwned || (mode == FileMode::Own && file.Writers > 0);
+    if (isHeld || (mode == FileMode::Shared && file.IsLocked)) return Fail(Locked), nullptr;
     return found->second;
   }
 

@@ -33,18 +33,6 @@ FrqMap MarkedMap(const std::string& pattern, SampleCount hop) {
   return map;
 }
 
-// The files below are whole and hostile; their levels, averages and saves are compared on Windows.
-TEST(vectors, Maps) {
-  Family::Each("maps", [](Family& family, const Json& test) {
-    if (test.contains("load_as")) return;  // an entry of the store
-    const std::optional<FrqMap> map = Decode(test["file"], Family::File(test["file"]));
-    const std::string load = test["load"];
-    if (load != "open") family.Expect(map && (map->FrameCount > 0 || load == "ok"), load == "ok");
-    const Json& expected = test.contains("map") ? test["map"] : test.value("if_ok", Json());
-    if (map && !expected.is_null()) family.Expect(Values(*map, &FrqFrame::Frequency), expected["frequency"]);
-  });
-}
-
 TEST(vectors, Names) {
   Family family("names");
   const Json& names = family.Entries();
@@ -279,16 +267,6 @@ TEST(vectors, Vs) {
     family.ExpectFile(PmkOfProject(project).value(), test["export_pmk"]);
     for (const Json& import : test["import_map"]) ExpectImport(family, project, import);
   });
-}
-
-TEST(vectors, EveryFamilyIsCompared) {
-  const std::string compared =
-      " about waves maps rows frame_estimates mrq_keys mrq text moreconfig oto plugin ini names notes captions edits "
-      "selection marks find_failure regions check control fit_size vs spectrum bands_at_the_limit band_level "
-      "level_to_intensity spectrum_color spectrum_color_levels column_entry ";
-  for (const auto& [name, entries] : Family::Everything().items()) {
-    EXPECT_NE(compared.find(" " + name + " "), compared.npos) << name;
-  }
 }
 
 }  // namespace

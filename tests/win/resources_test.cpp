@@ -18,9 +18,9 @@ namespace {
 
 constexpr WORD kEnglish = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
 constexpr WORD kJapanese = 1041;
-constexpr int kDialogs[] = {IDD_EDITOR,  IDD_ABOUT, IDD_OPTION, IDD_CREATEFRQ,    IDD_THUMBNAIL, IDD_OPTIONVS4UFRQ,
-                            IDD_CONVERT, IDD_CHECK, IDD_MODIFY, IDD_VIRTUALSTORE, IDD_INITMRQ,   IDD_INITMRQALL,
-                            IDD_MAPCHANGED};
+constexpr int kDialogs[] = {IDD_EDITOR,        IDD_ABOUT,      IDD_OPTION,    IDD_CREATEFRQ, IDD_THUMBNAIL,
+                            IDD_OPTIONVS4UFRQ, IDD_CONVERT,    IDD_CHECK,     IDD_MODIFY,    IDD_VIRTUALSTORE,
+                            IDD_INITMRQ,       IDD_INITMRQALL, IDD_MAPCHANGED};
 
 // Of exactly this language: no other one stands in for it.
 const void* Find(const wchar_t* type, const wchar_t* name, WORD language) {
@@ -89,16 +89,10 @@ std::wstring KeysUsedTwice(const Items& items, int id = -1) {
 TEST(Resources, EveryTextIsThereInBothLanguagesWithTheSameArguments) {
   const auto nameOf = [](Gesture gesture) { return IDS_GESTURE_FIRST + static_cast<int>(gesture); };
   // The kinds of map go by their file extensions, and four gestures by their buttons.
-  const std::set<int> untranslated = {IDS_KIND_FRQ,
-                                      IDS_KIND_VS4UFRQ,
-                                      IDS_KIND_FRC,
-                                      IDS_KIND_PMK,
-                                      IDS_KIND_DIO,
-                                      IDS_KIND_MRQ,
-                                      nameOf(Gesture::Triple),
-                                      nameOf(Gesture::Double),
-                                      nameOf(Gesture::Halve),
-                                      nameOf(Gesture::Third)};
+  std::set<int> untranslated = {IDS_KIND_FRQ, IDS_KIND_VS4UFRQ, IDS_KIND_FRC, IDS_KIND_PMK, IDS_KIND_DIO, IDS_KIND_MRQ};
+  for (const auto gesture : {Gesture::Triple, Gesture::Double, Gesture::Halve, Gesture::Third}) {
+    untranslated.insert(nameOf(gesture));
+  }
   const std::wregex argument(L"%[0-9.]*[a-z]?");
   for (int id = IDS_DISCARD; id <= IDS_MAPCHANGED; ++id) {
     const bool isNone = (id > IDS_STEREO && id < IDS_UNDO) || (id > IDS_STEPLOST && id < IDS_GESTURE_FIRST) ||
