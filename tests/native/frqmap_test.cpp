@@ -1,8 +1,9 @@
-// The map in memory: what no vector holds, edits and copies.
+// The map in memory: what no vector holds, edits and copies, odd projects, and names in code page 932.
 #include "frqmap/frqmap.h"
 
 #include <limits>
 
+#include "frqmap/vsproject.h"
 #include "native/family.h"
 
 namespace {
@@ -55,6 +56,52 @@ TEST(FrqMap, ACopyStandsForItselfWithItsOwnRange) {
   EXPECT_EQ(map.FrequencyAt(0), 150.0);
   FrqMap().CopyTo(copy);
   EXPECT_TRUE(copy.FrameCount == 0 && copy.MinFrequency == 999999.0 && copy.MaxFrequency == 55.0);
+}
+
+TEST(VsProject, WhatALibraryMayTellHarmsNobody) {
+  constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+  VsProject refusedPoints = ProjectOf(44100, 200, {{6900, 1, 0.5}});
+  refusedPoints.Items[0].PointCount = 300;
+  VsProject emptyClaim = refusedPoints;
+  emptyClaim.Items[0].PointCount = VsMostPoints;
+  const std::tuple<const char*, VsProject, bool, bool, bool> tests[] = {
+      {"no item", VsProject(), false, false, false},
+      {"no rate", ProjectOf(0, 200, {{6900, 1, 0.5}}), true, false, false},
+      {"no points per second", ProjectOf(44100, 0, {{6900, 1, 0.5}}), true, false, true},
+      {"more frames than memory", ProjectOf(kMost, 1, {{0, 0, 0.5}}), true, false, true},
+      {"periods of no length", ProjectOf(44100, 200, {{kMost, 1, 0.5}}), true, true, false},
+      {"fewer points than counted", refusedPoints, true, true, true},
+      {"next to none of many points", emptyClaim, false, false, true},
+  };
+  for (const auto& [what, odd, isMap, hasGrid, hasPeriods] : tests) {
+    EXPECT_EQ(ResampledMap(odd, FrqTypeDio).has_value(), hasGrid) << what;
+    EXPECT_EQ(PmkOfProject(odd).has_value(), hasPeriods) << what;
+    EXPECT_EQ(MapOfProject(odd).has_value(), isMap) << what;
+  }
+  VsProject project = ProjectOf(44100, 200, {{6000, 1, 0.5}});
+  FrqMap noHop;
+  noHop.Create(1, FrqTypeFrq);
+  noHop.Hop = 0;
+  noHop.Average = 440.0;
+  EXPECT_TRUE(SampleOntoProject(noHop, project)) << "no point has a frame, so that all take the average";
+  EXPECT_EQ(project.ControlPoints[0][0].Pitch, 6900);
+  EXPECT_EQ(project.ControlPoints[0][0].HasPitch, 0);
+  EXPECT_EQ(VsProject().AverageCents(), 6000);
+}
+
+TEST(FrqType, JapaneseNamesAreNotCutInsideACharacter) {
+  const std::tuple<std::string, std::string, FrqType> tests[] = {
+      {"\x83\x5F.frq", "\x83\x5F.frq", FrqTypeFrq},                          // ダ, whose second byte is "_"
+      {"\x83\x5F_wav.frq", "\x83\x5F.wav", FrqTypeFrq},                      // ダ
+      {"ka_\x83\x5F\x83\x5F.frc", "ka.wav", FrqTypeFrc},                     // ka_ダダ
+      {"\x95\x5C\\\x83\x5C_wav.pmk", "\x95\x5C\\\x83\x5C.wav", FrqTypePmk},  // 表\ソ, whose second bytes are "\"
+      {"\x83\x5C.dio", "\x83\x5C.wav", FrqTypeDio},                          // ソ
+      {"\xB1_wav.frq", "\xB1.wav", FrqTypeFrq},                              // half-width ア, a single byte
+  };
+  for (const auto& [map, wave, kind] : tests) {
+    EXPECT_EQ(WavePathFromMapA(map), wave);
+    EXPECT_EQ(FrqTypeFromPathA(map), kind);
+  }
 }
 
 }  // namespace

@@ -1,10 +1,11 @@
-// The frequency table's mapping of pixels, frames and frequencies.
+// Where things stand: the frequency table's mapping of pixels, frames and frequencies, and the rows of the thumbnails.
 #include "frqctrl/geometry.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
+#include <gtest/gtest.h>
 #include <limits>
+
+#include "dialogs/thumbnaillayout.h"
 
 namespace {
 
@@ -36,6 +37,28 @@ TEST(TableGeometryTest, AViewScrolledAnywhereEnds) {
 
   const TableGeometry empty{.PlotRect = {50, 9, 10, 0}};
   empty.WalkColumns([](std::int64_t, double) { return ADD_FAILURE() << "a plot without width has no column", true; });
+}
+
+const std::vector<PixelSize> kSizes = {{100, 72}, {100, 72}, {500, 72}, {100, 72}, {4, 72}};
+
+std::string RowsOf(const ThumbnailLayout& layout) {
+  std::string text;
+  for (const ThumbnailRow& row : layout.Rows) {
+    for (int item = row.First; item < row.End; ++item) text += std::to_string(item);
+    text += '|';
+  }
+  return text;
+}
+
+TEST(ThumbnailLayout, ARowTakesWhatFitsAndATooWideThumbnailHasItsOwn) {
+  for (const auto& [width, rows] : {std::pair(0, "0|1|2|3|4|"),
+                                    {136, "0|1|2|3|4|"},
+                                    {137, "0|1|2|34|"},
+                                    {233, "01|2|34|"},
+                                    {741, "012|34|"},
+                                    {5000, "01234|"}}) {
+    EXPECT_EQ(RowsOf(LayOutThumbnails(kSizes, width, {})), rows) << width;
+  }
 }
 
 }  // namespace

@@ -1,26 +1,12 @@
-// The sound of a preview, and drivers that raise exceptions.
+// The sound of a preview.
 #include "resampler/playmci.h"
 
 #include <windows.h>
 #include <mmsystem.h>
 
-#include "base/guardedcall.h"
 #include "win/scratch.h"
 
 namespace {
-
-TEST(GuardedCall, GivesTheResultOrTheExceptionAndGoesOn) {
-  for (int round = 0; round < 3; ++round) {
-    DWORD given = 7;
-    EXPECT_EQ(CallGuarded([](void* value) { return *static_cast<DWORD*>(value); }, &given), 7u);
-    EXPECT_EQ(CallGuarded([](void*) -> DWORD { return RaiseException(0xE0001234, 0, 0, nullptr), 0; }, nullptr),
-              0xE0001234u);
-    EXPECT_EQ(CallGuarded([](void* address) { return *static_cast<volatile DWORD*>(address); }, nullptr),
-              DWORD{EXCEPTION_ACCESS_VIOLATION});
-  }
-  // The chain of handlers is whole: a C++ exception passes through as ever.
-  EXPECT_THROW(throw 1, int);
-}
 
 TEST(Sound, EndsByItselfAndBegins) {
   const ScratchFolder folder;
