@@ -19,8 +19,7 @@ struct Commands : ProgramTest {
     const std::pair<char, UINT> commands[] = {
         {'s', ID_FILE_SAVE},      {'S', ID_FILE_SAVEALL},   {'f', ID_EDIT_RELOADSELECTED}, {'r', ID_EDIT_RELOAD},
         {'R', ID_EDIT_RELOADALL}, {'D', ID_EDIT_REMOVEALL}, {'p', ID_VIEW_PREVIOUS},       {'n', ID_VIEW_NEXT},
-        {'a', ID_EDIT_SELECTALL}, {'O', ID_FILE_OPEN},      {'c', ID_EDIT_CREATEMISSING},
-    };
+        {'a', ID_EDIT_SELECTALL}, {'O', ID_FILE_OPEN},      {'c', ID_EDIT_CREATEMISSING}};
     for (const auto& [letter, command] : commands) {
       if (!IsGrey(command)) usable += letter;
     }

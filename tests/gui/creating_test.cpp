@@ -46,8 +46,7 @@ TEST_F(Creating, GoesOnOrEndsByWhatBecomesOfARun) {
       {L"resampler.exe", L"0 0 rubbish", L"*|*|*|*|*|", L"", 5},
       // Each worker takes one item, loses its map and leaves.
       {L"gone.exe", L"0 0 map", L"||*|*|*|", L"", 0},
-      {L"rubbish.exe", L"0 0 map", L"||*|*|*|", L"", 0},
-  };
+      {L"rubbish.exe", L"0 0 map", L"||*|*|*|", L"", 0}};
   for (const auto& [program, script, maps, frames, runs] : tests) {
     SCOPED_TRACE(script);
     Install(L"resampler.exe", 2);
@@ -110,12 +109,10 @@ TEST_F(Creating, RenewsOnlyTheAnalysisOfEntriesThatTheUserKeeps) {
     folder_.Write(L"bank\\" + std::wstring(name) + L".wav.llsm");
   }
   Start(Bank());
-  const std::tuple<UINT, int, const wchar_t*> tests[] = {
-      {ID_EDIT_INITIALIZEALL, IDCANCEL, L"*|*|*|*|"},
-      {ID_EDIT_INITIALIZE, IDC_INITMRQ_ONLYLLSM, L"*|*||*|"},
-      {ID_EDIT_INITIALIZEALL, IDC_INITMRQ_ONLYLLSM, L"*|*|||"},
-      {ID_EDIT_INITIALIZEALL, IDC_INITMRQ_BOTH, L"||||"},
-  };
+  const std::tuple<UINT, int, const wchar_t*> tests[] = {{ID_EDIT_INITIALIZEALL, IDCANCEL, L"*|*|*|*|"},
+                                                         {ID_EDIT_INITIALIZE, IDC_INITMRQ_ONLYLLSM, L"*|*||*|"},
+                                                         {ID_EDIT_INITIALIZEALL, IDC_INITMRQ_ONLYLLSM, L"*|*|||"},
+                                                         {ID_EDIT_INITIALIZEALL, IDC_INITMRQ_BOTH, L"||||"}};
   for (const auto& [command, choice, entriesAndAnalyses] : tests) {
     InDialog(command, IDYES, [&, choice = choice](HWND question) {
       PostMessageW(question, WM_COMMAND, IDYES, 0);

@@ -31,8 +31,7 @@ TEST_F(Edits, EachButtonChangesTheSelectedFramesAndNoOthers) {
        {0, 3},
        L"100.00000000|160.00000000|220.00000000|160.00000000|",
        {0, 1, 2, 3},
-       L"160.00000000"},
-  };
+       L"160.00000000"}};
   for (const auto& [button, rows, frames, selected, box] : tests) {
     SCOPED_TRACE(button);
     SelectFrames(rows);
@@ -63,26 +62,6 @@ TEST_F(Edits, ALongListHasItsRowsAndItsCaretBehindAnyEdit) {
     EXPECT_EQ(SelectedFrames(), rows);
     EXPECT_EQ(Caret(), rows.back());
   }
-}
-
-TEST_F(Edits, SelectedFramesComeBackAndWithTheLastTheWholeMap) {
-  AddSyllable(L"a", {100.0, 200.0, 300.0, 400.0});
-  Start(folder_.Path());
-  Press(ID_EDIT_SELECTALL);
-  EXPECT_EQ(SelectionOfMap(0), (std::vector{0, 1, 2, 3}));
-  DoubleClick(IDC_EDITOR_DOUBLE);
-  DoubleClick(IDC_EDITOR_KEYFROMSELECTION);
-  SelectFrames({1, 2});
-  Press(ID_EDIT_RELOADSELECTED);
-  EXPECT_EQ(Frames() + Column(2), L"200.00000000|200.00000000|300.00000000|800.00000000|*|");
-  EXPECT_EQ(Box(IDC_EDITOR_KEY), L"500.00000000");
-  // As by a click beside the rows: the syllable is shown all the same.
-  ListView_SetItemState(GetDlgItem(list_, IDC_LIST_FILES), -1, 0, LVIS_SELECTED);
-  SelectFrames({0, 3});
-  Press(ID_EDIT_RELOADSELECTED);
-  EXPECT_EQ(Frames() + Column(2), L"100.00000000|200.00000000|300.00000000|400.00000000||");
-  EXPECT_EQ(Box(IDC_EDITOR_KEY), L"261.50000000") << "the key comes with the file";
-  EXPECT_EQ(SelectedFrames(), (std::vector{0, 3}));
 }
 
 TEST_F(Edits, FrameListBoxesAndMarkFollowTheMouseInTheTable) {

@@ -48,8 +48,7 @@ TEST_F(Preview, GivesTheResamplerTheEditedMapAndWhatTheBoxesSay) {
   // Pitch, key, modulation, flags; the middle and the end of the call.
   const std::tuple<int, const wchar_t*, const wchar_t*, const wchar_t*, const wchar_t*, const wchar_t*> tests[] = {
       {24, L"445", L"", L"g-5\"B 0", L"A5 100 \"g-5 B 0\"", L"100"},
-      {0, L"453", L"500", L"g", L"A#3 100 \"g\"", L"200"},
-  };
+      {0, L"453", L"500", L"g", L"A#3 100 \"g\"", L"200"}};
   for (const auto& [pitch, key, modulation, flags, middle, end] : tests) {
     SendItem(IDC_EDITOR_PITCH, TBM_SETPOS, TRUE, reinterpret_cast<void*>(pitch));
     Type(IDC_EDITOR_KEY, key);

@@ -86,8 +86,7 @@ TEST_F(Undo, TakesBackEachGestureAndDoesItAgain) {
       {L"Reload of All", twiceInTwo, [this] { PressAndAnswer(ID_EDIT_RELOADALL, IDYES); }},
       {L"Modify", check, inBar(IDC_MODIFY_MODIFY)},
       {L"Ignore", check, inBar(IDC_MODIFY_IGNORE)},
-      {L"Modify All", check, inBar(IDC_MODIFY_MODIFYALL)},
-  };
+      {L"Modify All", check, inBar(IDC_MODIFY_MODIFYALL)}};
   const std::vector<Bytes> asTheyWere = SaveAll();
   for (const auto& [name, prepare, gesture] : gestures) {
     SCOPED_TRACE(testing::PrintToString(name));
@@ -112,13 +111,6 @@ TEST_F(Undo, TakesBackEachGestureAndDoesItAgain) {
 TEST_F(Undo, GoesFromSyllableToSyllableAndPastASave) {
   Begin();
   std::vector<State> states = {Now()};
-  Mouse(WM_LBUTTONDOWN, 100, 100);
-  const State drawn = Now();
-  Select(1);
-  for (const UINT message : {WM_MOUSEMOVE, WM_LBUTTONUP}) Mouse(message, 110, 60);
-  EXPECT_NE(drawn, states[0]);
-  EXPECT_EQ(Now(), drawn) << "a stroke ends with its syllable";
-  EXPECT_EQ(After(ID_EDIT_UNDO), states[0]);
   const int rows[] = {0, 2, 1};
   for (const int row : rows) {
     Draw(row, 60 + 20 * row);
@@ -188,8 +180,7 @@ TEST_F(Keys, ServeABoxFirstAndAllWindowsButNotUnderAMessageOrAJob) {
       {{ctrl, 'Z'}, asItWas},     {{ctrl, VK_SHIFT, 'Z'}, edited},
       {{ctrl, 'Z'}, asItWas},     {{ctrl, 'Y'}, edited},
       {{ctrl, VK_DOWN}, L"*|||"}, {{ctrl, 'S'}, L"*|||"},  // nothing, as that one is not edited
-      {{ctrl, VK_UP}, edited},    {{ctrl, 'S'}, L"100.00000000||||"},
-  };
+      {{ctrl, VK_UP}, edited},    {{ctrl, 'S'}, L"100.00000000||||"}};
   for (const auto& [pressed, shown] : keys) EXPECT_TRUE(showsAfter(list_, pressed, shown)) << pressed.back();
   SelectFrames({});
   EXPECT_TRUE(Eventually([&] { return PressKeys(editor_, {ctrl, 'A'}), SelectedFrames() == std::vector{0}; }));

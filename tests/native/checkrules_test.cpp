@@ -91,8 +91,8 @@ TEST(CheckRecords, AResultIsTakenAsItStandsAndALongPathIsCut) {
 
 TEST(CheckRules, MapsOfAnySizeAndContentAreBorne) {
   constexpr double kOdd[] = {kNaN, kInfinity, -kInfinity, -1.0, 0.0, FrqNoPitch, 1e-300, 261.6, 1e308};
-  const CheckFrqSettings settings{.LowNote = std::numeric_limits<std::int32_t>::max(),
-                                  .HighNote = std::numeric_limits<std::int32_t>::min()};
+  constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+  const CheckFrqSettings settings{.LowNote = kMost, .HighNote = -kMost - 1};
   std::minstd_rand chance;
   for (const int size : {0, 1, 2, 3, 50, 100'000}) {
     for (int round = 0; round < (size > 50 ? 2 : 300); ++round) {

@@ -84,8 +84,7 @@ TEST_F(DocumentTest, AFileThatFailsOrThrowsLeavesTheTruthInMemory) {
       {"reload to empty", [&] { return document_.Reload(0, kEmpty, true) == 0; }, false, false, false, 1},
       {"read afresh", [&] { return document_.ReadAfresh(0, kEmpty, false) == 0; }, false, false, true, 1},
       {"load", [&] { return Map(0).Clear(), document_.EnsureLoaded(0, kEmpty); }, false, false, true, 1},
-      {"undo", [&] { return Map(0).Clear(), document_.Undo().What == StepResult::Done; }, false, true, true, 1},
-  };
+      {"undo", [&] { return Map(0).Clear(), document_.Undo().What == StepResult::Done; }, false, true, true, 1}};
   for (const auto& [what, call, loaded, saved, edited, undo] : cases) {
     for (const Fault fault : {Fault::Fails, Fault::Throws}) {
       SCOPED_TRACE(testing::Message() << what << " " << static_cast<int>(fault));
@@ -197,8 +196,7 @@ TEST_F(DocumentTest, AMapThatBecameAnotherTakesItsOwnStepsAlong) {
       {"no map", 2, [&] { document_.SetHasMap(0, false, 0); }},
       {"removed", 2, [&] { EXPECT_TRUE(document_.Remove(0)); }},
       {"read afresh", 2, [&] { document_.ReadAfresh(0, kKeep, true); }},
-      {"read in a gesture", 2, readInGesture},
-  };
+      {"read in a gesture", 2, readInGesture}};
   for (const auto& [what, steps, way] : ways) {
     SCOPED_TRACE(what);
     Start({PlainMap(10), PlainMap(12), PlainMap(14)});
@@ -232,8 +230,7 @@ TEST_F(DocumentTest, AStrokeEndsWithWhateverElseComesIn) {
       {"another stroke", [&] { document_.BeginStroke(Gesture::Erase, 1); }},
       {"reload", [&] { document_.Reload(1, kKeep, true); }},
       {"read afresh", [&] { document_.ReadAfresh(2, kKeep, true); }},
-      {"marks", [&] { document_.Mark(0, Marking(4, 305.0), true); }},
-  };
+      {"marks", [&] { document_.Mark(0, Marking(4, 305.0), true); }}};
   for (const auto& [what, other] : others) {
     SCOPED_TRACE(what);
     Start({PlainMap(10), PlainMap(12), PlainMap(14)});
@@ -330,8 +327,7 @@ TEST_F(DocumentTest, WindowsAreToldEachChangeOnceAndNotUnderTheLock) {
       {[&] { document_.Save(0, false, error_); }, 1, 1, {}},
       {hold, 1, 1, {}},
       {[&] { document_.Reload(1, kKeep, false); }, 1, 1, {}},
-      {[&] { document_.Remove(1); }, 1, 1, {}},
-  };
+      {[&] { document_.Remove(1); }, 1, 1, {}}};
   for (const auto& [step, told, entries, rows] : steps) {
     SCOPED_TRACE(&told - &std::get<1>(steps[0]));
     witness.Told = 0, witness.Last = {};

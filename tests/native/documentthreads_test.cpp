@@ -1,7 +1,6 @@
 // The document under four threads, as in the program: the editor's, the list's, that of the thumbnails, and the one
 // that writes the journal. A build with ThreadSanitizer runs it.
 
-#include <atomic>
 #include <random>
 #include <thread>
 
@@ -15,22 +14,7 @@ namespace {
 constexpr int kEntries = 6;
 constexpr int kRounds = 3000;
 
-// Counts what it is told; each window of the program has a thread of its own, so that it is told on all of them.
-struct Counter : DocumentListener {
-  explicit Counter(Document& document) : document_(document) {}
-  void OnChanged(const DocumentChanges& changes) override {
-    for (const EntryChange& change : changes.Entries) document_.Facts(change.Index);
-    ++told;
-  }
-  std::atomic<int> told = 0;
-
- private:
-  Document& document_;
-};
-
 struct Program {
-  Program() { document_.AddListener(counter_); }
-
   // Strokes and steps back, and paints the shown map.
   void Edit() {
     DocumentEditing editing(document_);
@@ -82,7 +66,6 @@ struct Program {
 
   void ExpectWhole() {
     ExpectCounts(document_);
-    EXPECT_GT(counter_.told, kRounds);
     for (int index = 0; index < kEntries; ++index) document_.Reload(index, Document::OnFailure::EmptySaved, true);
     EXPECT_EQ(document_.State().Edited, 0);
     EXPECT_TRUE(journal_.Flush());
@@ -109,7 +92,6 @@ struct Program {
   MemoryFiles files_;
   Document document_{files_};
   const std::vector<FoundSyllable> found_ = OpenMaps(document_, files_, std::vector(kEntries, PlainMap(20)));
-  Counter counter_{document_};
   FaultDisk disk_;
   Journal journal_{document_, disk_, L"C:\\journal", std::chrono::milliseconds(1)};
 };

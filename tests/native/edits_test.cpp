@@ -26,8 +26,7 @@ TEST(Edits, LimitsHoldForEveryNumber) {
   const std::tuple<double, FrqType, bool, double> tests[] = {
       {none, FrqTypeFrq, false, 55.0},      {infinity, FrqTypeFrq, false, kHighest},
       {-infinity, FrqTypeFrq, false, 55.0}, {kHighest, FrqTypeMrq, true, 7902.1328125},
-      {55.0000001, FrqTypeMrq, true, 55.0}, {33.3, FrqTypePmk, false, 55.0},
-  };
+      {55.0000001, FrqTypeMrq, true, 55.0}, {33.3, FrqTypePmk, false, 55.0}};
   for (const auto& [hz, kind, single, result] : tests) {
     EXPECT_EQ(ClampFrequency(hz, kind, single), result) << hz << " " << kind;
   }
@@ -39,19 +38,16 @@ TEST(Edits, TypedTextIsReadUpToTheFirstOddCharacter) {
       {L".5", 0.5},         {L"5.", 5.0},        {L"1E+2x", 100.0}, {L"1e", 1.0},
       {L"1,5", 1.0},        {L"--5", 0.0},       {L".", 0.0},       {L"0x1F", 0.0},
       {L"inf", 0.0},        {L"-nan", 0.0},      {L"1e-999", 0.0},  {L"440\x3042", 440.0},
-      {L"1e999", HUGE_VAL}, {L"\xFF15", 0.0},
-  };
+      {L"1e999", HUGE_VAL}, {L"\xFF15", 0.0}};
   for (const auto& [text, value] : tests) EXPECT_EQ(ParseFrequency(text), value) << text;
 }
 
 TEST(CommandLine, TakesAnyModulationAndFlagsThatAUserTypes) {
-  const std::pair<const wchar_t*, int> tests[] = {
-      {L" ", 0},           {L"-", 0},
-      {L"12x", 12},        {L"x12", 0},
-      {L" 7", 7},          {L"2147483647", 200},
-      {L"99999999999", 0}, {L"-99999999999999999999999", 0},
-      {L"-200", -200},
-  };
+  const std::pair<const wchar_t*, int> tests[] = {{L" ", 0},           {L"-", 0},
+                                                  {L"12x", 12},        {L"x12", 0},
+                                                  {L" 7", 7},          {L"2147483647", 200},
+                                                  {L"99999999999", 0}, {L"-99999999999999999999999", 0},
+                                                  {L"-200", -200}};
   for (const auto& [text, value] : tests) EXPECT_EQ(ModulationFromText(text), value) << text;
   EXPECT_EQ(WithoutQuotes(L"g-5\" \"calc.exe\""), L"g-5   calc.exe ");
 }

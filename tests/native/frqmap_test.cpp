@@ -71,8 +71,7 @@ TEST(VsProject, WhatALibraryMayTellHarmsNobody) {
       {"more frames than memory", ProjectOf(kMost, 1, {{0, 0, 0.5}}), true, false, true},
       {"periods of no length", ProjectOf(44100, 200, {{kMost, 1, 0.5}}), true, true, false},
       {"fewer points than counted", refusedPoints, true, true, true},
-      {"next to none of many points", emptyClaim, false, false, true},
-  };
+      {"next to none of many points", emptyClaim, false, false, true}};
   for (const auto& [what, odd, isMap, hasGrid, hasPeriods] : tests) {
     EXPECT_EQ(ResampledMap(odd, FrqTypeDio).has_value(), hasGrid) << what;
     EXPECT_EQ(PmkOfProject(odd).has_value(), hasPeriods) << what;

@@ -108,7 +108,8 @@ TEST(Recovery, KeepsAMapOnceARunAndForTheNextRuns) {
   ASSERT_EQ(list.size(), 5U);  // four runs, and the last of them twice
   EXPECT_EQ(*run.Kept().Read(list[0]), Filled(20, 8));
   EXPECT_EQ(*run.Kept().Read(list[4]), Filled(30, 4));
-  EXPECT_TRUE(list[4].MapPath == kMap && list[4].Because == KeptBecause::MadeAnew && list[4].Time == list[0].Time - 181);
+  EXPECT_TRUE(list[4].MapPath == kMap && list[4].Because == KeptBecause::MadeAnew &&
+              list[4].Time == list[0].Time - 181);
 
   // A damaged content is none; a torn record hides nothing that is before it.
   Bytes file = *disk.ContentOf(list[0].File);

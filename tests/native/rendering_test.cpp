@@ -12,16 +12,14 @@
 namespace {
 
 TEST(PitchBend, IsDecodedAsHostsWriteIt) {
-  const std::pair<const wchar_t*, std::vector<double>> cases[] = {
-      {L"AA#1#", {0, 0}},
-      {L"ABAC#2#AD", {1, 2, 2, 2, 3}},
-      {L"//f/gA", {-1, 2047, -2048}},
-      {L"AZBaB+", {25, 90, 126}},
-      {L"", {}},
-      {L"AB!!AC", {1}},
-      {L"#3#AA", {}},
-      {L"AC##AD#0#", {2, 3}},
-  };
+  const std::pair<const wchar_t*, std::vector<double>> cases[] = {{L"AA#1#", {0, 0}},
+                                                                  {L"ABAC#2#AD", {1, 2, 2, 2, 3}},
+                                                                  {L"//f/gA", {-1, 2047, -2048}},
+                                                                  {L"AZBaB+", {25, 90, 126}},
+                                                                  {L"", {}},
+                                                                  {L"AB!!AC", {1}},
+                                                                  {L"#3#AA", {}},
+                                                                  {L"AC##AD#0#", {2, 3}}};
   for (const auto& [text, cents] : cases) EXPECT_EQ(DecodePitchBend(text), cents) << text;
   EXPECT_EQ(DecodePitchBend(L"AA#4000000000#AA#4000000000#").size(), 1'000'000u);
 }

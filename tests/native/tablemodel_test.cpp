@@ -59,18 +59,4 @@ TEST_F(TableModelTest, TheViewStaysWithinTheMapAndTheNotes) {
   }
 }
 
-TEST_F(TableModelTest, WithoutALoadedMapTheSpectrumSetsTheColumns) {
-  map.Hop = 80;
-  EXPECT_EQ(table.ColumnHop(), 80.0);
-  table.SetViewMode(1);
-  EXPECT_FALSE(table.ScrollsOverSpectrum());
-  table.SetMaps(nullptr, nullptr);
-  EXPECT_TRUE(table.ScrollsOverSpectrum());
-  EXPECT_EQ(table.ColumnHop(), 256.0);
-  table.Kind = FrqTypeVs4ufrq;
-  EXPECT_EQ(table.ColumnHop(), 220.5);
-  table.SetThumbnail(true);
-  EXPECT_FALSE(table.ShowsSpectrum());
-}
-
 }  // namespace

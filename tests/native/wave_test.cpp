@@ -38,8 +38,7 @@ TEST(Waves, SoundThatAnAiffLacksIsSilence) {
   const std::tuple<std::uint8_t, std::uint32_t, Bytes, Bytes, std::size_t> tests[] = {
       {2, 8 + 8, {1, 2, 3}, {2, 1, 0, 3}, 8},
       {1, 8 + 900, {1, 2, 3}, {2, 1, 3}, 900},
-      {0, 0xFFFFFFFF, {9}, {9}, 1 << 20},
-  };
+      {0, 0xFFFFFFFF, {9}, {9}, 1 << 20}};
   for (const auto& [frames, claimed, given, samples, size] : tests) {
     Bytes file = form, sound(8);
     const Bytes format = {0, 2, 0, 0, 0, frames, 0, 16, 0x40, 0x0E, 0xAC, 0x44, 0, 0, 0, 0, 0, 0};

@@ -96,15 +96,13 @@ TEST_F(BasicResampler, RefusesWhatItCannotDoAndLeavesNothing) {
   Write(L"folder.wav\\x", {});
   Write(L"rubbish.aiff", Bytes(500, 'x'));
   const auto before = NamesIn(Bank());
-  const std::pair<std::wstring, DWORD> cases[] = {
-      {L"", 2},
-      {Render(L"H4 100 \"\" 0 500"), 2},
-      {L"@empty.wav nul", 1},
-      {L"@cut.wav nul", 1},
-      {L"@folder.wav nul", 1},
-      {L"@rubbish.aiff nul", 1},
-      {L"@gone.wav @out.wav C4 100 \"\" 0 500", 1},
-  };
+  const std::pair<std::wstring, DWORD> cases[] = {{L"", 2},
+                                                  {Render(L"H4 100 \"\" 0 500"), 2},
+                                                  {L"@empty.wav nul", 1},
+                                                  {L"@cut.wav nul", 1},
+                                                  {L"@folder.wav nul", 1},
+                                                  {L"@rubbish.aiff nul", 1},
+                                                  {L"@gone.wav @out.wav C4 100 \"\" 0 500", 1}};
   for (const auto& [arguments, code] : cases) {
     EXPECT_EQ(Run(arguments), code) << arguments.c_str();
     EXPECT_EQ(NamesIn(Bank()), before) << arguments.c_str();

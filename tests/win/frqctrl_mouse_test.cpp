@@ -58,8 +58,7 @@ TEST_F(FrqCtrlMouse, AStrokeSetsEveryColumnThatItPassesAndNoOther) {
       {{{x(34), Y(40)}, {x(31), Y(46)}}, {34, 34, 34, 33, 32, 31}, {40, 40, 40, 42, 44, 46}},
       {{{x(30), Y(40)}, {x(28), Y(40)}}, {30, 30, 30, 29, 28}, {40, 40, 40, 40, 40}},
       {{{x(last - 1), Y(40)}, {x(last) + 3 * kCell, Y(44)}}, {last - 1, last - 1, last - 1, last}, {40, 40, 40, 41}},
-      {{{x(31), -9999}}, {31, 31}, {119, 119}},
-  };
+      {{{x(31), -9999}}, {31, 31}, {119, 119}}};
   for (const auto& [points, columns, notes] : tests) {
     for (const bool erase : {false, true}) {
       map_.Frames = ExampleMap().Frames;
@@ -171,20 +170,17 @@ TEST_F(FrqCtrlMouse, ADragEndsWithItsCaptureItsMapOrItsWindow) {
   control.SetEditing(&editing);
   FrqMap other = ExampleMap();
   const FrqMap untouched = other;
-  const std::function<void()> ends[] = {
-      [&] { SetCapture(sibling_); },
-      [&] { Show(&reference_, &other); },
-      // In answer to the second column of a move.
-      [&] {
-        answer = [&] {
-          if (told.back().second == 4) control.SetMaps(&reference_, &other);
-        };
-        Mouse(WM_MOUSEMOVE, X(6), Y(40));
-        EXPECT_EQ(ToldColumns().back(), 4);
-        EXPECT_NE(map_.Frames[5].Frequency, NoteToHz(40));
-        answer = nullptr;
-      },
-  };
+  const std::function<void()> ends[] = {[&] { SetCapture(sibling_); }, [&] { Show(&reference_, &other); },
+                                        // In answer to the second column of a move.
+                                        [&] {
+                                          answer = [&] {
+                                            if (told.back().second == 4) control.SetMaps(&reference_, &other);
+                                          };
+                                          Mouse(WM_MOUSEMOVE, X(6), Y(40));
+                                          EXPECT_EQ(ToldColumns().back(), 4);
+                                          EXPECT_NE(map_.Frames[5].Frequency, NoteToHz(40));
+                                          answer = nullptr;
+                                        }};
   for (const auto& end : ends) {
     SCOPED_TRACE(&end - ends);
     map_ = ExampleMap();

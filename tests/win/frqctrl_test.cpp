@@ -80,8 +80,7 @@ TEST_F(FrqCtrlTest, TheBarsAndTheWheelScrollOverTheWholeMapAndNoFarther) {
       {WM_MOUSEWHEEL, MK_SHIFT, -120, {4, 95, 0}},    {WM_MOUSEWHEEL, MK_SHIFT, 240, {0, 95, 0}},
       {WM_MOUSEWHEEL, MK_SHIFT, -32000, {59, 95, 0}}, {WM_MOUSEWHEEL, 0, 120, {59, 94, 0}},
       {WM_MOUSEWHEEL, 0, -240, {59, 95, 0}},          {WM_MOUSEWHEEL, 0, 119, {59, 95, 0}},
-      {WM_MOUSEWHEEL, MK_CONTROL, 120, {59, 95, 1}},  {WM_MOUSEWHEEL, MK_SHIFT | MK_LBUTTON, 120, {59, 95, 1}},
-  };
+      {WM_MOUSEWHEEL, MK_CONTROL, 120, {59, 95, 1}},  {WM_MOUSEWHEEL, MK_SHIFT | MK_LBUTTON, 120, {59, 95, 1}}};
   for (const auto& [message, code, delta, expected] : rows) {
     Send(message, MAKEWPARAM(code, delta), message == WM_MOUSEWHEEL ? MAKELPARAM(100, 9) : 0);
     const std::array seen = {GetScrollPos(control_, SB_HORZ), GetScrollPos(control_, SB_VERT), control.Zoom()};
