@@ -163,12 +163,6 @@ TEST_F(DocumentTest, ASaveStopsAtAMapThatAnotherProgramHasChanged) {
   EXPECT_EQ(inFile(), std::pair(310.0, 205.0));
 
   putOther();
-  EXPECT_EQ(document_.Reload(0, kEmpty, true), 0);
-  Set(0, 330.0);
-  EXPECT_EQ(save(Refuse), 0) << "the change has come in by the reload";
-  EXPECT_EQ(inFile(), std::pair(330.0, 500.0));
-
-  putOther();
   files_.Next = Fault::Fails;
   EXPECT_EQ(save(Refuse), 0) << "what cannot be read is no map that would be lost";
   Set(0, 340.0);

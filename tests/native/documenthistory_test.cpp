@@ -183,13 +183,9 @@ TEST_F(DocumentHistoryTest, TenThousandGesturesGoBackAndForthBitForBit) {
   }
   ASSERT_GT(states_.size(), std::size_t{kGestures / 2});
   const std::size_t last = states_.size() - 1;
-  for (std::size_t k = last; k > 0; --k) {
-    ASSERT_NO_FATAL_FAILURE(ExpectStep(k, k - 1)) << "undo " << k;
-  }
+  for (std::size_t k = last; k > 0; --k) ASSERT_NO_FATAL_FAILURE(ExpectStep(k, k - 1)) << "undo " << k;
   EXPECT_EQ(document_.Undo().What, StepResult::Nothing);
-  for (std::size_t k = 0; k < last; ++k) {
-    ASSERT_NO_FATAL_FAILURE(ExpectStep(k, k + 1)) << "redo " << k;
-  }
+  for (std::size_t k = 0; k < last; ++k) ASSERT_NO_FATAL_FAILURE(ExpectStep(k, k + 1)) << "redo " << k;
   EXPECT_EQ(document_.Redo().What, StepResult::Nothing);
 }
 
