@@ -1,8 +1,8 @@
 // What the list answers: the FLM_ messages, taken apart once and handed to what they ask for.
 //
-// An index in a message is a position in the document. One that is none is ignored, and what the sender put into its answer
-// stays; the questions that are asked of any index (has it a map) answer 0 then. A pointer that leads nowhere gets no
-// answer, and nothing is done for the sake of one alone: any program may send any of the numbers.
+// An index in a message is a position in the document. One that is none is ignored, and what the sender put into its
+// answer stays; the questions that are asked of any index (has it a map) answer 0 then. A pointer that leads nowhere
+// gets no answer, and nothing is done for the sake of one alone: any program may send any of the numbers.
 #include "app/filelistdlg.h"
 
 #include <shlwapi.h>

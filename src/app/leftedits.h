@@ -23,5 +23,5 @@ std::optional<LeftEdits> FindLeftEdits(Voicebank& bank, const std::wstring& fold
 // Says what there is and asks once. False: the user gives them up.
 bool AskForLeftEdits(HWND owner, const LeftEdits& edits);
 
-// The sentence for behind it.
+// Says how it went, once they have been brought back.
 std::wstring TextOf(const RestoreReport& report);

@@ -174,7 +174,7 @@ class FileListSender {
   void Ignore(int index, int position) const { Send(FLM_IGNORE, static_cast<WPARAM>(index), position); }
   void FindFailure(FindFailureRecord& record) const { Send(FLM_FINDFAILURE, 0, messages_detail::Pointer(&record)); }
   void ShowModifyBar(bool show, bool byNeed) const { Send(FLM_SHOWMODIFYBAR, show, byNeed); }
-  // Those that wait for it.
+  // What has changed in the document since the list showed it last.
   void ShowChanges() const { Send(FLM_SHOWCHANGES); }
   ListState State() const {
     ListState state{0, -1, -1, nullptr};

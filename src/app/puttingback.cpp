@@ -45,7 +45,7 @@ class PuttingBack {
     return entries;
   }
 
-  // How many could not be. What is there now is kept in turn.
+  // Gives how many could not be put back. What is there now is kept in turn.
   int PutBack(const std::vector<KeptMap>& chosen) {
     const KeptBecauseScope because(bank_.Run.Safety, KeptBecause::PutBack);
     int failed = 0;

@@ -13,13 +13,13 @@ class Session {
  public:
   explicit Session(Document& maps);
 
-  // Before any map is read; and the orderly end, when nobody changes a map any more. Without the former nothing is kept.
+  // Before any map is read; and the orderly end, when nobody changes a map any more. Nothing is kept without `Start`.
   void Start();
   void End();
 
   // A folder has been opened, or another kind of map has come to work: the journal begins anew. On any thread.
   void BeginJournal(const std::wstring& folder, FrqType kind);
-  // Of the next journal: what its kind of map hangs on.
+  // That of the next journal, whose kind of map hangs on it.
   void SetResampler(const std::wstring& path);
   // The edits that are brought back are on the disk again. False if they are not.
   bool IsJournalWritten();

@@ -31,8 +31,8 @@ class FileGuard {
  public:
   virtual ~FileGuard() = default;
 
-  // A change is about to be made; it has been made in full, or taken back in full. In pairs, on one thread. What a
-  // `Begin` without its `End` tells is completed or taken back when the program starts the next time.
+  // Begin: a change is about to be made. End: it has been made in full, or taken back in full. In pairs, on one thread.
+  // What a `Begin` without its `End` tells is completed or taken back when the program starts the next time.
   //
   // No `End` comes where the old bytes could not be put back either (a drive that has gone). The program runs on, and
   // the next `Begin` of the thread opens a pair of its own.
@@ -47,8 +47,8 @@ class FileGuard {
   // removes many. `mapPath` is the map's file, of an
   // entry of desc.mrq the name that it would have as a file of its own (a.mrq).
   virtual bool Wants(const std::wstring& mapPath) = 0;
-  // Its bytes as they are, before they are overwritten or deleted for the first time. Of an entry of desc.mrq: the entry
-  // with its head.
+  // Its bytes as they are, before they are overwritten or deleted for the first time. Of an entry of desc.mrq: the
+  // entry with its head.
   virtual void Keep(const std::wstring& mapPath, ByteSpan bytes) = 0;
 };
 

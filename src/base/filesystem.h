@@ -1,8 +1,8 @@
 // Files as an interface: what the program does to files that must not be lost, so that tests keep theirs in memory and
 // have them fail, write short, or die at any call.
 //
-// Every call that fails leaves its reason in LastError of its file system. A stream is used by one thread at a time, a file system by
-// any number.
+// Every call that fails leaves its reason in LastError of its file system. A stream is used by one thread at a time, a
+// file system by any number.
 #pragma once
 
 #include <cstdint>
@@ -31,8 +31,8 @@ enum class FileMode {
   Read,    // a file that is there, whatever others do with it
   Patch,   // reads and writes a file that is there or is made, empty; others may have it open, and one that lets nobody
            // write is waited for some seconds. Written through: a write that has come back outlasts the power
-  Shared,  // as Patch, for a file that several programs write: locked against those that open it so, which wait for some
-           // seconds and then fail
+  Shared,  // as Patch, for a file that several programs write: locked against those that open it so, which wait for
+           // some seconds and then fail
   Own,     // as Patch, and nobody else opens it so meanwhile: what a running program holds to show that it lives
 };
 

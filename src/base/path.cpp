@@ -42,7 +42,8 @@ std::size_t ExtensionStart(const std::wstring& path) {
 std::wstring PathSeenFrom(const std::wstring& folder, const std::wstring& name) {
   std::wstring path = name;
   if (!folder.empty() && !HasDrive(name) && !name.starts_with(L"\\\\")) {
-    path = name.starts_with(L'\\') ? PathIn(folder.substr(0, RootLength(folder)), name.substr(1)) : PathIn(folder, name);
+    path = name.starts_with(L'\\') ? PathIn(folder.substr(0, RootLength(folder)), name.substr(1))
+                                   : PathIn(folder, name);
   }
   return path.size() <= kPathLimit ? WithoutDots(path) : L"";
 }

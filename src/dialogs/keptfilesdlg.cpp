@@ -7,7 +7,6 @@
 
 #include "base/path.h"
 #include "base/text.h"
-#include "window/redrawonce.h"
 
 namespace {
 

@@ -20,12 +20,12 @@ std::wstring WidePath(std::string_view narrow);
 // Whether there is a map of that name: a file, or an entry of the store for .mrq. `store` may be null.
 bool MapFileExists(const std::wstring& mapPath, MrqStore* store);
 
-// Deletes a map with all that belongs to it; false if the map itself stayed. The guard gets it first. `store` may be null, and then a .mrq
-// stays; `keepEntry` leaves the entry in the store.
+// Deletes a map with all that belongs to it; false if the map itself stayed. The guard gets it first. `store` may be
+// null, and then a .mrq stays; `keepEntry` leaves the entry in the store.
 bool DeleteMapFile(const std::wstring& mapPath, MrqStore* store, bool keepEntry);
 
-// Brings a map back as the guard has kept it: the bytes of a file, or of an entry with its head. 0, or -1 with the reason
-// in GetLastError. `store` may be null without .mrq.
+// Brings a map back as the guard has kept it: the bytes of a file, or of an entry with its head. 0, or -1 with the
+// reason in GetLastError. `store` may be null without .mrq.
 int RestoreMapFile(const std::wstring& mapPath, ByteSpan kept, MrqStore* store);
 
 // FrqMap::Load and Save on the map file of a wave. A path that is not expressible narrowly fails like a missing one:

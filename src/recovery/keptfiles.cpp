@@ -51,7 +51,7 @@ std::optional<Head> ReadHead(FileStream& file, std::int64_t at) {
   return head;
 }
 
-// A torn end, as the end of the power leaves it, ends the list of its file.
+// A torn end, as a power cut leaves it, ends the list of its file.
 void ListFile(FileSystem& files, const std::wstring& path, std::vector<KeptMap>& into) {
   const auto file = files.Open(path, FileMode::Read);
   std::int64_t at = 0;

@@ -9,7 +9,9 @@
 std::wstring RecoveryRoot() {
   wchar_t folder[MAX_PATH + 1] = L"";
   const DWORD length = GetEnvironmentVariableW(L"LOCALAPPDATA", folder, MAX_PATH + 1);
-  const bool isNamed = length > 0 && length <= MAX_PATH;
-  if (!isNamed && SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder) != S_OK) return {};
+  if (length == 0 || length > MAX_PATH) {
+    const HRESULT result = SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder);
+    if (result != S_OK) return {};
+  }
   return PathIn(folder, L"Marlit\\Recovery");
 }

@@ -1,5 +1,5 @@
-// WriteLog: what is on the disk of a change before the file itself is touched, so that one that was broken off by the
-// end of the program, or of the power, is completed or taken back.
+// WriteLog: what is on the disk of a change before the file itself is touched, so that one that a kill or a power cut
+// has broken off is completed or taken back.
 //
 // A slot is a file that holds one change at a time: its first word tells whether that is under way. A thread has a slot
 // for the time of its change, so that several may be under way at once. A slot that is never let go stays for the next
