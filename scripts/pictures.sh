@@ -16,6 +16,8 @@ manual=$root/docs/manual
 home='C:\Marlit'
 voice='C:\voice'
 
+bare_title='^(Marlit|マーリット)$' # of questions; the editor's own is longer once a voicebank is open
+
 pictures_of() {
   local language=${1%-*}
   dpi=${1#*-}
@@ -31,6 +33,7 @@ pictures_of() {
   shoot_main_windows
   shoot_dialogs
   shoot_jobs
+  shoot_what_is_kept
   shoot_restricted_folder
   [ "$dpi" != 96 ] || copy_to_manual "$language"
   du -sh "$pictures"
@@ -44,9 +47,10 @@ set_dpi() {
   wineserver -p30 >/dev/null 2>&1
 }
 
-# The settings are those of a first start, and the sample voicebank is as the program that makes it leaves it.
+# The settings are those of a first start, nothing is kept of earlier runs, and the sample voicebank is as the program
+# that makes it leaves it.
 install_program() {
-  rm -rf "$drive/Marlit" "$drive/voice" "$drive/Program Files/voice"
+  rm -rf "$drive/Marlit" "$drive/voice" "$drive/Program Files/voice" "$drive"/users/*/AppData/Local/Marlit
   mkdir -p "$drive/Marlit" "$drive/voice"
   cp "$built"/{marlit.exe,checkfrq.dll,basic-resampler.exe} "$drive/Marlit/"
   wine "$built/make-samplebank.exe" "$voice\\sample"
@@ -163,7 +167,7 @@ shoot_correction() {
   settle
   picture error-halved "$editor"
   keys ctrl+q
-  shot discard '^(Marlit|マーリット)$'
+  shot discard "$bare_title"
   keys Escape
 }
 
@@ -314,11 +318,67 @@ shoot_jobs() {
   picture files-mrq "$list"
   to_editor
   keys F10 e i
-  shot initialize-question '^(Marlit|マーリット)$'
+  shot initialize-question "$bare_title"
   keys y
   shot initialize-mrq '^(Initialize frequency maps?|周波数表の初期化)$'
   keys Escape
   close_program
+}
+
+# Edits that a kill leaves are asked about by the next start; behind their save, and with a map made anew, there are maps
+# that were kept; and a save asks about another program's change.
+shoot_what_is_kept() {
+  open_program "$voice\\sample"
+  edit_three_syllables
+  sleep 1.2 # the journal is on the disk within a second
+  kill -9 "$program"
+  wait "$program" 2>/dev/null || true
+
+  start_program "$voice\\sample"
+  shot left-edits "$bare_title"
+  xdotool mousemove --window "$window" 60 10 click 1 # without a window manager it has no focus yet
+  settle
+  keys y
+  find_main_windows
+  to_editor
+  keys ctrl+shift+s ctrl+Down ctrl+Down ctrl+Down # え
+  keys F10 e i y
+  sleep 1
+  settle
+  to_editor
+  keys F10 e k
+  find_window '^(Kept frequency maps|保管された周波数表)$'
+  keys Down shift+Down
+  picture kept-maps "$window"
+  keys Escape
+
+  draw_stroke
+  cp "$drive/voice/sample/い_wav.frq" "$drive/voice/sample/え_wav.frq"
+  keys ctrl+s
+  shot map-changed "$bare_title"
+  keys Escape
+  close_program discard
+}
+
+# あ, い and う, behind three with Latin names.
+edit_three_syllables() {
+  local count
+  to_editor
+  click_editor 50 60 # the frame list, so that the keys below go to the editor
+  keys ctrl+Down ctrl+Down
+  for count in 1 2 3; do
+    keys ctrl+Down
+    draw_stroke
+  done
+}
+
+draw_stroke() {
+  point_at_table 120 150
+  xdotool mousedown 1
+  point_at_table 180 160
+  point_at_table 240 150
+  xdotool mouseup 1
+  settle
 }
 
 # The list comes up only when the warning has been closed.

@@ -17,7 +17,7 @@ struct Column {
 };
 
 constexpr std::array kColumns = {
-    Column{IDS_KEPT_MAP, 90, LVCFMT_LEFT},     Column{IDS_KEPT_TIME, 76, LVCFMT_LEFT},
+    Column{IDS_KEPT_MAP, 90, LVCFMT_LEFT},     Column{IDS_KEPT_TIME, 92, LVCFMT_LEFT},
     Column{IDS_KEPT_BECAUSE, 92, LVCFMT_LEFT}, Column{IDS_KEPT_SIZE, 40, LVCFMT_RIGHT},
     Column{IDS_KEPT_FOLDER, 200, LVCFMT_LEFT},
 };
