@@ -26,23 +26,8 @@ bool Overwrite(FileSystem& files, FileStream& stream, const std::wstring& path, 
   return MakeChange(files, stream, change);
 }
 
-}  // namespace
-
-bool WriteInPlace(FileSystem& files, const std::wstring& path, ByteSpan bytes) {
-  PresentGuard().Mend(path);
-  const bool wasThere = files.FactsOf(path).has_value();
-  std::unique_ptr<FileStream> stream = files.Open(path, FileMode::Patch);
-  if (!stream) return false;
-  if (Overwrite(files, *stream, path, bytes)) return true;
-  const std::uint32_t error = files.LastError();
-  stream.reset();
-  if (!wasThere) files.Delete(path);
-  files.SetLastError(error);
-  return false;
-}
-
-bool MakeChange(FileSystem& files, FileStream& stream, const FileChange& change, const std::function<bool()>& isThere) {
-  PresentGuard().Begin(change);
+// The rest of a change whose Begin the guard has been told.
+bool CarryOut(FileSystem& files, FileStream& stream, const FileChange& change, const std::function<bool()>& isThere) {
   files.SetLastError(0);
   if (WritePieces(stream, change) && (!isThere || isThere())) {
     PresentGuard().End();
@@ -52,6 +37,49 @@ bool MakeChange(FileSystem& files, FileStream& stream, const FileChange& change,
   if (TakeBack(stream, change)) PresentGuard().End();
   files.SetLastError(error != 0 ? error : kWriteFault);
   return false;
+}
+
+// An empty file; what failed before stays the reason.
+bool RemoveEmpty(FileSystem& files, const std::wstring& path) {
+  const std::uint32_t error = files.LastError();
+  const std::optional<FileFacts> facts = files.FactsOf(path);
+  const bool isGone = facts && facts->Size == 0 && files.Delete(path);
+  files.SetLastError(error);
+  return isGone;
+}
+
+// The guard is told before the file is made: an empty one that is found at the next start would else be a map that
+// nobody can read, and that looks like one that is there.
+bool WriteNew(FileSystem& files, const std::wstring& path, ByteSpan bytes) {
+  const FileChange change{path, 0, std::ssize(bytes), {{0, {}, Bytes(bytes.begin(), bytes.end())}}};
+  PresentGuard().Begin(change);
+  std::unique_ptr<FileStream> stream = files.Open(path, FileMode::Patch);
+  const std::optional<std::int64_t> size = stream ? SizeOf(files, *stream) : std::nullopt;
+  if (size == 0) {
+    if (CarryOut(files, *stream, change, {})) return true;
+    stream.reset();
+    RemoveEmpty(files, path);
+    return false;
+  }
+  // Somebody else was quicker, or nobody knows: the next start looks at what cannot be removed.
+  const bool isOpen = stream != nullptr;
+  if (isOpen && !size) stream.reset();
+  if (!isOpen || size || RemoveEmpty(files, path)) PresentGuard().End();
+  return stream && Overwrite(files, *stream, path, bytes);
+}
+
+}  // namespace
+
+bool WriteInPlace(FileSystem& files, const std::wstring& path, ByteSpan bytes) {
+  PresentGuard().Mend(path);
+  if (!files.FactsOf(path)) return WriteNew(files, path, bytes);
+  const std::unique_ptr<FileStream> stream = files.Open(path, FileMode::Patch);
+  return stream && Overwrite(files, *stream, path, bytes);
+}
+
+bool MakeChange(FileSystem& files, FileStream& stream, const FileChange& change, const std::function<bool()>& isThere) {
+  PresentGuard().Begin(change);
+  return CarryOut(files, stream, change, isThere);
 }
 
 // One piece that resists keeps no other one from being put back.

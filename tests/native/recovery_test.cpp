@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/inplace.h"
 #include "faultdisk.h"
 
 namespace {
@@ -59,6 +60,32 @@ TEST(Recovery, AWriteThatBrokeOffIsOldOrNewAfterTheNextStart) {
     }
     EXPECT_TRUE(wasCompleted);
   }
+}
+
+// Of a map that was not there nothing is left, or all of it: an empty file would look like one that is there.
+TEST(Recovery, ANewFileThatBrokeOffIsWholeOrNotThereAfterTheNextStart) {
+  const Bytes coming = Filled(64, 3);
+  bool isThrough = false, wasCompleted = false;
+  for (int call = 1; !isThrough; ++call) {
+    for (const std::size_t bytes : {0, 1, 40, 200}) {
+      FaultDisk disk;
+      disk.MakeFolder(L"C:\\bank");
+      auto run = std::make_unique<Program>(disk, 1);
+      SetPresentGuard(run.get());
+      disk.Plan(call, Fault::Dies, bytes);
+      WriteInPlace(disk, kMap, coming);
+      SetPresentGuard(nullptr);
+      isThrough = !disk.HasDied();
+      disk.Revive();
+      const std::optional<Bytes> broken = disk.ContentOf(kMap);
+      ++now;
+      const Program next(disk, 2);
+      const std::optional<Bytes> found = disk.ContentOf(kMap);
+      EXPECT_TRUE(!found || found == coming) << call << ' ' << bytes;
+      wasCompleted = wasCompleted || (found == coming && broken != coming);
+    }
+  }
+  EXPECT_TRUE(wasCompleted);
 }
 
 TEST(Recovery, LeavesAloneWhatSomebodyElseHasWrittenSince) {
