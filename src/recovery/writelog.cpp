@@ -143,7 +143,7 @@ WriteLog::Slot* WriteLog::Take(const std::wstring& target) {
     const std::wstring path = PathIn(folder_, std::wstring(kSlotName) + std::to_wstring(slots_.size() + 1));
     auto file = files_.Open(path, FileMode::Patch);
     if (!file) return nullptr;
-    slots_.push_back(std::make_unique<Slot>(path, std::move(file)));
+    slots_.push_back(std::make_unique<Slot>(Slot{.Path = path, .File = std::move(file)}));
     slot = std::prev(slots_.end());
   }
   (*slot)->IsTaken = true;

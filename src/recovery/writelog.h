@@ -37,8 +37,8 @@ class WriteLog {
 
  private:
   struct Slot {
-    std::wstring Path;
-    std::unique_ptr<FileStream> File;
+    std::wstring Path = {};
+    std::unique_ptr<FileStream> File = {};
     std::wstring Target = {};  // of the change in it
     bool IsTaken = false;
   };

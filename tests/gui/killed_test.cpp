@@ -1,5 +1,6 @@
-// The program is killed while it saves, and started again: every map is the old one or the new one, and no edit is gone.
-// It runs in a process of its own, over maps that take it some time to write.
+// The program is killed while it saves, and started again: every map is the old or the new one, and no edit is gone. It
+// runs in a process of its own, over maps that take it some time to write.
+#include <cstring>
 #include <filesystem>
 #include <tuple>
 #include <utility>
@@ -30,7 +31,9 @@ struct Killed : testing::Test {
   }
   // As saved with the edits: its first and its last frame are others.
   static Bytes Edited(Bytes map, double frequency) {
-    for (const std::size_t frame : {0, kFrames - 1}) memcpy(&map[kHeader + frame * kFrame], &frequency, sizeof(frequency));
+    for (const std::size_t frame : {0, kFrames - 1}) {
+      memcpy(&map[kHeader + frame * kFrame], &frequency, sizeof(frequency));
+    }
     return map;
   }
   // How many maps are these bytes.
