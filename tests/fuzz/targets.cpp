@@ -16,6 +16,7 @@
 #include "frqmap/pmk.h"
 #include "native/faultdisk.h"
 #include "native/wavebytes.h"
+#include "resampler/commandline.h"
 #include "voicebank/inifile.h"
 #include "voicebank/otoini.h"
 
@@ -28,6 +29,11 @@ void Expect(bool holds) {
 // A NaN stays the one that it is.
 bool Same(double a, double b) {
   return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+// The frequency that is left where a kind writes none for a frame without pitch.
+double PitchOf(const FrqFrame& frame) {
+  return frame.Frequency <= FrqNoPitch ? FrqNoPitch : frame.Frequency;
 }
 
 // What the program does with each map that it has read, whose memory is in proportion to what it was read from.
@@ -67,6 +73,18 @@ MrqEntries EntriesOf(MrqImage file) {
   return entries;
 }
 
+// The arguments of a command line; quotes keep blanks together.
+std::vector<std::wstring> ArgumentsOf(const std::wstring& line) {
+  std::vector<std::wstring> arguments(1);
+  bool quoted = false;
+  for (const wchar_t c : line) {
+    if (c == L'"') quoted = !quoted;
+    if (c == L' ' && !quoted) arguments.emplace_back();
+    if (c != L'"' && (c != L' ' || quoted)) arguments.back() += c;
+  }
+  return arguments;
+}
+
 }  // namespace
 
 void Freq0003(ByteSpan file) {
@@ -89,10 +107,12 @@ void Dio(ByteSpan file) {
   Expect(written.has_value() == (map->Hop > 0));
   if (!written) return;
   const std::optional<FrqMap> again = DecodeDio(*written);
-  Expect(again && again->FrameCount == map->FrameCount);
-  Expect(again->Hop == map->Hop || (again->Hop == map->Hop - 1 && map->Hop % 64 != 0));
+  Expect(again && (again->Hop == map->Hop || (again->Hop == map->Hop - 1 && map->Hop % 64 != 0)));
+  Expect(std::ranges::equal(map->Frames, again->Frames, {}, PitchOf, &FrqFrame::Frequency) ||
+         std::ranges::any_of(map->Frames, [](const FrqFrame& frame) { return std::isnan(frame.Frequency); }));
 }
 
+// Periods keep no grid: a map comes back longer, with the pitches that it had in their order.
 void Pmk(ByteSpan file) {
   const std::optional<FrqMap> map = Use(DecodePmk(file, std::ssize(file)), 2 * file.size());
   if (!map || map->FrameCount == 0) return;
@@ -100,20 +120,39 @@ void Pmk(ByteSpan file) {
   Expect(written.has_value());
   const std::optional<FrqMap> again = DecodePmk(*written, 0);
   Expect(again && again->Hop == map->Hop && again->FrameCount >= map->FrameCount);
+  const double average = map->Average > FrqNoPitch ? map->Average : FrqNoPitch;
+  Expect(std::fabs(again->Average - average) <= 1e-12 * average);
+  auto source = map->Frames.begin();
+  for (const FrqFrame& frame : std::span(again->Frames).first(static_cast<std::size_t>(FramesWithRecord(*again)))) {
+    source = std::ranges::find(source, map->Frames.end(), frame.Frequency, PitchOf);
+    Expect(source != map->Frames.end());
+  }
 }
 
-// Neither a writing nor a compaction costs a map that was there.
+// Neither a writing nor a compaction costs a map that was there, and each one comes back from a file of its own as it
+// was.
 void Mrq(ByteSpan file) {
+  constexpr std::int32_t kNoon = 43200;
+  const std::wstring path = L"C:\\v\\desc.mrq";
   FaultDisk disk;
-  disk.Put(L"C:\\v\\desc.mrq", Bytes(file.begin(), file.end()));
-  const MrqEntries before = EntriesOf(MrqImage(*disk.ContentOf(L"C:\\v\\desc.mrq")));
-  MrqStore store([] { return std::int32_t{43200}; }, disk);
+  disk.Put(path, Bytes(file.begin(), file.end()));
+  MrqImage own(EmptyMrqFile());
+  const MrqEntries before = EntriesOf(MrqImage(*disk.ContentOf(path)));
+  MrqStore store([] { return kNoon; }, disk);
   store.LoadFolder(L"C:\\v");
   store.SaveEntry(L"C:\\v\\new", {.Hop = 256, .Frequencies = {110.0, 0.0}});
   store.RemoveEntry(L"C:\\v\\none");
   store.CompactFiles();
-  const MrqEntries after = EntriesOf(MrqImage(*disk.ContentOf(L"C:\\v\\desc.mrq")));
-  for (const auto& [name, map] : before) Expect(name == u"none.wav" || after.contains(name));
+  const MrqEntries after = EntriesOf(MrqImage(*disk.ContentOf(path)));
+  for (const auto& [name, map] : before) {
+    Expect(name == u"none.wav" || after.contains(name));
+    Expect(WriteMrqEntry(own, name, map, kNoon));
+  }
+  Expect(std::ranges::equal(before, EntriesOf(MrqImage(own.Content)), [](const auto& a, const auto& b) {
+    return a.first == b.first && a.second.Hop == b.second.Hop && a.second.SampleRate == b.second.SampleRate &&
+           a.second.Unedited == b.second.Unedited && b.second.Timestamp == kNoon &&
+           std::ranges::equal(a.second.Frequencies, b.second.Frequencies, Same);
+  }));
 }
 
 void Wav(ByteSpan file) {
@@ -171,11 +210,17 @@ void Project(ByteSpan answers) {
   }
   project.AverageCents();
 
+  // A map gives points only pitches that it has from them, but for a cent that a logarithm may cost.
   const bool isLong = static_cast<double>(rate) / 256 * item.PointCount / item.PointsPerSecond > 20000.0;
   for (const auto& map : {Use(MapOfProject(project), 5 * answers.size() + 512),
                           isLong ? std::nullopt : ResampledMap(project, FrqTypeFrq)}) {
     VsProject sampled = project;
-    if (map) SampleOntoProject(*map, sampled);
+    if (!map || !SampleOntoProject(*map, sampled) || !sung) continue;
+    for (const VsControlPoint& point : sampled.Points()) {
+      Expect(!point.HasPitch || std::ranges::any_of(points, [&](const VsControlPoint& source) {
+        return source.HasPitch && std::abs(source.Pitch - point.Pitch) <= 1;
+      }));
+    }
   }
   // Periods of no length have a test of their own: they take seconds.
   if (!sung || rate < 8000 || rate > 96000) return;
@@ -183,7 +228,8 @@ void Project(ByteSpan answers) {
   Expect(periods && (points.empty() || DecodePmk(*periods, 0)));
 }
 
-// A map as any library may get it: settings from the tag of a .frq.
+// A map and regions as any library may get them: settings from the tag of a .frq, a count that lies, and regions of
+// nonsense.
 void Check(ByteSpan file) {
   std::optional<FrqMap> map = DecodeFreq0003(file);
   if (!map) return;
@@ -193,6 +239,15 @@ void Check(ByteSpan file) {
   const std::int32_t count = CheckMap(&settings, frames.get(), MakeCheckRegions(*map).get());
   Expect(count >= 0 && count == TakeCheckResults(*frames, *map));
   map->ApplyMarks(-1, true);
+
+  const std::size_t room = map->Frames.size() / 2 + 2;
+  const CheckRecordPtr<CheckRegionRecord> lies(
+      static_cast<CheckRegionRecord*>(std::calloc(room, sizeof(CheckRegionRecord))));
+  std::memcpy(lies->Regions, file.data(), std::min(file.size(), room * sizeof(CheckRegion)));
+  for (const std::uint32_t claimed : {file.back() % 8u, ~0u}) {
+    lies->RegionCount = claimed;
+    Expect(CheckMap(&settings, frames.get(), lies.get()) <= map->FrameCount);
+  }
 }
 
 void PitchBend(ByteSpan text) {
@@ -200,13 +255,22 @@ void PitchBend(ByteSpan text) {
   Expect(cents.size() <= 1'000'000 && std::ranges::all_of(cents, [](double c) { return c >= -2048 && c <= 2047; }));
 }
 
-// Each line is an argument that the resampler takes apart.
+// Each line is an argument that the resampler takes apart; and what the program asks for with such texts is what the
+// resampler understands.
 void CommandLine(ByteSpan file) {
   std::vector<std::wstring> arguments;
   Lines lines(file);
   for (std::wstring line; lines(line);) arguments.push_back(line);
   const std::optional<ResamplerCall> call = ParseCall(arguments);
-  if (!call || !call->note) return;
+  if (!call || !call->note || NoteToRender(call->note->hz, 0) > 119) return;
   const auto& note = *call->note;
   Expect(note.hz > 0.0 && note.lengthMs > 0.0 && !note.pitchBend.empty() && !call->output.empty());
+
+  const RenderSettings settings{0, ModulationFromText(arguments.back()), WithoutQuotes(arguments[4])};
+  const std::wstring wave = WithoutQuotes(call->input), output = WithoutQuotes(call->output);
+  const double hz = std::max(note.hz, FrqNoPitch);
+  const auto again = ParseCall(ArgumentsOf(RenderCommandLine(wave, output, hz, note.lengthMs, settings)));
+  Expect(again && again->note && again->input == wave && again->output == output);
+  Expect(std::fabs(again->note->lengthMs / note.lengthMs - 1.0) < 1e-5 && again->note->hz == hz);
+  Expect(again->note->modulation == settings.Modulation && again->note->pitchBend == std::vector{0.0, 0.0});
 }
