@@ -6,8 +6,11 @@
 
 #include <algorithm>
 #include <exception>
+#include <optional>
 
 #include "app/messages.h"
+#include "base/fileguard.h"
+#include "base/files.h"
 #include "base/path.h"
 #include "base/text.h"
 #include "frqmap/convert.h"
@@ -18,6 +21,22 @@
 #include "voicebank/folderlisting.h"
 
 namespace {
+
+// The map in a file while another one is made in its place. What the guard has no room for, as where its disk is full
+// too, goes back if nothing has come of it: it is all that is left of that map.
+class MapInHand {
+ public:
+  explicit MapInHand(const std::wstring& path)
+      : path_(path), bytes_(FrqTypeFromPathW(path) == FrqTypeMrq ? std::nullopt : ReadWholeFile(path)) {}
+
+  void PutBackIfLost() const {
+    if (bytes_ && !bytes_->empty() && PresentGuard().Wants(path_)) RestoreMapFile(path_, *bytes_, nullptr);
+  }
+
+ private:
+  const std::wstring path_;
+  const std::optional<Bytes> bytes_;
+};
 
 constexpr DWORD kFullBarMs = 500;  // that long the full bar can be seen
 
@@ -181,9 +200,11 @@ bool CCreateFrqDlg::Work(const WorkItem& item) {
 // The target goes first: a conversion that fails leaves the wave without one, and without what a full disk took of it.
 bool CCreateFrqDlg::Convert(const std::wstring& wave) {
   const std::wstring target = MapPathFromWaveW(wave, TargetType);
+  const MapInHand old(target);
   DeleteMapFile(target, &Store, false);
   if (ConvertMap(wave, FrqType, TargetType, &Store) == 0) return true;
   DeleteMapFile(target, &Store, false);
+  old.PutBackIfLost();
   return false;
 }
 
@@ -191,10 +212,11 @@ bool CCreateFrqDlg::Convert(const std::wstring& wave) {
 // success: resamplers give all sorts of them.
 bool CCreateFrqDlg::Create(const std::wstring& wave) {
   const std::wstring map = MapPathFromWaveW(wave, FrqType);
+  const MapInHand old(map);
   DeleteMapFile(map, &Store, !InitBoth);
   LONG exitCode = 0;
   const int result = RunResamplerCreateMap(Hwnd, ResamplerPath, wave, {Vs4uOffset, Vs4uRange}, Vs4uUseFrq, &exitCode);
-  if (result != 0) return false;
   if (exitCode < 0) DeleteMapFile(map, &Store, !InitBoth);
-  return true;
+  if (exitCode < 0 || result != 0) old.PutBackIfLost();
+  return result == 0;
 }
