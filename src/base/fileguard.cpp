@@ -7,7 +7,7 @@ class NoGuard : public FileGuard {
   void Begin(const FileChange&) override {}
   void End() override {}
   bool Wants(const std::wstring&) override { return false; }
-  void Keep(const std::wstring&, ByteSpan) override {}
+  bool Keep(const std::wstring&, ByteSpan) override { return true; }
 };
 
 NoGuard noGuard;

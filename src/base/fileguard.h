@@ -1,7 +1,8 @@
 // What stands between the program and the maps of its user: it is told before one is changed or deleted, so that what
 // was there can be brought back, and a change that was broken off be completed.
 //
-// A guard never forbids anything: a map must be saved even where the guard has no room left. Any thread calls it.
+// A guard never forbids a save: a map must be saved even where the guard has no room left. What is only about to be made
+// anew is left alone then. Any thread calls it.
 #pragma once
 
 #include <cstdint>
@@ -44,12 +45,12 @@ class FileGuard {
   virtual void Mend(const std::wstring& path) { static_cast<void>(path); }
 
   // Whether the map of that name is still to be kept: it is kept once in a run, and ahead of each command that makes or
-  // removes many. `mapPath` is the map's file, of an
-  // entry of desc.mrq the name that it would have as a file of its own (a.mrq).
+  // removes many. `mapPath` is the map's file, of an entry of desc.mrq the name that it would have as a file of its own
+  // (a.mrq).
   virtual bool Wants(const std::wstring& mapPath) = 0;
   // Its bytes as they are, before they are overwritten or deleted for the first time. Of an entry of desc.mrq: the
-  // entry with its head.
-  virtual void Keep(const std::wstring& mapPath, ByteSpan bytes) = 0;
+  // entry with its head. False if there was no room for them.
+  virtual bool Keep(const std::wstring& mapPath, ByteSpan bytes) = 0;
 };
 
 // The guard of the process; one that does nothing until another one is set. It is set before a second thread runs.

@@ -69,12 +69,6 @@ std::optional<FrqMap> ReadPmkAndLevels(std::string_view narrowPath) {
   return map;
 }
 
-void KeepFile(const std::wstring& mapPath) {
-  if (!PresentGuard().Wants(mapPath)) return;
-  const std::optional<Bytes> bytes = ReadWholeFile(mapPath);
-  if (bytes && !bytes->empty()) PresentGuard().Keep(mapPath, *bytes);
-}
-
 // A map that its kind cannot hold leaves the file as it was, and says why in the system's words.
 int WriteMap(std::string_view narrowPath, const std::optional<Bytes>& file) {
   if (file) return WriteInPlace(Disk(), WidePath(narrowPath), *file) ? 0 : -1;
@@ -150,12 +144,20 @@ bool MapFileExists(const std::wstring& mapPath, MrqStore* store) {
   return FileExists(mapPath);
 }
 
+bool KeepMapFile(const std::wstring& mapPath, const MrqStore* store) {
+  if (FrqTypeFromPathW(mapPath) == FrqTypeMrq) return !store || store->KeepEntry(MrqKey(mapPath));
+  if (!PresentGuard().Wants(mapPath)) return true;
+  const std::optional<Bytes> bytes = ReadWholeFile(mapPath);
+  if (!bytes) return !FileExists(mapPath);
+  return bytes->empty() || PresentGuard().Keep(mapPath, *bytes);
+}
+
 bool DeleteMapFile(const std::wstring& mapPath, MrqStore* store, bool keepEntry) {
   const FrqType kind = FrqTypeFromPathW(mapPath);
   if (kind == FrqTypeMrq) {
     return store && DeleteMrq(mapPath, *store, keepEntry);
   }
-  KeepFile(mapPath);
+  KeepMapFile(mapPath, store);
   const bool deleted = DeleteFileW(mapPath.c_str());
   if (kind == FrqTypeDio) DeleteDioCompanions(mapPath);
   return deleted;

@@ -20,6 +20,10 @@ std::wstring WidePath(std::string_view narrow);
 // Whether there is a map of that name: a file, or an entry of the store for .mrq. `store` may be null.
 bool MapFileExists(const std::wstring& mapPath, MrqStore* store);
 
+// Gives a map to the guard ahead of its end. False if there is one that has been kept nowhere. `store` may be null, and
+// then a .mrq is nobody's.
+bool KeepMapFile(const std::wstring& mapPath, const MrqStore* store);
+
 // Deletes a map with all that belongs to it; false if the map itself stayed. The guard gets it first. `store` may be
 // null, and then a .mrq stays; `keepEntry` leaves the entry in the store.
 bool DeleteMapFile(const std::wstring& mapPath, MrqStore* store, bool keepEntry);

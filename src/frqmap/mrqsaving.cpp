@@ -14,16 +14,21 @@ constexpr std::int64_t kLargestFile = std::int64_t{64} << 20;
 constexpr std::uint32_t kFileTooLarge = 223;  // ERROR_FILE_TOO_LARGE
 constexpr std::uint32_t kFileCorrupt = 1392;  // ERROR_FILE_CORRUPT
 
-// Gives an entry of the file to the guard, as a map of its own. False if it cannot be read.
-bool KeepEntry(const std::wstring& path, FileStream& stream, const MrqHead& head) {
-  if (!IsPlainMrqName(head.Name)) return true;
-  const std::wstring name(head.Name.begin(), std::ranges::find(head.Name, u'\0'));
-  const std::wstring map = PathIn(FolderOf(path), PathWithoutExtension(name) + L".mrq");
-  if (!PresentGuard().Wants(map)) return true;
+enum class Kept { Yes, NoRoom, Unreadable };
+
+// An entry as a map of its own, by which the guard knows it.
+std::wstring MapPathOf(const std::wstring& path, const std::u16string& entry) {
+  const std::wstring name(entry.begin(), std::ranges::find(entry, u'\0'));
+  return PathIn(FolderOf(path), PathWithoutExtension(name) + L".mrq");
+}
+
+Kept KeepEntry(const std::wstring& path, FileStream& stream, const MrqHead& head) {
+  if (!IsPlainMrqName(head.Name)) return Kept::Yes;
+  const std::wstring map = MapPathOf(path, head.Name);
+  if (!PresentGuard().Wants(map)) return Kept::Yes;
   Bytes bytes(static_cast<std::size_t>(std::min(head.End(), stream.Size()) - head.Start));
-  if (!stream.ReadAt(head.Start, bytes)) return false;
-  PresentGuard().Keep(map, bytes);
-  return true;
+  if (!stream.ReadAt(head.Start, bytes)) return Kept::Unreadable;
+  return PresentGuard().Keep(map, bytes) ? Kept::Yes : Kept::NoRoom;
 }
 
 // A file that is open for one change. The lock goes with it.
@@ -48,7 +53,7 @@ class MrqPatch {
   // An entry goes to the guard before it goes. One that cannot be read now does not go either.
   MrqKeeping Keeping() {
     return [this](const MrqHead& head) {
-      if (!KeepEntry(path_, *staged_, head)) keepError_ = files_.LastError();
+      if (KeepEntry(path_, *staged_, head) == Kept::Unreadable) keepError_ = files_.LastError();
     };
   }
 
@@ -107,10 +112,11 @@ bool RemoveMrqEntry(FileSystem& files, const std::wstring& path, const std::u16s
   return patch.Commit() && isGone;
 }
 
-void KeepMrqEntry(FileSystem& files, const std::wstring& path, const std::u16string& name) {
+bool KeepMrqEntry(FileSystem& files, const std::wstring& path, const std::u16string& name) {
+  if (!PresentGuard().Wants(MapPathOf(path, name))) return true;
   const std::unique_ptr<FileStream> file = OpenMrqFile(files, path);
   const std::optional<MrqHead> head = file ? FindMrqEntry(*file, name) : std::nullopt;
-  if (head) KeepEntry(path, *file, *head);
+  return !head || KeepEntry(path, *file, *head) == Kept::Yes;
 }
 
 int CompactMrqFile(const std::wstring& path, std::int32_t timestamp, FileSystem& files) {

@@ -21,8 +21,8 @@ bool SaveMrqEntry(FileSystem& files, const std::wstring& path, const std::u16str
 // KillMrqEntries on a file; one that is not there is made, with a header alone. True if no reader finds the entry now.
 bool RemoveMrqEntry(FileSystem& files, const std::wstring& path, const std::u16string& name);
 
-// Gives the entry to the guard ahead of what another program may do to it.
-void KeepMrqEntry(FileSystem& files, const std::wstring& path, const std::u16string& name);
+// Gives the entry to the guard ahead of what another program may do to it. False if there is one that could not be kept.
+bool KeepMrqEntry(FileSystem& files, const std::wstring& path, const std::u16string& name);
 
 // CompactMrqEntries on a file. Also 0 for one that cannot be opened; one that was not there then is, with a header
 // alone.

@@ -117,8 +117,8 @@ int MrqStore::RemoveEntry(const std::wstring& key) {
   return 0;
 }
 
-void MrqStore::KeepEntry(const std::wstring& key) const {
-  KeepMrqEntry(Files, MrqPathOf(key), NameOf(key));
+bool MrqStore::KeepEntry(const std::wstring& key) const {
+  return KeepMrqEntry(Files, MrqPathOf(key), NameOf(key));
 }
 
 void MrqStore::Reload() {

@@ -56,8 +56,9 @@ class MrqStore {
   // The same. Always 0.
   int RemoveEntry(const std::wstring& key);
 
-  // Gives the entry as it lies in its file to the guard: a resampler is about to run that may write there.
-  void KeepEntry(const std::wstring& key) const;
+  // Gives the entry as it lies in its file to the guard: a resampler is about to run that may write there. False if
+  // there is one that has been kept nowhere.
+  bool KeepEntry(const std::wstring& key) const;
 
   // Reads all folders anew.
   void Reload();

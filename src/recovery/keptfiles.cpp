@@ -106,19 +106,21 @@ void KeptFiles::ForgetAll() {
   kept_.clear();
 }
 
-void KeptFiles::Keep(const std::wstring& mapPath, KeptBecause because, std::int64_t time, ByteSpan bytes) {
+bool KeptFiles::Keep(const std::wstring& mapPath, KeptBecause because, std::int64_t time, ByteSpan bytes) {
   Bytes record = EncodeHead({mapPath, time, because, static_cast<std::uint32_t>(bytes.size()), {}, 0});
   const Bytes content = Sealed(kContent, Bytes(bytes.begin(), bytes.end()));
   record.insert(record.end(), content.begin(), content.end());
   const std::lock_guard lock(mutex_);
-  if (kept_.contains(mapPath) || !OpenFile(record.size())) return;
+  if (kept_.contains(mapPath)) return true;
+  if (!OpenFile(record.size())) return false;
   // What is torn off here would end the list for all that come behind it.
   if (!file_->WriteAt(end_, record)) {
     file_->Truncate(end_);
-    return;
+    return false;
   }
   end_ += static_cast<std::int64_t>(record.size());
   kept_.insert(mapPath);
+  return true;
 }
 
 bool KeptFiles::OpenFile(std::size_t coming) {

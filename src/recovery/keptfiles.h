@@ -40,7 +40,7 @@ class KeptFiles {
 
   // On any thread. Each map once, until it is forgotten.
   bool Wants(const std::wstring& mapPath) const;
-  void Keep(const std::wstring& mapPath, KeptBecause because, std::int64_t time, ByteSpan bytes);
+  bool Keep(const std::wstring& mapPath, KeptBecause because, std::int64_t time, ByteSpan bytes);
   // The map is kept once more before its next change: what the user puts back may be the wrong one.
   void Forget(const std::wstring& mapPath);
   // The same of all maps.

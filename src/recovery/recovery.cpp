@@ -173,12 +173,14 @@ bool Recovery::Wants(const std::wstring& mapPath) {
   return mark_ && kept_.Wants(mapPath);
 }
 
-void Recovery::Keep(const std::wstring& mapPath, ByteSpan bytes) {
+bool Recovery::Keep(const std::wstring& mapPath, ByteSpan bytes) {
   const std::uint32_t error = files_.LastError();
+  bool isKept = false;
   try {
-    if (mark_) kept_.Keep(mapPath, because_, clock_(), bytes);
+    isKept = mark_ && kept_.Keep(mapPath, because_, clock_(), bytes);
   } catch (const std::exception&) {
-    // the map is changed all the same
+    // Memory is as full as a disk may be.
   }
   files_.SetLastError(error);
+  return isKept;
 }

@@ -49,7 +49,7 @@ class Recovery : public FileGuard {
   void End() override;
   void Mend(const std::wstring& path) override;
   bool Wants(const std::wstring& mapPath) override;
-  void Keep(const std::wstring& mapPath, ByteSpan bytes) override;
+  bool Keep(const std::wstring& mapPath, ByteSpan bytes) override;
 
  private:
   struct Run {

@@ -9,8 +9,6 @@
 #include <optional>
 
 #include "app/messages.h"
-#include "base/fileguard.h"
-#include "base/files.h"
 #include "base/path.h"
 #include "base/text.h"
 #include "frqmap/convert.h"
@@ -21,22 +19,6 @@
 #include "voicebank/folderlisting.h"
 
 namespace {
-
-// The map in a file while another one is made in its place. What the guard has no room for, as where its disk is full
-// too, goes back if nothing has come of it: it is all that is left of that map.
-class MapInHand {
- public:
-  explicit MapInHand(const std::wstring& path)
-      : path_(path), bytes_(FrqTypeFromPathW(path) == FrqTypeMrq ? std::nullopt : ReadWholeFile(path)) {}
-
-  void PutBackIfLost() const {
-    if (bytes_ && !bytes_->empty() && PresentGuard().Wants(path_)) RestoreMapFile(path_, *bytes_, nullptr);
-  }
-
- private:
-  const std::wstring path_;
-  const std::optional<Bytes> bytes_;
-};
 
 constexpr DWORD kFullBarMs = 500;  // that long the full bar can be seen
 
@@ -198,25 +180,24 @@ bool CCreateFrqDlg::Work(const WorkItem& item) {
 }
 
 // The target goes first: a conversion that fails leaves the wave without one, and without what a full disk took of it.
+// One that could not be kept is all that there is of that map, and is written over, which puts it back if it fails.
 bool CCreateFrqDlg::Convert(const std::wstring& wave) {
   const std::wstring target = MapPathFromWaveW(wave, TargetType);
-  const MapInHand old(target);
-  DeleteMapFile(target, &Store, false);
+  const bool goesFirst = KeepMapFile(target, &Store);
+  if (goesFirst) DeleteMapFile(target, &Store, false);
   if (ConvertMap(wave, FrqType, TargetType, &Store) == 0) return true;
-  DeleteMapFile(target, &Store, false);
-  old.PutBackIfLost();
+  if (goesFirst) DeleteMapFile(target, &Store, false);
   return false;
 }
 
 // A resampler that ran and ended with a negative code has failed, and what it left goes again. Any other code is a
-// success: resamplers give all sorts of them.
+// success: resamplers give all sorts of them. Nobody knows what they do to a map: one that could not be kept stays.
 bool CCreateFrqDlg::Create(const std::wstring& wave) {
   const std::wstring map = MapPathFromWaveW(wave, FrqType);
-  const MapInHand old(map);
+  if (!KeepMapFile(map, &Store)) return false;
   DeleteMapFile(map, &Store, !InitBoth);
   LONG exitCode = 0;
   const int result = RunResamplerCreateMap(Hwnd, ResamplerPath, wave, {Vs4uOffset, Vs4uRange}, Vs4uUseFrq, &exitCode);
   if (exitCode < 0) DeleteMapFile(map, &Store, !InitBoth);
-  if (exitCode < 0 || result != 0) old.PutBackIfLost();
   return result == 0;
 }

@@ -21,7 +21,10 @@ struct Recovery : FileGuard {
     if (Open && Open->Path == path) Recover(false);
   }
   bool Wants(const std::wstring& path) override { return !Kept.contains(path); }
-  void Keep(const std::wstring& path, ByteSpan bytes) override { Kept[path] = Bytes(bytes.begin(), bytes.end()); }
+  bool Keep(const std::wstring& path, ByteSpan bytes) override {
+    if (HasRoom) Kept[path] = Bytes(bytes.begin(), bytes.end());
+    return HasRoom;
+  }
 
   void Recover(bool completes) {
     const auto file = Files.Open(Open->Path, FileMode::Patch);
@@ -34,6 +37,7 @@ struct Recovery : FileGuard {
   FaultDisk& Files;
   std::optional<FileChange> Open;
   std::map<std::wstring, Bytes> Kept;
+  bool HasRoom = true;
 };
 
 struct Case {
@@ -177,8 +181,11 @@ TEST(Saving, AnEntryIsKeptAheadOfAResampler) {
   disk.Put(kMrq, testdata::FileBytes("mrq/02-in-place/desc.mrq"));
   Recovery recovery(disk);
   const MrqStore store(&Noon, disk);
-  store.KeepEntry(L"C:\\v\\na");
-  store.KeepEntry(L"C:\\v\\none");
+  recovery.HasRoom = false;
+  EXPECT_FALSE(store.KeepEntry(L"C:\\v\\na"));
+  recovery.HasRoom = true;
+  EXPECT_TRUE(store.KeepEntry(L"C:\\v\\na"));
+  EXPECT_TRUE(store.KeepEntry(L"C:\\v\\none"));
   ASSERT_EQ(recovery.Kept.size(), 1U);
   const auto kept = DecodeMrqEntry(recovery.Kept[L"C:\\v\\na.mrq"]);
   EXPECT_TRUE(kept && kept->Frequencies == MapsOf(disk)[L"C:\\v\\na"]);
