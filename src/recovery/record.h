@@ -6,16 +6,22 @@
 #include <string>
 
 #include "base/bytes.h"
-#include "base/checksum.h"
+#include "base/wordhash.h"
 
 inline constexpr std::size_t kSealBytes = 16;
+
+inline std::uint64_t ChecksumOf(ByteSpan bytes) {
+  WordHash hash;
+  hash.Add(bytes);
+  return hash.Value();
+}
 
 inline Bytes Sealed(std::uint32_t mark, const Bytes& body) {
   ByteWriter writer;
   writer.Reserve(kSealBytes + body.size());
   writer.Write(mark);
   writer.Write(static_cast<std::uint32_t>(body.size()));
-  writer.Write(Checksum(body));
+  writer.Write(ChecksumOf(body));
   if (!body.empty()) std::memcpy(writer.Append(body.size()), body.data(), body.size());
   return writer.Take();
 }
@@ -28,7 +34,7 @@ inline std::optional<ByteSpan> Unsealed(std::uint32_t mark, ByteSpan record) {
   const auto sum = reader.Read<std::uint64_t>();
   if (!isMarked || !reader.Holds(size, 1)) return std::nullopt;
   const ByteSpan body = record.subspan(kSealBytes, size);
-  return Checksum(body) == sum ? std::optional(body) : std::nullopt;
+  return ChecksumOf(body) == sum ? std::optional(body) : std::nullopt;
 }
 
 inline void WriteBlock(ByteWriter& writer, ByteSpan bytes) {

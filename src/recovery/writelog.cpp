@@ -5,7 +5,6 @@
 #include <string_view>
 #include <utility>
 
-#include "base/checksum.h"
 #include "base/path.h"
 #include "recovery/record.h"
 
