@@ -1,6 +1,7 @@
 // The files of the machine.
 #include <windows.h>
 
+#include <atomic>
 #include <utility>
 
 #include "base/files.h"
@@ -12,6 +13,31 @@ namespace {
 
 constexpr DWORD kPatienceMs = 5000;  // for another program that has a file locked, or to itself
 constexpr DWORD kBetweenMs = 5;
+constexpr ULONGLONG kImpatienceMs = 1000;  // after a wait that was in vain
+
+// One wait for another program. What comes right after one in vain does not wait: a thousand entries of one desc.mrq
+// that somebody holds would take over an hour, with the document locked.
+class Patience {
+ public:
+  // False at its end.
+  bool Wait() {
+    if (waited_ >= kPatienceMs || GetTickCount64() - InVain() < kImpatienceMs) {
+      InVain() = GetTickCount64();
+      return false;
+    }
+    Sleep(kBetweenMs);
+    waited_ += kBetweenMs;
+    return true;
+  }
+
+ private:
+  static std::atomic<ULONGLONG>& InVain() {
+    static std::atomic<ULONGLONG> when = 0;
+    return when;
+  }
+
+  DWORD waited_ = 0;
+};
 
 // The place for an offset in ReadFile and WriteFile costs several times the read under Wine.
 bool MoveTo(HANDLE file, std::int64_t position) {
@@ -58,14 +84,16 @@ class DiskStream : public FileStream {
   // The lock goes with the handle, also when the program dies. Some network drives know no locks: there the file is
   // written without one, as it always was, since no save would succeed at all otherwise.
   bool Lock() {
-    for (DWORD waited = 0;; waited += kBetweenMs) {
+    for (Patience patience;;) {
       OVERLAPPED place{};
       place.OffsetHigh = 0x7FFFFFFF;
       if (LockFileEx(file_.get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place)) return true;
       const DWORD error = GetLastError();
       if (error == ERROR_NOT_SUPPORTED || error == ERROR_INVALID_FUNCTION) return true;
-      if (waited >= kPatienceMs) return false;
-      Sleep(kBetweenMs);
+      if (!patience.Wait()) {
+        SetLastError(error);
+        return false;
+      }
     }
   }
 
@@ -86,10 +114,13 @@ FileHandle OpenOnce(const std::wstring& path, FileMode mode) {
 // Who reads a map may well do so without letting others write, and is through in a moment.
 FileHandle OpenPatiently(const std::wstring& path, FileMode mode) {
   const bool isPatient = mode == FileMode::Patch || mode == FileMode::Shared;
-  for (DWORD waited = 0;; waited += kBetweenMs) {
+  for (Patience patience;;) {
     FileHandle file = OpenOnce(path, mode);
-    if (file || !isPatient || GetLastError() != ERROR_SHARING_VIOLATION || waited >= kPatienceMs) return file;
-    Sleep(kBetweenMs);
+    if (file || !isPatient || GetLastError() != ERROR_SHARING_VIOLATION) return file;
+    if (!patience.Wait()) {
+      SetLastError(ERROR_SHARING_VIOLATION);
+      return file;
+    }
   }
 }
 
