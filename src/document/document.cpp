@@ -133,7 +133,7 @@ void Document::SetHasMap(int index, bool hasMap, std::uint32_t frameEstimate) {
     steps_.DropEntry(index);
     entry->Map.Clear();
     entry->SavedMap.Clear();
-    entry->OnDisk.reset();
+    entry->File.SetAsSaved();
     if (journal_) journal_->OnRead(index, *entry);
     facts |= EntryChange::Replaced | EntryChange::Saved | EntryChange::Marks;
     if (SetEditedMark(index, false)) facts |= EntryChange::Edited;

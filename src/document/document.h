@@ -164,7 +164,6 @@ class Document {
   SyllableEntry* At(int index) const;
   void Tell(EntryChange change);
   bool SetEditedMark(int index, bool edited);
-  bool IsOnDisk(SyllableEntry& entry);
   int LoadPair(int index, OnFailure onFailure);
   void TellRead(int index, bool isClean);
   void CloseStroke();

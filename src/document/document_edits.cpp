@@ -120,6 +120,7 @@ void Document::ApplyChange(const MapChange& change, bool redo, bool oneOfMany) {
   told.FromHistory = true;
   if (change.HasKey()) told.Facts |= EntryChange::Key;
   if (change.HasMarks()) told.Facts |= EntryChange::Marks;
-  if (SetEditedMark(change.Entry(), !IsOnDisk(entry))) told.Facts |= EntryChange::Edited;
+  const bool isSaved = entry.File.Holds(entry.Map, entry.SavedMap, files_, entry.Path);
+  if (SetEditedMark(change.Entry(), !isSaved)) told.Facts |= EntryChange::Edited;
   Tell(std::move(told));
 }

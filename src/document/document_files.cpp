@@ -6,33 +6,6 @@
 
 namespace {
 
-// What the file held when it was last read or written; none where memory does not hold it.
-std::optional<MapImage> ImageOnDisk(const SyllableEntry& entry) {
-  try {
-    return entry.OnDisk ? *entry.OnDisk : MapImage(entry.SavedMap);
-  } catch (const std::exception&) {
-    return std::nullopt;
-  }
-}
-
-// A file that was only written again has not changed, and one that holds no map costs nothing. Where a save of ours has
-// broken off, the change is our own. An entry may be marked edited that was never read: it has nothing to save.
-bool IsChangedOutside(DocumentFiles& files, SyllableEntry& entry) {
-  if (entry.IsDiskUnknown || !entry.Map.Loaded) return false;
-  try {
-    const std::uint64_t stamp = files.Stamp(entry.Path);
-    if (stamp == 0 || stamp == entry.Stamp) return false;
-    FrqMap file;
-    if (files.Load(file, entry.Path) != 0) return false;
-    const std::optional<MapImage> known = ImageOnDisk(entry);
-    if (!known || !known->IsOf(file)) return true;
-    entry.Stamp = stamp;
-    return false;
-  } catch (const std::exception&) {
-    return true;  // memory does not tell
-  }
-}
-
 // Reads both maps of an entry. The stamp is taken first, so that who writes the file meanwhile makes it another. A map
 // that memory does not hold twice is as good as one that cannot be read: then the working one is empty, and the saved
 // one stays or is empty too.
@@ -42,10 +15,8 @@ int ReadPair(DocumentFiles& files, SyllableEntry& entry, Document::OnFailure onF
     const std::uint64_t stamp = files.Stamp(entry.Path);
     result = files.Load(entry.Map, entry.Path);
     if (result == 0) {
-      entry.Stamp = stamp;
       entry.Map.CopyTo(entry.SavedMap);
-      entry.OnDisk.reset();
-      entry.IsDiskUnknown = false;
+      entry.File.SetAsSaved(stamp);
       return 0;
     }
   } catch (const std::exception&) {
@@ -54,20 +25,9 @@ int ReadPair(DocumentFiles& files, SyllableEntry& entry, Document::OnFailure onF
   entry.Map.Clear();
   if (onFailure == Document::OnFailure::EmptySaved) {
     entry.SavedMap.Clear();
-    entry.OnDisk.reset();
-    entry.IsDiskUnknown = false;
+    entry.File.SetAsSaved();
   }
   return result;
-}
-
-// Behind a save that has failed the file may be another one, by our own hand.
-void StampBroken(DocumentFiles& files, SyllableEntry& entry) {
-  entry.IsDiskUnknown = true;
-  try {
-    entry.Stamp = files.Stamp(entry.Path);
-  } catch (const std::exception&) {
-    // it counts as changed by somebody else then
-  }
 }
 
 }  // namespace
@@ -102,8 +62,7 @@ void Document::Adopt(int index, std::wstring_view path, FrqMap& map, std::uint64
   try {
     map.CopyTo(entry->SavedMap);
     map.CopyTo(entry->Map);
-    entry->OnDisk.reset();
-    entry->Stamp = stamp;
+    entry->File.SetAsSaved(stamp);
   } catch (const std::exception&) {
     entry->Map.Clear();
   }
@@ -127,7 +86,7 @@ int Document::Reload(int index, OnFailure onFailure, bool clearEdited) {
   SyllableEntry* const entry = At(index);
   if (!entry) return -1;
   std::optional<MapBefore> before = steps_.Remember(entry->Map);
-  const std::optional<MapImage> onDisk = ImageOnDisk(*entry);
+  const std::optional<MapImage> onDisk = entry->File.Content(entry->SavedMap);
   const int result = LoadPair(index, onFailure);
   // What was saved here comes back as its kind of file holds it.
   if (result == 0 && onDisk && (onDisk->IsOf(entry->Map) || onDisk->IsNearly(entry->Map))) {
@@ -163,11 +122,15 @@ int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error, Outside
   CloseStroke();
   SyllableEntry* const entry = At(index);
   if (!entry) return -1;
-  if (change == OutsideChange::Refuse && IsChangedOutside(files_, *entry)) return kChangedOutside;
+  // An entry may be marked edited that was never read: it has nothing to save.
+  if (change == OutsideChange::Refuse && entry->Map.Loaded &&
+      entry->File.IsChangedOutside(entry->SavedMap, files_, entry->Path)) {
+    return kChangedOutside;
+  }
   try {
     if (const int result = files_.Save(entry->Map, entry->Path, error); result != 0) {
       if (error == 0) return result;
-      StampBroken(files_, *entry);
+      entry->File.OnBroken(files_, entry->Path);
       if (journal_) journal_->OnSaved(index, *entry, false);
       return result;
     }
@@ -175,13 +138,7 @@ int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error, Outside
     error = 0;
     return -1;
   }
-  try {
-    entry->Stamp = files_.Stamp(entry->Path);
-    entry->OnDisk.emplace(entry->Map);
-    entry->IsDiskUnknown = false;
-  } catch (const std::exception&) {
-    entry->IsDiskUnknown = true;
-  }
+  entry->File.OnSaved(files_, entry->Path, entry->Map);
   ++savedCount_;
   if (journal_) journal_->OnSaved(index, *entry, true);
   const bool changed = SetEditedMark(index, false);
@@ -201,28 +158,13 @@ void Document::RenewSaved(int index) {
   SyllableEntry* const entry = At(index);
   if (!entry) return;
   try {
-    if (!entry->OnDisk) entry->OnDisk.emplace(entry->SavedMap);
+    entry->File.BeforeRenewal(entry->SavedMap);
     entry->Map.CopyTo(entry->SavedMap);
   } catch (const std::exception&) {
     entry->SavedMap.Clear();  // memory does not hold it twice: no second curve
   }
-  if (!entry->IsDiskUnknown && entry->OnDisk && entry->OnDisk->IsOf(entry->SavedMap)) entry->OnDisk.reset();
+  entry->File.AfterRenewal(entry->SavedMap);
   Tell({.Index = index, .Facts = EntryChange::Saved});
-}
-
-// Behind a save that broke off the file itself is asked; one that cannot be read holds no map.
-bool Document::IsOnDisk(SyllableEntry& entry) {
-  if (entry.IsDiskUnknown) {
-    try {
-      FrqMap file;
-      if (files_.Load(file, entry.Path) != 0) return false;
-      entry.OnDisk.emplace(file);
-      entry.IsDiskUnknown = false;
-    } catch (const std::exception&) {
-      return false;
-    }
-  }
-  return entry.OnDisk ? entry.OnDisk->IsOf(entry.Map) : HaveSameImage(entry.Map, entry.SavedMap);
 }
 
 bool Document::Remove(int index) {

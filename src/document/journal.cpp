@@ -108,7 +108,7 @@ void Journal::OnRead(int index, const SyllableEntry& entry) {
   try {
     Syllable& syllable = syllables_[index];
     syllable.Path = entry.Path;
-    syllable.Stamp = entry.Stamp;
+    syllable.Stamp = entry.File.Stamp();
     syllable.Image = entry.Map.Loaded ? ImageHash(entry.Map) : 0;
     if (syllable.IsNamed) {
       Note([&] { WriteRecord(JournalRecord::Read, index); });
@@ -124,7 +124,7 @@ void Journal::OnSaved(int index, const SyllableEntry& entry, bool whole) {
   const auto found = syllables_.find(index);
   if (found == syllables_.end()) return;
   Syllable& syllable = found->second;
-  syllable.Stamp = entry.Stamp;
+  syllable.Stamp = entry.File.Stamp();
   if (whole) syllable.Image = ImageHash(entry.Map);
   if (syllable.IsNamed) Note([&] { WriteRecord(whole ? JournalRecord::Saved : JournalRecord::Broken, index); });
 }

@@ -119,7 +119,7 @@ void JournalReplay::ApplyRead(Syllable& syllable) {
   SyllableEntry* const entry = document_.At(syllable.Index);
   if (!entry || !syllable.IsLoaded) return;
   entry->SavedMap.CopyTo(entry->Map);
-  entry->OnDisk.reset();
+  entry->File.SetAsSaved();
   if (document_.journal_) document_.journal_->OnRead(syllable.Index, *entry);
 }
 
@@ -127,8 +127,8 @@ void JournalReplay::ApplyRead(Syllable& syllable) {
 void JournalReplay::ApplySaved(Syllable& syllable, bool whole) {
   SyllableEntry* const entry = document_.At(syllable.Index);
   if (!entry || !syllable.IsLoaded) return;
-  entry->OnDisk.reset();
-  if (whole) entry->OnDisk.emplace(entry->Map);
+  entry->File.SetAsSaved();
+  if (whole) entry->File.SetContent(entry->Map);
   if (document_.journal_) document_.journal_->OnSaved(syllable.Index, *entry, whole);
 }
 
@@ -187,10 +187,10 @@ std::optional<Reason> JournalReplay::ReasonAgainst(const Syllable& syllable) {
   if (!entry || !entry->HasMap) return Reason::Gone;
   if (!syllable.IsLoaded || syllable.Image == 0) return Reason::Unreadable;
   if (!syllable.IsFitting) return Reason::Changed;
-  if (std::ranges::find(syllable.Stamps, entry->Stamp) != syllable.Stamps.end()) return std::nullopt;
+  if (std::ranges::find(syllable.Stamps, entry->File.Stamp()) != syllable.Stamps.end()) return std::nullopt;
   if (ImageHash(entry->SavedMap) == syllable.Image) return std::nullopt;
   if (!HaveSameImage(entry->Map, entry->SavedMap)) return Reason::Changed;
-  entry->OnDisk.reset();
+  entry->File.SetAsSaved();
   if (document_.journal_) document_.journal_->OnSaved(syllable.Index, *entry, true);
   document_.SetEditedMark(syllable.Index, false);
   return std::nullopt;
@@ -205,7 +205,7 @@ void JournalReplay::LeaveAlone(int index) {
   } catch (const std::exception&) {
     entry->Map.Clear();
   }
-  entry->OnDisk.reset();
+  entry->File.SetAsSaved();
   if (document_.journal_) document_.journal_->OnRead(index, *entry);
   document_.SetEditedMark(index, false);
 }

@@ -2,10 +2,9 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
-#include "document/mapimage.h"
+#include "document/knownfile.h"
 #include "frqmap/frqmap.h"
 
 // HasMap false implies that both maps are empty, without marks, and that the entry is not Edited.
@@ -16,12 +15,7 @@ struct SyllableEntry {
   std::uint32_t FrameEstimate = 0;  // frames of the map, known without loading it; 0 without a map
   bool HasMap = false;              // a map of the working kind exists for the wave
   bool Edited = false;              // Map has changes that no file holds; Map.Modified does not count for this
-
-  std::uint64_t Stamp = 0;  // of the file as it was last read or written here
-
-  // What the file holds, where SavedMap does not say it: behind a save that failed, or one of many.
-  std::optional<MapImage> OnDisk;
-  bool IsDiskUnknown = false;  // a save has broken off, or memory did not hold its image: the file has to be asked
+  KnownFile File;                   // of the map
 };
 
 // What is known of a syllable when its folder has been looked through.
