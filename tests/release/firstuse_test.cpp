@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "app/messages.h"
 #include "base/registry.h"
@@ -13,6 +15,11 @@
 #include "win/polling.h"
 
 namespace {
+
+const std::filesystem::path& ReleaseFolder() {
+  static const std::filesystem::path folder = _wgetenv(L"MARLIT_RELEASE");
+  return folder;
+}
 
 struct ReleaseTest : testing::Test {
   // Settings of an earlier run would say another resampler or window.
@@ -41,7 +48,7 @@ struct ReleaseTest : testing::Test {
     return true;
   }
 
-  const std::filesystem::path folder_ = _wgetenv(L"MARLIT_RELEASE");
+  const std::filesystem::path folder_ = ReleaseFolder();
   const std::filesystem::path bank_ = folder_ / L"voicebank";
 
   std::pair<UniqueHandle<KernelTraits>, DWORD> started_;
@@ -74,6 +81,31 @@ TEST_F(ReleaseTest, MakesAndChecksTheMapsOfItsVoicebank) {
 
   PostMessageW(editor, WM_COMMAND, ID_FILE_EXIT, 0);
   EXPECT_EQ(ExitCodeOf(started_.first.get()), 0u);
+}
+
+// A text of the version block in a language of its own, as Explorer shows it.
+std::wstring VersionText(const std::vector<char>& block, const std::wstring& language, const wchar_t* name) {
+  void* text = nullptr;
+  UINT size = 0;
+  const std::wstring path = L"\\StringFileInfo\\" + language + L"04b0\\" + name;
+  return VerQueryValueW(block.data(), path.c_str(), &text, &size) && size > 0 ? static_cast<wchar_t*>(text) : L"";
+}
+
+TEST(ReleasedFiles, TellTheirVersionInBothLanguages) {
+  for (const wchar_t* const name : {L"marlit.exe", L"basic-resampler.exe", L"checkfrq.dll"}) {
+    const std::wstring path = (ReleaseFolder() / name).wstring();
+    DWORD unused = 0;
+    std::vector<char> block(GetFileVersionInfoSizeW(path.c_str(), &unused));
+    const auto size = static_cast<DWORD>(block.size());
+    ASSERT_TRUE(size > 0 && GetFileVersionInfoW(path.c_str(), 0, size, block.data())) << path;
+    for (const std::wstring language : {L"0409", L"0411"}) {
+      EXPECT_EQ(VersionText(block, language, L"ProductVersion"), L"1.26.2016.417") << path;
+      EXPECT_EQ(VersionText(block, language, L"OriginalFilename"), name);
+      EXPECT_NE(VersionText(block, language, L"FileDescription"), L"");
+      EXPECT_NE(VersionText(block, language, L"LegalCopyright").find(L"The Marlit authors"), std::wstring::npos);
+    }
+    EXPECT_NE(VersionText(block, L"0409", L"Comments"), VersionText(block, L"0411", L"Comments"));
+  }
 }
 
 }  // namespace
