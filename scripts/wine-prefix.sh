@@ -39,6 +39,12 @@ make_japanese_locale() {
   cp -r /usr/lib/locale/C.utf8 "$locales/ja_JP.UTF-8"
 }
 
+# The font with Japanese letters shows a yen sign in paths. The copy in the prefix, which Wine takes first, does not.
+draw_backslash() {
+  local font=/usr/share/fonts/opentype/ipafont-gothic/ipagp.ttf fonts=$WINEPREFIX/drive_c/windows/Fonts
+  [ -e "$fonts/ipagp.ttf" ] || [ ! -e "$font" ] || "$root/scripts/backslash-font" <"$font" >"$fonts/ipagp.ttf"
+}
+
 use_prefix() {
   local name=$1 kind=${1##*-}
   export WINEPREFIX=$root/build/wine/$name LC_ALL=C.UTF-8
@@ -71,6 +77,7 @@ use_prefix() {
     wineserver -w
     touch "$WINEPREFIX/.ready"
   fi
+  if [ "$kind" = en ]; then draw_backslash; fi
   # Stays for a while, so that the next start is a warm one; and without our output, whose reader would wait for it.
   wineserver -p30 >/dev/null 2>&1 || true # fails where it runs already
 }
