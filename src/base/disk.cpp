@@ -104,7 +104,7 @@ class DiskStream : public FileStream {
 FileHandle OpenOnce(const std::wstring& path, FileMode mode) {
   constexpr DWORD kAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   const bool reads = mode == FileMode::Read;
-  return FileHandle(CreateFileW(path.c_str(), reads ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE,
+  return FileHandle(CreateFileW(ApiPath(path).c_str(), reads ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE,
                                 mode == FileMode::Own ? FILE_SHARE_READ : kAll, nullptr,
                                 reads ? OPEN_EXISTING : OPEN_ALWAYS,
                                 reads ? FILE_ATTRIBUTE_NORMAL : FILE_ATTRIBUTE_NORMAL | FILE_FLAG_WRITE_THROUGH,
@@ -138,19 +138,19 @@ class DiskFiles : public FileSystem {
 
   std::optional<FileFacts> FactsOf(const std::wstring& path) override {
     WIN32_FILE_ATTRIBUTE_DATA found{};
-    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &found)) return std::nullopt;
+    if (!GetFileAttributesExW(ApiPath(path).c_str(), GetFileExInfoStandard, &found)) return std::nullopt;
     const auto join = [](DWORD high, DWORD low) { return static_cast<std::int64_t>(high) << 32 | low; };
     return FileFacts{join(found.nFileSizeHigh, found.nFileSizeLow),
                      join(found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime),
                      (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0};
   }
 
-  bool Delete(const std::wstring& path) override { return DeleteFileW(path.c_str()); }
+  bool Delete(const std::wstring& path) override { return DeleteFileW(ApiPath(path).c_str()); }
 
   std::vector<std::wstring> List(const std::wstring& folder) override {
     std::vector<std::wstring> names;
     WIN32_FIND_DATAW found{};
-    const FindHandle search(FindFirstFileW(PathIn(folder, L"*").c_str(), &found));
+    const FindHandle search(FindFirstFileW(ApiPath(PathIn(folder, L"*")).c_str(), &found));
     if (!search) return names;
     do {
       const std::wstring name = found.cFileName;
@@ -160,10 +160,10 @@ class DiskFiles : public FileSystem {
   }
 
   bool MakeFolder(const std::wstring& path) override {
-    if (CreateDirectoryW(path.c_str(), nullptr)) return true;
+    if (CreateDirectoryW(ApiPath(path).c_str(), nullptr)) return true;
     if (GetLastError() == ERROR_PATH_NOT_FOUND) {
       const std::wstring above = FolderOf(path);
-      return above != path && MakeFolder(above) && CreateDirectoryW(path.c_str(), nullptr);
+      return above != path && MakeFolder(above) && CreateDirectoryW(ApiPath(path).c_str(), nullptr);
     }
     const DWORD error = GetLastError();
     const std::optional<FileFacts> there = FactsOf(path);
@@ -171,7 +171,7 @@ class DiskFiles : public FileSystem {
     return there && there->IsFolder;
   }
 
-  bool RemoveFolder(const std::wstring& path) override { return RemoveDirectoryW(path.c_str()); }
+  bool RemoveFolder(const std::wstring& path) override { return RemoveDirectoryW(ApiPath(path).c_str()); }
   std::uint32_t LastError() const override { return GetLastError(); }
   void SetLastError(std::uint32_t error) override { ::SetLastError(error); }
 };

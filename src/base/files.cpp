@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "base/handle.h"
+#include "base/path.h"
 
 namespace {
 
@@ -24,7 +25,8 @@ bool WriteAll(HANDLE file, ByteSpan bytes) {
 
 std::optional<Bytes> ReadWholeFile(const std::wstring& path) {
   const FileHandle file(
-      CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+      CreateFileW(ApiPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
+                  nullptr));
   LARGE_INTEGER size{};
   if (!file || !GetFileSizeEx(file.get(), &size) || size.QuadPart > kLargestFile) return std::nullopt;
 
@@ -37,7 +39,8 @@ std::optional<Bytes> ReadWholeFile(const std::wstring& path) {
 
 bool WriteWholeFile(const std::wstring& path, ByteSpan bytes) {
   if (RefuseReadOnly(path)) return false;
-  FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  FileHandle file(
+      CreateFileW(ApiPath(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) return false;
   const bool complete = WriteAll(file.get(), bytes);
   const DWORD error = GetLastError();
@@ -47,13 +50,17 @@ bool WriteWholeFile(const std::wstring& path, ByteSpan bytes) {
 }
 
 bool FileExists(const std::wstring& path) {
-  WIN32_FIND_DATAW found{};
-  const FindHandle search(FindFirstFileW(path.c_str(), &found));
-  return search && !(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY);
+  const DWORD attributes = GetFileAttributesW(ApiPath(path).c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+bool FolderExists(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(ApiPath(path).c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
 bool RefuseReadOnly(const std::wstring& path) {
-  const DWORD attributes = GetFileAttributesW(path.c_str());
+  const DWORD attributes = GetFileAttributesW(ApiPath(path).c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_READONLY)) return false;
   SetLastError(ERROR_ACCESS_DENIED);
   return true;

@@ -15,8 +15,9 @@ std::optional<Bytes> ReadWholeFile(const std::wstring& path);
 // cannot be opened, which leaves it as it was, or not written to the end, which leaves it as far as it got.
 bool WriteWholeFile(const std::wstring& path, ByteSpan bytes);
 
-// Whether something of that name exists and is no folder.
+// Whether something of that name exists and is no folder, or is one.
 bool FileExists(const std::wstring& path);
+bool FolderExists(const std::wstring& path);
 
 // Whether a file is marked read-only; GetLastError then says that access is denied. Windows refuses to write one by
 // itself. Wine leaves that to the host system, where an administrator may write any file: the mark must hold there too.

@@ -5,8 +5,8 @@
 
 #include <string>
 
-// Code units that a path may have for Windows to open it.
-inline constexpr std::size_t kPathLimit = 259;
+// Code units of the longest path that Windows knows, with the zero behind it.
+inline constexpr std::size_t kLongestPath = 32768;
 
 // Empty for a path without a separator. The root of a drive keeps its own.
 inline std::wstring FolderOf(const std::wstring& path) {
@@ -27,11 +27,23 @@ inline std::wstring PathIn(const std::wstring& folder, const std::wstring& name)
 
 // The path of a name that is not empty, seen from a folder: without "." and "..", which lead no further than to the
 // root. A name that is a full path stands for itself, and one that begins with "\\" goes out from the folder's root.
-// Empty if the path is too long.
+// Empty if the path is longer than any can be.
 std::wstring PathSeenFrom(const std::wstring& folder, const std::wstring& name);
 
 // The extension goes from the last dot of the name to its end; a name with a blank behind that dot has none.
 std::wstring PathWithoutExtension(const std::wstring& path);
 
-// `extension` with its dot, in the place of the one that is there. The path as it was if the new one is too long.
+// `extension` with its dot, in the place of the one that is there.
 std::wstring PathWithExtension(const std::wstring& path, const std::wstring& extension);
+
+// Whether the system would open each name of a path as it stands. It drops a blank or a dot at the end of one, and
+// takes NUL.wav for a device.
+bool HasPlainNames(const std::wstring& path);
+
+// The form of a full path in which the system opens the very file of that name: the extended one ("\\?\") for a path
+// that is long or has names that are not plain, and the path itself for all others. Every call that takes a path is
+// given this; nothing keeps it.
+std::wstring ApiPath(const std::wstring& path);
+
+// The way back: a path as the program keeps it, if it comes in the extended form.
+std::wstring PlainPath(const std::wstring& path);

@@ -8,6 +8,7 @@
 
 #include "base/handle.h"
 #include "base/path.h"
+#include "base/systempath.h"
 #include "base/text.h"
 
 namespace {
@@ -22,7 +23,7 @@ bool IsFolder(DWORD attributes) {
 void ForEachIn(const std::wstring& folder, const wchar_t* pattern,
                const std::function<void(const WIN32_FIND_DATAW&)>& visit) {
   WIN32_FIND_DATAW item;
-  const FindHandle find(FindFirstFileW(PathIn(folder, pattern).c_str(), &item));
+  const FindHandle find(FindFirstFileW(ApiPath(PathIn(folder, pattern)).c_str(), &item));
   if (!find) return;
   do {
     visit(item);
@@ -30,7 +31,7 @@ void ForEachIn(const std::wstring& folder, const wchar_t* pattern,
 }
 
 void RemoveFolder(const std::wstring& folder) {
-  if (IsFolder(GetFileAttributesW(folder.c_str()))) RemoveDirectoryW(folder.c_str());
+  if (IsFolder(GetFileAttributesW(ApiPath(folder).c_str()))) RemoveDirectoryW(ApiPath(folder).c_str());
 }
 
 // The process that a folder's name tells, 0 if it is no name of ours.
@@ -41,9 +42,9 @@ DWORD ProcessOf(const std::wstring& name) {
 }
 
 std::wstring ProgramOf(HANDLE process) {
-  wchar_t path[MAX_PATH] = L"";
-  DWORD length = MAX_PATH;
-  QueryFullProcessImageNameW(process, 0, path, &length);
+  std::wstring path(kLongestPath, L'\0');
+  DWORD length = kLongestPath;
+  path.resize(QueryFullProcessImageNameW(process, 0, path.data(), &length) ? length : 0);
   return FileNameOf(path);
 }
 
@@ -71,12 +72,14 @@ void RemoveThoseOfTheDead(const std::wstring& temporary) {
 }  // namespace
 
 void TempFolder::Make() {
-  wchar_t temporary[MAX_PATH + 1] = L"";
-  GetTempPathW(MAX_PATH + 1, temporary);
+  const std::wstring temporary = TemporaryPath();
   RemoveThoseOfTheDead(temporary);
   const std::wstring first = kPrefix + FormatText(L"%d_%d", GetCurrentProcessId(), GetCurrentThreadId());
   path_ = PathIn(temporary, first);
-  for (int number = 2; !CreateDirectoryW(path_.c_str(), nullptr) && GetLastError() == ERROR_ALREADY_EXISTS; ++number) {
+  const auto isTaken = [this] {
+    return !CreateDirectoryW(ApiPath(path_).c_str(), nullptr) && GetLastError() == ERROR_ALREADY_EXISTS;
+  };
+  for (int number = 2; isTaken(); ++number) {
     path_ = PathIn(temporary, first + L'_' + std::to_wstring(number));
   }
 }
@@ -87,8 +90,9 @@ void TempFolder::Remove() const {
 
 void TempFolder::Empty(const std::wstring& folder) {
   // Without a name it would be the root of the drive.
-  if (folder.empty() || !IsFolder(GetFileAttributesW(folder.c_str()))) return;
-  ForEachIn(folder, L"*.*", [&](const WIN32_FIND_DATAW& item) {
-    if (!(item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) DeleteFileW(PathIn(folder, item.cFileName).c_str());
+  if (folder.empty() || !IsFolder(GetFileAttributesW(ApiPath(folder).c_str()))) return;
+  ForEachIn(folder, L"*", [&](const WIN32_FIND_DATAW& item) {
+    const std::wstring path = PathIn(folder, item.cFileName);
+    if (!(item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) DeleteFileW(ApiPath(path).c_str());
   });
 }

@@ -21,7 +21,7 @@ std::wstring MrqPathOf(const std::wstring& key) {
 
 // The name in the file; what stands behind a last dot of the key is lost on the way.
 std::u16string NameOf(const std::wstring& key) {
-  const std::wstring name = PathWithExtension(FileNameOf(key).substr(0, kPathLimit), L".wav");
+  const std::wstring name = PathWithExtension(FileNameOf(key), L".wav");
   return std::u16string(name.begin(), name.end());
 }
 

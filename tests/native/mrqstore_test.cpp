@@ -7,6 +7,7 @@
 #include <array>
 #include <thread>
 
+#include "base/path.h"
 #include "frqmap/mrqwriting.h"
 #include "native/faultdisk.h"
 
@@ -57,7 +58,9 @@ TEST(MrqStore, KeysComeBackFromTheFileAsUsersFilesHaveThem) {
       {L"\\\\server\\share", L"\\\\server\\share\\ka", L"\\\\server\\share\\ka"},
       {L"\\\\server\\share\\x\\..\\", L"\\\\server\\share\\ka", L"\\\\server\\share\\ka"},
       {L"C:\\v\\x\\..\\.\\w.d", L"C:\\v\\w.d\\ka", L"C:\\v\\w.d\\ka"},
-      {deep, deep + L"\\" + std::wstring(15, L'k'), L""},  // fits as a key alone
+      {deep, deep + L"\\" + std::wstring(300, L'k'), deep + L"\\" + std::wstring(300, L'k')},
+      {L"C:\\v", L"C:\\v\\\xD83C", L"C:\\v\\\xD83C"},  // half a character
+      {std::wstring(kLongestPath, L'd'), std::wstring(kLongestPath, L'd') + L"\\ka", L""},
   };
   for (const auto& [opened, key, back] : tests) {
     SCOPED_TRACE(testing::PrintToString(key));
@@ -76,9 +79,31 @@ TEST(MrqStore, KeysComeBackFromTheFileAsUsersFilesHaveThem) {
     EXPECT_TRUE(disk.FactsOf(key));
     EXPECT_NE(disk.FactsOf(PathWithoutExtension(key) + L".wav.llsm").has_value(), PathWithoutExtension(key) == key);
   }
+}
+
+TEST(MrqStore, NamesThatLookAlikeStayTwo) {
+  const std::wstring longName = L"C:\\v\\" + std::wstring(300, L'k');
+  const std::pair<std::wstring, std::wstring> tests[] = {
+      {L"C:\\v\\é", L"C:\\v\\e\x301"},      {L"C:\\v\\が", L"C:\\v\\か\x3099"},
+      {L"C:\\v\\〜", L"C:\\v\\～"},          {L"C:\\v\\¥", L"C:\\v\\_"},
+      {L"C:\\v\\a", L"C:\\v\\A"},            {L"C:\\v\\a", L"C:\\v\\a "},
+      {L"C:\\v\\\xD83C", L"C:\\v\\\xD83D"}, {longName + L"a", longName + L"b"},
+  };
   FaultDisk disk;
-  MrqStore store(&Noon, disk);
-  EXPECT_EQ(store.AddFolder(deep + std::wstring(16, L'd')), -1) << "no file can have that path";
+  disk.MakeFolder(L"C:\\v");
+  MrqStore store(&Noon, disk), second(&Noon, disk);
+  for (const auto& [one, other] : tests) {
+    SCOPED_TRACE(testing::PrintToString(one));
+    EXPECT_EQ(store.SaveEntry(one, {256, 44100, {110.0}, 0, 0}), 0);
+    EXPECT_EQ(store.SaveEntry(other, {256, 44100, {220.0}, 0, 0}), 0);
+    second.LoadFolder(L"C:\\v");
+    ASSERT_TRUE(second.Find(one) && second.Find(other));
+    EXPECT_EQ(second.Find(one)->Frequencies[0] + 2 * second.Find(other)->Frequencies[0], 550.0);
+    EXPECT_TRUE(store.Remove(one));
+    second.Clear();
+    second.LoadFolder(L"C:\\v");
+    EXPECT_TRUE(!second.Find(one) && second.Find(other)) << "the other one went";
+  }
 }
 
 // A file that names waves of other folders must not have them changed.

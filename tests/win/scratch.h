@@ -9,7 +9,9 @@
 #include <string>
 
 #include "base/files.h"
+#include "base/filesystem.h"
 #include "base/handle.h"
+#include "base/path.h"
 
 // Stands in for the user's settings in this process.
 struct ScratchRegistry {
@@ -28,15 +30,22 @@ struct ScratchRegistry {
   RegistryKey key_;
 };
 
+// The standard library takes no name that only the extended form opens.
+inline void RemoveTree(const std::wstring& path) {
+  if (Disk().Delete(path) || Disk().RemoveFolder(path)) return;
+  for (const std::wstring& name : Disk().List(path)) RemoveTree(PathIn(path, name));
+  Disk().RemoveFolder(path);
+}
+
 struct ScratchFolder {
-  ScratchFolder() { std::filesystem::remove_all(path_); }  // left by a test that was ended early
-  ~ScratchFolder() { std::filesystem::remove_all(path_); }
+  ScratchFolder() { RemoveTree(Path()); }  // left by a test that was ended early
+  ~ScratchFolder() { RemoveTree(Path()); }
 
   std::wstring Path() const { return path_.wstring(); }
   std::wstring Path(const std::wstring& name) const { return (path_ / name).wstring(); }
   // `name` may lead through folders, which are made.
   void Write(const std::wstring& name, const Bytes& bytes = {}) const {
-    std::filesystem::create_directories((path_ / name).parent_path());
+    Disk().MakeFolder(FolderOf(Path(name)));
     WriteWholeFile(Path(name), bytes);
   }
   // Plain ASCII.

@@ -1,0 +1,52 @@
+#include "base/systempath.h"
+
+#include <windows.h>
+#include <objbase.h>
+#include <shlobj.h>
+#include <shlwapi.h>
+
+#include "base/path.h"
+
+namespace {
+
+// What a call writes that takes a size and a buffer and gives a length; empty if it fails.
+template <typename Call>
+std::wstring TextOf(Call call) {
+  std::wstring text(kLongestPath, L'\0');
+  const DWORD length = call(static_cast<DWORD>(text.size()), text.data());
+  text.resize(length < text.size() ? length : 0);
+  return text;
+}
+
+}  // namespace
+
+std::wstring FullPathOf(const std::wstring& path) {
+  const std::wstring plain = PlainPath(path);
+  const std::wstring named =
+      PathIsRelativeW(plain.c_str()) ? PathIn(TextOf(GetCurrentDirectoryW), plain) : plain;
+  const std::wstring literal = ApiPath(named);
+  if (literal != named && GetFileAttributesW(literal.c_str()) != INVALID_FILE_ATTRIBUTES) return PlainPath(literal);
+  const std::wstring full = TextOf(
+      [&](DWORD size, wchar_t* text) { return GetFullPathNameW(plain.c_str(), size, text, nullptr); });
+  return full.empty() ? path : full;
+}
+
+std::wstring ProgramPath() {
+  return PlainPath(TextOf([](DWORD size, wchar_t* text) { return GetModuleFileNameW(nullptr, text, size); }));
+}
+
+std::wstring TemporaryPath() {
+  return TextOf(GetTempPathW);
+}
+
+std::wstring KnownFolder(const KNOWNFOLDERID& id) {
+  wchar_t* found = nullptr;
+  const HRESULT result = SHGetKnownFolderPath(id, 0, nullptr, &found);
+  const std::wstring folder = SUCCEEDED(result) ? found : L"";
+  CoTaskMemFree(found);
+  return folder;
+}
+
+std::wstring EnvironmentText(const wchar_t* name) {
+  return TextOf([&](DWORD size, wchar_t* text) { return GetEnvironmentVariableW(name, text, size); });
+}

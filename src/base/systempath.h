@@ -1,0 +1,23 @@
+// Paths that the system tells, whatever their length. The buffers of 260 that its calls are usually given would cut
+// them.
+#pragma once
+
+#include <shtypes.h>
+
+#include <string>
+
+// In full, as a path that somebody typed or handed over names it. What is there under exactly that name is meant, with
+// its blank or dot at the end; else it is what the system makes of it.
+std::wstring FullPathOf(const std::wstring& path);
+
+// Of this program.
+std::wstring ProgramPath();
+
+// The folder that all temporary files share.
+std::wstring TemporaryPath();
+
+// Empty if the system has no such folder.
+std::wstring KnownFolder(const KNOWNFOLDERID& id);
+
+// A variable of the environment, empty if it is not set.
+std::wstring EnvironmentText(const wchar_t* name);
