@@ -1,7 +1,6 @@
 #include "frqmap/convert.h"
 
-#include <optional>
-
+#include "base/files.h"
 #include "frqmap/mapfiles.h"
 #include "frqmap/vslib.h"
 
@@ -11,7 +10,7 @@ namespace {
 constexpr int kLowestNote = 36;
 constexpr int kSemitones = 48;
 
-int FromProject(const std::string& source, FrqType target, MrqStore* store) {
+int FromProject(const std::wstring& source, FrqType target, MrqStore* store) {
   CVsLib library;
   switch (target) {
     case FrqTypeFrq:
@@ -24,19 +23,22 @@ int FromProject(const std::string& source, FrqType target, MrqStore* store) {
 }
 
 int ToProject(const std::wstring& wave, FrqType source, MrqStore* store) {
-  const std::optional<std::string> path = NarrowPath(wave);
-  return path ? CVsLib().CreateFile(*path, kLowestNote, kSemitones, true, source, store) : -1;
+  return CVsLib().CreateFile(wave, kLowestNote, kSemitones, true, source, store);
 }
 
 }  // namespace
 
+bool CanConvertMap(const std::wstring& wave, FrqType source, FrqType target) {
+  const std::wstring sourcePath = MapPathFromWaveW(wave, source);
+  if (source != FrqTypeMrq && FileExists(sourcePath) && !ReadWholeFile(sourcePath)) return false;
+  if (source == FrqTypeVs4ufrq) return CanLibraryOpen(sourcePath);
+  return target != FrqTypeVs4ufrq || CanLibraryOpen(wave);
+}
+
 int ConvertMap(const std::wstring& wave, FrqType source, FrqType target, MrqStore* store) {
   const std::wstring sourcePath = MapPathFromWaveW(wave, source);
   if (!MapFileExists(sourcePath, store)) return 0;
-  if (source == FrqTypeVs4ufrq) {
-    const std::optional<std::string> path = NarrowPath(sourcePath);
-    return path ? FromProject(*path, target, store) : -1;
-  }
+  if (source == FrqTypeVs4ufrq) return FromProject(sourcePath, target, store);
   if (target == FrqTypeVs4ufrq) return ToProject(wave, source, store);
   FrqMap map;
   if (LoadMap(map, wave, source, store) != 0) return -1;

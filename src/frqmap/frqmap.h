@@ -6,7 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include "base/sample.h"
@@ -48,14 +48,14 @@ class FrqMap {
   // Back to the state of a new map.
   void Clear();
 
-  // Reads the map file; its extension tells the kind. 0, or nonzero with the map cleared. `narrowPath` is in code
-  // page 932; `store` serves .mrq alone and may be null.
-  int Load(std::string_view narrowPath, MrqStore* store);
+  // Reads the map file; its extension tells the kind. 0, or nonzero with the map cleared. `store` serves .mrq alone and
+  // may be null.
+  int Load(const std::wstring& path, MrqStore* store);
 
   // Writes the map as the kind of the path's extension, which may differ from the map's own. 0, or nonzero with the
   // file as it was if nothing could be opened. A map without frames is refused (-1) and touches no file. Renews
   // Average where it is derived, and changes nothing else.
-  int Save(std::string_view narrowPath, MrqStore* store);
+  int Save(const std::wstring& path, MrqStore* store);
 
   // An empty map of `frameCount` default frames, to be filled by SetFrequency and saved. Not Loaded. Result 0.
   int Create(SampleCount frameCount, FrqType kind);
@@ -114,6 +114,6 @@ class FrqMap {
   int GetMarkRange(SampleCount position, SampleCount& first, SampleCount& last) const;
 
  private:
-  int Read(std::string_view narrowPath, FrqType kind, MrqStore* store);
-  int Write(std::string_view narrowPath, FrqType kind, MrqStore* store) const;
+  int Read(const std::wstring& path, FrqType kind, MrqStore* store);
+  int Write(const std::wstring& path, FrqType kind, MrqStore* store) const;
 };

@@ -1,7 +1,4 @@
 // The six kinds of frequency map, what each can hold, and how its files are named.
-//
-// Names come in two forms. The narrow ones are bytes of code page 932, which the map files' layer speaks; they step
-// over two-byte characters, whose second byte may be a "\" or a "_". The wide ones serve the windows.
 #pragma once
 
 #include <cstdint>
@@ -27,22 +24,16 @@ inline constexpr double FrqNoPitch = 55.0;
 inline constexpr SampleCount FrqSampleRate = 44100;
 
 // Extension with its dot, "" for an unknown kind.
-std::string_view FrqExtensionA(FrqType kind);
 std::wstring_view FrqExtensionW(FrqType kind);
 
-// The first kind whose extension ends the path, without regard to case; FrqTypeUnknown if none does. The narrow form
-// takes the extension of the last path component, and a blank ends it as the shell's own rule has it; the wide form
-// takes all from the last ".".
-FrqType FrqTypeFromPathA(std::string_view path);
+// The first kind whose extension ends the path, without regard to case; FrqTypeUnknown if none does.
 FrqType FrqTypeFromPathW(std::wstring_view path);
 
 // Name of the map file of a wave: a.wav gives a_wav.frq, or a.dio and a.mrq for the two kinds that drop the wave's
 // extension. The last "." of the whole path counts, also one in a folder's name.
-std::string MapPathFromWaveA(std::string_view wavePath, FrqType kind);
 std::wstring MapPathFromWaveW(std::wstring_view wavePath, FrqType kind);
 
 // The way back: a.dio and a_wav.frq give a.wav. What held no "_" comes back as it was.
-std::string WavePathFromMapA(std::string_view mapPath);
 std::wstring WavePathFromMapW(std::wstring_view mapPath);
 
 // The analysis file that one resampler family keeps beside a wave: a.wav.llsm.

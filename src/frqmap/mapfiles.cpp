@@ -3,13 +3,11 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "base/files.h"
 #include "base/filesystem.h"
 #include "base/inplace.h"
-#include "base/text.h"
 #include "frqmap/dio.h"
 #include "frqmap/freq0003.h"
 #include "frqmap/levels.h"
@@ -20,43 +18,30 @@
 
 namespace {
 
-constexpr UINT kCodePage = 932;
-constexpr std::size_t kLongestNarrowPath = 259;
-
 std::wstring WithExtension(const std::wstring& path, std::wstring_view extension) {
   return path.substr(0, path.rfind(L'.')).append(extension);
 }
 
-// What the analysis of this kind keeps beside its map. Nothing is lost if one of them is not there.
-void DeleteDioCompanions(const std::wstring& mapPath) {
-  DeleteFileW(WithExtension(mapPath, L".star").c_str());
-  DeleteFileW(WithExtension(mapPath, L".platinum").c_str());
-}
-
-std::wstring WavePathOf(std::string_view narrowMapPath) {
-  return WidePath(WavePathFromMapA(narrowMapPath));
-}
-
 using Decoder = std::optional<FrqMap> (*)(ByteSpan);
 
-std::optional<FrqMap> ReadMap(std::string_view narrowPath, Decoder decode) {
-  const std::optional<Bytes> file = ReadWholeFile(WidePath(narrowPath));
+std::optional<FrqMap> ReadMap(const std::wstring& path, Decoder decode) {
+  const std::optional<Bytes> file = ReadWholeFile(path);
   return file ? decode(*file) : std::nullopt;
 }
 
 // Kinds whose files hold no amplitude take it from the wave. Without its wave a map has none, which is no failure.
-std::optional<FrqMap> ReadDioAndLevels(std::string_view narrowPath) {
-  std::optional<FrqMap> map = ReadMap(narrowPath, DecodeDio);
+std::optional<FrqMap> ReadDioAndLevels(const std::wstring& path) {
+  std::optional<FrqMap> map = ReadMap(path, DecodeDio);
   std::vector<double> levels;
-  if (map && ReadWaveLevels(WavePathOf(narrowPath), levels, map->Hop) == 0) SetLevels(*map, levels);
+  if (map && ReadWaveLevels(WavePathFromMapW(path), levels, map->Hop) == 0) SetLevels(*map, levels);
   return map;
 }
 
 // The size of the wave is asked for only where the map needs it.
-std::optional<FrqMap> ReadPmkAndLevels(std::string_view narrowPath) {
-  const std::optional<Bytes> file = ReadWholeFile(WidePath(narrowPath));
+std::optional<FrqMap> ReadPmkAndLevels(const std::wstring& path) {
+  const std::optional<Bytes> file = ReadWholeFile(path);
   if (!file) return std::nullopt;
-  const std::wstring wavePath = WavePathOf(narrowPath);
+  const std::wstring wavePath = WavePathFromMapW(path);
   std::optional<FrqMap> map = DecodePmk(*file, 0);
   if (!map) {
     const std::optional<FileFacts> wave = Disk().FactsOf(wavePath);
@@ -70,31 +55,18 @@ std::optional<FrqMap> ReadPmkAndLevels(std::string_view narrowPath) {
 }
 
 // A map that its kind cannot hold leaves the file as it was, and says why in the system's words.
-int WriteMap(std::string_view narrowPath, const std::optional<Bytes>& file) {
-  if (file) return WriteInPlace(Disk(), WidePath(narrowPath), *file) ? 0 : -1;
+int WriteMap(const std::wstring& path, const std::optional<Bytes>& file) {
+  if (file) return WriteInPlace(Disk(), path, *file) ? 0 : -1;
   SetLastError(ERROR_INVALID_DATA);
   return -1;
 }
 
 }  // namespace
 
-std::optional<std::string> NarrowPath(std::wstring_view wide) {
-  std::array<char, kLongestNarrowPath> narrow;
-  BOOL replaced = FALSE;
-  const int size = WideCharToMultiByte(kCodePage, WC_NO_BEST_FIT_CHARS, wide.data(), static_cast<int>(wide.size()),
-                                       narrow.data(), static_cast<int>(narrow.size()), nullptr, &replaced);
-  if (size == 0 || replaced) return std::nullopt;
-  return std::string(narrow.data(), static_cast<std::size_t>(size));
-}
-
-std::wstring WidePath(std::string_view narrow) {
-  return Widen(narrow, kCodePage);
-}
-
-int FrqMap::Load(std::string_view narrowPath, MrqStore* store) {
+int FrqMap::Load(const std::wstring& path, MrqStore* store) {
   Clear();
-  const FrqType kind = FrqTypeFromPathA(narrowPath);
-  const int result = Read(narrowPath, kind, store);
+  const FrqType kind = FrqTypeFromPathW(path);
+  const int result = Read(path, kind, store);
   if (result != 0) {
     Clear();
     return result;
@@ -105,21 +77,21 @@ int FrqMap::Load(std::string_view narrowPath, MrqStore* store) {
   return 0;
 }
 
-int FrqMap::Save(std::string_view narrowPath, MrqStore* store) {
+int FrqMap::Save(const std::wstring& path, MrqStore* store) {
   if (FrameCount == 0) return -1;
   if (DerivedAverage) Average = ComputeAverage(-1);
-  return Write(narrowPath, FrqTypeFromPathA(narrowPath), store);
+  return Write(path, FrqTypeFromPathW(path), store);
 }
 
-int FrqMap::Read(std::string_view narrowPath, FrqType kind, MrqStore* store) {
+int FrqMap::Read(const std::wstring& path, FrqType kind, MrqStore* store) {
   std::optional<FrqMap> map;
   switch (kind) {
     case FrqTypeFrq:
-    case FrqTypeFrc: map = ReadMap(narrowPath, DecodeFreq0003); break;
-    case FrqTypePmk: map = ReadPmkAndLevels(narrowPath); break;
-    case FrqTypeDio: map = ReadDioAndLevels(narrowPath); break;
-    case FrqTypeVs4ufrq: return LoadVs4ufrq(*this, narrowPath);
-    case FrqTypeMrq: return LoadMrq(*this, narrowPath, store);
+    case FrqTypeFrc: map = ReadMap(path, DecodeFreq0003); break;
+    case FrqTypePmk: map = ReadPmkAndLevels(path); break;
+    case FrqTypeDio: map = ReadDioAndLevels(path); break;
+    case FrqTypeVs4ufrq: return LoadVs4ufrq(*this, path);
+    case FrqTypeMrq: return LoadMrq(*this, path, store);
     default: break;
   }
   if (!map) return -1;
@@ -127,14 +99,14 @@ int FrqMap::Read(std::string_view narrowPath, FrqType kind, MrqStore* store) {
   return 0;
 }
 
-int FrqMap::Write(std::string_view narrowPath, FrqType kind, MrqStore* store) const {
+int FrqMap::Write(const std::wstring& path, FrqType kind, MrqStore* store) const {
   switch (kind) {
     case FrqTypeFrq:
-    case FrqTypeFrc: return WriteMap(narrowPath, EncodeFreq0003(*this, kind));
-    case FrqTypePmk: return WriteMap(narrowPath, EncodePmk(*this));
-    case FrqTypeDio: return WriteMap(narrowPath, EncodeDio(*this, ReadSamplesPerChannel(WavePathOf(narrowPath))));
-    case FrqTypeVs4ufrq: return SaveVs4ufrq(*this, narrowPath);
-    case FrqTypeMrq: return SaveMrq(*this, narrowPath, store);
+    case FrqTypeFrc: return WriteMap(path, EncodeFreq0003(*this, kind));
+    case FrqTypePmk: return WriteMap(path, EncodePmk(*this));
+    case FrqTypeDio: return WriteMap(path, EncodeDio(*this, ReadSamplesPerChannel(WavePathFromMapW(path))));
+    case FrqTypeVs4ufrq: return SaveVs4ufrq(*this, path);
+    case FrqTypeMrq: return SaveMrq(*this, path, store);
     default: return -1;
   }
 }
@@ -142,6 +114,11 @@ int FrqMap::Write(std::string_view narrowPath, FrqType kind, MrqStore* store) co
 bool MapFileExists(const std::wstring& mapPath, MrqStore* store) {
   if (store && FrqTypeFromPathW(mapPath) == FrqTypeMrq) return MrqExists(mapPath, *store);
   return FileExists(mapPath);
+}
+
+std::vector<std::wstring> MapCompanions(const std::wstring& mapPath) {
+  if (FrqTypeFromPathW(mapPath) != FrqTypeDio) return {};
+  return {WithExtension(mapPath, L".star"), WithExtension(mapPath, L".platinum")};
 }
 
 bool KeepMapFile(const std::wstring& mapPath, const MrqStore* store) {
@@ -158,8 +135,9 @@ bool DeleteMapFile(const std::wstring& mapPath, MrqStore* store, bool keepEntry)
     return store && DeleteMrq(mapPath, *store, keepEntry);
   }
   KeepMapFile(mapPath, store);
-  const bool deleted = DeleteFileW(mapPath.c_str());
-  if (kind == FrqTypeDio) DeleteDioCompanions(mapPath);
+  const bool deleted = Disk().Delete(mapPath);
+  // Nothing is lost if one of them is not there.
+  for (const std::wstring& companion : MapCompanions(mapPath)) Disk().Delete(companion);
   return deleted;
 }
 
@@ -172,13 +150,9 @@ int RestoreMapFile(const std::wstring& mapPath, ByteSpan kept, MrqStore* store) 
 }
 
 int LoadMap(FrqMap& map, const std::wstring& wavePath, FrqType kind, MrqStore* store) {
-  if (const auto path = NarrowPath(MapPathFromWaveW(wavePath, kind))) return map.Load(*path, store);
-  map.Clear();
-  return -1;
+  return map.Load(MapPathFromWaveW(wavePath, kind), store);
 }
 
 int SaveMap(FrqMap& map, const std::wstring& wavePath, FrqType kind, MrqStore* store) {
-  if (const auto path = NarrowPath(MapPathFromWaveW(wavePath, kind))) return map.Save(*path, store);
-  SetLastError(ERROR_PATH_NOT_FOUND);
-  return -1;
+  return map.Save(MapPathFromWaveW(wavePath, kind), store);
 }

@@ -1,11 +1,9 @@
 #include "frqmap/mrqmap.h"
 
-#include <windows.h>
-
 #include <vector>
 
+#include "base/filesystem.h"
 #include "frqmap/levels.h"
-#include "frqmap/mapfiles.h"
 #include "frqmap/wavelevels.h"
 
 namespace {
@@ -42,20 +40,20 @@ std::wstring MrqKey(const std::wstring& mapPath) {
   return mapPath.substr(0, mapPath.rfind(L'.'));
 }
 
-int LoadMrq(FrqMap& map, std::string_view narrowPath, const MrqStore* store) {
-  const auto entry = store ? store->Find(MrqKey(WidePath(narrowPath))) : std::nullopt;
+int LoadMrq(FrqMap& map, const std::wstring& mapPath, const MrqStore* store) {
+  const auto entry = store ? store->Find(MrqKey(mapPath)) : std::nullopt;
   if (!entry) return -1;
   map = MapOfEntry(*entry);
   std::vector<double> levels;
   // A wave that cannot be read leaves a map without amplitudes.
-  ReadWaveLevels(WidePath(WavePathFromMapA(narrowPath)), levels, map.Hop);
+  ReadWaveLevels(WavePathFromMapW(mapPath), levels, map.Hop);
   SetLevels(map, levels);
   return 0;
 }
 
-int SaveMrq(const FrqMap& map, std::string_view narrowPath, MrqStore* store) {
+int SaveMrq(const FrqMap& map, const std::wstring& mapPath, MrqStore* store) {
   if (!store) return -1;
-  return store->SaveEntry(MrqKey(WidePath(narrowPath)), EntryOfMap(map));
+  return store->SaveEntry(MrqKey(mapPath), EntryOfMap(map));
 }
 
 bool MrqExists(const std::wstring& mapPath, const MrqStore& store) {
@@ -63,7 +61,7 @@ bool MrqExists(const std::wstring& mapPath, const MrqStore& store) {
 }
 
 bool DeleteMrq(const std::wstring& mapPath, MrqStore& store, bool keepEntry) {
-  DeleteFileW(LlsmPathFromWave(WavePathFromMapW(mapPath)).c_str());
+  Disk().Delete(LlsmPathFromWave(WavePathFromMapW(mapPath)));
   if (!keepEntry) return store.Remove(MrqKey(mapPath));
   store.KeepEntry(MrqKey(mapPath));
   return true;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "frqmap/frqmap.h"
 #include "frqmap/mrqstore.h"
@@ -12,11 +11,11 @@ std::wstring MrqKey(const std::wstring& mapPath);
 
 // Header and frames of a map from the entry of its name, with the levels of its wave; the rest is that of a new map. 0,
 // or -1 without a store or an entry.
-int LoadMrq(FrqMap& map, std::string_view narrowPath, const MrqStore* store);
+int LoadMrq(FrqMap& map, const std::wstring& mapPath, const MrqStore* store);
 
 // Keeps the map in the store, not rounded, and writes it to the file. 0, or -1 without a store or if the file cannot be
 // written, with the reason in GetLastError; the store keeps it all the same.
-int SaveMrq(const FrqMap& map, std::string_view narrowPath, MrqStore* store);
+int SaveMrq(const FrqMap& map, const std::wstring& mapPath, MrqStore* store);
 
 bool MrqExists(const std::wstring& mapPath, const MrqStore& store);
 

@@ -1,14 +1,14 @@
 #include "frqmap/vslib.h"
 
-#include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "base/files.h"
 #include "base/guardedcall.h"
 #include "base/inplace.h"
-#include "base/text.h"
+#include "base/narrowpath.h"
 #include "frqmap/mapfiles.h"
 
 namespace {
@@ -21,23 +21,38 @@ void Resolve(HMODULE module, const char* name, Function*& entry) {
   entry = reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, name)));
 }
 
-// A path as the library opens it, in the system's code page. One that does not come back from there unchanged would
-// name another file: it goes out as it is, in code page 932, and the library says what it makes of it.
-std::string LibraryPath(std::string_view narrow) {
-  const std::wstring wide = WidePath(narrow);
-  std::array<char, MAX_PATH - 1> bytes;
-  const int size = WideCharToMultiByte(CP_ACP, 0, wide.data(), static_cast<int>(wide.size()), bytes.data(),
-                                       static_cast<int>(bytes.size()), nullptr, nullptr);
-  std::string path(bytes.data(), static_cast<std::size_t>(size));
-  if (!path.empty() && Widen(path, CP_ACP) == wide) return path;
-  return std::string(narrow.substr(0, MAX_PATH - 1));
+// A path as the library opens it. None for a file that it would take for another one, or not find.
+std::optional<std::string> LibraryPath(const std::wstring& path) {
+  std::optional<std::string> bytes = NarrowBytes(path);
+  if (!bytes) SetLastError(ERROR_BAD_PATHNAME);
+  return bytes;
 }
 
+// Where a new project goes. A file that is not there has no short name yet: if its own does not do, an empty one is
+// made ahead of it, and goes again if nothing is written.
+class NewProject {
+ public:
+  explicit NewProject(const std::wstring& path) : path_(path) {
+    if (FileExists(path) || NarrowForm(path)) return;
+    isAhead_ = Disk().Open(path, FileMode::Patch) != nullptr;
+  }
+  ~NewProject() {
+    const std::optional<FileFacts> facts = isAhead_ ? Disk().FactsOf(path_) : std::nullopt;
+    if (facts && facts->Size == 0) Disk().Delete(path_);
+  }
+  NewProject(const NewProject&) = delete;
+  NewProject& operator=(const NewProject&) = delete;
+
+ private:
+  const std::wstring path_;
+  bool isAhead_ = false;
+};
+
 // The path with `ending` for its extension and the dot; none without a dot. One in a folder's name counts.
-std::optional<std::string> WithEnding(std::string_view path, std::string_view ending) {
-  const std::size_t dot = path.rfind('.');
+std::optional<std::wstring> WithEnding(const std::wstring& path, std::wstring_view ending) {
+  const std::size_t dot = path.rfind(L'.');
   if (dot == path.npos) return std::nullopt;
-  return std::string(path.substr(0, dot)).append(ending);
+  return path.substr(0, dot).append(ending);
 }
 
 bool AreCountsSane(const std::vector<VsItemInfo>& items) {
@@ -55,17 +70,16 @@ bool PutBack(const FileChange& change) {
 }
 
 // Nobody knows what the library does to the file: the whole of it is held meanwhile, and put back if the save fails.
-int SaveGuarded(CVsLib& library, std::string_view narrowPath) {
-  const std::wstring path = WidePath(narrowPath);
+int SaveGuarded(CVsLib& library, const std::wstring& path) {
   PresentGuard().Mend(path);
   std::optional<Bytes> before = ReadWholeFile(path);
-  if (!before) return library.SaveProject(narrowPath);
+  if (!before) return library.SaveProject(path);
   if (!before->empty() && PresentGuard().Wants(path)) PresentGuard().Keep(path, *before);
   const std::int64_t size = std::ssize(*before);
   const FileChange change{path, size, size, {{0, *std::move(before), {}}}, true};
   PresentGuard().Begin(change);
   SetLastError(ERROR_SUCCESS);
-  const int result = library.SaveProject(narrowPath);
+  const int result = library.SaveProject(path);
   const DWORD error = GetLastError();
   if (result == 0 || PutBack(change)) PresentGuard().End();
   SetLastError(result != 0 && error == ERROR_SUCCESS ? DWORD{ERROR_WRITE_FAULT} : error);
@@ -73,6 +87,10 @@ int SaveGuarded(CVsLib& library, std::string_view narrowPath) {
 }
 
 }  // namespace
+
+bool CanLibraryOpen(const std::wstring& path) {
+  return LibraryPath(path).has_value();
+}
 
 VsHelper& VsHelper::Shared() {
   static VsHelper helper;
@@ -144,9 +162,10 @@ void CVsLib::Begin() {
   hasCrashed_ = false;
 }
 
-int CVsLib::OpenProject(std::string_view path) {
+int CVsLib::OpenProject(const std::wstring& path) {
   Begin();
-  return KeepIfOpened(Call(&VsHelper::VslibOpenProject, &Handle, LibraryPath(path).c_str()));
+  const std::optional<std::string> libraryPath = LibraryPath(path);
+  return libraryPath ? KeepIfOpened(Call(&VsHelper::VslibOpenProject, &Handle, libraryPath->c_str())) : -1;
 }
 
 // A call that fails may leave anything in the handle.
@@ -155,15 +174,16 @@ int CVsLib::KeepIfOpened(int result) {
   return result;
 }
 
-int CVsLib::OpenAndRead(std::string_view path) {
+int CVsLib::OpenAndRead(const std::wstring& path) {
   if (const int result = OpenProject(path); result != 0) return result;
   if (const int result = ReadItems(); result != 0) return result;
   if (const int result = ReadControlPoints(); result != 0) return result;
   return hasCrashed_ ? -1 : 0;
 }
 
-int CVsLib::SaveProject(std::string_view path) {
-  return Call(&VsHelper::VslibSaveProject, Handle, LibraryPath(path).c_str());
+int CVsLib::SaveProject(const std::wstring& path) {
+  const std::optional<std::string> libraryPath = LibraryPath(path);
+  return libraryPath ? Call(&VsHelper::VslibSaveProject, Handle, libraryPath->c_str()) : -1;
 }
 
 void CVsLib::CloseProject() {
@@ -217,52 +237,54 @@ int CVsLib::ReadProjectInfo() {
   return Call(&VsHelper::VslibGetProjectInfo, Handle, &ProjectInfo);
 }
 
-int CVsLib::CreateFile(std::string_view wavePath, int lowestNote, int range, bool useMap, FrqType mapKind,
+int CVsLib::CreateFile(const std::wstring& wavePath, int lowestNote, int range, bool useMap, FrqType mapKind,
                        MrqStore* store) {
-  const std::optional<std::string> target = WithEnding(wavePath, "_wav.vs4ufrq");
+  const std::optional<std::wstring> target = WithEnding(wavePath, L"_wav.vs4ufrq");
   if (!target) return kNoExtension;
-  const std::string libraryPath = LibraryPath(wavePath);
+  const std::optional<std::string> libraryPath = LibraryPath(wavePath);
+  if (!libraryPath) return -1;
   Begin();
   const Closer closer(*this);
   if (const int result = KeepIfOpened(Call(&VsHelper::VslibCreateProject, &Handle)); result != 0) return result;
   std::int32_t item = 0;
-  const int added = Call(&VsHelper::VslibAddItemEx, Handle, libraryPath.c_str(), &item, lowestNote, range, 0);
+  const int added = Call(&VsHelper::VslibAddItemEx, Handle, libraryPath->c_str(), &item, lowestNote, range, 0);
   if (added != 0) return added;
-  if (useMap) ImportMap(MapPathFromWaveA(wavePath, mapKind), store);
+  if (useMap) ImportMap(MapPathFromWaveW(wavePath, mapKind), store);
   Call(&VsHelper::SetPrjSaveOption, Handle, 1);
+  const NewProject made(*target);
   SaveProject(*target);
   return 0;
 }
 
-int CVsLib::ImportMap(std::string_view mapPath, MrqStore* store) {
+int CVsLib::ImportMap(const std::wstring& mapPath, MrqStore* store) {
   FrqMap map;
   if (map.Load(mapPath, store) != 0) return -1;
   if (ReadItems() != 0 || ReadProjectInfo() != 0 || ReadControlPoints() != 0) return -1;
   return SampleOntoProject(map, *this) ? WriteControlPoints() : -1;
 }
 
-int CVsLib::ExportMap(std::string_view vsPath, FrqType kind, MrqStore* store) {
+int CVsLib::ExportMap(const std::wstring& vsPath, FrqType kind, MrqStore* store) {
   const Closer closer(*this);
   if (OpenAndRead(vsPath) != 0 || ReadProjectInfo() != 0) return -1;
   std::optional<FrqMap> map = ResampledMap(*this, kind);
   if (!map) return -1;
-  map->Save(MapPathFromWaveA(WavePathFromMapA(vsPath), kind), store);
+  map->Save(MapPathFromWaveW(WavePathFromMapW(vsPath), kind), store);
   return 0;
 }
 
-int CVsLib::ExportPmk(std::string_view vsPath) {
-  const std::optional<std::string> target = WithEnding(vsPath, ".pmk");
+int CVsLib::ExportPmk(const std::wstring& vsPath) {
+  const std::optional<std::wstring> target = WithEnding(vsPath, L".pmk");
   const Closer closer(*this);
   if (!target || OpenAndRead(vsPath) != 0 || ReadProjectInfo() != 0) return -1;
   const std::optional<Bytes> file = PmkOfProject(*this);
   if (!file) return -1;
   // A file that a full disk cuts short counts as written, as an exported map does.
-  return WriteInPlace(Disk(), WidePath(*target), *file) || GetLastError() == ERROR_DISK_FULL ? 0 : -1;
+  return WriteInPlace(Disk(), *target, *file) || GetLastError() == ERROR_DISK_FULL ? 0 : -1;
 }
 
-int LoadVs4ufrq(FrqMap& map, std::string_view narrowPath) {
+int LoadVs4ufrq(FrqMap& map, const std::wstring& path) {
   CVsLib library;
-  const int result = library.OpenAndRead(narrowPath);
+  const int result = library.OpenAndRead(path);
   if (result != 0) return result;
   std::optional<FrqMap> loaded = MapOfProject(std::move(library));  // the data alone, not what is open
   if (!loaded) return -1;
@@ -272,14 +294,14 @@ int LoadVs4ufrq(FrqMap& map, std::string_view narrowPath) {
 
 // What a full disk has left of a project may open as one without points: they are refused then, and must be, or the
 // next save would count as one that has kept the edits.
-int SaveVs4ufrq(const FrqMap& map, std::string_view narrowPath) {
+int SaveVs4ufrq(const FrqMap& map, const std::wstring& path) {
   CVsLib library;
-  if (const int result = library.OpenProject(narrowPath); result != 0) return result;
+  if (const int result = library.OpenProject(path); result != 0) return result;
   library.ControlPoints = map.Project.ControlPoints;
   library.WriteControlPoints();
   if (library.WasPointRefused()) {
     SetLastError(ERROR_WRITE_FAULT);
     return -1;
   }
-  return SaveGuarded(library, narrowPath);
+  return SaveGuarded(library, path);
 }

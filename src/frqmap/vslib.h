@@ -2,17 +2,21 @@
 //
 // The library is no piece of ours and often not there; without it every operation here fails and nothing else suffers.
 // A call in which it raises an exception counts as one that it refuses, and it does not see that project again.
-// Narrow paths are in code page 932, as everywhere among the map files. Results are 0, -1, or what the library said.
+// It takes paths as bytes of the user's code page: a file that these cannot name is refused before anything is opened
+// or written, with ERROR_BAD_PATHNAME. Results are 0, -1, or what the library said.
 #pragma once
 
 #include <windows.h>
 
 #include <cstdint>
 #include <mutex>
-#include <string_view>
+#include <string>
 
 #include "frqmap/frqmap.h"
 #include "frqmap/vsproject.h"
+
+// Whether the library can be given this path, of a file that is there or is to be made beside others.
+bool CanLibraryOpen(const std::wstring& path);
 
 // A project that the library has open; 0 is none.
 using VsHandle = std::uint32_t;
@@ -62,10 +66,10 @@ class CVsLib : public VsProject {
   CVsLib(const CVsLib&) = delete;
   CVsLib& operator=(const CVsLib&) = delete;
 
-  int OpenProject(std::string_view path);
+  int OpenProject(const std::wstring& path);
   // Opens a project and fills the lists from it.
-  int OpenAndRead(std::string_view path);
-  int SaveProject(std::string_view path);
+  int OpenAndRead(const std::wstring& path);
+  int SaveProject(const std::wstring& path);
   // Does nothing if no project is open.
   void CloseProject();
 
@@ -82,17 +86,18 @@ class CVsLib : public VsProject {
   // Analyses a wave between two notes, the range being in semitones, and saves the project under its map's name: a.wav
   // gives a_wav.vs4ufrq. With `useMap` the wave's map of that kind, if it can be loaded, replaces the analysis. 1 for a
   // path without a dot; a save that fails is not told. (windows.h turns the name into CreateFileW everywhere alike.)
-  int CreateFile(std::string_view wavePath, int lowestNote, int range, bool useMap, FrqType mapKind, MrqStore* store);
+  int CreateFile(const std::wstring& wavePath, int lowestNote, int range, bool useMap, FrqType mapKind,
+                 MrqStore* store);
 
   // Samples a map file onto the control points of the open project.
-  int ImportMap(std::string_view mapPath, MrqStore* store);
+  int ImportMap(const std::wstring& mapPath, MrqStore* store);
 
   // Saves a project file as the wave's map of another kind, on a grid of 256 samples: .frq, .frc, .dio or .mrq. A save
   // that fails is not told: callers look for the file.
-  int ExportMap(std::string_view vsPath, FrqType kind, MrqStore* store);
+  int ExportMap(const std::wstring& vsPath, FrqType kind, MrqStore* store);
 
   // Saves a project file as pitch periods: a_wav.vs4ufrq gives a_wav.pmk.
-  int ExportPmk(std::string_view vsPath);
+  int ExportPmk(const std::wstring& vsPath);
 
  private:
   class Closer;
@@ -112,5 +117,5 @@ class CVsLib : public VsProject {
 // file to be there: it opens the project again, puts the map's control points into it and saves it. The frames as such
 // are never saved, so that only edits that reached the project do. A save that fails, also for a point that the library
 // refuses, leaves the file as it was and a reason in GetLastError.
-int LoadVs4ufrq(FrqMap& map, std::string_view narrowPath);
-int SaveVs4ufrq(const FrqMap& map, std::string_view narrowPath);
+int LoadVs4ufrq(FrqMap& map, const std::wstring& path);
+int SaveVs4ufrq(const FrqMap& map, const std::wstring& path);

@@ -3,11 +3,10 @@
 #include <shellapi.h>
 #include <shlwapi.h>
 
-#include <optional>
-
 #include "base/files.h"
 #include "base/handle.h"
-#include "frqmap/mapfiles.h"
+#include "base/narrowpath.h"
+#include "base/path.h"
 #include "frqmap/vslib.h"
 #include "resampler/commandline.h"
 #include "resampler/resamplerkind.h"
@@ -27,22 +26,28 @@ bool BeginsAsProgram(HANDLE file) {
 DWORD WhyNotRun(const std::wstring& program) {
   const bool bareName = program.find(L'\\') == program.npos;
   if (bareName) return program.empty() ? ERROR_FILE_NOT_FOUND : 0;
-  const FileHandle file(CreateFileW(program.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+  const FileHandle file(CreateFileW(ApiPath(program).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                     OPEN_EXISTING, 0, nullptr));
   if (!file) return FileExists(program) ? 0 : ERROR_FILE_NOT_FOUND;
   const bool named = lstrcmpiW(PathFindExtensionW(program.c_str()), L".exe") == 0;
   return named && !BeginsAsProgram(file.get()) ? ERROR_BAD_EXE_FORMAT : 0;
 }
 
+// The shell knows no extended form. A program that it would not find by its path it finds by the short one.
+std::wstring ShellForm(const std::wstring& program) {
+  return program == ApiPath(program) ? program : NarrowForm(program).value_or(program);
+}
+
 }  // namespace
 
 DWORD RunHidden(HWND owner, const std::wstring& program, const std::wstring& commandLine, LONG* exitCode) {
   if (const DWORD reason = WhyNotRun(program)) return reason;
+  const std::wstring file = ShellForm(program);
   SHELLEXECUTEINFOW run{};
   run.cbSize = sizeof(run);
   run.fMask = SEE_MASK_NOCLOSEPROCESS | SEE_MASK_NO_CONSOLE;
   run.hwnd = owner;
-  run.lpFile = program.c_str();
+  run.lpFile = file.c_str();
   run.lpParameters = commandLine.c_str();
   run.nShow = SW_HIDE;
   if (!ShellExecuteExW(&run)) return GetLastError();
@@ -58,7 +63,5 @@ int RunResamplerCreateMap(HWND owner, const std::wstring& resamplerPath, const s
   if (GetResamplerKind(resamplerPath) != FrqTypeVs4ufrq) {
     return static_cast<int>(RunHidden(owner, resamplerPath, CreateCommandLine(wave), exitCode));
   }
-  const std::optional<std::string> path = NarrowPath(wave);
-  if (!path) return -1;
-  return CVsLib().CreateFile(*path, vs4uRange.Lowest, vs4uRange.Semitones, vs4uUseFrq, FrqTypeFrq, nullptr);
+  return CVsLib().CreateFile(wave, vs4uRange.Lowest, vs4uRange.Semitones, vs4uUseFrq, FrqTypeFrq, nullptr);
 }

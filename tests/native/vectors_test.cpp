@@ -17,11 +17,6 @@ using testdata::Json;
 using testdata::Utf8;
 using testdata::Wide;
 
-// Narrow names are in code page 932 and the vectors in UTF-8: they can be compared where both are the same.
-bool IsAscii(const std::string& name) {
-  return std::ranges::all_of(name, [](char c) { return c > 0; });
-}
-
 // "x" is a mark, "s" one with a suggestion of 100 Hz and one for each frame before it.
 FrqMap MarkedMap(const std::string& pattern, SampleCount hop) {
   FrqMap map = MapOf(std::vector<double>(pattern.size(), 200.0), hop);
@@ -39,20 +34,15 @@ TEST(vectors, Names) {
   for (const Json& test : names["map_path_from_wave"]) {
     const std::string wave = test["wave"];
     for (const std::string name : {"frq", "vs4ufrq", "frc", "pmk", "dio", "mrq"}) {
-      const FrqType kind = FrqTypeFromPathA("x." + name);
+      const FrqType kind = FrqTypeFromPathW(Wide("x." + name));
       family.Expect(Utf8(MapPathFromWaveW(Wide(wave), kind)), test[name]);
-      if (IsAscii(wave)) family.Expect(MapPathFromWaveA(wave, kind), test[name]);
     }
   }
   for (const Json& test : names["wave_path_from_map_a"]) {
-    const std::string map = test["map"];
-    family.Expect(Utf8(WavePathFromMapW(Wide(map))), test["wave"]);
-    if (IsAscii(map)) family.Expect(WavePathFromMapA(map), test["wave"]);
+    family.Expect(Utf8(WavePathFromMapW(Wide(test["map"]))), test["wave"]);
   }
   for (const Json& test : names["frq_type_from_path_a"]) {
-    const std::string path = test["path"];
-    family.Expect(FrqTypeFromPathW(Wide(path)), test["type"]);
-    if (IsAscii(path)) family.Expect(FrqTypeFromPathA(path), test["type"]);
+    family.Expect(FrqTypeFromPathW(Wide(test["path"])), test["type"]);
   }
   for (const Json& test : names["llsm"]) family.Expect(Utf8(LlsmPathFromWave(Wide(test["wave"]))), test["llsm"]);
   for (const Json& test : names["frame_count_from_file_size"]) {

@@ -1,4 +1,4 @@
-// Maps in real files, of their own or in a desc.mrq: Japanese names, what is in the way, and deletion.
+// Maps in real files, of their own or in a desc.mrq: what is in the way of a save, and deletion.
 #include "frqmap/mapfiles.h"
 
 #include "frqmap/mrqstore.h"
@@ -13,12 +13,6 @@ struct MapFiles : testing::Test {
 
   const ScratchFolder folder;
 };
-
-TEST_F(MapFiles, ANameBeyondTheCodePageLeavesNothingOfTheMapBefore) {
-  FrqMap map = MapOf({55.0, 220.0});
-  EXPECT_NE(LoadMap(map, Path(std::wstring(300, L'밤')), FrqTypeFrq, nullptr), 0);
-  EXPECT_FALSE(map.Loaded || map.FrameCount);
-}
 
 TEST_F(MapFiles, ASaveThatFailsTellsWhyAndKeepsWhatWasThere) {
   const std::tuple<std::wstring, const char*, DWORD, DWORD> tests[] = {

@@ -79,7 +79,7 @@ void ExpectSaves(Family& family, FrqMap map, const Json& test) {
     if (!wave.empty()) folder.Write(wave.filename(), Family::File(test["wave"]));
     MrqStore store(&ExpectedTime);
     const std::wstring path = folder.Path(Wide(save["name"]));
-    family.Expect(map.Save(NarrowPath(path).value(), &store), save["result"]);
+    family.Expect(map.Save(path, &store), save["result"]);
     const std::optional<Bytes> file = ReadWholeFile(kind == "mrq" ? folder.Path(L"desc.mrq") : path);
     family.Expect(file.has_value(), save["result"] == 0);
     if (file && save["result"] == 0) family.ExpectFile(*file, save);
@@ -97,7 +97,7 @@ TEST_F(vectors, MapFiles) {
     std::wstring path = Wide(test.contains("load_as") ? test["load_as"] : test["file"]);
     std::ranges::replace(path, L'/', L'\\');
     FrqMap map;
-    const int result = map.Load(NarrowPath(path).value(), &store);
+    const int result = map.Load(path, &store);
     EXPECT_EQ(map.Loaded, result == 0);
     const std::string load = test["load"];
     if (load != "open") family.Expect(map.Loaded && (map.FrameCount > 0 || load == "ok"), load == "ok");
@@ -126,7 +126,7 @@ TEST_F(vectors, FrameEstimates) {
   Family::Each("frame_estimates", [&](Family& family, const Json& test) {
     for (const std::string kind : {"frq", "frc", "pmk", "dio", "mrq"}) {
       const std::wstring wave = L"voice\\" + Wide(test["row"]);
-      family.Expect(FindMap(wave, FrqTypeFromPathA("x." + kind), listed, store).frameEstimate, test[kind]);
+      family.Expect(FindMap(wave, FrqTypeFromPathW(Wide("x." + kind)), listed, store).frameEstimate, test[kind]);
     }
   });
 }
@@ -276,15 +276,8 @@ TEST_F(vectors, Oto) {
   }
 }
 
-TEST_F(vectors, NamesOnWindows) {
-  Family names("names"), notes("notes");
-  for (const Json& test : names.Entries()["narrow_possible"]) {
-    const std::wstring path = Wide(test["path"]);
-    const std::optional<std::string> narrow = NarrowPath(path);
-    names.Expect(narrow.has_value(), test["possible"]);
-    EXPECT_EQ(WidePath(narrow.value_or("")), narrow ? path : L"");
-  }
-  EXPECT_FALSE(NarrowPath(L"\u00E9.wav")) << "no look-alike opens another file";
+TEST_F(vectors, ResamplerKinds) {
+  Family notes("notes");
   for (const Json& test : notes.Entries()["resampler_kind"]) {
     notes.Expect(GetResamplerKind(Wide(test["path"])), test["kind"]);
   }

@@ -57,7 +57,7 @@ struct VsLib : testing::Test {
   int Save(FrqMap& map) const { return SaveMap(map, wave_, FrqTypeVs4ufrq, nullptr); }
   // Load, Save, CreateFile, ExportMap and ExportPmk, as text.
   std::string Results(FrqMap& edited) {
-    const std::string project = NarrowPath(folder_.Path(L"a_wav.vs4ufrq")).value();
+    const std::wstring project = folder_.Path(L"a_wav.vs4ufrq");
     FrqMap map;
     std::string results;
     for (const int result :
@@ -141,6 +141,31 @@ TEST_F(VsLib, CountsBeyondReasonAreRefused) {
     folder_.Write(L"a_wav.vs4ufrq", ProjectFile(items, points));
     EXPECT_EQ(Results(map), "-1 -1 0 -1 -1 ") << items << " " << points;
   }
+}
+
+TEST_F(VsLib, AWaveOfAnyNameHasItsProject) {
+  for (const std::wstring& name : {std::wstring(L"José à"), std::wstring(L"가나"), std::wstring(L"🎤"),
+                                   std::wstring(L"か\u3099"), std::wstring(L"bank."), std::wstring(200, L'n')}) {
+    SCOPED_TRACE(testing::PrintToString(name));
+    const std::wstring wave = folder_.Path(name + L"\\" + name + L".wav");
+    folder_.Write(name + L"\\" + name + L".wav");
+    folder_.Write(name + L"\\" + name + L"_wav.frq", testdata::FileBytes("saved/0001.frq"));
+    EXPECT_TRUE(CanConvertMap(wave, FrqTypeFrq, FrqTypeVs4ufrq));
+    EXPECT_EQ(ConvertMap(wave, FrqTypeFrq, FrqTypeVs4ufrq, nullptr), 0);
+    FrqMap map;
+    EXPECT_EQ(LoadMap(map, wave, FrqTypeVs4ufrq, nullptr), 0);
+    map.SetFrequency(1, 440.0);
+    EXPECT_EQ(SaveMap(map, wave, FrqTypeVs4ufrq, nullptr), 0);
+    EXPECT_EQ(LoadMap(map, wave, FrqTypeVs4ufrq, nullptr), 0);
+    EXPECT_NEAR(map.MaxFrequency, 440.0, 1.0);
+    EXPECT_EQ(ConvertMap(wave, FrqTypeVs4ufrq, FrqTypePmk, nullptr), 0);
+    EXPECT_TRUE(FileExists(MapPathFromWaveW(wave, FrqTypePmk)));
+  }
+  FrqMap map;
+  EXPECT_FALSE(CanLibraryOpen(folder_.Path(L"가나\\다.wav"))) << "what is not there has no short name";
+  EXPECT_EQ(ConvertMap(folder_.Path(L"다.wav"), FrqTypeVs4ufrq, FrqTypeFrq, nullptr), 0) << "there is none";
+  EXPECT_NE(LoadMap(map, folder_.Path(L"다.wav"), FrqTypeVs4ufrq, nullptr), 0);
+  EXPECT_EQ(GetLastError(), DWORD{ERROR_BAD_PATHNAME});
 }
 
 TEST_F(VsLib, MapsConvertToAProjectAndBack) {
