@@ -4,13 +4,13 @@
 // code 0; 1 if something could not be read, made or written; 2 for a wrong call.
 #include <windows.h>
 
-#include <array>
 #include <cstdio>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "arguments.h"
+#include "base/systempath.h"
 #include "mapfile.h"
 #include "render.h"
 #include "resampler/resamplerkind.h"
@@ -39,19 +39,6 @@ void Say(const char* what, const std::wstring& path) {
   std::fprintf(stderr, "basic-resampler: %s %s\n", what, name.c_str());
 }
 
-std::wstring OwnPath() {
-  std::array<wchar_t, 32768> path{};
-  GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-  return path.data();
-}
-
-// Maps and desc.mrq lie beside the wave, whatever the current folder is.
-std::wstring FullPath(const std::wstring& path) {
-  std::array<wchar_t, 32768> full{};
-  const DWORD length = GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
-  return length > 0 && length < full.size() ? full.data() : path;
-}
-
 // A name that tells nothing is taken for a wave's.
 std::optional<Sound> ReadSound(const std::wstring& path) {
   WaveHeader wave;
@@ -78,7 +65,8 @@ int Run(const ResamplerCall& call, FrqType kind) {
     Say("cannot make maps of the kind .vs4ufrq, which need a library of their own:", call.input);
     return kFailed;
   }
-  const std::wstring wavePath = FullPath(call.input);
+  // Maps and desc.mrq lie beside the wave, whatever the current folder is.
+  const std::wstring wavePath = FullPathOf(call.input);
   const std::optional<Sound> sound = ReadSound(wavePath);
   if (!sound) {
     Say("cannot read", wavePath);
@@ -88,7 +76,7 @@ int Run(const ResamplerCall& call, FrqType kind) {
   if (!map) return kFailed;
   if (!call.note) return 0;
   const std::vector<std::int16_t> rendered = To16Bits(RenderNote(*sound, *map, *call.note));
-  if (WriteFileAtOnce(FullPath(call.output), EncodeWaveFile(rendered, kRenderedRate))) return 0;
+  if (WriteFileAtOnce(FullPathOf(call.output), EncodeWaveFile(rendered, kRenderedRate))) return 0;
   Say("cannot write", call.output);
   return kFailed;
 }
@@ -97,7 +85,7 @@ int Run(const ResamplerCall& call, FrqType kind) {
 
 int wmain(int count, wchar_t** arguments) {
   const auto call = ParseCall(std::vector<std::wstring>(arguments + (count > 0 ? 1 : 0), arguments + count));
-  if (call) return Run(*call, GetResamplerKind(OwnPath()));
+  if (call) return Run(*call, GetResamplerKind(ProgramPath()));
   std::fputs(kUsage, stderr);
   return kWrongCall;
 }

@@ -104,11 +104,13 @@ bool WriteMapOf(const std::wstring& wavePath, FrqType kind, const FrqMap& map, s
 }
 
 bool WriteFileAtOnce(const std::wstring& path, ByteSpan bytes) {
-  const std::wstring temporary = path + L"." + std::to_wstring(GetCurrentProcessId()) + L".tmp";
+  // Not made from the file's own name, which may be as long as a name can be.
+  const std::wstring name = L"basic-resampler." + std::to_wstring(GetCurrentProcessId()) + L".tmp";
+  const std::wstring temporary = PathIn(FolderOf(path), name);
   if (!RefuseReadOnly(path) && WriteWholeFile(temporary, bytes) &&
-      MoveFileExW(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) {
+      MoveFileExW(ApiPath(temporary).c_str(), ApiPath(path).c_str(), MOVEFILE_REPLACE_EXISTING)) {
     return true;
   }
-  DeleteFileW(temporary.c_str());
+  Disk().Delete(temporary);
   return false;
 }

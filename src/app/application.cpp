@@ -12,6 +12,7 @@
 #include "app/filelistdlg.h"
 #include "app/voicebank.h"
 #include "base/handle.h"
+#include "base/systempath.h"
 #include "frqctrl/frqctrl.h"
 #include "resources/ids.h"
 #include "window/flatbutton.h"
@@ -31,12 +32,9 @@ HACCEL Accelerators(int id) {
 
 // In full, since the process may change its current folder and a host is answered at the end, and without the separator
 // that completion of a typed name leaves behind a folder. A root keeps its own. Both windows go by the same.
-std::wstring FullPath(const std::wstring& path) {
-  constexpr DWORD kLongestPath = 32768;
-  wchar_t full[kLongestPath] = L"";
-  const DWORD length = GetFullPathNameW(path.c_str(), kLongestPath, full, nullptr);
-  if (length == 0 || length >= kLongestPath) return path;
-  if (!PathIsRootW(full)) PathRemoveBackslashW(full);
+std::wstring ArgumentPath(const std::wstring& path) {
+  std::wstring full = FullPathOf(path);
+  if (full.ends_with(L'\\') && !PathIsRootW(full.c_str())) full.pop_back();
   return full;
 }
 
@@ -52,7 +50,7 @@ int RunApplication(const std::wstring& given) {
   RegisterControl<CFrqCtrl>();
   RegisterControl<CFlatButton>();
   {
-    const std::wstring argument = given.empty() ? given : FullPath(given);
+    const std::wstring argument = given.empty() ? given : ArgumentPath(given);
     Voicebank voicebank;
     voicebank.Run.Start();
     CFileListDlg list(argument, voicebank);

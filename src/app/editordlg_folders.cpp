@@ -6,6 +6,7 @@
 
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
+#include "base/files.h"
 #include "base/text.h"
 #include "dialogs/folderpicker.h"
 #include "dialogs/virtualstoredlg.h"
@@ -65,7 +66,7 @@ void CEditorDlg::OnEditAllSyllables() {
 void CEditorDlg::OnRecentFolder(UINT id) {
   const std::optional<std::wstring> path = Recent.FolderOf(id);
   if (!path || !Edits.ConfirmDiscard()) return;
-  if (PathIsDirectoryW(path->c_str())) {
+  if (FolderExists(*path)) {
     OpenFolderWaiting(ToList(), *path);
     return;
   }

@@ -2,6 +2,10 @@
 
 #include <shlwapi.h>
 
+#include <iterator>
+
+#include "base/narrowpath.h"
+#include "base/path.h"
 #include "base/registry.h"
 #include "resampler/resamplerkind.h"
 #include "voicebank/hostfolder.h"
@@ -46,13 +50,21 @@ void TakeProjectResampler(const std::wstring& pluginFile, std::wstring& path) {
   project.Load(projectPath);
   if (!project.FindSetting()) return;
   const std::wstring resampler = project.GetSetting(L"Tool2");
-  if (resampler.size() >= MAX_PATH || !PathIsRelativeW(resampler.c_str())) {
+  if (!PathIsRelativeW(resampler.c_str())) {
     path = resampler;
-    return;
+  } else {
+    path = resampler.empty() ? FindHostFolder() : PathSeenFrom(FindHostFolder(), resampler);
   }
-  wchar_t combined[MAX_PATH] = L"";
-  PathCombineW(combined, FindHostFolder().c_str(), resampler.c_str());
-  path = combined;
+}
+
+// A path that does not fit goes by its short form: cut, it would name another program.
+bool Store(const std::wstring& path) {
+  StoredPath stored;
+  const std::wstring kept = path.size() < std::size(stored.text) ? path : NarrowForm(path).value_or(path);
+  if (kept.size() >= std::size(stored.text)) return false;
+  kept.copy(stored.text, kept.size());
+  RegWriteValue(kResamplerValue, stored);
+  return true;
 }
 
 DWORD ProcessorCount() {
@@ -87,12 +99,7 @@ void EditorSettings::LoadOptions() {
 }
 
 void EditorSettings::Save(const FrqCtrlSender& table) {
-  if (resamplerChanged_) {
-    StoredPath resampler;
-    lstrcpynW(resampler.text, ResamplerPath.c_str(), MAX_PATH);
-    RegWriteValue(kResamplerValue, resampler);
-    resamplerChanged_ = false;
-  }
+  if (resamplerChanged_ && Store(ResamplerPath)) resamplerChanged_ = false;
   RegWriteValue(kParallelValue, MaxParallelCount);
   RegWriteFlag(kDeleteLlsmValue, AutoDeleteLlsm);
   RegWriteValue(kViewModeValue, table.ViewMode());

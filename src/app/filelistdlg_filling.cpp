@@ -7,6 +7,7 @@
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
 #include "app/voicebankscan.h"
+#include "base/files.h"
 #include "base/path.h"
 #include "voicebank/pluginfile.h"
 #include "window/disabledwindow.h"
@@ -39,10 +40,8 @@ bool CFileListDlg::FillFromArguments() {
   if (Argument.empty()) return true;
   Bank.Files.Store.Clear();
   const int fill = FillCount;
-  // By its attributes, as the root of a drive is found by no search.
-  const DWORD attributes = GetFileAttributesW(Argument.c_str());
-  if (attributes == INVALID_FILE_ATTRIBUTES) return false;
-  const bool isFolder = attributes & FILE_ATTRIBUTE_DIRECTORY;
+  const bool isFolder = FolderExists(Argument);
+  if (!isFolder && !FileExists(Argument)) return false;
   PluginAnswer = !isFolder && IsPluginFile(Argument);
   VoicebankScan scan(Bank.Files.Kind, Bank.Files.Store);
   if (isFolder) {

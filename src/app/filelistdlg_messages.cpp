@@ -7,6 +7,7 @@
 
 #include <shlwapi.h>
 
+#include "base/files.h"
 #include "base/foreignpointer.h"
 #include "check/checkrecords.h"
 
@@ -22,9 +23,15 @@ void AnswerNumber(LPARAM target, std::uint32_t value) {
   Answer(target, value);
 }
 
+// A path that is cut would name another file: one that does not fit leaves an empty text.
+template <std::size_t Size>
+void PutPath(wchar_t (&buffer)[Size], const std::wstring& path) {
+  lstrcpynW(buffer, path.size() < Size ? path.c_str() : L"", Size);
+}
+
 // A full path names a folder, though that may have gone. Any other text would cost the syllables that are listed.
 bool NamesFolder(const wchar_t* path) {
-  return path && (!PathIsRelativeW(path) || PathIsDirectoryW(path));
+  return path && (!PathIsRelativeW(path) || FolderExists(path));
 }
 
 }  // namespace
@@ -90,6 +97,7 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_SETFAILED: return SetFailed(index, lParam != 0);
     case FLM_GETFAILED: return AnswerNumber(lParam, IsFailed(index));
     case FLM_GETPATH:
+    case FLM_GETLONGPATH:
     case FLM_GETMAP:
     case FLM_GETSAVEDMAP:
     case FLM_GETFRAMEESTIMATE:
@@ -105,7 +113,10 @@ void CFileListDlg::AnswerOfEntry(UINT message, int index, LPARAM target) const {
   const EntryFacts facts = Syllables.Facts(index);
   switch (message) {
     case FLM_GETPATH:
-      if (auto* const buffer = WritableAt<PathBuffer>(target)) lstrcpynW(*buffer, facts.Path.c_str(), kPathBufferSize);
+      if (auto* const buffer = WritableAt<PathBuffer>(target)) PutPath(*buffer, facts.Path);
+      return;
+    case FLM_GETLONGPATH:
+      if (auto* const buffer = WritableAt<LongPathBuffer>(target)) PutPath(*buffer, facts.Path);
       return;
     case FLM_GETMAP: return Answer(target, maps.Map);
     case FLM_GETSAVEDMAP: return Answer(target, maps.Saved);

@@ -5,7 +5,9 @@
 #include <string>
 
 #include "base/files.h"
+#include "base/narrowpath.h"
 #include "base/path.h"
+#include "base/systempath.h"
 #include "base/text.h"
 #include "dialogs/aboutdlg.h"
 #include "resources/ids.h"
@@ -15,9 +17,7 @@ namespace {
 
 // Beside the program, in the user's language.
 std::wstring ManualPath() {
-  wchar_t program[MAX_PATH] = L"";
-  GetModuleFileNameW(nullptr, program, MAX_PATH);
-  return PathIn(FolderOf(program), LoadResString(IDS_MANUALFILE));
+  return PathIn(FolderOf(ProgramPath()), LoadResString(IDS_MANUALFILE));
 }
 
 }  // namespace
@@ -26,7 +26,9 @@ void ShowManual(HWND owner) {
   if (ShowMessage(owner, LoadResString(IDS_ASKMANUAL), MB_OKCANCEL | MB_ICONINFORMATION) != IDOK) return;
   const std::wstring manual = ManualPath();
   if (FileExists(manual)) {
-    ShellExecuteW(owner, L"open", manual.c_str(), nullptr, nullptr, SW_SHOW);
+    // The shell knows no extended form.
+    const std::wstring file = manual == ApiPath(manual) ? manual : NarrowForm(manual).value_or(manual);
+    ShellExecuteW(owner, L"open", file.c_str(), nullptr, nullptr, SW_SHOW);
   } else {
     ShowMessage(owner, LoadResString(IDS_FILENOTFOUND) + L"\r\n\r\n" + manual, MB_ICONWARNING);
   }

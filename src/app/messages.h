@@ -27,7 +27,7 @@ enum FileListMessage : UINT {
   FLM_OPENFOLDER = 32776,          // -, path                   the caller has asked about unsaved edits
   FLM_GETCOUNT = 32777,            // -, u32 out or null        rows of the list
   FLM_GETSELECTION = 32778,        // -, i32 out or null        selected row, -1 none
-  FLM_GETPATH = 32779,             // index, buffer of 260
+  FLM_GETPATH = 32779,             // index, buffer of 260      empty for a path that is longer, see FLM_GETLONGPATH
   FLM_SETHASMAP = 32780,           // index, low word flag, high word: nonzero keeps the thumbnails as they are
   FLM_GETHASMAP = 32781,           // index, u32 out
   FLM_REFRESHMAPS = 32782,         // -, -                      looks at the disk again
@@ -52,6 +52,7 @@ enum FileListMessage : UINT {
   // Of our own: what the list shows of changes, and what of its state commands hang on.
   FLM_SHOWCHANGES = 32801,         // -, -
   FLM_GETSTATE = 32802,            // -, ListState* out
+  FLM_GETLONGPATH = 32803,         // index, buffer of 32768
   FLM_END = 32806,                 // process, -                this one alone, which has asked about unsaved edits
   FLM_SAVE = 32807,                // -, SaveRecord*
   FLM_HASCOME = 32808,             // -, -                      to itself: its window is shown
@@ -103,6 +104,8 @@ struct ListState {
 
 inline constexpr int kPathBufferSize = 260;
 using PathBuffer = wchar_t[kPathBufferSize];
+inline constexpr int kLongPathBufferSize = 32768;
+using LongPathBuffer = wchar_t[kLongPathBufferSize];
 
 namespace messages_detail {
 
@@ -141,7 +144,7 @@ class FileListSender {
   std::wstring Path(int index) const {
     PathBuffer path = L"";
     Send(FLM_GETPATH, static_cast<WPARAM>(index), messages_detail::Pointer(path));
-    return path;
+    return path[0] ? path : LongPath(index);
   }
   void SetHasMap(int index, bool hasMap, bool refreshThumbnail) const {
     Send(FLM_SETHASMAP, static_cast<WPARAM>(index), MAKELPARAM(hasMap, !refreshThumbnail));
@@ -191,6 +194,11 @@ class FileListSender {
   }
   std::uint32_t AskNumber(FileListMessage message, int wParam = 0) const {
     return messages_detail::Ask<std::uint32_t>(list_, message, static_cast<WPARAM>(wParam), 0);
+  }
+  std::wstring LongPath(int index) const {
+    std::wstring path(kLongPathBufferSize, L'\0');
+    Send(FLM_GETLONGPATH, static_cast<WPARAM>(index), messages_detail::Pointer(path.data()));
+    return path.c_str();
   }
   FrqMap* AskMap(FileListMessage message, int index) const {
     return messages_detail::Ask<FrqMap*>(list_, message, static_cast<WPARAM>(index), nullptr);

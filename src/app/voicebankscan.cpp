@@ -8,6 +8,7 @@
 
 #include "app/mapsearch.h"
 #include "base/path.h"
+#include "base/systempath.h"
 #include "voicebank/otoini.h"
 
 namespace {
@@ -73,6 +74,8 @@ PluginSyllables ReadPluginSyllables(const std::wstring& pluginFile) {
   list.Load(pluginFile);
   PluginSyllables called;
   called.Voicebank = list.GetVoiceDir();
+  // The host may have written a blank or a dot behind it that its folder does not have.
+  if (!HasPlainNames(called.Voicebank)) called.Voicebank = FullPathOf(called.Voicebank);
   UtauCommon::OTOINI syllables;
   // Without a folder its file would be looked for in the root of the drive.
   if (!called.Voicebank.empty()) syllables.Load(called.Voicebank);

@@ -1,8 +1,10 @@
 #include "check/checkrun.h"
 
+#include <iterator>
 #include <new>
 
 #include "base/guardedcall.h"
+#include "base/narrowpath.h"
 
 namespace {
 
@@ -15,6 +17,13 @@ CheckRecordPtr<CheckRegionRecord> RegionsOf(FrqMap& map) {
   }
 }
 
+// A path that is cut in the record would name another file: one that does not fit goes by its short form, or not at
+// all.
+std::wstring RecordPath(const std::wstring& mapPath) {
+  constexpr std::size_t kLongest = std::size(CheckFrameRecord{}.MapPath) - 1;
+  return mapPath.size() <= kLongest ? mapPath : NarrowForm(mapPath).value_or(L"");
+}
+
 }  // namespace
 
 CheckLibrary::CheckLibrary() : module_(LoadLibraryW(L"checkfrq.dll")) {
@@ -23,7 +32,7 @@ CheckLibrary::CheckLibrary() : module_(LoadLibraryW(L"checkfrq.dll")) {
   entry_ = reinterpret_cast<CheckFrequencyMapEntry>(reinterpret_cast<void*>(entry));
 }
 
-CheckQuery::CheckQuery(FrqMap& map, const std::wstring& mapPath) : Frames(MakeCheckFrames(map, mapPath)) {
+CheckQuery::CheckQuery(FrqMap& map, const std::wstring& mapPath) : Frames(MakeCheckFrames(map, RecordPath(mapPath))) {
   if (Frames) Regions = RegionsOf(map);
 }
 

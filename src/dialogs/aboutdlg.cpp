@@ -4,18 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "base/path.h"
+#include "base/systempath.h"
 #include "base/text.h"
 #include "resources/ids.h"
 
 namespace {
 
 constexpr std::size_t kLongestVersion = 32;  // characters
-
-std::wstring ProgramFile() {
-  wchar_t path[MAX_PATH] = L"";
-  GetModuleFileNameW(nullptr, path, MAX_PATH);
-  return path;
-}
 
 // A text of a version resource in the first language that the resource names; empty without one.
 std::wstring VersionText(const std::vector<std::byte>& resource, const wchar_t* name) {
@@ -34,7 +30,7 @@ std::wstring VersionText(const std::vector<std::byte>& resource, const wchar_t* 
 }
 
 std::wstring ProductVersion() {
-  const std::wstring file = ProgramFile();
+  const std::wstring file = ApiPath(ProgramPath());
   DWORD unused = 0;
   std::vector<std::byte> resource(GetFileVersionInfoSizeW(file.c_str(), &unused));
   const auto size = static_cast<DWORD>(resource.size());

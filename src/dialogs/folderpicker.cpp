@@ -3,6 +3,7 @@
 #include <objbase.h>
 #include <shlobj.h>
 
+#include "base/path.h"
 #include "window/keptfolder.h"
 
 namespace {
@@ -34,7 +35,7 @@ int PickWithDialog(IFileOpenDialog& dialog, HWND owner, std::wstring& out) {
   ComPointer<IShellItem> item;
   wchar_t* path = nullptr;
   if (FAILED(dialog.GetResult(item.out())) || FAILED(item->GetDisplayName(SIGDN_FILESYSPATH, &path))) return -1;
-  out = path;
+  out = PlainPath(path);
   CoTaskMemFree(path);
   return 0;
 }
@@ -48,11 +49,11 @@ int PickFromTree(HWND owner, std::wstring& out) {
   browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE | BIF_NONEWFOLDERBUTTON;
   const PIDLIST_ABSOLUTE picked = SHBrowseForFolderW(&browse);
   if (!picked) return -1;
-  wchar_t path[MAX_PATH] = L"";
-  const bool found = SHGetPathFromIDListW(picked, path);
+  std::wstring path(kLongestPath, L'\0');
+  const bool found = SHGetPathFromIDListEx(picked, path.data(), kLongestPath, GPFIDL_DEFAULT);
   CoTaskMemFree(picked);
   if (!found) return -1;
-  out = path;
+  out = path.c_str();
   return 0;
 }
 

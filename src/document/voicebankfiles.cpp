@@ -92,5 +92,5 @@ bool VoicebankFiles::Delete(const std::wstring& wavePath) {
 }
 
 void VoicebankFiles::DeleteAnalysis(const std::wstring& wavePath) {
-  DeleteFileW(LlsmPathFromWave(wavePath).c_str());
+  Disk().Delete(LlsmPathFromWave(wavePath));
 }

@@ -1,12 +1,11 @@
 #include "frqctrl/wavespectrum.h"
 
 #include <exception>
-#include <string_view>
 
 #include "voicebank/waveheader.h"
 
 void WaveSpectrum::SetWave(const wchar_t* path) {
-  Path = std::wstring_view(path ? path : L"").substr(0, MAX_PATH - 1);
+  Path = path ? path : L"";
   Forget();
 }
 

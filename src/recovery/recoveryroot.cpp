@@ -4,14 +4,11 @@
 #include <shlobj.h>
 
 #include "base/path.h"
+#include "base/systempath.h"
 
 // The variable first, as whoever starts the program may have set it to another place.
 std::wstring RecoveryRoot() {
-  wchar_t folder[MAX_PATH + 1] = L"";
-  const DWORD length = GetEnvironmentVariableW(L"LOCALAPPDATA", folder, MAX_PATH + 1);
-  if (length == 0 || length > MAX_PATH) {
-    const HRESULT result = SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder);
-    if (result != S_OK) return {};
-  }
-  return PathIn(folder, L"Marlit\\Recovery");
+  std::wstring folder = EnvironmentText(L"LOCALAPPDATA");
+  if (folder.empty()) folder = KnownFolder(FOLDERID_LocalAppData);
+  return folder.empty() ? folder : PathIn(folder, L"Marlit\\Recovery");
 }

@@ -6,7 +6,10 @@
 
 #include <optional>
 
+#include "base/files.h"
 #include "base/handle.h"
+#include "base/path.h"
+#include "base/systempath.h"
 
 namespace {
 
@@ -19,18 +22,19 @@ using SecurityDescriptor = UniqueHandle<DescriptorTraits>;
 using TokenHandle = UniqueHandle<KernelTraits>;
 
 bool LiesUnderProtectedFolder(const std::wstring& path) {
-  for (const int id : {CSIDL_WINDOWS, CSIDL_PROGRAM_FILES, CSIDL_COMMON_APPDATA}) {
-    wchar_t folder[MAX_PATH] = L"";
-    if (FAILED(SHGetFolderPathW(nullptr, id, nullptr, SHGFP_TYPE_CURRENT, folder))) continue;
-    if (PathCommonPrefixW(folder, path.c_str(), nullptr) == lstrlenW(folder)) return true;
+  const std::wstring start = path.substr(0, MAX_PATH - 1);  // the shell's function compares no more
+  for (const KNOWNFOLDERID& id : {FOLDERID_Windows, FOLDERID_ProgramFiles, FOLDERID_ProgramData}) {
+    const std::wstring folder = KnownFolder(id);
+    const int common = PathCommonPrefixW(folder.c_str(), start.c_str(), nullptr);
+    if (!folder.empty() && common == static_cast<int>(folder.size())) return true;
   }
   return false;
 }
 
-std::optional<WIN32_FIND_DATAW> Look(const std::wstring& path) {
-  WIN32_FIND_DATAW item;
-  if (!FindHandle(FindFirstFileW(path.c_str(), &item))) return std::nullopt;
-  return item;
+std::optional<FILETIME> TimeOf(const std::wstring& path) {
+  WIN32_FILE_ATTRIBUTE_DATA item;
+  if (!GetFileAttributesExW(ApiPath(path).c_str(), GetFileExInfoStandard, &item)) return std::nullopt;
+  return item.ftLastWriteTime;
 }
 
 // The access check wants a token that stands for the user within a thread.
@@ -46,21 +50,20 @@ TokenHandle ImpersonationToken() {
 }  // namespace
 
 int GetVirtualStorePath(const std::wstring& path, std::wstring& shadow) {
-  // The shell's functions take no longer path.
-  if (path.size() >= MAX_PATH || (!PathIsRootW(path.c_str()) && !LiesUnderProtectedFolder(path))) return -1;
-  wchar_t local[MAX_PATH] = L"";
-  if (FAILED(SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, local))) return -1;
-  wchar_t target[MAX_PATH] = L"";
-  PathCombineW(target, local, L"VirtualStore");
-  PathAppendW(target, PathFindNextComponentW(path.c_str()));
-  shadow = target;
+  if (!PathIsRootW(path.c_str()) && !LiesUnderProtectedFolder(path)) return -1;
+  const std::wstring local = KnownFolder(FOLDERID_LocalAppData);
+  if (local.empty()) return -1;
+  const std::wstring store = PathIn(local, L"VirtualStore");
+  const std::wstring behindDrive = PathFindNextComponentW(path.c_str());
+  const std::size_t start = behindDrive.find_first_not_of(L'\\');
+  shadow = start == behindDrive.npos ? store : PathSeenFrom(store, behindDrive.substr(start));
   return 0;
 }
 
 int CanWriteFolder(const std::wstring& folder) {
   constexpr SECURITY_INFORMATION kParts =
       OWNER_SECURITY_INFORMATION | GROUP_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
-  std::wstring name = folder;
+  std::wstring name = ApiPath(folder);
   SecurityDescriptor descriptor;
   if (GetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT, kParts, nullptr, nullptr, nullptr, nullptr,
                             descriptor.out()) != ERROR_SUCCESS) {
@@ -85,15 +88,16 @@ int CanWriteFolder(const std::wstring& folder) {
 int PickNewerVirtualStoreFile(std::wstring& path) {
   std::wstring shadow;
   if (GetVirtualStorePath(path, shadow) != 0) return 0;
-  const auto shadowItem = Look(shadow);
-  if (!shadowItem) return 0;
-  const auto item = Look(path);
-  if (!item || CompareFileTime(&item->ftLastWriteTime, &shadowItem->ftLastWriteTime) < 0) path = shadow;
+  const std::optional<FILETIME> shadowTime = TimeOf(shadow);
+  if (!shadowTime) return 0;
+  const std::optional<FILETIME> time = TimeOf(path);
+  if (!time || CompareFileTime(&*time, &*shadowTime) < 0) path = shadow;
   return 0;
 }
 
 bool FileExistsAsFile(const std::wstring& path, bool& isFile) {
-  const auto item = Look(path);
-  if (item) isFile = !(item->dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY);
-  return item.has_value();
+  const bool isFolder = FolderExists(path);
+  const bool isThere = isFolder || FileExists(path);
+  if (isThere) isFile = !isFolder;
+  return isThere;
 }

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "base/filesystem.h"
 #include "base/handle.h"
 #include "base/path.h"
 
@@ -20,7 +21,7 @@ bool IsDots(const wchar_t* name) {
 
 std::optional<FolderListing> FolderListing::Read(const std::wstring& folder) {
   WIN32_FIND_DATAW item;
-  const FindHandle find(FindFirstFileW(PathIn(folder, L"*.*").c_str(), &item));
+  const FindHandle find(FindFirstFileW(ApiPath(PathIn(folder, L"*")).c_str(), &item));
   if (!find) return std::nullopt;
   FolderListing listing;
   do {
@@ -53,8 +54,7 @@ std::optional<std::uint32_t> ListedFolders::SizeOf(const std::wstring& path) {
   // A "/" in a name leads into a folder that is not listed.
   const FolderListing* const listing = name.find(L'/') == name.npos ? Find(FolderOf(path)) : nullptr;
   if (listing) return listing->SizeOf(name);
-  WIN32_FIND_DATAW item;
-  const FindHandle find(FindFirstFileW(path.c_str(), &item));
-  if (!find || (item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) return std::nullopt;
-  return item.nFileSizeLow;
+  const std::optional<FileFacts> facts = Disk().FactsOf(path);
+  if (!facts || facts->IsFolder) return std::nullopt;
+  return static_cast<std::uint32_t>(facts->Size);
 }

@@ -4,20 +4,17 @@
 #include <shlobj.h>
 #include <shlwapi.h>
 
+#include "base/path.h"
+#include "base/systempath.h"
+
 std::wstring AssociatedHostFolder() {
-  wchar_t path[MAX_PATH + 16] = L"";
-  DWORD size = ARRAYSIZE(path);
-  const HRESULT found = AssocQueryStringW(ASSOCF_NOTRUNCATE, ASSOCSTR_EXECUTABLE, L".ust", L"open", path, &size);
-  if (FAILED(found) || path[0] == 0) return {};
-  PathRemoveFileSpecW(path);
-  return path;
+  std::wstring path(kLongestPath, L'\0');
+  DWORD size = kLongestPath;
+  const HRESULT found = AssocQueryStringW(ASSOCF_NOTRUNCATE, ASSOCSTR_EXECUTABLE, L".ust", L"open", path.data(), &size);
+  return FAILED(found) ? std::wstring() : FolderOf(path.c_str());
 }
 
 std::wstring FindHostFolder() {
   const std::wstring associated = AssociatedHostFolder();
-  if (!associated.empty()) return associated;
-  wchar_t programs[MAX_PATH] = L"";
-  SHGetFolderPathW(nullptr, CSIDL_PROGRAM_FILES, nullptr, SHGFP_TYPE_CURRENT, programs);
-  PathAppendW(programs, L"UTAU");
-  return programs;
+  return associated.empty() ? PathIn(KnownFolder(FOLDERID_ProgramFiles), L"UTAU") : associated;
 }

@@ -2,6 +2,7 @@
 
 #include <cwchar>
 
+#include "base/path.h"
 #include "base/text.h"
 
 namespace {
@@ -13,7 +14,8 @@ constexpr UINT kShiftJis = 932;
 
 DWORD LibFile::Open(const std::wstring& path) {
   Close();
-  handle_.reset(CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  handle_.reset(
+      CreateFileW(ApiPath(path).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   failed_ = !handle_;
   return failed_ ? GetLastError() : ERROR_SUCCESS;
 }

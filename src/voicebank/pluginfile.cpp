@@ -6,10 +6,11 @@
 
 #include "base/files.h"
 #include "base/handle.h"
+#include "base/path.h"
 
 bool IsPluginFile(const std::wstring& path) {
   const FileHandle file(
-      CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+      CreateFileW(ApiPath(path).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   char head[10];
   DWORD read = 0;
   if (!file || !::ReadFile(file.get(), head, sizeof(head), &read, nullptr)) return false;

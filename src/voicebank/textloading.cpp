@@ -1,7 +1,6 @@
 // The road of the voicebank's and the host's text files from the disk into their grammars. It stands apart from them so
 // that they stay free of the system.
-#include <windows.h>
-
+#include "base/files.h"
 #include "base/path.h"
 #include "voicebank/folderaccess.h"
 #include "voicebank/folderlisting.h"
@@ -32,7 +31,7 @@ int NOTELIST::Load(const std::wstring& file) {
 // A path that names nothing is taken for a folder: it has no oto.ini.
 int OTOINI::Load(const std::wstring& folderOrFile) {
   Clear();
-  if (GetFileAttributesW(folderOrFile.c_str()) & FILE_ATTRIBUTE_DIRECTORY) {
+  if (!FileExists(folderOrFile)) {
     baseFolder = folderOrFile;
     fileName = L"oto.ini";
   } else {

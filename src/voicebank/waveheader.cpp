@@ -12,6 +12,7 @@
 
 #include "base/files.h"
 #include "base/handle.h"
+#include "base/path.h"
 
 namespace {
 
@@ -21,8 +22,8 @@ namespace {
 class FileSource : public ByteSource {
  public:
   explicit FileSource(const std::wstring& path)
-      : file_(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
-                          nullptr)) {
+      : file_(CreateFileW(ApiPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                          OPEN_EXISTING, 0, nullptr)) {
     LARGE_INTEGER size{};
     if (file_ && GetFileSizeEx(file_.get(), &size)) size_ = size.QuadPart;
   }

@@ -22,7 +22,8 @@ TEST(FolderAccess, WhatLiesUnderAProtectedFolderHasAShadow) {
   for (const auto& [path, shadow] :
        {std::pair(programs + L"\\UTAU\\voice", shadows + programs.substr(2) + L"\\UTAU\\voice"),
         {programs + L" Extra\\x", L"none"},
-        {programs + std::wstring(400, L'x'), L"none"}}) {
+        {programs + std::wstring(400, L'x'), L"none"},
+        {programs + L"\\" + std::wstring(400, L'x'), shadows + programs.substr(2) + L"\\" + std::wstring(400, L'x')}}) {
     std::wstring found = L"none";
     EXPECT_EQ(GetVirtualStorePath(path, found), shadow == L"none" ? -1 : 0) << path;
     EXPECT_EQ(found, shadow);
