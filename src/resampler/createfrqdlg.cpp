@@ -14,7 +14,6 @@
 #include "frqmap/convert.h"
 #include "frqmap/mapfiles.h"
 #include "frqmap/mrqmap.h"
-#include "resampler/hiddenrun.h"
 #include "resources/ids.h"
 #include "voicebank/folderlisting.h"
 
@@ -161,7 +160,7 @@ std::vector<int> CCreateFrqDlg::BegunSyllables() const {
 }
 
 // Until the list is through, the user aborts, or an item fails: then this worker ends, the others go on, and the list
-// hears nothing of the item.
+// hears nothing of the item. Nor does it of one that was refused, whose map and edits stay.
 void CCreateFrqDlg::WorkThrough() {
   const FileListSender list(ListWindow);
   while (!Aborting) {
@@ -169,35 +168,31 @@ void CCreateFrqDlg::WorkThrough() {
     if (index >= static_cast<int>(WorkList.size())) return;
     const WorkItem& item = WorkList[static_cast<std::size_t>(index)];
     PostMessageW(Hwnd, WM_CREATEFRQ_STARTED, static_cast<WPARAM>(index), 0);
-    if (!Work(item)) return;
+    const MapWork work = Work(item);
+    if (work == MapWork::Failed) return;
+    if (work == MapWork::Refused) continue;
     if (MakesListedKind) list.SetEdited(item.listIndex, false);
     list.SetFailed(item.listIndex, false);
   }
 }
 
-bool CCreateFrqDlg::Work(const WorkItem& item) {
+MapWork CCreateFrqDlg::Work(const WorkItem& item) {
   return IsConversion(Mode) ? Convert(item.wavePath) : Create(item.wavePath);
 }
 
 // The target goes first: a conversion that fails leaves the wave without one, and without what a full disk took of it.
 // One that could not be kept is all that there is of that map, and is written over, which puts it back if it fails.
-bool CCreateFrqDlg::Convert(const std::wstring& wave) {
+MapWork CCreateFrqDlg::Convert(const std::wstring& wave) {
+  if (!CanConvertMap(wave, FrqType, TargetType)) return MapWork::Refused;
   const std::wstring target = MapPathFromWaveW(wave, TargetType);
   const bool goesFirst = KeepMapFile(target, &Store);
   if (goesFirst) DeleteMapFile(target, &Store, false);
-  if (ConvertMap(wave, FrqType, TargetType, &Store) == 0) return true;
+  if (ConvertMap(wave, FrqType, TargetType, &Store) == 0) return MapWork::Done;
   if (goesFirst) DeleteMapFile(target, &Store, false);
-  return false;
+  return MapWork::Failed;
 }
 
-// A resampler that ran and ended with a negative code has failed, and what it left goes again. Any other code is a
-// success: resamplers give all sorts of them. Nobody knows what they do to a map: one that could not be kept stays.
-bool CCreateFrqDlg::Create(const std::wstring& wave) {
-  const std::wstring map = MapPathFromWaveW(wave, FrqType);
-  if (!KeepMapFile(map, &Store)) return false;
-  DeleteMapFile(map, &Store, !InitBoth);
-  LONG exitCode = 0;
-  const int result = RunResamplerCreateMap(Hwnd, ResamplerPath, wave, {Vs4uOffset, Vs4uRange}, Vs4uUseFrq, &exitCode);
-  if (exitCode < 0) DeleteMapFile(map, &Store, !InitBoth);
-  return result == 0;
+MapWork CCreateFrqDlg::Create(const std::wstring& wave) {
+  const MapOrder order = {Hwnd, ResamplerPath, FrqType, {Vs4uOffset, Vs4uRange}, Vs4uUseFrq, !InitBoth};
+  return MakeMap(order, wave, Store);
 }

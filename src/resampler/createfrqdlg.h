@@ -21,6 +21,7 @@
 #include "base/handle.h"
 #include "frqmap/mrqstore.h"
 #include "resampler/createjob.h"
+#include "resampler/mapmaking.h"
 #include "resources/ids.h"
 #include "window/templatedialog.h"
 
@@ -75,9 +76,9 @@ class CCreateFrqDlg : public CTemplateDlg<CCreateFrqDlg, IDD_CREATEFRQ> {
   // On a worker's thread.
   static unsigned WINAPI WorkerProc(void* self);
   void WorkThrough();
-  bool Work(const WorkItem& item);
-  bool Create(const std::wstring& wave);
-  bool Convert(const std::wstring& wave);
+  MapWork Work(const WorkItem& item);
+  MapWork Create(const std::wstring& wave);
+  MapWork Convert(const std::wstring& wave);
 
   std::unique_ptr<ThreadHandle[]> Workers;  // null: no worker can be running
   std::atomic<int> LeavingCount = 0;        // workers that have nothing left to do

@@ -5,6 +5,7 @@
 #include <cwchar>
 
 #include "base/guardedcall.h"
+#include "base/narrowpath.h"
 
 namespace {
 
@@ -28,7 +29,9 @@ DWORD SendGuarded(const std::wstring& command, wchar_t* answer = nullptr) {
 }  // namespace
 
 DWORD PlayMci(const std::wstring& path, int from, int endTrim) {
-  if (const DWORD error = SendGuarded(L"open \"" + path + L"\" alias Utau")) return error;
+  // Drivers take it in the user's code page.
+  const std::wstring file = NarrowForm(path).value_or(path);
+  if (const DWORD error = SendGuarded(L"open \"" + file + L"\" alias Utau")) return error;
   wchar_t answer[kAnswerSize] = L"";
   if (const DWORD error = SendGuarded(L"status Utau length", answer)) return error;
   const int length = static_cast<int>(std::wcstol(answer, nullptr, 10));

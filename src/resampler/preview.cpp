@@ -9,12 +9,15 @@
 
 #include "app/messages.h"
 #include "base/files.h"
+#include "base/filesystem.h"
+#include "base/narrowpath.h"
 #include "base/path.h"
 #include "base/tempfolder.h"
 #include "frqmap/mapfiles.h"
 #include "frqmap/mrqmap.h"
 #include "resampler/hiddenrun.h"
 #include "resampler/moreconfig.h"
+#include "resampler/plaincopy.h"
 #include "resampler/playmci.h"
 #include "resampler/resamplerkind.h"
 #include "voicebank/waveheader.h"
@@ -23,18 +26,12 @@ std::wstring PreviewLogText;
 
 namespace {
 
+constexpr wchar_t kOutputName[] = L"output.wav";
 constexpr DWORD kPollMs = 100;
 constexpr DWORD kLongestWaitMs = 10'000;
 
 void Log(const std::wstring& text) {
   PreviewLogText += text;
-}
-
-// A wave that is marked read-only would leave a copy that the next preview cannot replace.
-bool CopyWave(const std::wstring& from, const std::wstring& to) {
-  if (!CopyFileW(from.c_str(), to.c_str(), FALSE)) return false;
-  SetFileAttributesW(to.c_str(), FILE_ATTRIBUTE_NORMAL);
-  return true;
 }
 
 // The one entry in a desc.mrq of its own.
@@ -64,6 +61,7 @@ struct CPreview::Shared {
   bool PutMapBeside(const std::wstring& wave);
   int RenderAndPlay();
   int Render(const std::wstring& wave, const std::wstring& output, std::wstring& commandLine);
+  void RenderUnderPlainName(std::wstring& commandLine);
   int Play(const std::wstring& output) const;
 };
 
@@ -82,7 +80,7 @@ bool CPreview::Shared::PutMapBeside(const std::wstring& wave) {
   if (Input.FrqType == FrqTypeMrq) return WriteEntryBeside(Folder, mapPath, Input.Entry);
   if (Input.FrqType == FrqTypeVs4ufrq) {
     // The library puts edits into a project that is there.
-    CopyFileW(MapPathFromWaveW(Input.WavePath, Input.FrqType).c_str(), mapPath.c_str(), FALSE);
+    CopyFilePlainly(MapPathFromWaveW(Input.WavePath, Input.FrqType), mapPath);
   }
   // A save renews the average of a map that has none in its file, and the next press would see another map.
   FrqMap saved;
@@ -98,24 +96,25 @@ int CPreview::Shared::RenderAndPlay() {
   if (HasChanged()) TempFolder::Empty(Folder);
   // Texts of voicebanks part their folders by "/" too.
   const std::wstring wave = PathIn(Folder, PathFindFileNameW(Input.WavePath.c_str()));
-  if (!CopyWave(Input.WavePath, wave)) {
+  if (!CopyFilePlainly(Input.WavePath, wave)) {
     const DWORD error = GetLastError();
     Log(L"fail to copy " + Input.WavePath + L" to " + wave);
     return static_cast<int>(error);
   }
   if (!PutMapBeside(wave)) return -1;
-  const std::wstring output = PathIn(Folder, L"output.wav");
-  if (FileExists(output) && !DeleteFileW(output.c_str())) {
+  const std::wstring output = PathIn(Folder, kOutputName);
+  if (FileExists(output) && !Disk().Delete(output)) {
     Log(L"fail to delete " + output);
     return -1;
   }
   RememberInput();
   std::wstring commandLine;
   if (Input.Settings.Direct) {
-    CopyWave(wave, output);
+    CopyFilePlainly(wave, output);
   } else if (Render(wave, output, commandLine) != 0) {
     return -1;
   }
+  if (!FileExists(output) && !IsNarrow(wave)) RenderUnderPlainName(commandLine);
   if (!FileExists(output)) {
     Log(L"fail to render\n\n\"" + Input.ResamplerPath + L"\" " + commandLine + L"\n\noriginal wav is " +
         Input.WavePath);
@@ -130,6 +129,16 @@ int CPreview::Shared::Render(const std::wstring& wave, const std::wstring& outpu
   // Nothing hangs on that setting any more; it is read where it once was asked for.
   if (result == 0 && GetResamplerKind(Input.ResamplerPath) == FrqTypeMrq) IsMoreCompatibilityOff(Input.ResamplerPath);
   return result;
+}
+
+// For resamplers that cannot open the wave by its own name, or in a folder with such a name.
+void CPreview::Shared::RenderUnderPlainName(std::wstring& commandLine) {
+  const std::optional<std::wstring> folder = NarrowForm(Folder);
+  if (!folder) return;
+  const std::wstring wave = PathIn(*folder, PlainWaveName(Input.WavePath));
+  if (CopyFilePlainly(Input.WavePath, wave) && PutMapBeside(wave)) {
+    Render(wave, PathIn(*folder, kOutputName), commandLine);
+  }
 }
 
 int CPreview::Shared::Play(const std::wstring& output) const {

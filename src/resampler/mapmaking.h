@@ -1,0 +1,31 @@
+// The making of one map, from the end of the one that is there to the new one: what a worker of a job does with a wave.
+//
+// A resampler is asked for the wave by its own path, as hosts ask it. Where that path is none that every program can
+// open, nobody knows what comes of it: then the map that was there is held, a resampler that made nothing is asked once
+// more for a plain copy of the wave, and without a new map the old one comes back.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "frqmap/frqtype.h"
+#include "frqmap/mrqstore.h"
+#include "resampler/noterange.h"
+
+struct MapOrder {
+  HWND Owner = nullptr;  // of what the system may have to show
+  std::wstring Resampler;
+  FrqType Kind = FrqTypeFrq;
+  NoteRange Vs4uRange{};
+  bool Vs4uUseFrq = true;
+  bool KeepsEntry = false;  // of desc.mrq: the resampler's analysis alone is renewed
+};
+
+enum class MapWork {
+  Done,     // whether there is a map now, the files show
+  Refused,  // the map is as it was: what would replace it cannot be made
+  Failed,
+};
+
+MapWork MakeMap(const MapOrder& order, const std::wstring& wave, MrqStore& store);
