@@ -75,12 +75,12 @@ TEST_F(AnyPath, AMapStaysWhereNoOtherComesInItsPlace) {
     MrqStore store;
     EXPECT_EQ(SaveMap(map, Wave(L"밤"), kind, &store), 0);
     Start(Bank());
-    const auto pressed = std::async(std::launch::async, [this] { Press(ID_EDIT_INITIALIZEALL); });
-    ASSERT_TRUE(Eventually([&] { return PostMessageW(FindBox(), WM_COMMAND, IDYES, 0); }));
-    const auto chooses = [&] { return PostMessageW(FindDialogWith(L"Static", IDC_INITMRQ_BOTH), WM_COMMAND, IDOK, 0); };
-    EXPECT_TRUE(kind != FrqTypeMrq || Eventually(chooses));
-    pressed.wait();
-    ASSERT_TRUE(Eventually([&] { return IsWindowEnabled(list_) && IsWindowEnabled(editor_); }));
+    InDialog(ID_EDIT_INITIALIZEALL, IDYES, [&](HWND question) {
+      PostMessageW(question, WM_COMMAND, IDYES, 0);
+      HWND box = nullptr;
+      const auto hasCome = [&] { return (box = FindDialogWith(L"Static", IDC_INITMRQ_BOTH)) != nullptr; };
+      if (kind == FrqTypeMrq && Eventually(hasCome)) SendMessageW(box, WM_COMMAND, IDOK, 0);
+    });
     EXPECT_EQ(Column(1), L"*|");
     EXPECT_EQ(Frames().substr(0, 7), L"220.000");
     Leave();

@@ -115,7 +115,7 @@ TEST_F(Paths, TheNarrowFormLeadsToTheSameFile) {
     const std::wstring wave = AddWave(name);
     WriteWholeFile(wave, Bytes(name.begin(), name.end()));
     const std::optional<std::wstring> form = NarrowForm(wave);
-    EXPECT_EQ(form.has_value(), name != L"aux") << "a device has no other name";
+    EXPECT_EQ(form.has_value(), name != L"aux" && name != L"NUL.x") << "a device has no other name";
     if (!form) continue;
     EXPECT_TRUE(IsNarrow(*form));
     EXPECT_EQ(ReadNarrowly(*form), *form);
