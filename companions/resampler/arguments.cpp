@@ -6,7 +6,7 @@
 #include <cwctype>
 
 #include "base/note.h"
-#include "resampler/notename.h"
+#include "base/notename.h"
 
 namespace {
 

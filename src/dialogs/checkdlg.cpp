@@ -1,8 +1,8 @@
 #include "dialogs/checkdlg.h"
 
+#include "base/notename.h"
 #include "base/registry.h"
 #include "base/text.h"
-#include "resampler/notename.h"
 #include "resources/ids.h"
 
 namespace {

@@ -7,8 +7,8 @@
 #include <cwchar>
 #include <limits>
 
+#include "base/notename.h"
 #include "frqmap/frqtype.h"
-#include "resampler/notename.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "resampler/notename.h"
+#include "base/notename.h"
 
 namespace {
 

@@ -3,13 +3,13 @@
 #include <map>
 
 #include "base/note.h"
+#include "base/notename.h"
 #include "check/checkrecords.h"
 #include "check/failuresearch.h"
 #include "frqctrl/geometry.h"
 #include "frqmap/edits.h"
 #include "native/family.h"
 #include "resampler/commandline.h"
-#include "resampler/notename.h"
 
 namespace {
 

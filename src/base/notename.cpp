@@ -1,4 +1,4 @@
-#include "resampler/notename.h"
+#include "base/notename.h"
 
 #include <array>
 #include <cstddef>
