@@ -9,6 +9,7 @@
 #include "frqmap/mrqmap.h"
 #include "frqmap/mrqstore.h"
 #include "resources/ids.h"
+#include "window/realnumberbox.h"
 
 namespace {
 
@@ -22,6 +23,7 @@ void PreviewPanel::Prepare(HWND dialog) {
   SendMessageW(Item(IDC_EDITOR_PITCH), TBM_SETRANGE, TRUE, MAKELPARAM(0, 2 * kPitchMiddle));
   SendMessageW(Item(IDC_EDITOR_PITCH), TBM_SETPOS, TRUE, kPitchMiddle);
   SetDlgItemTextW(dialog_, IDC_EDITOR_MODULATION, L"0");
+  TakeNoInputMethod(Item(IDC_EDITOR_MODULATION));
 }
 
 void PreviewPanel::Close() {

@@ -11,6 +11,7 @@
 #include "resources/ids.h"
 #include "window/keptfolder.h"
 #include "window/messagebox.h"
+#include "window/realnumberbox.h"
 
 namespace {
 
@@ -32,6 +33,7 @@ INT_PTR COptionDlg::OnInitDialog(LPARAM) {
   SetDlgItemTextW(Hwnd, IDC_OPTION_RESAMPLER, ResamplerPath.c_str());
   SetDlgItemInt(Hwnd, IDC_OPTION_PARALLEL, MaxParallelCount, FALSE);
   SendDlgItemMessageW(Hwnd, IDC_OPTION_PARALLEL, EM_LIMITTEXT, kCountLimit, 0);
+  TakeNoInputMethod(Item(IDC_OPTION_PARALLEL));
   CheckDlgButton(Hwnd, IDC_OPTION_DELETELLSM, AutoDeleteLlsm ? BST_CHECKED : BST_UNCHECKED);
   return 1;
 }

@@ -1,5 +1,8 @@
 #include "window/realnumberbox.h"
 
+#include <windows.h>
+#include <imm.h>
+
 #include <iterator>
 
 namespace {
@@ -19,6 +22,14 @@ bool MayBeTyped(WPARAM character) {
 }
 
 }  // namespace
+
+void TakeNoInputMethod(HWND box) {
+  ImmAssociateContext(box, nullptr);
+}
+
+void CTextBoxRealNumberCtrl::OnBound() {
+  TakeNoInputMethod(Hwnd);
+}
 
 LRESULT CTextBoxRealNumberCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_CHAR) return Dispatch(window, message, wParam, lParam);

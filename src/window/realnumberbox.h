@@ -9,4 +9,10 @@ class CTextBoxRealNumberCtrl : public CSubclassWindow {
  public:
   LRESULT OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
   LRESULT OnChar(WPARAM character, UINT low, UINT high) override;
+
+ protected:
+  void OnBound() override;
 };
+
+// An input method composes digits that no number box takes: in such a box it stays off, so that keys come as typed.
+void TakeNoInputMethod(HWND box);

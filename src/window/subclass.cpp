@@ -27,6 +27,7 @@ void BindSubclass(HWND window, CSubclassWindow* object) {
   SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
   object->PreviousProc =
       reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SubclassProc)));
+  object->OnBound();
 }
 
 LRESULT CSubclassWindow::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -14,6 +14,9 @@ class CSubclassWindow : public CWindow {
   LRESULT OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
 
  protected:
+  // The window is bound, and its messages come here.
+  virtual void OnBound() {}
+
   LRESULT CallPrevious(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:

@@ -1,6 +1,7 @@
 // The window classes: how objects are bound to windows and die with them, and the small controls.
 #include <windows.h>
 #include <gtest/gtest.h>
+#include <imm.h>
 
 #include <optional>
 
@@ -54,6 +55,7 @@ TEST(NumberBox, TakesDigitsAndBothDecimalSignsAndDiesWithItsWindow) {
     EXPECT_EQ(WindowText(box), sign == L"," ? L"12.3,4" : L"12.34");
   }
   SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, usersSign);
+  EXPECT_EQ(ImmGetContext(box), nullptr) << "an input method would compose what the box refuses";
   DestroyWindow(box);
   EXPECT_EQ(ended, 1) << "once, and when the window knew no more of it";
 }
