@@ -2,7 +2,10 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "base/files.h"
+#include "base/registry.h"
 #include "base/text.h"
 #include "resources/ids.h"
 #include "window/redrawonce.h"
@@ -11,6 +14,10 @@ namespace {
 
 constexpr int kNameWidth = 150;
 constexpr int kMarkWidth = 50;
+constexpr int kTitleMargins = 16;
+constexpr int kNameMargins = 8;
+constexpr int kWidest = 4000;  // of what the registry may hold
+constexpr wchar_t kWidthsValue[] = L"FileListColumns";
 
 UINT KindTitle(FrqType kind) {
   switch (kind) {
@@ -32,14 +39,16 @@ bool HasLlsm(const std::wstring& wavePath, FrqType kind) {
 void SyllableRows::Attach(HWND view, double dpiScaleX) {
   View = view;
   DpiScaleX = dpiScaleX;
-  ListView_SetExtendedListViewStyleEx(View, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
+  constexpr DWORD kStyles = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
+  ListView_SetExtendedListViewStyleEx(View, kStyles, kStyles);
 }
 
 void SyllableRows::SetupColumns(FrqType kind) {
-  InsertColumn(0, kNameColumn, LoadResString(IDS_COLUMN_NAME), kNameWidth, LVCFMT_LEFT);
-  InsertColumn(1, kMapColumn, LoadResString(KindTitle(kind)), kMarkWidth, LVCFMT_CENTER);
-  InsertColumn(2, kEditedColumn, LoadResString(IDS_COLUMN_EDITED), kMarkWidth, LVCFMT_CENTER);
-  InsertColumn(3, kMarkedColumn, LoadResString(IDS_COLUMN_TOBECHECKED), kMarkWidth, LVCFMT_CENTER);
+  if (!RegReadValue(kWidthsValue, Kept)) Kept.fill(0);
+  InsertColumn(0, kNameColumn, LoadResString(IDS_COLUMN_NAME), LVCFMT_LEFT);
+  InsertColumn(1, kMapColumn, LoadResString(KindTitle(kind)), LVCFMT_CENTER);
+  InsertColumn(2, kEditedColumn, LoadResString(IDS_COLUMN_EDITED), LVCFMT_CENTER);
+  InsertColumn(3, kMarkedColumn, LoadResString(IDS_COLUMN_TOBECHECKED), LVCFMT_CENTER);
   UpdateColumns(kind);
 }
 
@@ -53,17 +62,41 @@ void SyllableRows::UpdateColumns(FrqType kind) {
   const int llsm = ColumnIndexOf(kLlsmColumn);
   if (kind != FrqTypeMrq && llsm >= 0) ListView_DeleteColumn(View, llsm);
   if (kind == FrqTypeMrq && llsm < 0) {
-    InsertColumn(ColumnIndexOf(kEditedColumn), kLlsmColumn, L"llsm", kMarkWidth, LVCFMT_CENTER);
+    InsertColumn(ColumnIndexOf(kEditedColumn), kLlsmColumn, L"llsm", LVCFMT_CENTER);
   }
 }
 
-void SyllableRows::InsertColumn(int position, SyllableColumn id, const std::wstring& title, int width,
-                                int format) const {
+// The last column's title is longer than its usual width in one of the languages.
+int SyllableRows::WidthOf(SyllableColumn id, const std::wstring& title) const {
+  const int kept = Kept[static_cast<std::size_t>(id)];
+  if (kept > 0 && kept <= kWidest) return static_cast<int>(kept * DpiScaleX);
+  const auto width = static_cast<int>((id == kNameColumn ? kNameWidth : kMarkWidth) * DpiScaleX);
+  if (id != kMarkedColumn) return width;
+  const auto margins = static_cast<int>(kTitleMargins * DpiScaleX);
+  return std::max(width, ListView_GetStringWidth(View, title.c_str()) + margins);
+}
+
+// Only what the user has drawn is kept: a title may need another width in another language or font.
+void SyllableRows::KeepWidths() {
+  bool isAnyDrawn = false;
+  for (const int id : {kNameColumn, kMapColumn, kLlsmColumn, kEditedColumn, kMarkedColumn}) {
+    const int index = ColumnIndexOf(static_cast<SyllableColumn>(id));
+    if (index < 0) continue;
+    const auto column = static_cast<std::size_t>(id);
+    const int width = ListView_GetColumnWidth(View, index);
+    if (width == Given[column]) continue;
+    Kept[column] = static_cast<int>(width / DpiScaleX + 0.5);
+    isAnyDrawn = true;
+  }
+  if (isAnyDrawn) RegWriteValue(kWidthsValue, Kept);
+}
+
+void SyllableRows::InsertColumn(int position, SyllableColumn id, const std::wstring& title, int format) {
   std::wstring text = title;
   LVCOLUMNW column{};
   column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
   column.pszText = text.data();
-  column.cx = static_cast<int>(width * DpiScaleX);
+  column.cx = Given[static_cast<std::size_t>(id)] = WidthOf(id, title);
   column.fmt = format;
   ListView_InsertColumn(View, position, &column);
   HDITEMW header{};
@@ -144,6 +177,20 @@ int SyllableRows::IndexOf(int row) const {
   item.mask = LVIF_PARAM;
   item.iItem = row;
   return ListView_GetItem(View, &item) ? static_cast<int>(item.lParam) : -1;
+}
+
+std::wstring SyllableRows::CutNameAt(POINT screen) const {
+  constexpr int kLongest = 1024;  // characters that a tip has room for
+  LVHITTESTINFO hit{};
+  hit.pt = screen;
+  ScreenToClient(View, &hit.pt);
+  if (ListView_SubItemHitTest(View, &hit) < 0 || hit.iSubItem != ColumnIndexOf(kNameColumn)) return {};
+  wchar_t name[kLongest] = L"";
+  ListView_GetItemText(View, hit.iItem, hit.iSubItem, name, kLongest);
+  RECT place{};
+  ListView_GetItemRect(View, hit.iItem, &place, LVIR_LABEL);
+  const auto margins = static_cast<int>(kNameMargins * DpiScaleX);
+  return ListView_GetStringWidth(View, name) + margins > place.right - place.left ? name : L"";
 }
 
 int SyllableRows::Selected() const {

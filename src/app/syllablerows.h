@@ -7,12 +7,14 @@
 
 #include <windows.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
 #include "frqmap/frqtype.h"
 
 enum SyllableColumn { kNameColumn = 0, kMapColumn = 1, kLlsmColumn = 2, kEditedColumn = 3, kMarkedColumn = 4 };
+inline constexpr int kColumnCount = 5;
 
 // What a new row shows.
 struct SyllableRow {
@@ -32,9 +34,11 @@ class SyllableRows {
   // Null until then.
   HWND Window() const { return View; }
 
-  // To be called once; then each time that the kind may have changed.
+  // To be called once; then each time that the kind may have changed. The widths are those that the user has drawn.
   void SetupColumns(FrqType kind);
   void UpdateColumns(FrqType kind);
+  // For the next time, if the user has drawn a column wider or narrower.
+  void KeepWidths();
 
   // All rows anew, drawn once.
   void Fill(const std::vector<SyllableRow>& rows);
@@ -51,6 +55,9 @@ class SyllableRows {
   int RowOf(int index) const;
   int IndexOf(int row) const;
 
+  // The name at a point of the screen, if its column does not show all of it; else empty.
+  std::wstring CutNameAt(POINT screen) const;
+
   // The first selected row, -1 if there is none.
   int Selected() const;
   // The notification comes within the call: when it returns, the editor shows the syllable.
@@ -59,12 +66,15 @@ class SyllableRows {
   void SelectNeighbour(bool previous) const;
 
  private:
-  void InsertColumn(int position, SyllableColumn id, const std::wstring& title, int width, int format) const;
+  void InsertColumn(int position, SyllableColumn id, const std::wstring& title, int format);
+  int WidthOf(SyllableColumn id, const std::wstring& title) const;
   int ColumnIndexOf(SyllableColumn id) const;
   int InsertRow(int index, const std::wstring& name) const;
   void FillColumn(SyllableColumn id, const std::vector<SyllableRow>& rows, bool SyllableRow::*marked) const;
 
   HWND View = nullptr;
   double DpiScaleX = 1.0;
-  std::vector<int> RowOfIndex;  // -1 where no row could be inserted
+  std::array<int, kColumnCount> Kept{};   // widths that the user has drawn, at 96 dots per inch; 0 for none
+  std::array<int, kColumnCount> Given{};  // widths in pixels that the columns were given
+  std::vector<int> RowOfIndex;            // -1 where no row could be inserted
 };

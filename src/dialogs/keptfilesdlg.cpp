@@ -43,7 +43,8 @@ INT_PTR CKeptFilesDlg::OnInitDialog(LPARAM) {
 
 void CKeptFilesDlg::SetupColumns() const {
   const HWND view = Item(IDC_KEPTFILES_LIST);
-  SendMessageW(view, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
+  constexpr LPARAM kStyles = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
+  SendMessageW(view, LVM_SETEXTENDEDLISTVIEWSTYLE, kStyles, kStyles);
   for (std::size_t i = 0; i < kColumns.size(); ++i) {
     RECT width{0, 0, kColumns[i].Width, 0};
     MapDialogRect(Hwnd, &width);
@@ -81,9 +82,7 @@ LRESULT CKeptFilesDlg::OnNotify(WPARAM, NMHDR* header) {
 
 LRESULT CKeptFilesDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
   switch (LOWORD(wParam)) {
-    case IDC_KEPTFILES_ALL:
-      ListView_SetItemState(Item(IDC_KEPTFILES_LIST), -1, LVIS_SELECTED, LVIS_SELECTED);
-      return 0;
+    case IDC_KEPTFILES_ALL: ListView_SetItemState(Item(IDC_KEPTFILES_LIST), -1, LVIS_SELECTED, LVIS_SELECTED); return 0;
     case IDC_KEPTFILES_PUTBACK: PutChosenBack(); return 0;
     default: return CDlgBase::OnCommand(wParam, code, control);
   }
