@@ -82,6 +82,7 @@ void CFileListDlg::RememberLayout() {
 LRESULT CFileListDlg::OnDestroy() {
   Keys.Stop();
   SaveWindowPlacement(Hwnd, kPlacementValue);
+  Rows.KeepWidths();
   if (PluginAnswer) AnswerHost(Argument, Syllables.State().Saved > 0);
   return CDlgBase::OnDestroy();
 }
@@ -103,6 +104,14 @@ LRESULT CFileListDlg::OnNotify(WPARAM, NMHDR* header) {
   const auto* const change = ReadableAt<NMLISTVIEW>(reinterpret_cast<LPARAM>(header));
   if (change && (change->uNewState & LVIS_SELECTED)) ShowSyllable(Rows.IndexOf(change->iItem));
   return 1;
+}
+
+// A name that its column cuts comes before what is told of the list.
+std::wstring CFileListDlg::TipOf(HWND control) const {
+  POINT mouse{};
+  GetCursorPos(&mouse);
+  std::wstring name = control == Rows.Window() ? Rows.CutNameAt(mouse) : std::wstring();
+  return name.empty() ? CDlgBase::TipOf(control) : name;
 }
 
 // Enter in the list does nothing.

@@ -50,6 +50,9 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
   std::unique_ptr<CDlgBase> CreateInstance() const override;
   int GetTemplateId() const override { return IDD_FILELIST; }
 
+ protected:
+  std::wstring TipOf(HWND control) const override;
+
  private:
   void RememberLayout();
   void EndList();

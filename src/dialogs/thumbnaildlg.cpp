@@ -8,6 +8,7 @@
 #include "base/flagscope.h"
 #include "base/path.h"
 #include "base/registry.h"
+#include "base/text.h"
 #include "frqctrl/frqctrl.h"
 #include "frqctrl/stepscroll.h"
 #include "resources/ids.h"
@@ -239,6 +240,11 @@ LRESULT CThumbnailDlg::OnGetMinMaxInfo(MINMAXINFO* info) {
                      static_cast<DWORD>(GetWindowLongW(Hwnd, GWL_EXSTYLE)));
   info->ptMinTrackSize = {rect.right - rect.left, rect.bottom - rect.top};
   return 0;
+}
+
+// The whole name, which a narrow picture cuts.
+std::wstring CThumbnailDlg::TipOf(HWND control) const {
+  return ControlOf(control) ? WindowText(control) + L"\n" + LoadResString(IDS_TIP_THUMBNAIL) : std::wstring();
 }
 
 // A thumbnail tells nothing but a click.

@@ -57,6 +57,9 @@ class CThumbnailDlg : public CTemplateDlg<CThumbnailDlg, IDD_THUMBNAIL> {
   void OnOK() override;
   void OnDialogEnd() override;
 
+ protected:
+  std::wstring TipOf(HWND control) const override;
+
  private:
   // The message that the window posts to itself for the next map to be read.
   static constexpr UINT TNM_LOADNEXT = 32771;
@@ -110,6 +113,6 @@ class CThumbnailDlg : public CTemplateDlg<CThumbnailDlg, IDD_THUMBNAIL> {
   bool SizeChanged = false;               // a WM_SIZE came since the last end of a size-move
   std::vector<ThumbnailRow> VisibleRows;  // on the screen, their tops as they stand in the window
   CopiesOnly Editing{Items};
-  LayerEvictionList Layers;               // the cap on the layers of the thumbnails
+  LayerEvictionList Layers;  // the cap on the layers of the thumbnails
   SharedKeys Keys;
 };

@@ -1,6 +1,7 @@
 #include "frqctrl/frqctrl.h"
 
 #include <mutex>
+#include <optional>
 #include <string>
 
 #include "base/foreignpointer.h"
@@ -18,6 +19,16 @@ constexpr std::size_t kMostFrames = 1 << 28;  // of a selection: more do not fit
 bool IsMapOrNull(const FrqMap* map) {
   const bool isAligned = reinterpret_cast<std::uintptr_t>(map) % alignof(void*) == 0;
   return !map || (isAligned && IsWritable(map, sizeof(FrqMap)));
+}
+
+// What is told of a place of the table.
+std::wstring TextAt(POINT point, const TableModel& model, const MapEditing& editing, WaveSpectrum& spectrum) {
+  std::optional<TableReading> reading;
+  {
+    const std::lock_guard lock(editing);
+    reading = ReadTable(model, point.x, point.y);
+  }
+  return reading ? TextOf(*reading, spectrum.SampleRate()) : std::wstring();
 }
 
 }  // namespace
@@ -247,6 +258,7 @@ LRESULT CFrqCtrl::OnVScroll(UINT code, int, HWND scrollBar) {
 }
 
 LRESULT CFrqCtrl::OnMouseWheel(WPARAM keys, int x, int y, int delta) {
+  Tip.Hide();
   const HWND parent = GetParent(Hwnd);
   POINT point{x, y};
   ScreenToClient(parent, &point);
@@ -261,11 +273,13 @@ LRESULT CFrqCtrl::OnMouseWheel(WPARAM keys, int x, int y, int delta) {
 }
 
 LRESULT CFrqCtrl::OnLButtonDown(WPARAM keys, int x, int y) {
+  Tip.Hide();
   Mouse.PressLeft({x, y});
   return CCtrlBase::OnLButtonDown(keys, x, y);
 }
 
 LRESULT CFrqCtrl::OnRButtonDown(WPARAM keys, int x, int y) {
+  Tip.Hide();
   Mouse.PressRight({x, y});
   return CCtrlBase::OnRButtonDown(keys, x, y);
 }
@@ -309,6 +323,8 @@ void CFrqCtrl::TellThumbnailClick(int pressed) {
 
 // Pressing Ctrl moves no mouse, so that only a timer can bring the cursor of a selection.
 LRESULT CFrqCtrl::OnTimer(UINT_PTR, LPARAM) {
-  if (!Mouse.IsDragging() && !Model.Geometry.ThumbnailMode) Mouse.UpdateCursor();
+  if (Mouse.IsDragging() || Model.Geometry.ThumbnailMode) return 0;
+  Mouse.UpdateCursor();
+  Tip.OnTick(Hwnd, [this](POINT point) { return TextAt(point, Model, Editing(), Spectrum); });
   return 0;
 }

@@ -5,7 +5,7 @@
 //   tablemodel     what is shown, and all its arithmetic      wavespectrum   the analysis of the recording
 //   tablepainter   how it is drawn                            tablelayer     the lower level of the picture
 //   tablemouse     what the mouse does                        tableviewport  scroll bars, wheel and zoom
-//   tablechildren  button, label, trackbar and menu
+//   tablechildren  button, label, trackbar and menu           tabletip       what is told of the place under the mouse
 // The parts reach the window by TableHost only.
 //
 // Runs on the thread of its dialog. The maps are not owned. All writes to the one that is edited go through MapEditing,
@@ -24,6 +24,7 @@
 #include "frqctrl/tablemouse.h"
 #include "frqctrl/tablepainter.h"
 #include "frqctrl/tablesize.h"
+#include "frqctrl/tabletip.h"
 #include "frqctrl/tableviewport.h"
 #include "frqctrl/wavespectrum.h"
 #include "frqmap/mapediting.h"
@@ -90,4 +91,5 @@ class CFrqCtrl : public CCtrlBase, private TableHost {
   TableViewport Viewport{Model, *this};
   TableMouse Mouse{Model, Viewport, *this};
   TableChildren Children;
+  TableTip Tip;
 };

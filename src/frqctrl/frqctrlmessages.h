@@ -42,13 +42,6 @@ enum FrqCtrlMessage : UINT {
   FCM_SHOWFRAMES = 32812,  // first and last frame
 };
 
-// The children of the control.
-enum FrqCtrlChild {
-  IDC_TABLE_VIEW = 2003,        // the button between note rows and spectrum
-  IDC_TABLE_BRIGHTNESS = 2004,  // the label that opens the trackbar
-  IDC_TABLE_TRACKBAR = 2005,    // the brightness
-};
-
 // Notification codes of the WM_COMMAND that the control sends to its parent.
 enum FrqCtrlNotification : UINT {
   FCN_FRAMECHANGED = 0x100,    // lParam: the column, -1 for all
@@ -70,9 +63,7 @@ class FrqCtrlSender {
   void SetEditing(MapEditing* editing) const;
   void SetScrollColumn(SampleCount column) const { Send(FCM_SETSCROLLCOLUMN, static_cast<WPARAM>(column)); }
   // Scrolls so that these frames are seen; where they are seen already nothing moves.
-  void ShowFrames(SampleCount first, SampleCount last) const {
-    Send(FCM_SHOWFRAMES, static_cast<WPARAM>(first), last);
-  }
+  void ShowFrames(SampleCount first, SampleCount last) const { Send(FCM_SHOWFRAMES, static_cast<WPARAM>(first), last); }
   void SetSelection(std::span<const int> frames) const {
     Send(FCM_SETSELECTION, frames.size(), frames.empty() ? 0 : Pointer(frames.data()));
   }

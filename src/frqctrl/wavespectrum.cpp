@@ -6,7 +6,16 @@
 
 void WaveSpectrum::SetWave(const wchar_t* path) {
   Path = path ? path : L"";
+  Rate = 0.0;
   Forget();
+}
+
+double WaveSpectrum::SampleRate() {
+  constexpr double kUsualRate = 44100.0;
+  WaveHeader wave;
+  if (Rate <= 0.0 && wave.Load(Path, true) == 0) Rate = wave.format.samplesPerSec;
+  if (Rate <= 0.0) Rate = kUsualRate;
+  return Rate;
 }
 
 void WaveSpectrum::Forget() {

@@ -21,6 +21,9 @@ class WaveSpectrum {
   // The window can be painted in the middle of Ensure, under its box.
   bool IsAnalyzing() const { return Analyzing; }
 
+  // Samples per second of the wave, read once and without its samples; that of most recordings where it cannot be read.
+  double SampleRate();
+
   std::size_t EntryCount() const { return Table.size(); }
   // While there are entries.
   SpectrumSteps& Steps() { return *NoteSteps; }
@@ -29,6 +32,7 @@ class WaveSpectrum {
   void Forget();
 
   std::wstring Path;
+  double Rate = 0.0;                       // 0 until it is needed
   SpectrumTable Table;                     // empty until it is needed
   std::optional<SpectrumSteps> NoteSteps;  // of Table
   bool Analyzing = false;

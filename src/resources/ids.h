@@ -71,6 +71,91 @@
 #define IDS_ANDMORE 484
 #define IDS_COMPACTFAILED 485
 
+// Tips of controls, and their names for screen readers (tips.rc); what the table tells of a place (READ).
+#define IDS_TIP_FRAMES 530
+#define IDS_TIP_KEY 531
+#define IDS_TIP_UPDATE 532
+#define IDS_TIP_FREQUENCY 533
+#define IDS_TIP_SET 534
+#define IDS_TIP_PITCH 535
+#define IDS_TIP_MODULATION 536
+#define IDS_TIP_FLAGS 537
+#define IDS_TIP_DIRECT 538
+#define IDS_TIP_PLAY 539
+#define IDS_TIP_TRIPLE 540
+#define IDS_TIP_DOUBLE 541
+#define IDS_TIP_UNVOICE 542
+#define IDS_TIP_HALVE 543
+#define IDS_TIP_THIRD 544
+#define IDS_TIP_AVERAGE 545
+#define IDS_TIP_RELOAD 546
+#define IDS_TIP_KEYFROMSELECTION 547
+#define IDS_TIP_TABLE_VIEW 548
+#define IDS_TIP_TABLE_BRIGHTNESS 549
+#define IDS_TIP_TABLE_TRACKBAR 550
+#define IDS_TIP_SYLLABLES 551
+#define IDS_TIP_RESAMPLER 552
+#define IDS_TIP_BROWSE 553
+#define IDS_TIP_PARALLEL 554
+#define IDS_TIP_DELETELLSM 555
+#define IDS_TIP_ABORT 556
+#define IDS_TIP_THUMBNAIL 557
+#define IDS_TIP_PRESET 558
+#define IDS_TIP_LOWEST 559
+#define IDS_TIP_HIGHEST 560
+#define IDS_TIP_USEFRQ 561
+#define IDS_TIP_CONVERTFROM 562
+#define IDS_TIP_CONVERTTO 563
+#define IDS_TIP_CONVERTONE 564
+#define IDS_TIP_CONVERTALL 565
+#define IDS_TIP_CHECKNOTE 566
+#define IDS_TIP_TRANSITION 567
+#define IDS_TIP_BEGINNING 568
+#define IDS_TIP_END 569
+#define IDS_TIP_PREVIOUS 570
+#define IDS_TIP_NEXT 571
+#define IDS_TIP_IGNORE 572
+#define IDS_TIP_MODIFY 573
+#define IDS_TIP_MODIFYALL 574
+#define IDS_TIP_INITBOTH 575
+#define IDS_TIP_ONLYLLSM 576
+#define IDS_TIP_OVERWRITE 577
+#define IDS_TIP_REREAD 578
+#define IDS_TIP_KEPTLIST 579
+#define IDS_TIP_KEPTALL 580
+#define IDS_TIP_PUTBACK 581
+#define IDS_TIP_RESTRICTED 582
+#define IDS_TIP_OK 583
+#define IDS_TIP_CANCEL 584
+#define IDS_TIP_CLOSE 585
+#define IDS_TIP_DISMISS 586
+#define IDS_NAME_FRAMES 587
+#define IDS_NAME_FREQUENCY 588
+#define IDS_NAME_PITCH 589
+#define IDS_NAME_MODULATION 590
+#define IDS_NAME_TABLE 591
+#define IDS_NAME_TABLE_VIEW 592
+#define IDS_NAME_TABLE_BRIGHTNESS 593
+#define IDS_NAME_TABLE_TRACKBAR 594
+#define IDS_NAME_SYLLABLES 595
+#define IDS_NAME_OCTAVE 596
+#define IDS_NAME_LOWNOTE 597
+#define IDS_NAME_LOWOCTAVE 598
+#define IDS_NAME_HIGHNOTE 599
+#define IDS_NAME_HIGHOCTAVE 600
+#define IDS_NAME_KEPTLIST 601
+#define IDS_NAME_RESTRICTED 602
+#define IDS_NAME_PROGRESS 603
+#define IDS_READ_POINTER 604
+#define IDS_READ_FRAME 605
+#define IDS_READ_LEVEL 606
+#define IDS_READ_PITCH 607
+#define IDS_READ_NOTE 608
+#define IDS_READ_NOPITCH 609
+#define IDS_READ_MARKED 610
+#define IDS_READ_SUGGESTED 611
+#define IDS_READ_MARK_FIRST 612  // in the order of CheckMark
+
 // The editor's menu is the one resource that goes by a name.
 #define IDR_MENU1 L"IDR_MENU1"
 
@@ -156,6 +241,11 @@
 #define IDC_EDITOR_PERCENTLABEL 1038
 #define IDC_EDITOR_FLAGSLABEL 1039
 #define IDC_EDITOR_WAVEINFO 1045
+
+// The children of the frequency table, wherever it stands.
+#define IDC_TABLE_VIEW 2003        // the button between note rows and spectrum
+#define IDC_TABLE_BRIGHTNESS 2004  // the label that opens the trackbar
+#define IDC_TABLE_TRACKBAR 2005    // the brightness
 
 // The syllable list.
 #define IDD_FILELIST 131

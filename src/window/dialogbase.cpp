@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "base/text.h"
+#include "window/accessiblenames.h"
+
 namespace {
 
 constexpr wchar_t kDialogProperty[] = L"{97C9657A-B5C4-4eae-BE4C-AD2144ACD85E}";
@@ -61,7 +64,12 @@ bool CDlgBase::TranslateKey(const MSG&) {
 
 INT_PTR CDlgBase::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_INITDIALOG: return lParam == reinterpret_cast<LPARAM>(this) ? OnInitDialog(lParam) : 0;
+    case WM_INITDIALOG:
+      if (lParam != reinterpret_cast<LPARAM>(this)) return 0;
+      AttachTexts();
+      return OnInitDialog(lParam);
+    case WM_SETCURSOR: FollowMouse(reinterpret_cast<HWND>(wParam), HIWORD(lParam)); return 0;
+    case WM_GETOBJECT: NameControlsOnce(); return 0;
     case WM_MENUSELECT: DispatchMenuSelect(wParam, lParam); return 1;
     case WM_DESTROY:
     case WM_SIZE:
@@ -86,6 +94,29 @@ LRESULT CDlgBase::DispatchMenuSelect(WPARAM wParam, LPARAM lParam) {
   const bool opensSubMenu = flags != -1 && (flags & MF_POPUP);
   if (opensSubMenu) return OnMenuSelect(0, flags, GetSubMenu(menu, static_cast<int>(item)), menu);
   return OnMenuSelect(item, flags, nullptr, menu);
+}
+
+void CDlgBase::AttachTexts() {
+  Texts = ControlTextsOf(GetTemplateId());
+  Tips.Attach(Hwnd);
+  IsNamed = false;
+}
+
+void CDlgBase::FollowMouse(HWND over, UINT message) {
+  Tips.Follow(over, message, TipOf(over));
+}
+
+void CDlgBase::NameControlsOnce() {
+  if (!IsNamed) NameControls(Hwnd, Texts);
+  IsNamed = true;
+}
+
+// A part of a control, such as the box of a list that drops down, tells what its control does.
+std::wstring CDlgBase::TipOf(HWND control) const {
+  if (!IsChild(Hwnd, control)) return {};
+  const ControlText* text = ControlTextOf(Texts, GetDlgCtrlID(control));
+  if (!text) text = ControlTextOf(Texts, GetDlgCtrlID(GetParent(control)));
+  return text && text->Tip ? LoadResString(text->Tip) : std::wstring();
 }
 
 LRESULT CDlgBase::OnDestroy() {

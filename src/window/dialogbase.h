@@ -1,13 +1,18 @@
 // CDlgBase: dialogs from a resource template.
 //
-// A dialog's object belongs to whoever runs it, outlives its window, and may be run again.
+// A dialog's object belongs to whoever runs it, outlives its window, and may be run again. What is told of its
+// controls, by tips and to screen readers, comes from the resources and needs no line of a dialog.
 #pragma once
 
 #include <windows.h>
 
 #include <memory>
+#include <span>
+#include <string>
 #include <vector>
 
+#include "window/controltexts.h"
+#include "window/tooltips.h"
 #include "window/window.h"
 
 class CDlgBase : public CWindow {
@@ -39,6 +44,9 @@ class CDlgBase : public CWindow {
   virtual void OnDialogEnd();
 
  protected:
+  // What is told where the mouse is over `control`; empty for nothing.
+  virtual std::wstring TipOf(HWND control) const;
+
   // Ends the dialog with a value, in whichever way it runs.
   void End(int result);
 
@@ -54,4 +62,11 @@ class CDlgBase : public CWindow {
   void RunLoop();
   bool TranslateAccelerators(MSG& message);
   LRESULT DispatchMenuSelect(WPARAM wParam, LPARAM lParam);
+  void AttachTexts();
+  void FollowMouse(HWND over, UINT message);
+  void NameControlsOnce();
+
+  std::span<const ControlText> Texts;
+  Tooltips Tips;
+  bool IsNamed = false;
 };

@@ -6,6 +6,9 @@
 #include <array>
 #include <limits>
 
+#include "base/note.h"
+#include "frqctrl/tablereading.h"
+
 namespace {
 
 constexpr int kFrames = 60;
@@ -22,6 +25,29 @@ struct TableModelTest : testing::Test {
   FrqMap map;
   TableModel table;
 };
+
+TEST_F(TableModelTest, APlaceIsReadAsThePencilsPitchAndTheFrameInItsColumn) {
+  FrqFrame& frame = map.Frames[4];
+  frame.Frequency = NoteToHz(68.6);
+  frame.Amplitude = 3276.8;
+  frame.Mark = 7;
+  frame.SuggestedFrequency = NoteToHz(57.25);
+  map.Hop = 256;
+  const int y = table.Geometry.FrequencyToY(NoteToHz(40.0), 300);
+  const auto read = ReadTable(table, 65, y);
+  ASSERT_TRUE(read && read->Pointer && read->Frame && read->Frame->Pitch && read->Frame->Suggested);
+  const auto note = [](const auto& pitch) { return std::pair(pitch->Note, pitch->Cents); };
+  EXPECT_EQ(note(read->Pointer), std::pair(40, 10)) << "to the pixel, of which a semitone has ten";
+  EXPECT_EQ(note(read->Frame->Pitch), std::pair(69, -40));
+  EXPECT_EQ(note(read->Frame->Suggested), std::pair(57, 25));
+  EXPECT_EQ(std::tuple(read->Frame->Frame, read->Frame->Position, read->Frame->Mark), std::tuple(4, 1024, 7u));
+  EXPECT_NEAR(read->Frame->Level.value(), -20.0, 1e-9);
+  const auto silent = ReadTable(table, 45, y);
+  EXPECT_TRUE(silent && silent->Frame && !silent->Frame->Pitch && !silent->Frame->Level) << "no pitch, no level";
+  EXPECT_FALSE(ReadTable(table, 19, 97)) << "the grip is no place of the plot";
+  map.Clear();
+  EXPECT_FALSE(ReadTable(table, 65, y).value().Frame);
+}
 
 TEST_F(TableModelTest, APointBelongsToTheGripOrToAColumnOfTheMap) {
   // x, y, place, column

@@ -4,6 +4,7 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 #include <regex>
 #include <set>
@@ -11,7 +12,9 @@
 #include "base/text.h"
 #include "document/gesture.h"
 #include "frqctrl/frqctrl.h"
+#include "frqmap/checkmark.h"
 #include "resources/ids.h"
+#include "window/controltexts.h"
 #include "window/flatbutton.h"
 
 namespace {
@@ -56,21 +59,31 @@ Items Menu(WORD language) {
   return items;
 }
 
-// The dialog itself has the id 0.
-Items Controls(int dialog, WORD language) {
+// The dialog and then its controls, in tab order.
+void Visit(int dialog, WORD language, const std::function<void(HWND)>& visit) {
   const auto* const form = static_cast<const DLGTEMPLATE*>(Find(RT_DIALOG, MAKEINTRESOURCEW(dialog), language));
   const HWND window = CreateDialogIndirectW(GetModuleHandleW(nullptr), form, nullptr,
                                             [] WINAPI(HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return 0; });
-  Items items;
   for (HWND control = window; control; control = GetWindow(control, control == window ? GW_CHILD : GW_HWNDNEXT)) {
-    wchar_t name[99] = L"";
-    GetClassNameW(control, name, 99);
-    items.emplace(
-        control == window ? 0 : GetDlgCtrlID(control),
-        Item{name + FormatText(L" %lx %lx", GetWindowLongW(control, GWL_STYLE), GetWindowLongW(control, GWL_EXSTYLE)),
-             WindowText(control)});
+    visit(control);
   }
   DestroyWindow(window);
+}
+
+std::wstring ClassOf(HWND window) {
+  wchar_t name[99] = L"";
+  GetClassNameW(window, name, 99);
+  return name;
+}
+
+// The dialog itself has the id 0.
+Items Controls(int dialog, WORD language) {
+  Items items;
+  Visit(dialog, language, [&](HWND control) {
+    const LONG style = GetWindowLongW(control, GWL_STYLE), exStyle = GetWindowLongW(control, GWL_EXSTYLE);
+    items.emplace(GetParent(control) ? GetDlgCtrlID(control) : 0,
+                  Item{ClassOf(control) + FormatText(L" %lx %lx", style, exStyle), WindowText(control)});
+  });
   return items;
 }
 
@@ -150,6 +163,61 @@ TEST(Resources, BothLanguagesHaveTheSameControls) {
       if (!std::regex_search(text, word)) continue;
       EXPECT_EQ(text == other->second.text, untranslated.contains(text)) << text.c_str();
     }
+  }
+}
+
+TEST(Resources, EachControlThatAUserActsOnHasATipAndAName) {
+  // The table tells of the place under the mouse; the link says where it leads.
+  const std::set<int> withoutTip = {IDC_EDITOR_TABLE, IDC_VIRTUALSTORE_LINK, IDC_CREATEFRQ_PROGRESS};
+  std::vector<int> dialogs(std::begin(kDialogs), std::end(kDialogs));
+  dialogs.insert(dialogs.end(), {IDD_FILELIST, IDD_KEPTFILES});
+  std::set<int> told;
+  for (const int dialog : dialogs) {
+    const auto texts = ControlTextsOf(dialog);
+    const WORD language = dialog == IDD_FILELIST ? kEnglish : kJapanese;
+    std::set<int> missing;
+    for (const ControlText& text : texts) {
+      if (text.Control < IDC_TABLE_VIEW || text.Control > IDC_TABLE_TRACKBAR) missing.insert(text.Control);
+      told.insert({text.Tip, text.Name});
+    }
+    std::wstring label;
+    Visit(dialog, language, [&](HWND control) {
+      const int id = GetDlgCtrlID(control);
+      const LONG style = GetWindowLongW(control, GWL_STYLE);
+      const std::wstring kind = ClassOf(control);
+      const bool isActedOn = GetParent(control) && kind != L"Static" &&
+                             (style & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE &&
+                             !(kind == L"Button" && (style & BS_TYPEMASK) == BS_GROUPBOX);
+      if (isActedOn) {
+        const ControlText* const text = ControlTextOf(texts, id);
+        EXPECT_TRUE(withoutTip.contains(id) || (text && text->Tip)) << dialog << " " << id;
+        EXPECT_TRUE((text && text->Name) || !WindowText(control).empty() || !label.empty()) << dialog << " " << id;
+      }
+      missing.erase(id);
+      label = kind == L"Static" ? WindowText(control) : L"";
+    });
+    EXPECT_EQ(missing, std::set<int>()) << dialog;
+  }
+  told.erase(0);
+  for (const int id : told) {
+    EXPECT_NE(StringOf(id, kEnglish), StringOf(id, kJapanese)) << id;
+    EXPECT_FALSE(StringOf(id, kEnglish).empty() || StringOf(id, kJapanese).empty()) << id;
+  }
+}
+
+TEST(Resources, AMarkIsToldWithItsReason) {
+  FrameReading frame;
+  frame.Position = 22050;
+  frame.Pitch = ReadPitch(441.0);
+  std::set<std::wstring> texts;
+  for (const int mark :
+       {int{CheckMarkNone}, int{CheckMarkFactor}, int{CheckMarkNoise}, int{CheckMarkGap}, int{CheckMarkFar}, 1}) {
+    frame.Mark = static_cast<std::uint32_t>(mark);
+    texts.insert(TextOf({std::nullopt, frame}, 44100.0));
+  }
+  EXPECT_EQ(texts.size(), 6u) << "a mark of another library has none that we know";
+  for (const wchar_t* part : {L"0.500 s", L"A4 +4 cents", L"441.00 Hz"}) {
+    for (const std::wstring& text : texts) EXPECT_NE(text.find(part), text.npos) << part;
   }
 }
 

@@ -11,6 +11,7 @@
 
 #include "base/note.h"
 #include "frqctrl/frqctrl.h"
+#include "resources/ids.h"
 
 inline constexpr int kFrameCount = 60;
 

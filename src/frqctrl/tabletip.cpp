@@ -1,0 +1,144 @@
+#include "frqctrl/tabletip.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "base/notename.h"
+#include "base/text.h"
+#include "frqmap/checkmark.h"
+#include "resources/ids.h"
+
+namespace {
+
+constexpr int kWidestText = 400;  // pixels, before it is broken into lines
+constexpr int kBelowMouse = 20;   // clear of the cursors, of which the pencil points to its lower left
+constexpr int kBesideMouse = 20;
+
+// The system's own delays for tool tips are made of this one.
+struct Delays {
+  DWORD First = GetDoubleClickTime();
+  DWORD Again = First / 5;  // while the mouse goes from place to place
+  DWORD Shown = First * 10;
+};
+
+bool IsButtonDown() {
+  return GetKeyState(VK_LBUTTON) < 0 || GetKeyState(VK_RBUTTON) < 0 || GetKeyState(VK_MBUTTON) < 0;
+}
+
+TTTOOLINFOW ToolOf(HWND tip, std::wstring& text) {
+  TTTOOLINFOW tool{};
+  tool.cbSize = TTTOOLINFOW_V1_SIZE;
+  tool.uFlags = TTF_TRACK | TTF_ABSOLUTE;
+  tool.hwnd = GetWindow(tip, GW_OWNER);
+  tool.uId = 1;
+  tool.lpszText = text.data();
+  return tool;
+}
+
+std::wstring Format(UINT id, auto... values) {
+  return FormatText(LoadResString(id).c_str(), values...);
+}
+
+// Notes beyond those that have a name are told in hertz alone.
+std::wstring PitchText(const std::optional<PitchReading>& pitch) {
+  if (!pitch) return LoadResString(IDS_READ_NOPITCH);
+  const std::wstring name = NoteNameFromNumber(pitch->Note);
+  if (name.empty()) return FormatText(L"%.2f Hz", pitch->Hz);
+  return Format(IDS_READ_PITCH, Format(IDS_READ_NOTE, name.c_str(), pitch->Cents).c_str(), pitch->Hz);
+}
+
+std::wstring MarkText(const FrameReading& frame) {
+  const auto reason = static_cast<std::int32_t>(frame.Mark) - CheckMarkFactor;
+  const bool isKnown = reason >= 0 && reason <= CheckMarkFar - CheckMarkFactor;
+  std::wstring text = LoadResString(isKnown ? IDS_READ_MARK_FIRST + static_cast<UINT>(reason) : IDS_READ_MARKED);
+  if (frame.Suggested) text += Format(IDS_READ_SUGGESTED, PitchText(frame.Suggested).c_str());
+  return text;
+}
+
+}  // namespace
+
+std::wstring TextOf(const TableReading& reading, double samplesPerSecond) {
+  std::wstring text = Format(IDS_READ_POINTER, PitchText(reading.Pointer).c_str());
+  if (!reading.Frame) return text;
+  const FrameReading& frame = *reading.Frame;
+  const double seconds = std::max(frame.Position, 0) / samplesPerSecond;
+  text += L"\n" + Format(IDS_READ_FRAME, frame.Frame, seconds, PitchText(frame.Pitch).c_str());
+  if (frame.Level) text += Format(IDS_READ_LEVEL, *frame.Level);
+  if (frame.Mark != 0) text += L"\n" + MarkText(frame);
+  return text;
+}
+
+TableTip::~TableTip() {
+  if (tip_) DestroyWindow(tip_);
+}
+
+// Where the mouse lies when the table comes is no move.
+bool TableTip::HasMoved(DWORD now) {
+  const POINT before = mouse_;
+  GetCursorPos(&mouse_);
+  if (!std::exchange(hasMouse_, true) || (mouse_.x == before.x && mouse_.y == before.y)) return false;
+  movedAt_ = now;
+  return true;
+}
+
+void TableTip::OnTick(HWND table, const std::function<std::wstring(POINT)>& textAt) {
+  const Delays delays;
+  const DWORD now = GetTickCount();
+  if (HasMoved(now)) {
+    if (isShown_) hiddenAt_ = now;
+    Hide();
+    isSpent_ = IsButtonDown();
+    return;
+  }
+  if (isShown_ && now - shownAt_ > delays.Shown) Hide();
+  if (!isShown_ && (isSpent_ || now - movedAt_ < (now - hiddenAt_ < delays.First ? delays.Again : delays.First)))
+    return;
+  isSpent_ = true;
+  if (WindowFromPoint(mouse_) != table) return Hide();
+  POINT point = mouse_;
+  ScreenToClient(table, &point);
+  const std::wstring text = textAt(point);
+  // What changes under a resting mouse, as by a step back, is told anew.
+  if (text.empty()) return Hide();
+  if (!isShown_ || text != text_) Show(table, mouse_, text);
+}
+
+void TableTip::Hide() {
+  isSpent_ = true;
+  if (!std::exchange(isShown_, false)) return;
+  TTTOOLINFOW tool = ToolOf(tip_, text_);
+  SendMessageW(tip_, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&tool));
+}
+
+void TableTip::Show(HWND table, POINT mouse, const std::wstring& text) {
+  text_ = text;
+  if (!tip_) {
+    tip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0,
+                           table, nullptr, GetModuleHandleW(nullptr), nullptr);
+    if (!tip_) return;
+    TTTOOLINFOW tool = ToolOf(tip_, text_);
+    SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, kWidestText);
+  }
+  TTTOOLINFOW tool = ToolOf(tip_, text_);
+  SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
+  Place(mouse);
+  SendMessageW(tip_, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
+  if (!std::exchange(isShown_, true)) shownAt_ = GetTickCount();
+}
+
+// Below the mouse, or above it where the screen ends: never under it, where it would take the mouse from the table.
+void TableTip::Place(POINT mouse) const {
+  std::wstring none;
+  const TTTOOLINFOW tool = ToolOf(tip_, none);
+  const auto size = static_cast<DWORD>(SendMessageW(tip_, TTM_GETBUBBLESIZE, 0, reinterpret_cast<LPARAM>(&tool)));
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof(monitor);
+  GetMonitorInfoW(MonitorFromPoint(mouse, MONITOR_DEFAULTTONEAREST), &monitor);
+  const int x = std::min<int>(mouse.x + kBesideMouse, monitor.rcWork.right - LOWORD(size));
+  const int below = mouse.y + kBelowMouse;
+  const int y = below + HIWORD(size) > monitor.rcWork.bottom ? mouse.y - kBelowMouse - HIWORD(size) : below;
+  SendMessageW(tip_, TTM_TRACKPOSITION, 0, MAKELPARAM(x, y));
+}

@@ -1,0 +1,14 @@
+// Names of controls for screen readers, where neither a text nor a label says what a control is.
+//
+// They are given by dynamic annotation, which asks for no code in a control. That loads the system's library for it, so
+// it waits until somebody asks for the dialog: a screen reader does before it says anything.
+#pragma once
+
+#include <windows.h>
+
+#include <span>
+
+#include "window/controltexts.h"
+
+// Names the controls of a dialog, and what they hold. Where the system cannot, nothing is named.
+void NameControls(HWND dialog, std::span<const ControlText> texts);
