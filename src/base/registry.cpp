@@ -1,8 +1,20 @@
 #include "base/registry.h"
 
+#include <atomic>
+
 #include "base/handle.h"
 
 namespace {
+
+// Once in a run is enough for the user to know.
+enum class Failure { None, Met, Told };
+std::atomic<Failure> failure = Failure::None;
+
+bool Noted(bool isWritten) {
+  Failure none = Failure::None;
+  if (!isWritten) failure.compare_exchange_strong(none, Failure::Met);
+  return isWritten;
+}
 
 constexpr wchar_t kSettingsKey[] = L"Software\\UTAU Plugin\\Marlit";
 
@@ -54,9 +66,13 @@ bool RegReadBinary(const wchar_t* name, void* buffer, std::size_t size) {
 
 bool RegWriteBinary(const wchar_t* name, const void* buffer, std::size_t size) {
   const RegistryKey key = OpenForWriting(kSettingsKey);
-  if (!key) return false;
-  return RegSetValueExW(key.get(), name, 0, REG_BINARY, static_cast<const BYTE*>(buffer), static_cast<DWORD>(size)) ==
-         ERROR_SUCCESS;
+  const auto* const bytes = static_cast<const BYTE*>(buffer);
+  return Noted(key && RegSetValueExW(key.get(), name, 0, REG_BINARY, bytes, static_cast<DWORD>(size)) == ERROR_SUCCESS);
+}
+
+bool TakeSettingsFailure() {
+  Failure met = Failure::Met;
+  return failure.compare_exchange_strong(met, Failure::Told);
 }
 
 bool RegReadFlag(const wchar_t* name, bool fallback) {
@@ -93,12 +109,12 @@ void LoadHistory(const wchar_t* keyName, std::list<std::wstring>& list) {
 void SaveHistory(const wchar_t* keyName, const std::list<std::wstring>& list) {
   RegDeleteKeyW(HKEY_CURRENT_USER, keyName);
   const RegistryKey key = OpenForWriting(keyName);
-  if (!key) return;
+  if (!Noted(!!key)) return;
   int number = 1;
   for (const std::wstring& text : list) {
     const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
     const auto* const bytes = reinterpret_cast<const BYTE*>(text.c_str());
-    if (RegSetValueExW(key.get(), HistoryName(number).c_str(), 0, REG_SZ, bytes, size) != ERROR_SUCCESS) return;
+    if (!Noted(RegSetValueExW(key.get(), HistoryName(number).c_str(), 0, REG_SZ, bytes, size) == ERROR_SUCCESS)) return;
     ++number;
   }
 }

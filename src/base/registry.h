@@ -1,7 +1,7 @@
 // The program's settings in the registry of the current user.
 //
 // Every value is REG_BINARY of an exact size: one of another size or type counts as absent. A value opens and closes
-// its key by itself. What cannot be written is skipped in silence.
+// its key by itself. What cannot be written is skipped, and whoever has a window may ask whether that has happened.
 #pragma once
 
 #include <windows.h>
@@ -31,6 +31,9 @@ void RegWriteFlag(const wchar_t* name, bool flag);
 // The placement of a window. A window that was closed minimised comes back visible.
 bool RestoreWindowPlacement(HWND window, const wchar_t* name);
 void SaveWindowPlacement(HWND window, const wchar_t* name);
+
+// Whether something could not be written; true once in a run.
+bool TakeSettingsFailure();
 
 // A list of texts as History1, History2 and so on under a key of its own. A gap ends it; saving replaces the whole key.
 void LoadHistory(const wchar_t* key, std::list<std::wstring>& list);

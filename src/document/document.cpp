@@ -89,8 +89,8 @@ EntryFacts Document::Facts(int index) const {
   const std::lock_guard locked(mutex_);
   const SyllableEntry* const entry = At(index);
   if (!entry) return {};
-  return {entry->Path,   entry->FrameEstimate, entry->HasMap,
-          entry->Edited, entry->Map.HasMarks,  entry->Map.Loaded};
+  return {entry->Path,         entry->FrameEstimate, entry->HasMap,    entry->Edited,
+          entry->Map.HasMarks, entry->Map.Loaded,    entry->Unreadable};
 }
 
 MapPair Document::Maps(int index) const {
@@ -137,6 +137,7 @@ void Document::SetHasMap(int index, bool hasMap, std::uint32_t frameEstimate) {
     if (journal_) journal_->OnRead(index, *entry);
     facts |= EntryChange::Replaced | EntryChange::Saved | EntryChange::Marks;
     if (SetEditedMark(index, false)) facts |= EntryChange::Edited;
+    SetUnreadable(index, false);
   }
   Tell({.Index = index, .Facts = facts});
 }
@@ -149,6 +150,11 @@ bool Document::SetEditedMark(int index, bool edited) {
   editedCount_ += edited ? 1 : -1;
   if (journal_) journal_->OnEdited(index, edited);
   return true;
+}
+
+void Document::SetUnreadable(int index, bool unreadable) {
+  SyllableEntry& entry = *At(index);
+  if (std::exchange(entry.Unreadable, unreadable) != unreadable) Tell({.Index = index, .Facts = EntryChange::Readable});
 }
 
 void Document::SetEdited(int index, bool edited, bool oneOfMany) {

@@ -36,6 +36,7 @@ struct EntryFacts {
   bool Edited = false;
   bool Marked = false;
   bool Loaded = false;
+  bool Unreadable = false;  // there is a map, and it could not be read when it was tried last
 };
 
 // What commands hang on.
@@ -164,6 +165,7 @@ class Document {
   SyllableEntry* At(int index) const;
   void Tell(EntryChange change);
   bool SetEditedMark(int index, bool edited);
+  void SetUnreadable(int index, bool unreadable);
   int LoadPair(int index, OnFailure onFailure);
   void TellRead(int index, bool isClean);
   void CloseStroke();

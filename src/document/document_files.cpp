@@ -36,6 +36,7 @@ int Document::LoadPair(int index, OnFailure onFailure) {
   SyllableEntry& entry = *At(index);
   const int result = ReadPair(files_, entry, onFailure);
   if (journal_) journal_->OnRead(index, entry);
+  SetUnreadable(index, result != 0 && entry.HasMap);
   return result;
 }
 
@@ -67,6 +68,7 @@ void Document::Adopt(int index, std::wstring_view path, FrqMap& map, std::uint64
     entry->Map.Clear();
   }
   if (journal_) journal_->OnRead(index, *entry);
+  SetUnreadable(index, false);
 }
 
 bool Document::CopyMap(int index, FrqMap& target) const {
@@ -139,6 +141,7 @@ int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error, Outside
     return -1;
   }
   entry->File.OnSaved(files_, entry->Path, entry->Map);
+  SetUnreadable(index, false);
   ++savedCount_;
   if (journal_) journal_->OnSaved(index, *entry, true);
   const bool changed = SetEditedMark(index, false);

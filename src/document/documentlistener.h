@@ -11,14 +11,15 @@
 
 struct EntryChange {
   enum Fact : unsigned {
-    Replaced = 1,  // the map is another one, or none
-    Frames = 2,    // frames were set
-    Key = 4,       // the average was set
-    Marks = 8,     // the marks of the check, of which the list tells
-    Edited = 16,   // the entry is edited now, or no longer
-    HasMap = 32,   // there is a map now, or no longer
-    Saved = 64,    // SavedMap is another one
-    Touched = 128  // edited, saved or read again, whether or not anything differs
+    Replaced = 1,    // the map is another one, or none
+    Frames = 2,      // frames were set
+    Key = 4,         // the average was set
+    Marks = 8,       // the marks of the check, of which the list tells
+    Edited = 16,     // the entry is edited now, or no longer
+    HasMap = 32,     // there is a map now, or no longer
+    Saved = 64,      // SavedMap is another one
+    Touched = 128,   // edited, saved or read again, whether or not anything differs
+    Readable = 256  // its map turned out to be none that can be read, or to be one after all
   };
 
   int Index = -1;

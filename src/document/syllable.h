@@ -14,6 +14,7 @@ struct SyllableEntry {
   FrqMap SavedMap;                  // Map as it was last loaded or saved; its only source is Map.CopyTo
   std::uint32_t FrameEstimate = 0;  // frames of the map, known without loading it; 0 without a map
   bool HasMap = false;              // a map of the working kind exists for the wave
+  bool Unreadable = false;          // there is one, and it could not be read when somebody tried last
   bool Edited = false;              // Map has changes that no file holds; Map.Modified does not count for this
   KnownFile File;                   // of the map
 };

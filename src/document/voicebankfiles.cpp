@@ -9,6 +9,7 @@
 #include "base/wordhash.h"
 #include "frqmap/mapfiles.h"
 #include "frqmap/mrqmap.h"
+#include "frqmap/vslib.h"
 
 namespace {
 
@@ -93,4 +94,15 @@ bool VoicebankFiles::Delete(const std::wstring& wavePath) {
 
 void VoicebankFiles::DeleteAnalysis(const std::wstring& wavePath) {
   Disk().Delete(LlsmPathFromWave(wavePath));
+}
+
+// A file with which nothing is wrong has met what cannot be seen in it: a name that the library does not get, or the
+// library's own opinion of the project.
+MapFault VoicebankFiles::FaultOf(const std::wstring& wavePath) const {
+  const FrqType kind = Kind;
+  const std::wstring mapPath = MapPathFromWaveW(wavePath, kind);
+  const MapFault fault = FindMapFault(Disk(), mapPath, kind);
+  if (fault.Why != MapFault::None || kind == FrqTypeMrq) return fault;
+  if (kind == FrqTypeVs4ufrq && VsHelper::Shared().Load() != 0) return {MapFault::NoLibrary};
+  return {NarrowPath(mapPath) ? MapFault::Foreign : MapFault::NoNarrowPath};
 }

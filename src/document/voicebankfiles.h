@@ -8,6 +8,7 @@
 
 #include "base/filesystem.h"
 #include "document/documentfiles.h"
+#include "frqmap/mapfault.h"
 #include "frqmap/mrqstore.h"
 
 class VoicebankFiles : public DocumentFiles {
@@ -23,6 +24,9 @@ class VoicebankFiles : public DocumentFiles {
   std::uint64_t Stamp(const std::wstring& wavePath) override;
   bool Delete(const std::wstring& wavePath) override;
   void DeleteAnalysis(const std::wstring& wavePath) override;
+
+  // Why the map of a wave cannot be read, by a look at its file now.
+  MapFault FaultOf(const std::wstring& wavePath) const;
 
  private:
   void EnterFolder(const std::wstring& wavePath);

@@ -181,6 +181,13 @@ bool Recovery::Keep(const std::wstring& mapPath, ByteSpan bytes) {
   } catch (const std::exception&) {
     // Memory is as full as a disk may be.
   }
+  Failure none = Failure::None;
+  if (mark_ && !isKept) failure_.compare_exchange_strong(none, Failure::Met);
   files_.SetLastError(error);
   return isKept;
+}
+
+bool Recovery::TakeKeepFailure() {
+  Failure met = Failure::Met;
+  return failure_.compare_exchange_strong(met, Failure::Told);
 }

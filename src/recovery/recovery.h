@@ -44,6 +44,8 @@ class Recovery : public FileGuard {
   // has edited and saved before a job by mistake is worth more than what there was at the start of the run.
   void SetReason(KeptBecause because);
   KeptFiles& Kept() { return kept_; }
+  // Whether a map had no room here. True once in a run.
+  bool TakeKeepFailure();
 
   void Begin(const FileChange& change) override;
   void End() override;
@@ -71,6 +73,8 @@ class Recovery : public FileGuard {
   const Run own_;
   std::unique_ptr<FileStream> mark_;  // none: this run keeps nothing
   std::vector<Run> dead_;             // with a journal
+  enum class Failure { None, Met, Told };
+  std::atomic<Failure> failure_ = Failure::None;
   std::atomic<KeptBecause> because_ = KeptBecause::Saved;
   KeptFiles kept_;
   WriteLog writes_;

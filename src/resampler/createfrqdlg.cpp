@@ -21,6 +21,11 @@ namespace {
 
 constexpr DWORD kFullBarMs = 500;  // that long the full bar can be seen
 
+// A worker goes with what would meet the next item as well. A resampler that says that it failed may do better there.
+bool EndsWorker(ItemEnd end) {
+  return end != ItemEnd::Made && end != ItemEnd::EndedBadly;
+}
+
 int ProcessorCount() {
   SYSTEM_INFO info;
   GetSystemInfo(&info);
@@ -57,6 +62,7 @@ int CCreateFrqDlg::BuildWorkList() {
   } else {
     AddFromList();
   }
+  Results.assign(WorkList.size(), {});
   return static_cast<int>(WorkList.size());
 }
 
@@ -69,14 +75,14 @@ void CCreateFrqDlg::AddFromList() {
     // Each folder is read once, when its first syllable comes by.
     const std::wstring folder = FolderOf(wave);
     if (FrqType == FrqTypeMrq && !Store.HasFolder(folder)) Store.LoadFolder(folder);
-    if (IsWanted(Mode, Mode != CreateMode::All && HasMap(wave, listed))) WorkList.push_back({wave, index});
+    if (IsWanted(Mode, Mode != CreateMode::All && HasMap(wave, FrqType, listed))) WorkList.push_back({wave, index});
   }
 }
 
 // As MapFileExists, without a call of the file system for each wave.
-bool CCreateFrqDlg::HasMap(const std::wstring& wave, ListedFolders& listed) {
-  const std::wstring map = MapPathFromWaveW(wave, FrqType);
-  return FrqType == FrqTypeMrq ? MrqExists(map, Store) : listed.SizeOf(map).has_value();
+bool CCreateFrqDlg::HasMap(const std::wstring& wave, ::FrqType kind, ListedFolders& listed) const {
+  const std::wstring map = MapPathFromWaveW(wave, kind);
+  return kind == FrqTypeMrq ? MrqExists(map, Store) : listed.SizeOf(map).has_value();
 }
 
 // With a count of 0 no worker starts, and so none ever reports: the dialog stays, and even Abort cannot end it. Users
@@ -119,13 +125,25 @@ void CCreateFrqDlg::OnStarted(std::size_t index) {
 // The message is not what counts, as any program may send it.
 void CCreateFrqDlg::OnWorkerDone() {
   if (!Workers || LeavingCount < WorkerCount) return;
-  Store.CompactFiles();
+  Compact = Store.CompactFiles();
+  LookForMaps();
   if (!Aborting) SendDlgItemMessageW(Hwnd, IDC_CREATEFRQ_PROGRESS, PBM_SETPOS, WorkList.size(), 0);
   RedrawWindow(Hwnd, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
   Sleep(kFullBarMs);
   Workers.reset();
   WorkerCount = 0;
   PostMessageW(Hwnd, WM_COMMAND, IDCANCEL, 0);
+}
+
+// A run that went well says nothing about the map.
+void CCreateFrqDlg::LookForMaps() {
+  const ::FrqType made = IsConversion(Mode) ? TargetType : FrqType;
+  if (made == FrqTypeMrq && !IsConversion(Mode)) Store.Reload();
+  ListedFolders listed;
+  for (std::size_t i = 0; i < WorkList.size(); ++i) {
+    if (Results[i].End != ItemEnd::Made || HasMap(WorkList[i].wavePath, made, listed)) continue;
+    Results[i].End = IsConversion(Mode) ? ItemEnd::NotConverted : ItemEnd::NothingMade;
+  }
 }
 
 void CCreateFrqDlg::OnCancel() {
@@ -168,31 +186,33 @@ void CCreateFrqDlg::WorkThrough() {
     if (index >= static_cast<int>(WorkList.size())) return;
     const WorkItem& item = WorkList[static_cast<std::size_t>(index)];
     PostMessageW(Hwnd, WM_CREATEFRQ_STARTED, static_cast<WPARAM>(index), 0);
-    const MapWork work = Work(item);
-    if (work == MapWork::Failed) return;
-    if (work == MapWork::Refused) continue;
+    ItemResult& result = Results[static_cast<std::size_t>(index)];
+    result.End = ItemEnd::NothingMade;  // if memory gives out
+    result = Work(item);
+    if (result.End == ItemEnd::Refused) continue;
+    if (EndsWorker(result.End)) return;
     if (MakesListedKind) list.SetEdited(item.listIndex, false);
     list.SetFailed(item.listIndex, false);
   }
 }
 
-MapWork CCreateFrqDlg::Work(const WorkItem& item) {
+ItemResult CCreateFrqDlg::Work(const WorkItem& item) {
   return IsConversion(Mode) ? Convert(item.wavePath) : Create(item.wavePath);
 }
 
 // The target goes first: a conversion that fails leaves the wave without one, and without what a full disk took of it.
 // One that could not be kept is all that there is of that map, and is written over, which puts it back if it fails.
-MapWork CCreateFrqDlg::Convert(const std::wstring& wave) {
-  if (!CanConvertMap(wave, FrqType, TargetType)) return MapWork::Refused;
+ItemResult CCreateFrqDlg::Convert(const std::wstring& wave) {
+  if (!CanConvertMap(wave, FrqType, TargetType)) return {ItemEnd::Refused};
   const std::wstring target = MapPathFromWaveW(wave, TargetType);
   const bool goesFirst = KeepMapFile(target, &Store);
   if (goesFirst) DeleteMapFile(target, &Store, false);
-  if (ConvertMap(wave, FrqType, TargetType, &Store) == 0) return MapWork::Done;
+  if (ConvertMap(wave, FrqType, TargetType, &Store) == 0) return {ItemEnd::Made};
   if (goesFirst) DeleteMapFile(target, &Store, false);
-  return MapWork::Failed;
+  return {ItemEnd::NotConverted};
 }
 
-MapWork CCreateFrqDlg::Create(const std::wstring& wave) {
+ItemResult CCreateFrqDlg::Create(const std::wstring& wave) {
   const MapOrder order = {Hwnd, ResamplerPath, FrqType, {Vs4uOffset, Vs4uRange}, Vs4uUseFrq, !InitBoth};
   return MakeMap(order, wave, Store);
 }

@@ -2,13 +2,14 @@
 //
 // It runs modally on the editor's thread and starts a fixed number of workers, which draw items from one list through
 // one counter; a worker makes its map by a run of the resampler, or by conversion, and then has the list forget what it
-// held of the syllable. No error of an item is shown anywhere: users see which syllables have no map afterwards. The
+// held of the syllable. No error of an item is shown here: what became of each is summed up when the job has ended. The
 // user can abort, which lets the runs that are under way come to their end: a resampler is never killed.
 //
 // What the workers share: the list of items and the settings of the job, which are fixed before the first worker starts
 // and stay until the last has gone; NextIndex and LeavingCount, which nothing but an atomic increment touches;
 // Aborting, an atomic flag (a worker that sees it late takes one item more, which is harmless); the store, which has
-// locks of its own. All else belongs to the dialog's thread, and the workers reach it by posted messages alone.
+// locks of its own; and the results, each of which is the worker's that has drawn its item. All else belongs to the
+// dialog's thread, and the workers reach it by posted messages alone.
 #pragma once
 
 #include <windows.h>
@@ -21,6 +22,7 @@
 #include "base/handle.h"
 #include "frqmap/mrqstore.h"
 #include "resampler/createjob.h"
+#include "resampler/jobsum.h"
 #include "resampler/mapmaking.h"
 #include "resources/ids.h"
 #include "window/templatedialog.h"
@@ -63,28 +65,34 @@ class CCreateFrqDlg : public CTemplateDlg<CCreateFrqDlg, IDD_CREATEFRQ> {
   // When the job has ended: the syllables whose maps it has begun to make, as the list numbers them. A map whose making
   // failed has gone, and nobody was told.
   std::vector<int> BegunSyllables() const;
+  // Likewise: what became of the items, and whether the file that holds the maps of a folder could be tidied up.
+  JobSum Sum() const { return SumOf(WorkList, Results); }
+  bool IsCompact() const { return Compact; }
 
  private:
   // The number of items.
   int BuildWorkList();
   void AddFromList();
-  bool HasMap(const std::wstring& wave, class ListedFolders& listed);
+  bool HasMap(const std::wstring& wave, ::FrqType kind, class ListedFolders& listed) const;
   void StartWorkers();
   void OnStarted(std::size_t index);
   void OnWorkerDone();
+  void LookForMaps();
 
   // On a worker's thread.
   static unsigned WINAPI WorkerProc(void* self);
   void WorkThrough();
-  MapWork Work(const WorkItem& item);
-  MapWork Create(const std::wstring& wave);
-  MapWork Convert(const std::wstring& wave);
+  ItemResult Work(const WorkItem& item);
+  ItemResult Create(const std::wstring& wave);
+  ItemResult Convert(const std::wstring& wave);
 
   std::unique_ptr<ThreadHandle[]> Workers;  // null: no worker can be running
   std::atomic<int> LeavingCount = 0;        // workers that have nothing left to do
   std::atomic<bool> Aborting = false;       // set by the user, read by the workers
   std::vector<WorkItem> WorkList;
+  std::vector<ItemResult> Results;  // of these
   std::atomic<int> NextIndex = -1;  // the item drawn last
+  bool Compact = true;
   int StartedCount = 0;             // items that the user has been told of
   MrqStore Store;                   // the dialog's own, not the list's
 };

@@ -54,14 +54,16 @@ bool IsMade(const std::wstring& wave, const std::wstring& map, MrqStore& store) 
   return MapFileExists(map, &store);
 }
 
-// The result of the run. What one that ended with a negative code has left goes again; any other code is a success:
-// resamplers give all sorts of them.
-int Run(const MapOrder& order, const std::wstring& wave, const std::wstring& map, MrqStore& store) {
+// What a resampler that ended with a negative code has left goes again; any other code is a success: resamplers give all
+// sorts of them.
+ItemResult Run(const MapOrder& order, const std::wstring& wave, const std::wstring& map, MrqStore& store) {
   LONG exitCode = 0;
   const int result =
       RunResamplerCreateMap(order.Owner, order.Resampler, wave, order.Vs4uRange, order.Vs4uUseFrq, &exitCode);
   if (exitCode < 0) DeleteMapFile(map, &store, order.KeepsEntry);
-  return result;
+  if (result != 0) return {order.Kind == FrqTypeVs4ufrq ? ItemEnd::LibraryRefused : ItemEnd::NotStarted, result};
+  if (exitCode < 0) return {ItemEnd::EndedBadly, exitCode};
+  return {ItemEnd::Made};
 }
 
 bool MakeByCopy(const MapOrder& order, const std::wstring& wave, MrqStore& store) {
@@ -73,24 +75,24 @@ bool MakeByCopy(const MapOrder& order, const std::wstring& wave, MrqStore& store
   return exitCode >= 0 && copy.BringMapBack(order.Kind, store);
 }
 
-MapWork MakeUncertainly(const MapOrder& order, const std::wstring& wave, const std::wstring& map, MrqStore& store) {
+ItemResult MakeUncertainly(const MapOrder& order, const std::wstring& wave, const std::wstring& map, MrqStore& store) {
   const HeldMap held(map, store);
   DeleteMapFile(map, &store, order.KeepsEntry);
-  const int result = IsTakenForAnother(wave) ? 0 : Run(order, wave, map, store);
-  if (IsMade(wave, map, store)) return MapWork::Done;
-  if (order.Kind != FrqTypeVs4ufrq && MakeByCopy(order, wave, store)) return MapWork::Done;
+  const ItemResult result = IsTakenForAnother(wave) ? ItemResult{ItemEnd::Made} : Run(order, wave, map, store);
+  if (IsMade(wave, map, store)) return {ItemEnd::Made};
+  if (order.Kind != FrqTypeVs4ufrq && MakeByCopy(order, wave, store)) return {ItemEnd::Made};
   held.PutBack(store);
-  return result == 0 ? MapWork::Done : MapWork::Failed;
+  return result;
 }
 
 }  // namespace
 
 // Nobody knows what a resampler does to a map: one that could not be kept stays.
-MapWork MakeMap(const MapOrder& order, const std::wstring& wave, MrqStore& store) {
-  if (order.Kind == FrqTypeVs4ufrq && !CanLibraryOpen(wave)) return MapWork::Refused;
+ItemResult MakeMap(const MapOrder& order, const std::wstring& wave, MrqStore& store) {
+  if (order.Kind == FrqTypeVs4ufrq && !CanLibraryOpen(wave)) return {ItemEnd::Refused};
   const std::wstring map = MapPathFromWaveW(wave, order.Kind);
-  if (!KeepMapFile(map, &store)) return MapWork::Failed;
+  if (!KeepMapFile(map, &store)) return {ItemEnd::NotKept};
   if (!IsNarrow(wave)) return MakeUncertainly(order, wave, map, store);
   DeleteMapFile(map, &store, order.KeepsEntry);
-  return Run(order, wave, map, store) == 0 ? MapWork::Done : MapWork::Failed;
+  return Run(order, wave, map, store);
 }

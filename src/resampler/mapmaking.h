@@ -11,6 +11,7 @@
 
 #include "frqmap/frqtype.h"
 #include "frqmap/mrqstore.h"
+#include "resampler/jobsum.h"
 #include "resampler/noterange.h"
 
 struct MapOrder {
@@ -22,10 +23,5 @@ struct MapOrder {
   bool KeepsEntry = false;  // of desc.mrq: the resampler's analysis alone is renewed
 };
 
-enum class MapWork {
-  Done,     // whether there is a map now, the files show
-  Refused,  // the map is as it was: what would replace it cannot be made
-  Failed,
-};
-
-MapWork MakeMap(const MapOrder& order, const std::wstring& wave, MrqStore& store);
+// Made, whether or not there is a map now: the files show that.
+ItemResult MakeMap(const MapOrder& order, const std::wstring& wave, MrqStore& store);

@@ -50,6 +50,7 @@ struct CPreview::Shared {
   PreviewInput Input;
   std::atomic<bool> StopAsked = false;
   std::atomic<bool> Ended = true;
+  PreviewEnd End = PreviewEnd::Well;  // the thread's until it has ended
 
   // The last render: the thread's alone.
   FrqMap LastMap;
@@ -93,6 +94,7 @@ bool CPreview::Shared::PutMapBeside(const std::wstring& wave) {
 // The output of the last render goes before anything asks for it, so that every press renders anew: resamplers have
 // settings of their own, of which nothing is known here. Only the folder is kept where the input is the same.
 int CPreview::Shared::RenderAndPlay() {
+  End = PreviewEnd::NotPrepared;
   if (HasChanged()) TempFolder::Empty(Folder);
   // Texts of voicebanks part their folders by "/" too.
   const std::wstring wave = PathIn(Folder, PathFindFileNameW(Input.WavePath.c_str()));
@@ -108,6 +110,7 @@ int CPreview::Shared::RenderAndPlay() {
     return -1;
   }
   RememberInput();
+  End = PreviewEnd::NotStarted;
   std::wstring commandLine;
   if (Input.Settings.Direct) {
     CopyFilePlainly(wave, output);
@@ -115,12 +118,15 @@ int CPreview::Shared::RenderAndPlay() {
     return -1;
   }
   if (!FileExists(output) && !IsNarrow(wave)) RenderUnderPlainName(commandLine);
-  if (!FileExists(output)) {
+  End = FileExists(output) ? PreviewEnd::NotPlayed : PreviewEnd::Silent;
+  if (End == PreviewEnd::Silent) {
     Log(L"fail to render\n\n\"" + Input.ResamplerPath + L"\" " + commandLine + L"\n\noriginal wav is " +
         Input.WavePath);
     return -1;
   }
-  return Play(output);
+  const int result = Play(output);
+  if (result == 0) End = PreviewEnd::Well;
+  return result;
 }
 
 int CPreview::Shared::Render(const std::wstring& wave, const std::wstring& output, std::wstring& commandLine) {
@@ -219,6 +225,10 @@ void CPreview::Stop() {
 
 bool CPreview::HasEnded() const {
   return State->Ended;
+}
+
+PreviewEnd CPreview::End() const {
+  return State->End;
 }
 
 void CPreview::Finish() {

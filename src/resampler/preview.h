@@ -19,8 +19,17 @@
 #include "frqmap/mrqfile.h"
 #include "resampler/commandline.h"
 
-// What went wrong, and what went well, in the last preview. No window shows it: a preview that fails just ends.
+// What went wrong, and what went well, in the last preview, with paths and the command line. No window shows it.
 extern std::wstring PreviewLogText;
+
+// What of it the user is told.
+enum class PreviewEnd {
+  Well,         // or stopped
+  NotPrepared,  // the wave or its map could not be put into the folder
+  NotStarted,   // the resampler could not be started
+  Silent,       // it ran and rendered nothing
+  NotPlayed,    // the system does not play it
+};
 
 struct PreviewInput {
   std::wstring WavePath;
@@ -54,6 +63,8 @@ class CPreview {
   void Stop();
   // Whether the render that was begun last has come to its end, which it posts then. Any program may post that too.
   bool HasEnded() const;
+  // How it came to its end.
+  PreviewEnd End() const;
   // The end has come.
   void Finish();
   // Stops, and waits some ten seconds at most.

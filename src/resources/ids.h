@@ -70,6 +70,27 @@
 #define IDS_RECOVER_DONE 483
 #define IDS_ANDMORE 484
 #define IDS_COMPACTFAILED 485
+#define IDS_JOB_BECAUSE_FIRST 490  // in the order of ItemEnd, from NotKept on
+#define IDS_JOB_DONE 500
+#define IDS_JOB_FAILED 501
+#define IDS_JOB_NOTREACHED 502
+#define IDS_NOTHINGTODO 503
+#define IDS_NORESAMPLER 510
+#define IDS_RESAMPLERGONE 511
+#define IDS_FAULT_FIRST 512  // in the order of MapFault::Reason, from Refused on
+#define IDS_CHECK_NOTHING 517
+#define IDS_CHECK_SKIPPED 518
+#define IDS_CHECK_NOENTRY 519
+#define IDS_NOWAVES 520
+#define IDS_DOUBLECLICK 521
+#define IDS_SELECTFRAMES 522
+#define IDS_OPTION_EMPTY 523
+#define IDS_CONVERT_SAMEKIND 524
+#define IDS_BUNDLED 525
+#define IDS_NOMOREMARKS 526
+#define IDS_SETTINGSNOTKEPT 527
+#define IDS_MAPSNOTKEPT 528
+#define IDS_NOTPLAYED 529
 
 // Tips of controls, and their names for screen readers (tips.rc); what the table tells of a place (READ).
 #define IDS_TIP_FRAMES 530

@@ -97,10 +97,11 @@ TEST_F(DocumentTest, AFileThatFailsOrThrowsLeavesTheTruthInMemory) {
       const EntryFacts facts = document_.Facts(0);
       EXPECT_EQ(std::tuple(Map(0).Loaded, Map(0).Frames.size(), Saved(0).Loaded, facts.Edited, facts.HasMap),
                 std::tuple(loaded, loaded ? 10u : 0u, saved, edited, true));
+      EXPECT_EQ(facts.Unreadable, !loaded) << "its row in the list";
       EXPECT_EQ(Others(), others);
       ExpectCounts(document_);
       // The next attempt meets no fault and costs no other entry its steps.
-      EXPECT_EQ(loaded ? 0 : document_.Reload(0, kKeep, true), 0);
+      EXPECT_TRUE(loaded || (document_.Reload(0, kKeep, true) == 0 && !document_.Facts(0).Unreadable));
       EXPECT_EQ(UndoAll(), undo);
       EXPECT_EQ(Hz(1), 202.0);
       EXPECT_EQ(document_.State().Edited, 0);

@@ -174,6 +174,17 @@ TEST(Recovery, KeepsNoMoreThanItsLimitAndNothingOnAFullDisk) {
   EXPECT_EQ(*kept.Read(kept.List().front()), Filled(10, 5));
 }
 
+TEST(Recovery, SaysOnceThatAMapHadNoRoom) {
+  FaultDisk disk;
+  Program run(disk, 1);
+  EXPECT_TRUE(run.Keep(kMap, Filled(30, 1)) && !run.TakeKeepFailure());
+  for (const bool isFirst : {true, false}) {
+    disk.Plan(1, Fault::FailsOn);
+    EXPECT_FALSE(run.Keep(L"C:\\bank\\b", Filled(30, 2)));
+    EXPECT_EQ(run.TakeKeepFailure(), isFirst);
+  }
+}
+
 TEST(Recovery, TheJournalOfARunThatDiedWaitsForTheNextAndThatOfALivingOneIsItsOwn) {
   FaultDisk disk;
   std::wstring journal;
