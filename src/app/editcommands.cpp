@@ -3,10 +3,13 @@
 #include <mutex>
 
 #include "app/discardquestion.h"
+#include "app/words.h"
 #include "base/path.h"
+#include "base/registry.h"
 #include "base/text.h"
 #include "dialogs/mapchangeddlg.h"
 #include "resources/ids.h"
+#include "window/balloon.h"
 #include "window/disabledwindow.h"
 #include "window/messagebox.h"
 
@@ -52,7 +55,10 @@ void EditCommands::SaveAsking(const FileListSender& list, int index) {
       break;
     }
   }
-  if (record.Changed < 0 || !syllables_.Facts(map_.Index()).Edited) FinishSave(record.Error);
+  const bool isLeftEdited = index < 0 ? syllables_.State().Edited > 0 : syllables_.Facts(index).Edited;
+  if (record.Changed < 0 || !syllables_.Facts(map_.Index()).Edited) {
+    FinishSave(record.Error, isLeftEdited && record.Changed < 0);
+  }
 }
 
 void EditCommands::ReloadFile(const FileListSender& list, int index) {
@@ -62,11 +68,20 @@ void EditCommands::ReloadFile(const FileListSender& list, int index) {
 
 // The saved copy follows the map even where the save failed: the second curve then shows what did not reach the file.
 // Users know that curve as the state of the last attempt. After Save All it is renewed for the current syllable alone.
-void EditCommands::FinishSave(DWORD error) {
+// A map without frames has nothing to save, which is no error of the system's and gets no box.
+void EditCommands::FinishSave(DWORD error, bool isLeftEdited) {
   const FrqMap* const saved = map_.Map();
   if (error != 0) ShowMessage(editor_, LoadResString(IDS_SAVEFAILED) + SystemErrorText(error), MB_ICONERROR);
+  if (error == 0 && isLeftEdited) Tell(LoadResString(IDS_NAME), LoadResString(IDS_NOTHINGTODO));
   // While the box stood, the user may have chosen another row, whose saved copy is none of this save's business.
   if (map_ && map_.Map() == saved) syllables_.RenewSaved(map_.Index());
+}
+
+void EditCommands::PressReload(const FileListSender& list) {
+  if (!syllables_.State().CurrentEdited) {
+    Balloon::Show(GetDlgItem(editor_, IDC_EDITOR_RELOAD), LoadResString(IDS_NOTHINGTODO));
+  }
+  ReloadIfEdited(list);
 }
 
 void EditCommands::ReloadIfEdited(const FileListSender& list) {
@@ -86,16 +101,26 @@ void EditCommands::ReloadAll(const FileListSender& list) {
 // A map that cannot be deleted keeps its place and its edits.
 void EditCommands::RemoveAll(const FileListSender& list) {
   if (ShowMessage(editor_, LoadResString(IDS_ASKREMOVEALL), MB_YESNO) != IDYES) return;
+  int removed = 0;
+  std::vector<std::wstring> left;
   {
     const KeptBecauseScope because(bank_.Run.Safety, KeptBecause::Removed);
     const std::lock_guard many(syllables_);
-    for (int index = 0; index < syllables_.State().Entries; ++index) syllables_.Remove(index);
+    for (int index = 0; index < syllables_.State().Entries; ++index) {
+      const EntryFacts facts = syllables_.Facts(index);
+      if (syllables_.Remove(index)) {
+        ++removed;
+      } else if (facts.HasMap) {
+        left.push_back(facts.Path);
+      }
+    }
   }
-  if (settings_.FrqType == FrqTypeMrq) CompactFiles();
+  const bool isCompact = settings_.FrqType != FrqTypeMrq || bank_.Files.Store.CompactFiles();
   frames_.Table().SetMaps(map_.Saved(), map_.Map());
   frames_.ShowFrames();
   list.PostRefreshThumbnail();
   list.ShowModifyBar(false, false);
+  TellSum(ID_EDIT_REMOVEALL, TextOfCounts(removed, left), isCompact);
 }
 
 // The syllable that the step concerns comes first, so that what changes is seen. Not while a dialog of ours stands in
@@ -123,10 +148,20 @@ void EditCommands::TellIfNothing(bool redo) {
   Tell(LoadResString(IDS_NAME), LoadResString(redo ? IDS_NOTHINGTOREDO : IDS_NOTHINGTOUNDO));
 }
 
-void EditCommands::CompactFiles() {
-  if (!bank_.Files.Store.CompactFiles()) Tell(LoadResString(IDS_NAME), LoadResString(IDS_COMPACTFAILED));
+void EditCommands::TellSum(UINT command, std::wstring text, bool isCompact) const {
+  if (!isCompact) text += L" " + LoadResString(IDS_COMPACTFAILED);
+  Tell(CommandName(GetMenu(editor_), command), text);
 }
 
-void EditCommands::Tell(const std::wstring& title, const std::wstring& text) {
-  word_.Show(editor_, GetDlgItem(editor_, IDC_EDITOR_TABLE), title, text);
+void EditCommands::TellIfNotKept() const {
+  if (Balloon::IsShown()) return;
+  if (TakeSettingsFailure()) {
+    Tell(LoadResString(IDS_NAME), LoadResString(IDS_SETTINGSNOTKEPT));
+  } else if (bank_.Run.Safety.TakeKeepFailure()) {
+    Tell(LoadResString(IDS_NAME), LoadResString(IDS_MAPSNOTKEPT));
+  }
+}
+
+void EditCommands::Tell(const std::wstring& title, const std::wstring& text) const {
+  Balloon::Show(GetDlgItem(editor_, IDC_EDITOR_TABLE), text, title);
 }

@@ -12,7 +12,6 @@
 #include "app/messages.h"
 #include "app/shownmap.h"
 #include "app/voicebank.h"
-#include "window/balloon.h"
 
 class EditCommands {
  public:
@@ -21,15 +20,16 @@ class EditCommands {
 
   // The editor's window when it has come; where the words that need no box stand.
   void Attach(HWND editor) { editor_ = editor; }
-  void OnTimer(UINT_PTR timer) { word_.OnTimer(timer); }
-  // The user goes on: a word that still stands goes.
-  void HideWord() { word_.Hide(); }
   // For a key that finds nothing to undo, or to redo. Its menu item is grey, so that no command comes of it.
   void TellIfNothing(bool redo);
   // A word at the table that needs no box.
-  void Tell(const std::wstring& title, const std::wstring& text);
-  // Rebuilds the files of the kind that has one for a folder. Where that fails nothing is lost, and a word says so.
-  void CompactFiles();
+  void Tell(const std::wstring& title, const std::wstring& text) const;
+  // What a command has done to many maps, under its name; `isCompact`: the files that hold the maps of a folder are
+  // tidy. Where they are not, nothing is lost.
+  void TellSum(UINT command, std::wstring text, bool isCompact) const;
+  // What was to be kept and could not be: settings, and maps before they were overwritten. Once a run for each, and
+  // when no other word stands.
+  void TellIfNotKept() const;
 
   // True if nothing is edited or the user lets it go (discardquestion.h).
   bool ConfirmDiscard() const;
@@ -37,7 +37,8 @@ class EditCommands {
   // Both ask before they overwrite what another program has made of a map.
   void Save(const FileListSender& list);
   void SaveAll(const FileListSender& list);
-  // A map without edits is not even read: what changed it from outside does not come in here.
+  // A map without edits is not even read: what changed it from outside does not come in here. The button says so.
+  void PressReload(const FileListSender& list);
   void ReloadIfEdited(const FileListSender& list);
   // The edits of one syllable go without a question.
   void ReloadSyllable(const FileListSender& list);
@@ -50,7 +51,7 @@ class EditCommands {
  private:
   void SaveAsking(const FileListSender& list, int index);
   void ReloadFile(const FileListSender& list, int index);
-  void FinishSave(DWORD error);
+  void FinishSave(DWORD error, bool isLeftEdited);
   void StepBack(const FileListSender& list, bool redo);
 
   Voicebank& bank_;
@@ -59,5 +60,4 @@ class EditCommands {
   FramePane& frames_;
   const EditorSettings& settings_;
   HWND editor_ = nullptr;
-  Balloon word_;
 };

@@ -163,7 +163,6 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     case EDM_REFRESHMAP: OnRefreshMap(lParam != 0); return Answered();
     case EDM_ASKOFLEFTEDITS: OnAskOfLeftEdits(); return Answered();
     case FramePane::kShowKeyMessage: Frames.OnShowKey(); return Answered();
-    case WM_TIMER: Edits.OnTimer(wParam); return Answered();
     case WM_QUERYENDSESSION: SetWindowLongPtrW(Hwnd, DWLP_MSGRESULT, MayEndSession()); return 1;
     case WM_ENDSESSION: OnEndSession(wParam != 0); return Answered();
     default: return CDlgBase::OnDialogMessage(message, wParam, lParam);

@@ -95,7 +95,7 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
 
   // Making maps.
   void OnMakeMaps(UINT id);
-  void RunMapJob(const CreateFrqJob& job);
+  void RunMapJob(UINT command, const CreateFrqJob& job);
   void ReloadEverything(bool evenEdited);
 
   // Folders.

@@ -7,22 +7,24 @@
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
 #include "app/mapjobs.h"
+#include "app/words.h"
+#include "base/text.h"
 #include "resources/ids.h"
 
 void CEditorDlg::OnMakeMaps(UINT id) {
   const std::optional<CreateFrqJob> job = MapJobs(Hwnd, FileList->Hwnd, Settings, Syllables).Ask(id);
   if (!job) return;
-  RunMapJob(*job);
+  RunMapJob(id, *job);
   if (id == ID_EDIT_INITIALIZE || id == ID_EDIT_INITIALIZEALL) {
     ToList().ShowModifyBar(false, job->mode == CreateMode::Current);
   }
 }
 
-// Nothing is done where no syllable is shown. A stroke that is still on ends: its map may be another one soon. Edits
-// stay but where the job has come, and where it failed as well: there the map has gone, as the user was ready to let it
-// go.
-void CEditorDlg::RunMapJob(const CreateFrqJob& job) {
-  if (!Map) return;
+// Where no syllable is shown nothing is done, which is said. A stroke that is still on ends: its map may be another one
+// soon. Edits stay but where the job has come, and where it failed as well: there the map has gone, as the user was
+// ready to let it go.
+void CEditorDlg::RunMapJob(UINT command, const CreateFrqJob& job) {
+  if (!Map) return Edits.TellSum(command, LoadResString(IDS_NOWAVES), true);
   const KeptBecauseScope because(Bank.Run.Safety,
                                  IsConversion(job.mode) ? KeptBecause::Converted : KeptBecause::MadeAnew);
   const bool wasLoaded = Map.IsLoaded();
@@ -30,7 +32,8 @@ void CEditorDlg::RunMapJob(const CreateFrqJob& job) {
   const FileListSender list = ToList();
   Syllables.EndStroke();
   InJob = true;
-  for (const int begun : MapJobs(Hwnd, FileList->Hwnd, Settings, Syllables).Run(job, CurrentPath)) {
+  const JobOutcome outcome = MapJobs(Hwnd, FileList->Hwnd, Settings, Syllables).Run(job, CurrentPath);
+  for (const int begun : outcome.Begun) {
     const int index = begun < 0 ? Map.Index() : begun;
     if (Syllables.Facts(index).Edited) Syllables.ReadAfresh(index, Document::OnFailure::EmptySaved, true);
   }
@@ -44,7 +47,10 @@ void CEditorDlg::RunMapJob(const CreateFrqJob& job) {
   }
   list.PostRefreshThumbnail();
   UpdateState();
-  Edits.CompactFiles();
+  const bool isCompact = Bank.Files.Store.CompactFiles() && outcome.IsCompact;
+  // Of one syllable the curve tells that all went well.
+  if (IsForOne(job.mode) && outcome.Sum.Made == 1 && isCompact) return;
+  Edits.TellSum(command, TextOf(outcome.Sum, Settings.ResamplerInUse()), isCompact);
 }
 
 // Reads all maps from their files again, and has the control forget what it made of the old ones.

@@ -4,6 +4,7 @@
 
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
+#include "base/path.h"
 #include "dialogs/optiondlg.h"
 #include "resampler/resamplerkind.h"
 #include "resources/ids.h"
@@ -28,6 +29,7 @@ void CEditorDlg::OnOption() {
   COptionDlg dialog;
   dialog.ParentWindow = Hwnd;
   dialog.ResamplerPath = Settings.ResamplerPath;
+  if (Settings.ResamplerPath.empty()) dialog.Bundled = FileNameOf(Settings.ResamplerInUse());
   dialog.MaxParallelCount = Settings.MaxParallelCount;
   dialog.AutoDeleteLlsm = Settings.AutoDeleteLlsm;
   if (dialog.Run(false) != IDOK) return;

@@ -156,6 +156,7 @@ LRESULT CEditorDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
   if (code == kFromKey && !IsWindowEnabled(Hwnd)) return 0;
   if (const EditorCommand* const command = FindCommand(Commands(), id)) {
     if (command->handler) command->handler(*this, id);
+    Edits.TellIfNotKept();
   } else if (id >= ID_RECENT_FIRST && id <= ID_RECENT_LAST) {
     OnRecentFolder(id);
   } else if (id >= IDC_EDITOR_TABLE && id <= IDC_EDITOR_DIRECT) {
@@ -168,9 +169,7 @@ LRESULT CEditorDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
 
 // Ctrl+Z belongs to a box that has something of its own to take back, and is not seen by the menu then.
 bool CEditorDlg::TranslateKey(const MSG& message) {
-  const bool isKey = message.message == WM_KEYDOWN;
-  if (isKey || message.message == WM_LBUTTONDOWN || message.message == WM_RBUTTONDOWN) Edits.HideWord();
-  const bool isLetter = isKey && (message.wParam == 'Z' || message.wParam == 'Y');
+  const bool isLetter = message.message == WM_KEYDOWN && (message.wParam == 'Z' || message.wParam == 'Y');
   if (!isLetter || GetKeyState(VK_CONTROL) >= 0 || GetKeyState(VK_MENU) < 0) return false;
   const bool redo = message.wParam == 'Y' || GetKeyState(VK_SHIFT) < 0;
   if (redo || !SendMessageW(message.hwnd, EM_CANUNDO, 0, 0)) {
@@ -186,9 +185,9 @@ bool CEditorDlg::TranslateKey(const MSG& message) {
 // is not here: it works by taking the focus from the key box, and that alone.
 void CEditorDlg::RunControlCommand(UINT id, UINT code, LPARAM detail) {
   if (Frames.OnControl(id, code, detail)) return;
-  if (id == IDC_EDITOR_RELOAD) RunEdit<&EditCommands::ReloadIfEdited>(*this, id);
+  if (id == IDC_EDITOR_RELOAD) RunEdit<&EditCommands::PressReload>(*this, id);
   if (id == IDC_EDITOR_PLAY) {
-    Preview.OnPlayPressed({CurrentPath, Map, Settings.FrqType, Settings.ResamplerPath, Bank.Files.Store});
+    Preview.OnPlayPressed({CurrentPath, Map, Settings.FrqType, Settings.ResamplerInUse(), Bank.Files.Store});
   }
   if (id == IDC_EDITOR_DIRECT) Preview.OnDirectPressed();
 }

@@ -2,10 +2,12 @@
 #include <windows.h>
 
 #include "app/editordlg.h"
+#include "app/words.h"
 #include "base/path.h"
 #include "base/text.h"
 #include "resources/ids.h"
 #include "voicebank/waveheader.h"
+#include "window/balloon.h"
 
 namespace {
 
@@ -44,9 +46,11 @@ void CEditorDlg::OnSetMap(FrqMap* saved, FrqMap* map) {
   Frames.ShowFrames();
   Table().RepaintNow();
   UpdateState();
+  TellIfUnreadable(Item(IDC_EDITOR_TABLE), Bank, Map.Index());
 }
 
 void CEditorDlg::OnSetSyllable(const wchar_t* wavePath) {
+  Balloon::Hide();  // of another syllable
   CurrentPath = wavePath;
   SetDlgItemTextW(Hwnd, IDC_EDITOR_TABLE, FileNameOf(CurrentPath).c_str());
   Table().SetWavePath(CurrentPath.c_str());
@@ -74,6 +78,9 @@ void CEditorDlg::OnChanged(const DocumentChanges& changes) {
   bool stateChanges = changes.History;
   for (const EntryChange& change : changes.Entries) {
     if (change.Index == shown) Frames.Show(change);
+    if (change.Index == shown && (change.Facts & EntryChange::Readable)) {
+      TellIfUnreadable(Item(IDC_EDITOR_TABLE), Bank, shown);
+    }
     stateChanges = stateChanges || (change.Facts & (EntryChange::Edited | EntryChange::HasMap));
   }
   if (stateChanges) UpdateState();

@@ -7,6 +7,7 @@
 #include "base/narrowpath.h"
 #include "base/path.h"
 #include "base/registry.h"
+#include "resampler/bundled.h"
 #include "resampler/resamplerkind.h"
 #include "voicebank/hostfolder.h"
 #include "voicebank/inifile.h"
@@ -115,4 +116,8 @@ void EditorSettings::ChooseResampler(const std::wstring& path) {
 
 void EditorSettings::UpdateKind() {
   FrqType = GetResamplerKind(ResamplerPath);
+}
+
+std::wstring EditorSettings::ResamplerInUse() const {
+  return ResamplerPath.empty() ? BundledResampler() : ResamplerPath;
 }

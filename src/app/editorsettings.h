@@ -27,7 +27,10 @@ class EditorSettings {
   // Has the resampler decide the kind at work.
   void UpdateKind();
 
-  std::wstring ResamplerPath;
+  // The one that comes with the program where nobody has named another one. The kind is the same as without any.
+  std::wstring ResamplerInUse() const;
+
+  std::wstring ResamplerPath;  // as it is named; empty for none
   ::FrqType FrqType = FrqTypeFrq;  // the kind at work
   DWORD MaxParallelCount;          // most creations that run at once
   bool AutoDeleteLlsm = true;      // delete a syllable's .llsm file when its map is saved

@@ -100,6 +100,13 @@ LRESULT CFileListDlg::OnGetMinMaxInfo(MINMAXINFO* info) {
 }
 
 LRESULT CFileListDlg::OnNotify(WPARAM, NMHDR* header) {
+  const auto isUnreadable = [this](int index) { return Syllables.Facts(index).Unreadable; };
+  LRESULT answer = 0;
+  if (header->idFrom == IDC_LIST_FILES && header->code == NM_CUSTOMDRAW) {
+    auto* const drawing = WritableAt<NMLVCUSTOMDRAW>(reinterpret_cast<LPARAM>(header));
+    if (drawing) answer = SyllableRows::Draw(*drawing, isUnreadable);
+  }
+  SetWindowLongPtrW(Hwnd, DWLP_MSGRESULT, answer);
   if (header->idFrom != IDC_LIST_FILES || header->code != LVN_ITEMCHANGED) return 1;
   const auto* const change = ReadableAt<NMLISTVIEW>(reinterpret_cast<LPARAM>(header));
   if (change && (change->uNewState & LVIS_SELECTED)) ShowSyllable(Rows.IndexOf(change->iItem));
@@ -138,8 +145,8 @@ void CFileListDlg::EndList() {
 
 // The road from a click to the editor: both sends come back only when the editor has taken the syllable over, and it
 // asks back through messages meanwhile. A folder that is opened in between ends it: the syllable has gone then. A map
-// that cannot be read is left empty and nothing is said: a row without a map goes this way as well, and the next time
-// it is tried again.
+// that cannot be read is left empty, which the editor says: a row without a map goes this way as well, and the next
+// time it is tried again.
 void CFileListDlg::ShowSyllable(int index) {
   const std::wstring path = Syllables.Facts(index).Path;
   if (path.empty()) return;
@@ -154,7 +161,8 @@ void CFileListDlg::ShowSyllable(int index) {
 
 // Only this thread touches the list view. The thumbnails are told by a post, which any thread may do.
 void CFileListDlg::OnChanged(const DocumentChanges& changes) {
-  constexpr unsigned kShown = EntryChange::Edited | EntryChange::Marks | EntryChange::HasMap;
+  constexpr unsigned kShown =
+      EntryChange::Edited | EntryChange::Marks | EntryChange::HasMap | EntryChange::Readable;
   const bool isShown =
       std::ranges::any_of(changes.Entries, [](const EntryChange& change) { return change.Facts & kShown; });
   if (isShown && GetWindowThreadProcessId(Hwnd, nullptr) == GetCurrentThreadId()) {
@@ -174,6 +182,7 @@ void CFileListDlg::ShowChanges(const DocumentChanges& changes) const {
     const EntryFacts facts = Syllables.Facts(change.Index);
     if (change.Facts & EntryChange::Edited) Rows.SetCell(change.Index, kEditedColumn, facts.Edited);
     if (change.Facts & EntryChange::Marks) Rows.SetCell(change.Index, kMarkedColumn, facts.Marked);
+    if (change.Facts & EntryChange::Readable) Rows.Redraw(change.Index);
     if (change.Facts & EntryChange::HasMap) {
       Rows.SetCell(change.Index, kMapColumn, facts.HasMap);
       Rows.UpdateLlsm(change.Index, facts.Path, Bank.Files.Kind);

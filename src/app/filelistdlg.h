@@ -21,6 +21,7 @@
 
 class CEditorDlg;
 class CheckLibrary;
+struct CheckSum;
 
 class CFileListDlg : public CDlgBase, public DocumentListener {
  public:
@@ -63,6 +64,7 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
   bool FillFromArguments();
   void OpenFolder(const wchar_t* path);
   void ShowRows();
+  void TellIfNoWaves() const;
   void RefreshMaps();
 
   // Answers to messages.
@@ -82,7 +84,7 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
 
   // Check.
   void RunCheck(const CheckFrqSettings& settings);
-  bool CheckEntries(const CheckLibrary& library, const CheckFrqSettings& settings, int& marks);
+  bool CheckEntries(const CheckLibrary& library, const CheckFrqSettings& settings, CheckSum& sum);
   void FindFailure(FindFailureRecord& record) const;
   void LocateFailure(int index, SampleCount sample) const;
   void ApplyFailure(int index, SampleCount sample, bool apply);

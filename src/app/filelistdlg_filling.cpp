@@ -9,7 +9,10 @@
 #include "app/voicebankscan.h"
 #include "base/files.h"
 #include "base/path.h"
+#include "base/text.h"
+#include "resources/ids.h"
 #include "voicebank/pluginfile.h"
+#include "window/balloon.h"
 #include "window/disabledwindow.h"
 #include "window/waitcursor.h"
 
@@ -71,6 +74,7 @@ bool CFileListDlg::FillFromArguments() {
 // has taken the null maps: it points into them, and may paint while it waits in its send. A row that is on its way to
 // the editor when this comes in between is given up (ShowSyllable).
 void CFileListDlg::OpenFolder(const wchar_t* path) {
+  Balloon::Hide();  // of another folder
   const SyllableEntries old = Syllables.Open({});
   Rows.Forget();
   ++FillCount;
@@ -87,6 +91,12 @@ void CFileListDlg::OpenFolder(const wchar_t* path) {
   ToEditor().FolderOpened(opened.c_str());
   Rows.Select(0);
   Windows.ToThumbnail().PostRefreshAll();
+  TellIfNoWaves();
+}
+
+// A host knows what it has handed over.
+void CFileListDlg::TellIfNoWaves() const {
+  if (Rows.Count() == 0 && !PluginAnswer) Balloon::Show(Rows.Window(), LoadResString(IDS_NOWAVES));
 }
 
 void CFileListDlg::ShowRows() {

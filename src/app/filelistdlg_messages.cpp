@@ -13,6 +13,10 @@
 
 namespace {
 
+// The system raises a new window once more when its messages are done with: a word before that would lie behind it.
+constexpr UINT_PTR kWordTimer = 1;
+constexpr UINT kWordMs = 300;
+
 // Some senders want no answer and give no place for it.
 template <typename T>
 void Answer(LPARAM target, T value) {
@@ -39,6 +43,11 @@ bool NamesFolder(const wchar_t* path) {
 // The window has no close command of its own. The system sends one all the same, for Alt+F4 and from its lists of
 // windows.
 INT_PTR CFileListDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_TIMER && wParam == kWordTimer) {
+    KillTimer(Hwnd, kWordTimer);
+    TellIfNoWaves();
+    return Answered();
+  }
   const bool isClose = message == WM_CLOSE || (message == WM_SYSCOMMAND && (wParam & 0xFFF0) == SC_CLOSE);
   if (isClose) return Answered();
   if (message < FLM_SETCURRENTEDITED || message > FLM_HASCOME) {
@@ -82,7 +91,9 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_SAVE:
       if (auto* const record = WritableAt<SaveRecord>(lParam)) Save(*record, Document::OutsideChange::Refuse);
       return;
-    case FLM_HASCOME: return ToEditor().PostAskOfLeftEdits();
+    case FLM_HASCOME:
+      if (!Argument.empty()) SetTimer(Hwnd, kWordTimer, kWordMs, nullptr);
+      return ToEditor().PostAskOfLeftEdits();
     case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
     case FLM_SELECTSYLLABLE: return SelectSyllable(index);
     case FLM_RUNCHECK:

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "frqmap/edits.h"
 #include "resources/ids.h"
+#include "window/balloon.h"
 
 namespace {
 
@@ -165,7 +166,14 @@ void FramePane::SelectAllFrames() {
   OnFrameListSelChange();
 }
 
+// A button that finds nothing to work on says what it wants. Without a syllable everything in the window is empty.
+void FramePane::AskForFrames(UINT button) const {
+  if (map_) Balloon::Show(Item(static_cast<int>(button)), LoadResString(IDS_SELECTFRAMES));
+}
+
 void FramePane::OnFlatButton(UINT id) {
+  const std::size_t selected = Frames().SelectedRows().size();
+  if (selected < (id == IDC_EDITOR_AVERAGE ? 2u : 1u)) AskForFrames(id);
   switch (id) {
     case IDC_EDITOR_TRIPLE: return ScaleSelection(Gesture::Triple, 3.0);
     case IDC_EDITOR_DOUBLE: return ScaleSelection(Gesture::Double, 2.0);
@@ -200,7 +208,7 @@ void FramePane::KeyFromSelection() {
     const std::lock_guard reading(document_);
     mean = MeanFrequency(*map_.Map(), rows);
   }
-  if (!mean) return;
+  if (!mean) return AskForFrames(IDC_EDITOR_KEYFROMSELECTION);
   Edit(Gesture::KeyFromSelection, [&](FrqMap& map) {
     map.Average = *mean;
     return std::vector<int>{};
@@ -214,7 +222,7 @@ void FramePane::OnSetFrequency() {
   const double frequency = Clamp(ReadNumber(Item(IDC_EDITOR_FREQUENCY)));
   const int row = Frames().Caret();
   // Behind the last row, and so in a list that shows none, there is nothing to set.
-  if (row < 0 || row >= Frames().RowCount()) return;
+  if (row < 0 || row >= Frames().RowCount()) return AskForFrames(IDC_EDITOR_SET);
   Edit(Gesture::SetFrequency, [&](FrqMap& map) {
     map.SetFrequency(map.PositionOf(row), frequency);
     return std::vector{row};

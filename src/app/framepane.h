@@ -58,6 +58,7 @@ class FramePane {
   void ShowReplaced();
   void RefreshFrequencyBox() const;
   void EnableBoxes() const;
+  void AskForFrames(UINT button) const;
   void Edit(Gesture gesture, const std::function<std::vector<int>(FrqMap&)>& change);
 
   void OnFrameListSelChange();

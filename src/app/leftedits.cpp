@@ -3,26 +3,13 @@
 #include <exception>
 #include <utility>
 
-#include "base/path.h"
+#include "app/words.h"
 #include "base/text.h"
 #include "document/mapimage.h"
 #include "resources/ids.h"
 #include "window/messagebox.h"
 
 namespace {
-
-constexpr std::size_t kMostNames = 8;
-
-// In one line; of many the first ones.
-std::wstring NamesOf(const std::vector<std::wstring>& waves) {
-  std::wstring names;
-  for (std::size_t i = 0; i < waves.size() && i < kMostNames; ++i) {
-    if (i > 0) names += L", ";
-    names += FileNameOf(waves[i]);
-  }
-  if (waves.size() > kMostNames) names += FormatText(LoadResString(IDS_ANDMORE).c_str(), waves.size() - kMostNames);
-  return names;
-}
 
 // Whether there is something to ask about. One that cannot be opened now, or that memory does not hold, waits: a later
 // start may have more luck. One that holds nothing is given up.

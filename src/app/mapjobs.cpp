@@ -111,14 +111,14 @@ bool MapJobs::CostsEdits(const CreateFrqJob& job) const {
   return false;
 }
 
-std::vector<int> MapJobs::Run(const CreateFrqJob& job, const std::wstring& currentWave) const {
+JobOutcome MapJobs::Run(const CreateFrqJob& job, const std::wstring& currentWave) const {
   const DisabledWindow disabled(list_);
   return RunDialog(job, currentWave);
 }
 
-std::vector<int> MapJobs::RunDialog(const CreateFrqJob& job, const std::wstring& currentWave) const {
+JobOutcome MapJobs::RunDialog(const CreateFrqJob& job, const std::wstring& currentWave) const {
   const auto workers = static_cast<int>(std::min<DWORD>(settings_.MaxParallelCount, std::numeric_limits<int>::max()));
-  CCreateFrqDlg dialog(job.mode, editor_, list_, settings_.ResamplerPath, workers);
+  CCreateFrqDlg dialog(job.mode, editor_, list_, settings_.ResamplerInUse(), workers);
   dialog.ParentWindow = editor_;
   dialog.CurrentIndex = FileListSender(list_).Selection();
   dialog.CurrentWave = currentWave;
@@ -134,5 +134,5 @@ std::vector<int> MapJobs::RunDialog(const CreateFrqJob& job, const std::wstring&
     dialog.InitBoth = job.initBoth;
   }
   dialog.Run(false);
-  return dialog.MakesListedKind ? dialog.BegunSyllables() : std::vector<int>();
+  return {dialog.MakesListedKind ? dialog.BegunSyllables() : std::vector<int>(), dialog.Sum(), dialog.IsCompact()};
 }

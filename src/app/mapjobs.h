@@ -13,6 +13,15 @@
 #include "app/messages.h"
 #include "document/document.h"
 #include "resampler/createjob.h"
+#include "resampler/jobsum.h"
+
+// What a job has left behind.
+struct JobOutcome {
+  std::vector<int> Begun;  // syllables whose maps are no longer what they were, by their index; a negative one is the
+                           // current syllable
+  JobSum Sum;
+  bool IsCompact = true;  // false: a file that holds the maps of a folder could not be tidied up
+};
 
 class MapJobs {
  public:
@@ -21,9 +30,8 @@ class MapJobs {
 
   // What a command of the menu asks for; none if the user goes back. Edits that it would cost are asked about.
   std::optional<CreateFrqJob> Ask(UINT command) const;
-  // Does it, with the list disabled meanwhile. `currentWave`: of the syllable that is shown. Gives the syllables whose
-  // maps are no longer what they were, by their index; a negative one is the current syllable.
-  std::vector<int> Run(const CreateFrqJob& job, const std::wstring& currentWave) const;
+  // Does it, with the list disabled meanwhile. `currentWave`: of the syllable that is shown.
+  JobOutcome Run(const CreateFrqJob& job, const std::wstring& currentWave) const;
 
  private:
   std::optional<CreateFrqJob> AskInitialize() const;
@@ -37,7 +45,7 @@ class MapJobs {
   bool CostsEdits(const CreateFrqJob& job) const;
   // Unless that costs edits, or the user lets them go.
   bool MayCost(const CreateFrqJob& job) const;
-  std::vector<int> RunDialog(const CreateFrqJob& job, const std::wstring& currentWave) const;
+  JobOutcome RunDialog(const CreateFrqJob& job, const std::wstring& currentWave) const;
 
   const HWND editor_;
   const HWND list_;

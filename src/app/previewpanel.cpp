@@ -1,14 +1,17 @@
 #include "app/previewpanel.h"
 
 #include <commctrl.h>
+#include <mmsystem.h>
 
 #include <exception>
 #include <utility>
 
+#include "app/words.h"
 #include "base/text.h"
 #include "frqmap/mrqmap.h"
 #include "frqmap/mrqstore.h"
 #include "resources/ids.h"
+#include "window/balloon.h"
 #include "window/realnumberbox.h"
 
 namespace {
@@ -39,6 +42,7 @@ void PreviewPanel::OnPlayPressed(const PreviewSource& source) {
   if (!source.map) return;
   try {
     PreviewInput input = CollectInput(source);
+    resampler_ = source.resamplerPath;
     SetDlgItemTextW(dialog_, IDC_EDITOR_PLAY, LoadResString(IDS_STOP).c_str());
     preview_.Start(std::move(input));
   } catch (const std::exception&) {
@@ -68,7 +72,26 @@ PreviewInput PreviewPanel::CollectInput(const PreviewSource& source) const {
 }
 
 void PreviewPanel::OnToldDone(FrqType kind) {
-  if (preview_.HasEnded()) OnDone(kind);
+  if (!preview_.HasEnded()) return;
+  const bool isNews = preview_.IsRunning();
+  OnDone(kind);
+  if (isNews) TellOfEnd();
+}
+
+// At the button, which has gone back to what it was.
+void PreviewPanel::TellOfEnd() const {
+  std::wstring text;
+  switch (preview_.End()) {
+    case PreviewEnd::Well:
+      if (waveOutGetNumDevs() > 0) return;  // the system takes a sound that nobody hears
+      [[fallthrough]];
+    case PreviewEnd::NotPlayed:
+    case PreviewEnd::NotPrepared: text = LoadResString(IDS_NOTPLAYED); break;
+    case PreviewEnd::NotStarted:
+    case PreviewEnd::Silent: text = TextOfMissing(resampler_); break;
+  }
+  if (text.empty()) text = LoadResString(IDS_JOB_BECAUSE_FIRST + 4);
+  Balloon::Show(Item(IDC_EDITOR_PLAY), text.substr(text.find_first_not_of(L' ')));
 }
 
 // One family keeps more beside a wave than its map, and takes it for that of the next wave of the name.

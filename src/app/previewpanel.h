@@ -17,7 +17,7 @@ struct PreviewSource {
   const std::wstring& wavePath;
   const ShownMap& map;  // none: there is nothing to be heard
   ::FrqType kind;
-  const std::wstring& resamplerPath;
+  const std::wstring resamplerPath;
   MrqStore& store;
 };
 
@@ -41,10 +41,12 @@ class PreviewPanel {
 
  private:
   void OnDone(FrqType kind);
+  void TellOfEnd() const;
   HWND Item(int id) const { return GetDlgItem(dialog_, id); }
   int PitchShift() const;
   PreviewInput CollectInput(const PreviewSource& source) const;
 
   HWND dialog_ = nullptr;
   CPreview preview_;
+  std::wstring resampler_;  // of the preview that was begun last
 };

@@ -164,6 +164,23 @@ void SyllableRows::UpdateLlsm(int index, const std::wstring& wavePath, FrqType k
   if (kind == FrqTypeMrq) SetCell(index, kLlsmColumn, HasLlsm(wavePath, kind));
 }
 
+// On a display with colours of its own for those who need contrast, a grey text is one of them and red is none.
+LRESULT SyllableRows::Draw(NMLVCUSTOMDRAW& drawing, const std::function<bool(int)>& isMarkedOut) {
+  constexpr COLORREF kRed = RGB(0xC0, 0, 0);
+  if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+  if (!isMarkedOut(static_cast<int>(drawing.nmcd.lItemlParam))) return CDRF_DODEFAULT;
+  HIGHCONTRASTW contrast{sizeof(contrast), 0, nullptr};
+  SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof(contrast), &contrast, 0);
+  drawing.clrText = contrast.dwFlags & HCF_HIGHCONTRASTON ? GetSysColor(COLOR_GRAYTEXT) : kRed;
+  return CDRF_DODEFAULT;
+}
+
+void SyllableRows::Redraw(int index) const {
+  const int row = RowOf(index);
+  if (row >= 0) ListView_RedrawItems(View, row, row);
+}
+
 int SyllableRows::Count() const {
   return ListView_GetItemCount(View);
 }

@@ -7,7 +7,10 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -49,6 +52,10 @@ class SyllableRows {
   void SetCell(int index, SyllableColumn column, bool marked) const;
   // Looks at the disk for what the llsm cell shows.
   void UpdateLlsm(int index, const std::wstring& wavePath, FrqType kind) const;
+
+  // What the view asks while it draws: the rows of these syllables are in another colour, and no cell changes.
+  static LRESULT Draw(NMLVCUSTOMDRAW& drawing, const std::function<bool(int)>& isMarkedOut);
+  void Redraw(int index) const;
 
   int Count() const;
   // The row of a syllable, -1 if it has none; the syllable of a row, -1 if the row cannot be read.

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <string>
+#include <vector>
 
 #include "base/handle.h"
 #include "check/checkrecords.h"
@@ -19,6 +20,13 @@ struct CheckQuery {
 
   CheckRecordPtr<CheckFrameRecord> Frames;
   CheckRecordPtr<CheckRegionRecord> Regions;
+};
+
+// What a run has come to.
+struct CheckSum {
+  int Marks = 0;                     // frames
+  int Judged = 0;                    // maps
+  std::vector<std::wstring> Unread;  // waves whose maps could not be read
 };
 
 class CheckLibrary {

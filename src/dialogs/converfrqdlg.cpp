@@ -7,6 +7,7 @@
 #include "base/registry.h"
 #include "base/text.h"
 #include "resources/ids.h"
+#include "window/balloon.h"
 
 namespace {
 
@@ -72,10 +73,24 @@ LRESULT CConverFrqDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
   return CDlgBase::OnCommand(wParam, code, control);
 }
 
+// What a grey button is clicked for comes to its window.
+INT_PTR CConverFrqDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_LBUTTONDOWN) {
+    const POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    const HWND button = Item(IDOK);
+    if (!IsWindowEnabled(button) && ChildWindowFromPoint(Hwnd, point) == button) TellOfSameKind();
+  }
+  return CDlgBase::OnDialogMessage(message, wParam, lParam);
+}
+
+void CConverFrqDlg::TellOfSameKind() const {
+  Balloon::Show(Item(IDC_CONVERT_TO), LoadResString(IDS_CONVERT_SAMEKIND));
+}
+
 void CConverFrqDlg::OnOK() {
   SourceType = SelectedKind(IDC_CONVERT_FROM);
   TargetType = SelectedKind(IDC_CONVERT_TO);
-  if (SourceType == TargetType) return;
+  if (SourceType == TargetType) return TellOfSameKind();
   ConvertAll = IsDlgButtonChecked(Hwnd, IDC_CONVERT_ALL) == BST_CHECKED;
   RegWriteFlag(kAllValue, ConvertAll);
   RegWriteValue(kKindsValue,

@@ -13,6 +13,7 @@ class CConverFrqDlg : public CTemplateDlg<CConverFrqDlg, IDD_CONVERT> {
 
   INT_PTR OnInitDialog(LPARAM lParam) override;
   LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
+  INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void OnOK() override;
 
  private:
@@ -20,4 +21,5 @@ class CConverFrqDlg : public CTemplateDlg<CConverFrqDlg, IDD_CONVERT> {
   void FillKinds(int box, int shown) const;
   int SelectedKind(int box) const;
   void EnableOK() const;
+  void TellOfSameKind() const;
 };

@@ -1,7 +1,11 @@
 #include "dialogs/modifydlg.h"
 
+#include <utility>
+
 #include "base/registry.h"
+#include "base/text.h"
 #include "resources/ids.h"
+#include "window/balloon.h"
 
 namespace {
 
@@ -20,8 +24,8 @@ INT_PTR CModifyFailureDlg::OnInitDialog(LPARAM) {
 
 LRESULT CModifyFailureDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
   switch (LOWORD(wParam)) {
-    case IDC_MODIFY_PREVIOUS: ShowNext(Forward = false); return 0;
-    case IDC_MODIFY_NEXT: ShowNext(Forward = true); return 0;
+    case IDC_MODIFY_PREVIOUS: PressNext(false, IDC_MODIFY_PREVIOUS); return 0;
+    case IDC_MODIFY_NEXT: PressNext(true, IDC_MODIFY_NEXT); return 0;
     case IDC_MODIFY_IGNORE:
       ToList().Ignore(Index, Sample);
       ShowNextOrEnd();
@@ -46,6 +50,13 @@ bool CModifyFailureDlg::ShowNext(bool forward) {
   Index = record.Index;
   Sample = record.Sample;
   return true;
+}
+
+// The way goes round: from the only run it leads back to it.
+void CModifyFailureDlg::PressNext(bool forward, int button) {
+  Forward = forward;
+  const auto from = std::pair(Index, Sample);
+  if (!ShowNext(forward) || from == std::pair(Index, Sample)) Balloon::Show(Item(button), LoadResString(IDS_NOMOREMARKS));
 }
 
 void CModifyFailureDlg::ShowNextOrEnd() {

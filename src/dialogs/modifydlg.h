@@ -24,6 +24,7 @@ class CModifyFailureDlg : public CTemplateDlg<CModifyFailureDlg, IDD_MODIFY> {
 
  private:
   bool ShowNext(bool forward);
+  void PressNext(bool forward, int button);
   void ShowNextOrEnd();
 
   FileListSender ToList() const { return FileListSender(List); }

@@ -1,6 +1,7 @@
 #include "dialogs/optiondlg.h"
 
 #include <windowsx.h>
+#include <commctrl.h>
 #include <commdlg.h>
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include "base/registry.h"
 #include "base/text.h"
 #include "resources/ids.h"
+#include "window/balloon.h"
 #include "window/keptfolder.h"
 #include "window/messagebox.h"
 #include "window/realnumberbox.h"
@@ -28,6 +30,7 @@ INT_PTR COptionDlg::OnInitDialog(LPARAM) {
   box.cbSize = sizeof(box);
   if (SendDlgItemMessageW(Hwnd, IDC_OPTION_RESAMPLER, CB_GETCOMBOBOXINFO, 0, reinterpret_cast<LPARAM>(&box))) {
     SendMessageW(box.hwndItem, EM_LIMITTEXT, kPathLimit, 0);
+    ShowBundled(box.hwndItem);
   }
   FillResamplers();
   SetDlgItemTextW(Hwnd, IDC_OPTION_RESAMPLER, ResamplerPath.c_str());
@@ -36,6 +39,13 @@ INT_PTR COptionDlg::OnInitDialog(LPARAM) {
   TakeNoInputMethod(Item(IDC_OPTION_PARALLEL));
   CheckDlgButton(Hwnd, IDC_OPTION_DELETELLSM, AutoDeleteLlsm ? BST_CHECKED : BST_UNCHECKED);
   return 1;
+}
+
+// In the empty box, whose text it is not.
+void COptionDlg::ShowBundled(HWND edit) const {
+  if (Bundled.empty()) return;
+  const std::wstring cue = FormatText(LoadResString(IDS_BUNDLED).c_str(), Bundled.c_str());
+  SendMessageW(edit, EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(cue.c_str()));
 }
 
 // The text in the box goes with what was listed, so whoever wants to keep it puts it back.
@@ -73,7 +83,7 @@ void COptionDlg::Browse() {
 
 void COptionDlg::OnOK() {
   const std::wstring resampler = WindowText(Item(IDC_OPTION_RESAMPLER)).substr(0, kPathLimit);
-  if (resampler.empty()) return;
+  if (resampler.empty()) return Balloon::Show(Item(IDC_OPTION_RESAMPLER), LoadResString(IDS_OPTION_EMPTY));
   if (FileExists(resampler)) {
     Accept(resampler);
   } else {

@@ -12,6 +12,9 @@
 
 class COptionDlg : public CTemplateDlg<COptionDlg, IDD_OPTION> {
  public:
+  // The name of the resampler that is in use while none is chosen; empty for none.
+  std::wstring Bundled;
+
   // In: what is shown. Out: what the user settled on.
   std::wstring ResamplerPath;
   DWORD MaxParallelCount = 1;  // 0 is taken too
@@ -24,6 +27,7 @@ class COptionDlg : public CTemplateDlg<COptionDlg, IDD_OPTION> {
 
  private:
   void FillResamplers() const;
+  void ShowBundled(HWND edit) const;
   void Browse();
   void Accept(const std::wstring& resampler);
   void Refuse(const std::wstring& resampler);

@@ -2,10 +2,46 @@
 
 #include <commctrl.h>
 
+#include "base/text.h"
+#include "resources/ids.h"
+
 namespace {
 
 constexpr UINT kShownMs = 8000;
 constexpr int kWidestText = 320;  // pixels, before it is broken into lines
+
+// What a thread shows.
+struct Shown {
+  HWND Tip = nullptr;
+  UINT_PTR Timer = 0;
+  HHOOK Hook = nullptr;
+};
+thread_local Shown shown;
+
+bool IsUsersDoing(UINT message) {
+  switch (message) {
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN:
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+    case WM_NCLBUTTONDOWN: return true;
+    default: return false;
+  }
+}
+
+// Sees what any loop of the thread takes from its queue, those of modal dialogs and of menus too.
+LRESULT CALLBACK OnTaken(int code, WPARAM wParam, LPARAM lParam) {
+  if (code == HC_ACTION && wParam == PM_REMOVE && IsUsersDoing(reinterpret_cast<const MSG*>(lParam)->message)) {
+    Balloon::Hide();
+  }
+  return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+void CALLBACK OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
+  if (timer == shown.Timer) Balloon::Hide();
+}
 
 TTTOOLINFOW ToolOf(HWND owner) {
   TTTOOLINFOW tool{};
@@ -18,32 +54,37 @@ TTTOOLINFOW ToolOf(HWND owner) {
 
 }  // namespace
 
-void Balloon::Show(HWND owner, HWND place, const std::wstring& title, const std::wstring& text) {
+void Balloon::Show(HWND place, const std::wstring& text, const std::wstring& title) {
   Hide();
-  owner_ = owner;
-  tip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_BALLOON | TTS_ALWAYSTIP,
-                         0, 0, 0, 0, owner, nullptr, GetModuleHandleW(nullptr), nullptr);
-  if (!tip_) return;
+  const HWND owner = GetAncestor(place, GA_ROOT);
+  shown.Tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                              WS_POPUP | TTS_NOPREFIX | TTS_BALLOON | TTS_ALWAYSTIP, 0, 0, 0, 0, owner, nullptr,
+                              GetModuleHandleW(nullptr), nullptr);
+  if (!shown.Tip) return;
   std::wstring copy = text;
   TTTOOLINFOW tool = ToolOf(owner);
   tool.lpszText = copy.data();
-  SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-  SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, kWidestText);
-  SendMessageW(tip_, TTM_SETTITLEW, TTI_INFO, reinterpret_cast<LPARAM>(title.c_str()));
+  const std::wstring head = title.empty() ? LoadResString(IDS_NAME) : title;
+  SendMessageW(shown.Tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  SendMessageW(shown.Tip, TTM_SETMAXTIPWIDTH, 0, kWidestText);
+  SendMessageW(shown.Tip, TTM_SETTITLEW, TTI_INFO, reinterpret_cast<LPARAM>(head.c_str()));
   RECT rect{};
   GetWindowRect(place, &rect);
-  SendMessageW(tip_, TTM_TRACKPOSITION, 0, MAKELPARAM((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2));
-  SendMessageW(tip_, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
-  SetTimer(owner, kTimer, kShownMs, nullptr);
+  SendMessageW(shown.Tip, TTM_TRACKPOSITION, 0,
+               MAKELPARAM((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2));
+  SendMessageW(shown.Tip, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
+  shown.Timer = SetTimer(nullptr, 0, kShownMs, OnTimer);
+  shown.Hook = SetWindowsHookExW(WH_GETMESSAGE, OnTaken, nullptr, GetCurrentThreadId());
 }
 
+// The window may have gone with its owner.
 void Balloon::Hide() {
-  if (!tip_) return;
-  KillTimer(owner_, kTimer);
-  DestroyWindow(tip_);
-  tip_ = nullptr;
+  if (shown.Timer) KillTimer(nullptr, shown.Timer);
+  if (shown.Hook) UnhookWindowsHookEx(shown.Hook);
+  if (shown.Tip && IsWindow(shown.Tip)) DestroyWindow(shown.Tip);
+  shown = {};
 }
 
-void Balloon::OnTimer(UINT_PTR timer) {
-  if (timer == kTimer) Hide();
+bool Balloon::IsShown() {
+  return shown.Tip && IsWindow(shown.Tip);
 }

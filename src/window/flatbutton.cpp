@@ -2,6 +2,14 @@
 
 #include "base/handle.h"
 #include "base/text.h"
+#include "resources/ids.h"
+#include "window/balloon.h"
+
+namespace {
+
+constexpr UINT_PTR kSecondClick = 1;
+
+}  // namespace
 
 bool CFlatButton::Draw(HDC dc, const RECT& client) {
   const Pen frame(CreatePen(PS_SOLID, 1, GetSysColor(COLOR_BTNTEXT)));
@@ -18,8 +26,21 @@ bool CFlatButton::Draw(HDC dc, const RECT& client) {
   return true;
 }
 
+LRESULT CFlatButton::OnLButtonDown(WPARAM keys, int x, int y) {
+  SetTimer(Hwnd, kSecondClick, GetDoubleClickTime(), nullptr);
+  return CCtrlBase::OnLButtonDown(keys, x, y);
+}
+
+LRESULT CFlatButton::OnTimer(UINT_PTR timer, LPARAM lParam) {
+  if (timer != kSecondClick) return CCtrlBase::OnTimer(timer, lParam);
+  KillTimer(Hwnd, kSecondClick);
+  Balloon::Show(Hwnd, LoadResString(IDS_DOUBLECLICK));
+  return 0;
+}
+
 LRESULT CFlatButton::OnLButtonDblClk(WPARAM, int, int) {
   const HWND window = Hwnd;
+  KillTimer(window, kSecondClick);
   const auto id = static_cast<WORD>(GetDlgCtrlID(window));
   SendMessageW(GetParent(window), WM_COMMAND, MAKEWPARAM(id, BN_DOUBLECLICKED), reinterpret_cast<LPARAM>(window));
   return 0;

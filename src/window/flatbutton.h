@@ -1,6 +1,7 @@
 // CFlatButton: a small flat button that acts on a double click alone.
 //
-// Its commands change a whole range of frames, so that a stray click must do nothing.
+// Its commands change a whole range of frames, so that a stray click must do nothing. It only says so, once no second
+// click can come any more.
 #pragma once
 
 #include "window/controlbase.h"
@@ -8,7 +9,9 @@
 class CFlatButton : public CCtrlBase {
  public:
   bool Draw(HDC dc, const RECT& client) override;
+  LRESULT OnLButtonDown(WPARAM keys, int x, int y) override;
   LRESULT OnLButtonDblClk(WPARAM keys, int x, int y) override;
+  LRESULT OnTimer(UINT_PTR timer, LPARAM lParam) override;
   const wchar_t* GetWindowClassName() const override;
   UINT GetClassStyle(UINT defaultStyle) const override;
 };

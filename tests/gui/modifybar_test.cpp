@@ -71,7 +71,9 @@ TEST_F(ModifyBar, SettlesEachRunAndEndsWithTheLast) {
   EXPECT_EQ(WindowText(Item(IDC_EDITOR_KEY)).substr(0, 3), L"222");
   PressButton(IDC_MODIFY_MODIFY);
   EXPECT_EQ(Cells(), L"||||*| |*||||");
+  PressButton(IDC_MODIFY_NEXT);
   EXPECT_EQ(InView(), std::pair(1, kSecond));
+  EXPECT_TRUE(HasSaid(LoadResString(IDS_NOMOREMARKS)));
   PressButton(IDC_MODIFY_IGNORE);
   EXPECT_TRUE(BarGoes());
   EXPECT_EQ(Cells(), L"||||*| |||||");

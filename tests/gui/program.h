@@ -186,6 +186,29 @@ struct ProgramTest : testing::Test {
     Press(IDC_EDITOR_SET);
   }
 
+  // What balloons of the program say at this moment.
+  static std::wstring Words() {
+    std::wstring words;
+    for (HWND tip = nullptr; (tip = FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr));) {
+      DWORD process = 0;
+      GetWindowThreadProcessId(tip, &process);
+      const bool isBalloon = GetWindowLongW(tip, GWL_STYLE) & TTS_BALLOON;
+      if (process != GetCurrentProcessId() || !isBalloon || !IsWindowVisible(tip)) continue;
+      wchar_t text[1024] = L"";
+      TTTOOLINFOW tool{};
+      tool.cbSize = TTTOOLINFOW_V1_SIZE;
+      tool.lpszText = text;
+      SendMessageW(tip, TTM_ENUMTOOLSW, 0, reinterpret_cast<LPARAM>(&tool));
+      tool.lpszText = text;
+      SendMessageW(tip, TTM_GETTEXTW, std::size(text), reinterpret_cast<LPARAM>(&tool));
+      words += text;
+    }
+    return words;
+  }
+  static bool HasSaid(const std::wstring& words) {
+    return Eventually([&] { return Words().find(words) != std::wstring::npos; });
+  }
+
   ScratchRegistry registry_;
   ScratchFolder folder_;
   HWND editor_ = nullptr;
