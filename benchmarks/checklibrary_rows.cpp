@@ -26,7 +26,7 @@ class CheckLibrary : public Work {
       contour.map.FrameCount = kFrames;
       const std::wstring path = folder_.PathOf(std::to_wstring(i) + L"_wav.frq");
       Require(WriteWholeFile(path, EncodeFreq0003(contour.map, FrqTypeFrq)), "a map cannot be written");
-      paths_.push_back(*NarrowPath(path));
+      paths_.push_back(path);
     }
     records_.resize(kMaps);
     regions_.resize(kMaps);
@@ -60,7 +60,7 @@ class CheckLibrary : public Work {
       reinterpret_cast<CheckFrequencyMapEntry>(reinterpret_cast<void*>(GetProcAddress(library_, "CheckFrequencyMap")));
   const CheckFrqSettings settings_{.LowNote = 60, .HighNote = 60};
   ScratchFolder folder_;
-  std::vector<std::string> paths_;
+  std::vector<std::wstring> paths_;
   std::vector<CheckRecordPtr<CheckFrameRecord>> records_;
   std::vector<CheckRecordPtr<CheckRegionRecord>> regions_;
 };

@@ -30,12 +30,11 @@ FrqMap LongMap() {
 // The file of the map, and its bytes.
 class MapFile : public Work {
  public:
-  MapFile() { Require(narrowPath_ && WriteWholeFile(path_, bytes_), "a map cannot be written"); }
+  MapFile() { Require(WriteWholeFile(path_, bytes_), "a map cannot be written"); }
 
  protected:
   ScratchFolder folder_;
   std::wstring path_ = folder_.PathOf(L"a_wav.frq");
-  std::optional<std::string> narrowPath_ = NarrowPath(path_);
   FrqMap map_ = LongMap();
   Bytes bytes_ = EncodeFreq0003(map_, FrqTypeFrq);
 };
@@ -45,7 +44,7 @@ class LoadFrq : public MapFile {
   // Into a new map, as every map of a voicebank is loaded.
   double Measured() override {
     FrqMap map;
-    return MillisecondsOf([&] { Require(map.Load(*narrowPath_, nullptr) == 0, "a map cannot be loaded"); });
+    return MillisecondsOf([&] { Require(map.Load(path_, nullptr) == 0, "a map cannot be loaded"); });
   }
 
   // Into memory that is already there.
@@ -65,7 +64,7 @@ class SaveFrq : public MapFile {
   // Another map each time: one that the file holds already is not written.
   double Measured() override {
     map_.Frames.front().Amplitude += 1.0;
-    return MillisecondsOf([&] { Require(map_.Save(*narrowPath_, nullptr) == 0, "a map cannot be saved"); });
+    return MillisecondsOf([&] { Require(map_.Save(path_, nullptr) == 0, "a map cannot be saved"); });
   }
 
   double Yardstick() override {

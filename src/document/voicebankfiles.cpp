@@ -103,6 +103,7 @@ MapFault VoicebankFiles::FaultOf(const std::wstring& wavePath) const {
   const std::wstring mapPath = MapPathFromWaveW(wavePath, kind);
   const MapFault fault = FindMapFault(Disk(), mapPath, kind);
   if (fault.Why != MapFault::None || kind == FrqTypeMrq) return fault;
-  if (kind == FrqTypeVs4ufrq && VsHelper::Shared().Load() != 0) return {MapFault::NoLibrary};
-  return {NarrowPath(mapPath) ? MapFault::Foreign : MapFault::NoNarrowPath};
+  if (kind != FrqTypeVs4ufrq) return {MapFault::Foreign};
+  if (VsHelper::Shared().Load() != 0) return {MapFault::NoLibrary};
+  return {CanLibraryOpen(mapPath) ? MapFault::Foreign : MapFault::NoNarrowPath};
 }

@@ -1,14 +1,10 @@
 #include "resampler/bundled.h"
 
-#include <windows.h>
-
 #include "base/files.h"
 #include "base/path.h"
+#include "base/systempath.h"
 
 std::wstring BundledResampler() {
-  constexpr DWORD kLongestPath = 32768;
-  std::wstring program(kLongestPath, L'\0');
-  program.resize(GetModuleFileNameW(nullptr, program.data(), kLongestPath));
-  const std::wstring resampler = PathIn(FolderOf(program), L"basic-resampler.exe");
-  return FileExists(resampler) ? resampler : std::wstring();
+  const std::wstring path = PathIn(FolderOf(ProgramPath()), L"basic-resampler.exe");
+  return FileExists(path) ? path : std::wstring();
 }

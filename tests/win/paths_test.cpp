@@ -82,7 +82,7 @@ TEST_F(Paths, MapsAreMadeUnderAnyName) {
     MrqStore store;
     for (const auto& [program, kind] : {std::pair(L"resampler.exe", FrqTypeFrq), {L"moresampler.exe", FrqTypeMrq}}) {
       FrqMap map;
-      EXPECT_EQ(MakeMap({nullptr, folder_.Path(program), kind}, wave, store), MapWork::Done);
+      EXPECT_EQ(MakeMap({nullptr, folder_.Path(program), kind}, wave, store).End, ItemEnd::Made);
       store.LoadFolder(FolderOf(wave));
       EXPECT_EQ(LoadMap(map, wave, kind, &store), 0) << kind;
     }
