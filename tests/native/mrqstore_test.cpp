@@ -60,7 +60,6 @@ TEST(MrqStore, KeysComeBackFromTheFileAsUsersFilesHaveThem) {
       {L"C:\\v\\x\\..\\.\\w.d", L"C:\\v\\w.d\\ka", L"C:\\v\\w.d\\ka"},
       {deep, deep + L"\\" + std::wstring(300, L'k'), deep + L"\\" + std::wstring(300, L'k')},
       {L"C:\\v", L"C:\\v\\\xD83C", L"C:\\v\\\xD83C"},  // half a character
-      {std::wstring(kLongestPath, L'd'), std::wstring(kLongestPath, L'd') + L"\\ka", L""},
   };
   for (const auto& [opened, key, back] : tests) {
     SCOPED_TRACE(testing::PrintToString(key));
@@ -92,6 +91,7 @@ TEST(MrqStore, NamesThatLookAlikeStayTwo) {
   FaultDisk disk;
   disk.MakeFolder(L"C:\\v");
   MrqStore store(&Noon, disk), second(&Noon, disk);
+  EXPECT_EQ(store.AddFolder(L"C:\\" + std::wstring(kLongestPath, L'd')), -1) << "no file can have that path";
   for (const auto& [one, other] : tests) {
     SCOPED_TRACE(testing::PrintToString(one));
     EXPECT_EQ(store.SaveEntry(one, {256, 44100, {110.0}, 0, 0}), 0);
