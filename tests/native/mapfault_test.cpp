@@ -21,7 +21,7 @@ TEST(MapFault, IsTheReasonForWhichACodecRefusesAFileAndNoneElse) {
   FaultDisk disk;
   for (const auto& file : std::filesystem::directory_iterator(MARLIT_TEST_DATA "/bad")) {
     const std::string name = file.path().filename().string();
-    if (FrqTypeFromPathW(name) == FrqTypeUnknown) continue;
+    if (FrqTypeFromPathW(file.path().filename().wstring()) == FrqTypeUnknown) continue;
     const Bytes bytes = FileBytes("bad/" + name);
     EXPECT_EQ(FaultOf(disk, name, bytes).Why == MapFault::None, Decode(name, bytes).has_value()) << name;
   }
