@@ -16,6 +16,9 @@ constexpr int kWidestText = 400;  // pixels, before it is broken into lines
 constexpr int kBelowMouse = 20;   // clear of the cursors, of which the pencil points to its lower left
 constexpr int kBesideMouse = 20;
 
+// A mouse that is put there at once, by a program or with a window that comes up under it, asks for nothing.
+constexpr int kMovesOfAHand = 2;
+
 // The system's own delays for tool tips are made of this one.
 struct Delays {
   DWORD First = GetDoubleClickTime();
@@ -74,11 +77,10 @@ TableTip::~TableTip() {
   if (tip_) DestroyWindow(tip_);
 }
 
-// Where the mouse lies when the table comes is no move.
 bool TableTip::HasMoved(DWORD now) {
   const POINT before = mouse_;
   GetCursorPos(&mouse_);
-  if (!std::exchange(hasMouse_, true) || (mouse_.x == before.x && mouse_.y == before.y)) return false;
+  if (mouse_.x == before.x && mouse_.y == before.y) return false;
   movedAt_ = now;
   return true;
 }
@@ -89,7 +91,8 @@ void TableTip::OnTick(HWND table, const std::function<std::wstring(POINT)>& text
   if (HasMoved(now)) {
     if (isShown_) hiddenAt_ = now;
     Hide();
-    isSpent_ = IsButtonDown();
+    moves_ = WindowFromPoint(mouse_) == table ? moves_ + 1 : 0;
+    isSpent_ = moves_ < kMovesOfAHand || IsButtonDown();
     return;
   }
   if (isShown_ && now - shownAt_ > delays.Shown) Hide();

@@ -34,10 +34,10 @@ class TableTip {
 
   HWND tip_ = nullptr;  // made with the first text
   bool isShown_ = false;
-  bool isSpent_ = true;    // told, or not to be told, since the last move: a window that comes up under it is none
-  bool hasMouse_ = false;  // the next one is known
-  POINT mouse_{};          // at the last tick
-  DWORD movedAt_ = 0;      // [ms] as GetTickCount gives it
+  bool isSpent_ = true;  // told, or not to be told, since the last move
+  int moves_ = 0;        // over the table, counted by ticks
+  POINT mouse_{};        // at the last tick
+  DWORD movedAt_ = 0;    // [ms] as GetTickCount gives it
   DWORD shownAt_ = 0;
   DWORD hiddenAt_ = 0;  // by a move
   std::wstring text_;

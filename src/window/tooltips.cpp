@@ -39,12 +39,13 @@ void Tooltips::Follow(HWND control, UINT message, const std::wstring& text) {
   if (text.empty() && text_.empty()) return;  // as over the table, where moves are many
   const bool isMove = message == WM_MOUSEMOVE;
   if (isMove && (!HasMoved() || IsButtonDown())) return;
-  if (isMove && (control != control_ || text != text_)) Tell(control, text);
+  if (isMove && (control != control_ || text != text_)) return Tell(control, text);
   if (!tip_ || text_.empty()) return;
   MSG relayed{control_, message, 0, 0, 0, mouse_};
   SendMessageW(tip_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relayed));
 }
 
+// Nothing is relayed yet: a mouse that a program puts there asks for nothing, and who moves it moves on.
 // One tool at a time: another text in the same control, as from row to row of a list, is another tool.
 void Tooltips::Tell(HWND control, const std::wstring& text) {
   if (tip_ && !text_.empty()) SendTool(tip_, TTM_DELTOOLW, dialog_, control_, nullptr);
