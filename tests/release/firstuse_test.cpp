@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "app/messages.h"
-#include "base/registry.h"
 #include "base/text.h"
 #include "resources/ids.h"
 #include "win/polling.h"
@@ -22,13 +21,10 @@ const std::filesystem::path& ReleaseFolder() {
 }
 
 struct ReleaseTest : testing::Test {
-  // Settings of an earlier run would say another resampler or window.
+  // As at the first start of all: nobody has chosen a resampler, and the one that comes along makes the maps.
   ReleaseTest() {
     limitMs = 60'000;
     RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\UTAU Plugin");
-    wchar_t resampler[MAX_PATH] = L"";
-    (folder_ / L"basic-resampler.exe").wstring().copy(resampler, MAX_PATH - 1);
-    RegWriteValue(L"Resampler", resampler);
     started_ = StartProgram(L"\"" + (folder_ / L"marlit.exe").wstring() + L"\" \"" + bank_.wstring() + L"\"", L"C:\\");
   }
   ~ReleaseTest() override { TerminateProcess(started_.first.get(), 1); }
