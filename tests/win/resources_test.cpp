@@ -25,6 +25,15 @@ constexpr int kDialogs[] = {IDD_EDITOR,        IDD_ABOUT,      IDD_OPTION,    ID
                             IDD_OPTIONVS4UFRQ, IDD_CONVERT,    IDD_CHECK,     IDD_MODIFY,    IDD_VIRTUALSTORE,
                             IDD_INITMRQ,       IDD_INITMRQALL, IDD_MAPCHANGED};
 
+// The editor's form is not shown without the controls that are our own.
+struct Resources : testing::Test {
+  static void SetUpTestSuite() {
+    RegisterControl<CFrqCtrl>();
+    RegisterControl<CFlatButton>();
+    InitCommonControls();
+  }
+};
+
 // Of exactly this language: no other one stands in for it.
 const void* Find(const wchar_t* type, const wchar_t* name, WORD language) {
   return LockResource(LoadResource(nullptr, FindResourceExW(nullptr, type, name, language)));
@@ -99,7 +108,7 @@ std::wstring KeysUsedTwice(const Items& items, int id = -1) {
   return twice;
 }
 
-TEST(Resources, EveryTextIsThereInBothLanguagesWithTheSameArguments) {
+TEST_F(Resources, EveryTextIsThereInBothLanguagesWithTheSameArguments) {
   const auto nameOf = [](Gesture gesture) { return IDS_GESTURE_FIRST + static_cast<int>(gesture); };
   // The kinds of map go by their file extensions, and four gestures by their buttons.
   std::set<int> untranslated = {IDS_KIND_FRQ, IDS_KIND_VS4UFRQ, IDS_KIND_FRC, IDS_KIND_PMK, IDS_KIND_DIO, IDS_KIND_MRQ};
@@ -121,7 +130,7 @@ TEST(Resources, EveryTextIsThereInBothLanguagesWithTheSameArguments) {
   }
 }
 
-TEST(Resources, BothLanguagesHaveTheSameMenu) {
+TEST_F(Resources, BothLanguagesHaveTheSameMenu) {
   const Items english = Menu(kEnglish), japanese = Menu(kJapanese);
   EXPECT_GT(english.size(), 50u);
   EXPECT_TRUE(std::ranges::equal(english, japanese, [](const auto& one, const auto& other) {
@@ -138,10 +147,7 @@ TEST(Resources, BothLanguagesHaveTheSameMenu) {
   }
 }
 
-TEST(Resources, BothLanguagesHaveTheSameControls) {
-  RegisterControl<CFrqCtrl>();
-  RegisterControl<CFlatButton>();
-  InitCommonControls();
+TEST_F(Resources, BothLanguagesHaveTheSameControls) {
   // The labels of the preview, which only the Japanese form greys together with their boxes.
   const std::set<int> japaneseOnly = {IDC_STATIC, IDC_EDITOR_PITCHLABEL, IDC_EDITOR_MODULATIONLABEL,
                                       IDC_EDITOR_PERCENTLABEL, IDC_EDITOR_FLAGSLABEL};
@@ -166,7 +172,7 @@ TEST(Resources, BothLanguagesHaveTheSameControls) {
   }
 }
 
-TEST(Resources, EachControlThatAUserActsOnHasATipAndAName) {
+TEST_F(Resources, EachControlThatAUserActsOnHasATipAndAName) {
   // The table tells of the place under the mouse; the link says where it leads.
   const std::set<int> withoutTip = {IDC_EDITOR_TABLE, IDC_VIRTUALSTORE_LINK, IDC_CREATEFRQ_PROGRESS};
   std::vector<int> dialogs(std::begin(kDialogs), std::end(kDialogs));
@@ -205,7 +211,7 @@ TEST(Resources, EachControlThatAUserActsOnHasATipAndAName) {
   }
 }
 
-TEST(Resources, AMarkIsToldWithItsReason) {
+TEST_F(Resources, AMarkIsToldWithItsReason) {
   FrameReading frame;
   frame.Position = 22050;
   frame.Pitch = ReadPitch(441.0);
