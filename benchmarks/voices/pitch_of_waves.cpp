@@ -1,0 +1,70 @@
+// pitch_of_waves: the pitch of each wave whose path stands on a line of the standard input, as `./bench voices` weighs
+// it against other analyses. It is a program of its own so that the analysis alone is timed, and so that somebody who
+// works on it need not build the rest.
+//
+// A line comes out for each: the path, the seconds of processor time that the analysis took, the distance of its
+// frames [s], and their pitches [Hz], 0 for none.
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <optional>
+#include <string>
+
+#include "companions/resampler/sound.h"
+#include "frqmap/frqtype.h"
+#include "resampler/pitchanalysis.h"
+
+namespace {
+
+class BytesSource : public ByteSource {
+ public:
+  explicit BytesSource(const Bytes& bytes) : bytes_(bytes) {}
+  std::size_t ReadAt(std::int64_t position, void* target, std::size_t size) override {
+    if (position < 0 || position >= Size()) return 0;
+    const std::size_t there = std::min(size, static_cast<std::size_t>(Size() - position));
+    std::memcpy(target, bytes_.data() + position, there);
+    return there;
+  }
+  std::int64_t Size() const override { return std::ssize(bytes_); }
+
+ private:
+  const Bytes& bytes_;
+};
+
+std::optional<Sound> ReadSound(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  const Bytes bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  BytesSource source(bytes);
+  const std::optional<DecodedWave> wave = DecodeWav(source, false);
+  return wave ? SoundOfWave(wave->format, wave->samples) : std::nullopt;
+}
+
+void PrintPitch(const std::string& path, const Sound& sound) {
+  // As far apart as the frames of a map are at the usual rate.
+  const auto hop = static_cast<SampleCount>(std::lround(256.0 * sound.rate / 44100.0));
+  const std::clock_t start = std::clock();
+  const std::vector<double> pitch = AnalysePitch(sound.samples, sound.rate, hop);
+  const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+  std::printf("%s\t%.6f\t%.9f\t", path.c_str(), seconds, static_cast<double>(hop) / sound.rate);
+  for (const double hz : pitch) std::printf("%.3f ", hz > FrqNoPitch ? hz : 0.0);
+  std::printf("\n");
+}
+
+}  // namespace
+
+int main() {
+  for (std::string path; std::getline(std::cin, path);) {
+    const std::optional<Sound> sound = ReadSound(path);
+    if (!sound) {
+      std::fprintf(stderr, "pitch_of_waves: cannot read %s\n", path.c_str());
+      return 1;
+    }
+    PrintPitch(path, *sound);
+  }
+  return 0;
+}
