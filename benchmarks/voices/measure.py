@@ -1,10 +1,10 @@
 #!/usr/bin/python3
 """How far analyses of pitch are from the truth, ours beside others, as a table and as build/voices.json.
 
-  measure.py [--ours PROGRAM] [--quick] [--worst N] [--aside] [--bench JSONFILE [NAME]]
+  measure.py [--ours PROGRAM] [--quick] [--worst N [--of ANALYSIS]] [--aside] [--bench JSONFILE [NAME]]
 
-PROGRAM is pitch_of_waves as it was built last. --quick leaves the others out, --worst tells the N recordings and voices
-that ours is furthest off in, --aside looks at what was kept aside, --bench adds rows for ours to the table of ./bench.
+PROGRAM is pitch_of_waves as it was built last. --quick leaves the others out, --worst tells the N waves that ours, or another,
+is furthest off in, --aside looks at what was kept aside, --bench adds rows for ours to the table of ./bench.
 
 All shares are of frames, over all waves of a set: gross (over 20 % off), by octaves (those of them that lie within a
 tenth of one to a whole octave or two) and over 50 cents, of the frames that are voiced in truth and in the analysis;
@@ -164,6 +164,7 @@ def arguments():
     parser.add_argument("--ours", default=waves.TREE / "build" / "native-bench" / "bin" / "pitch_of_waves")
     parser.add_argument("--quick", action="store_true")
     parser.add_argument("--worst", type=int, default=0)
+    parser.add_argument("--of", default=OURS)
     parser.add_argument("--aside", action="store_true")
     parser.add_argument("--bench", nargs="+")
     return parser.parse_args()
@@ -189,7 +190,7 @@ def main():
         by_set, by_wave = measured(entries, results, truths_for(name, entries))
         table[name] = {of_set: errors.table() for of_set, errors in by_set.items()}
         speeds[name] = seconds / sum(taken for _, taken in results)
-        if name == OURS and wanted.worst:
+        if name == wanted.of and wanted.worst:
             print_worst(by_wave, wanted.worst)
     print_table(table, speeds, sizes)
     TABLE.write_text(json.dumps({"sizes": sizes, "speeds": speeds, "errors": table}, indent=2) + "\n")
