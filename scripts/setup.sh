@@ -5,6 +5,7 @@
 #   --allow-downgrades   take the packages from the base release without asking, if the two
 #                        architectures of this machine do not agree (see install_from_base)
 #   --fuzz               also what scripts/fuzz needs
+#   --voices             also what ./bench voices needs
 set -euo pipefail
 
 packages=(
@@ -16,6 +17,7 @@ for argument in "$@"; do
   case $argument in
     --allow-downgrades) allow_downgrades=yes ;;
     --fuzz) packages+=(clang libclang-rt-14-dev) ;;
+    --voices) packages+=(ffmpeg python3-numpy python3-scipy praat sptk aubio-tools) ;;
     *) echo "setup: what is $argument?" >&2; exit 2 ;;
   esac
 done

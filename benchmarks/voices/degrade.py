@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Copies of a third of the open recordings as bad rooms, microphones and files make them. Their truth is the original's.
+"""Copies of a third of the open recordings as bad rooms, microphones and files make them.
 
-Each recording is spoilt in two ways, which go round, so that each way has as many.
+Their truth is the original's. Each recording is spoilt in two ways, which go round, so that each way has as many.
 """
 
 import numpy as np

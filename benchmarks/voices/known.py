@@ -4,12 +4,13 @@
 A mouth is the linear prediction of a vowel of the recordings. What sounds in it are pulses of a glottis (Klatt and
 Klatt 1990, "Analysis, synthesis, and perception of voice quality variations among female and male talkers": the flow
 opens as a t^2 - b t^3 for a part of the period and closes at once), and breath. The truth is the pitch that was put in;
-a frame is voiced where the level of the voice is above -30 dB of its greatest and unvoiced where it is below -50 dB, and
+a frame is voiced where the level of the voice is above -30 dB of its greatest, unvoiced where it is below -50 dB, and
 does not count between. Nothing here is shared with the product.
 """
 
 import itertools
 import math
+import sys
 
 import numpy as np
 import scipy.linalg
@@ -23,9 +24,11 @@ OVER = 8  # pulses are laid out so many times as fine, against aliases
 ORDER = 24
 SECONDS = 1.3
 PREEMPHASIS = 0.97
-# Each resonance is made so much wider. A prediction can settle on a single harmonic of the vowel, and a whistle of a few
-# hertz is no mouth: a voice of 50 Hz was one of 600 Hz in it, to each analysis.
+# A prediction can settle on single harmonics of the vowel. A whistle is no mouth: breath alone sounds a pitch in it.
+# So each resonance is made a little wider, and none may have been narrower, or lie where no mouth has one.
 WIDER_HZ = 30.0
+NARROWEST_HZ = 30.0
+LOWEST_HZ = 230.0
 SYLLABLES = ((0.15, 0.75), (0.85, 1.2))
 VOICED, UNVOICED = 10 ** (-30 / 20), 10 ** (-50 / 20)
 ROOM = 10 ** (-55 / 20)  # noise of a quiet room under the voice
@@ -40,7 +43,17 @@ def prediction(samples):
     flat = scipy.signal.lfilter([1.0, -PREEMPHASIS], [1.0], samples) * np.hanning(len(samples))
     correlation = np.correlate(flat, flat, "full")[len(flat) - 1 :][: ORDER + 1]
     correlation[0] *= 1.0 + 1e-6
-    filter_ = np.concatenate([[1.0], -scipy.linalg.solve_toeplitz(correlation[:-1], correlation[1:])])
+    return np.concatenate([[1.0], -scipy.linalg.solve_toeplitz(correlation[:-1], correlation[1:])])
+
+
+def is_mouth(filter_):
+    poles = np.roots(filter_)
+    hz, width = np.angle(poles) * RATE / (2 * np.pi), -np.log(np.abs(poles)) * RATE / np.pi
+    of_voice = (hz > 0) & (hz < LOWEST_HZ) & (width < LOWEST_HZ)
+    return not np.any(of_voice) and np.all(width[hz > 0] > NARROWEST_HZ)
+
+
+def wider(filter_):
     return filter_ * np.exp(-np.pi * WIDER_HZ / RATE) ** np.arange(ORDER + 1)
 
 
@@ -67,8 +80,11 @@ def mouths(aside):
         rate, samples = waves.read_wave(path)
         samples = waves.at_rate(samples, rate, RATE)
         centre = steady_vowel(samples, truth)
-        if centre is not None and centre > 500:
-            yield prediction(samples[centre - 441 : centre + 441])
+        if centre is None or centre < 500:
+            continue
+        mouth = prediction(samples[centre - 441 : centre + 441])
+        if is_mouth(mouth):
+            yield wider(mouth)
 
 
 class Voice:
@@ -193,6 +209,7 @@ def sound_and_truth(voice, mouth, chance):
 
 def make(aside):
     filters = list(mouths(aside))
+    print(f"{len(filters)} mouths", file=sys.stderr)
     for i, (kind, voice) in enumerate(voices(0.4 if aside else 1.0)):
         place = f"known/{'aside' if aside else 'open'}/{kind}_{voice.name.replace(' ', '_')}"
         chance = np.random.default_rng(list(place.encode()))

@@ -3,8 +3,8 @@
 
   measure.py [--ours PROGRAM] [--quick] [--worst N [--of ANALYSIS]] [--aside] [--bench JSONFILE [NAME]]
 
-PROGRAM is pitch_of_waves as it was built last. --quick leaves the others out, --worst tells the N waves that ours, or another,
-is furthest off in, --aside looks at what was kept aside, --bench adds rows for ours to the table of ./bench.
+PROGRAM is pitch_of_waves as it was built last. --quick leaves the others out, --worst tells the N waves that ours, or
+another, is furthest off in, --aside looks at what was kept aside, --bench adds rows for ours to the table of ./bench.
 
 All shares are of frames, over all waves of a set: gross (over 20 % off), by octaves (those of them that lie within a
 tenth of one to a whole octave or two) and over 50 cents, of the frames that are voiced in truth and in the analysis;
@@ -26,6 +26,10 @@ import waves
 
 TABLE = waves.TREE / "build" / "voices.json"
 OURS = "ours"
+# A voter is judged by the three others, who must all agree: a truth with fewer of the hard frames. So ours is judged by
+# it as well, in a row of its own.
+OURS_THERE = "  ours, by the truth for %s"
+VOTED_SETS = ("recordings", "degraded")
 COLUMNS = ("gross", "octave", "cents50", "false", "missed", "median")
 
 # Name, set and share of a row of ./bench, and the most that it should be [%].
@@ -117,12 +121,13 @@ def measured(entries, results, truths):
 def print_table(table, speeds, sizes):
     for name in sizes:
         print(f"\n{name}: {sizes[name]}")
-        print(f"  {'':14}" + "".join(f"{column:>9}" for column in COLUMNS))
+        print(f"  {'':36}" + "".join(f"{column:>9}" for column in COLUMNS))
         for analysis, sets in table.items():
-            print(f"  {analysis:14}" + "".join(f"{sets[name][column]:9.2f}" for column in COLUMNS))
+            if name in sets:
+                print(f"  {analysis:36}" + "".join(f"{sets[name][column]:9.2f}" for column in COLUMNS))
     print("\nspeed, seconds of sound in a second of one core")
     for analysis, speed in speeds.items():
-        print(f"  {analysis:14}{speed:9.0f}")
+        print(f"  {analysis:36}{speed:9.0f}")
 
 
 def print_worst(by_wave, count):
@@ -182,14 +187,22 @@ def main():
             sizes[name] = count + 1, length + waves.seconds_of(path)
     sizes = {name: f"{count} waves, {length:.0f} s" for name, (count, length) in sizes.items()}
 
+    own = ours(wanted.ours, paths)
     table, speeds = {}, {}
     for name in [OURS] if wanted.quick else [OURS, *peers.ANALYSES]:
         if name != OURS:
             peers.need(name, paths)
-        results = ours(wanted.ours, paths) if name == OURS else [peers.result(name, path) for path in paths]
-        by_set, by_wave = measured(entries, results, truths_for(name, entries))
+        results = own if name == OURS else [peers.result(name, path) for path in paths]
+        truths = list(truths_for(name, entries))
+        by_set, by_wave = measured(entries, results, truths)
         table[name] = {of_set: errors.table() for of_set, errors in by_set.items()}
         speeds[name] = seconds / sum(taken for _, taken in results)
+        if name in peers.VOTERS:
+            table[OURS_THERE % name] = {
+                of_set: errors.table()
+                for of_set, errors in measured(entries, own, truths)[0].items()
+                if of_set in VOTED_SETS
+            }
         if name == wanted.of and wanted.worst:
             print_worst(by_wave, wanted.worst)
     print_table(table, speeds, sizes)

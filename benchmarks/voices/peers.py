@@ -117,8 +117,10 @@ def aubio(late):
 AC = f"To Pitch (ac): {waves.HOP_SECONDS!r}, {LOWEST}, 15, \"no\", 0.03, 0.45, 0.01, 0.35, 0.14, {HIGHEST}"
 CC = f"To Pitch (cc): {waves.HOP_SECONDS!r}, {LOWEST}, 15, \"no\", 0.03, 0.45, 0.01, 0.35, 0.14, {HIGHEST}"
 
-# The last argument is how much later than it says an analysis looks [s]: what took the median error to its least on four
-# voices that glide up and down between 100 and 600 Hz. Of the two correlations it is half a period, so a mean.
+# The last argument is how much later than it says an analysis looks [s]: what took the median error to its least on
+# four voices that glide up and down between 100 and 600 Hz. Of the two correlations it is half a period, so a mean.
+# Both of SPTK are better at 16 kHz than at 44.1: tried on a quarter of the open recordings and a third of the known
+# voices.
 ANALYSES = {
     "Praat ac": praat(AC, 0.0),
     "Praat cc": praat(CC, -0.006),
