@@ -20,10 +20,12 @@ constexpr double kRumbleHz = 45.0;         // what is below is no voice, but wou
 constexpr double kLeastWindow = 0.010;     // [s]; a lower pitch is compared over one whole period
 constexpr double kSilence = 0.03;          // level, as part of the loudest one, that is hardly a voice any more
 constexpr double kNoiseFloor = 0.003;      // level, likewise, whose correlation counts half
-constexpr double kVoicing = 0.45;          // strength that a voice must have
+constexpr double kVoicing = 0.42;          // strength that a voice must have
 constexpr double kLeastCorrelation = 0.3;  // of a candidate
-constexpr double kOctaveCost = 0.05;       // per octave downwards: a sound of period T repeats itself in 2 T as well
-constexpr double kJumpCost = 0.35;         // per octave from frame to frame, for frames 10 ms apart
+constexpr double kOctaveCost = 0.01;       // per octave downwards: a sound of period T repeats itself in 2 T as well,
+constexpr double kNoisyOctaveCost = 0.15;  // and by chance better, the less anything repeats itself: for noise alone
+constexpr double kRoughOctaveCost = 0.05;  // while candidates are sought, lest multiples of the period take all places
+constexpr double kJumpCost = 0.6;          // per octave from frame to frame, for frames 10 ms apart
 constexpr double kVoicingCost = 0.14;      // per change between voice and none, likewise
 constexpr double kCostSeconds = 0.010;
 constexpr std::size_t kMostCandidates = 7;
@@ -192,10 +194,16 @@ class CandidateSearch {
     // No voice can be stronger.
     if (kVoicing + silence > 1.0 + kVoicing) return found;
 
-    for (const Repeat& rough : RoughRepeats(coarseCentre)) {
-      const Repeat repeat = BestNear(fine_, centre, rough.lag * ratio, Reach());
+    std::vector<Repeat> repeats = RoughRepeats(coarseCentre);
+    double best = 0.0;
+    for (Repeat& repeat : repeats) {
+      repeat = BestNear(fine_, centre, repeat.lag * ratio, Reach());
+      best = std::max(best, repeat.correlation);
+    }
+    const double octaveCost = kOctaveCost + kNoisyOctaveCost * std::max(0.0, 1.0 - best);
+    for (const Repeat& repeat : repeats) {
       const double octavesDown = std::log2(repeat.lag * kHighestVoiceHz / fine_.Rate());
-      found.push_back({std::log2(kHighestVoiceHz) - octavesDown, repeat.correlation - kOctaveCost * octavesDown, true});
+      found.push_back({std::log2(kHighestVoiceHz) - octavesDown, repeat.correlation - octaveCost * octavesDown, true});
     }
     return found;
   }
@@ -220,7 +228,7 @@ class CandidateSearch {
     const std::size_t most = std::min(found.size(), kMostCandidates - 1);
     std::ranges::partial_sort(
         found, found.begin() + static_cast<std::ptrdiff_t>(most), std::greater(),
-        [&](const Repeat& repeat) { return repeat.correlation - kOctaveCost * std::log2(repeat.lag); });
+        [&](const Repeat& repeat) { return repeat.correlation - kRoughOctaveCost * std::log2(repeat.lag); });
     found.resize(most);
     return found;
   }
