@@ -3,6 +3,7 @@
 #include <shlwapi.h>
 
 #include <iterator>
+#include <optional>
 
 #include "base/narrowpath.h"
 #include "base/path.h"
@@ -58,14 +59,13 @@ void TakeProjectResampler(const std::wstring& pluginFile, std::wstring& path) {
   }
 }
 
-// A path that does not fit goes by its short form: cut, it would name another program.
-bool Store(const std::wstring& path) {
+// A path that does not fit goes by its short form: cut, it would name another program. None where it has none.
+std::optional<StoredPath> Stored(const std::wstring& path) {
   StoredPath stored;
   const std::wstring kept = path.size() < std::size(stored.text) ? path : NarrowForm(path).value_or(path);
-  if (kept.size() >= std::size(stored.text)) return false;
+  if (kept.size() >= std::size(stored.text)) return std::nullopt;
   kept.copy(stored.text, kept.size());
-  RegWriteValue(kResamplerValue, stored);
-  return true;
+  return stored;
 }
 
 DWORD ProcessorCount() {
@@ -100,7 +100,10 @@ void EditorSettings::LoadOptions() {
 }
 
 void EditorSettings::Save(const FrqCtrlSender& table) {
-  if (resamplerChanged_ && Store(ResamplerPath)) resamplerChanged_ = false;
+  if (const auto stored = Stored(ResamplerPath); resamplerChanged_ && stored) {
+    RegWriteValue(kResamplerValue, *stored);
+    resamplerChanged_ = false;
+  }
   RegWriteValue(kParallelValue, MaxParallelCount);
   RegWriteFlag(kDeleteLlsmValue, AutoDeleteLlsm);
   RegWriteValue(kViewModeValue, table.ViewMode());
@@ -112,6 +115,7 @@ void EditorSettings::ChooseResampler(const std::wstring& path) {
   if (lstrcmpiW(path.c_str(), ResamplerPath.c_str()) == 0) return;
   ResamplerPath = path;
   resamplerChanged_ = true;
+  if (!Stored(path)) NoteSettingsFailure();  // now, as nobody is left to be told when the program ends
 }
 
 void EditorSettings::UpdateKind() {

@@ -11,8 +11,7 @@ enum class Failure { None, Met, Told };
 std::atomic<Failure> failure = Failure::None;
 
 bool Noted(bool isWritten) {
-  Failure none = Failure::None;
-  if (!isWritten) failure.compare_exchange_strong(none, Failure::Met);
+  if (!isWritten) NoteSettingsFailure();
   return isWritten;
 }
 
@@ -68,6 +67,11 @@ bool RegWriteBinary(const wchar_t* name, const void* buffer, std::size_t size) {
   const RegistryKey key = OpenForWriting(kSettingsKey);
   const auto* const bytes = static_cast<const BYTE*>(buffer);
   return Noted(key && RegSetValueExW(key.get(), name, 0, REG_BINARY, bytes, static_cast<DWORD>(size)) == ERROR_SUCCESS);
+}
+
+void NoteSettingsFailure() {
+  Failure none = Failure::None;
+  failure.compare_exchange_strong(none, Failure::Met);
 }
 
 bool TakeSettingsFailure() {

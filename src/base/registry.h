@@ -32,8 +32,9 @@ void RegWriteFlag(const wchar_t* name, bool flag);
 bool RestoreWindowPlacement(HWND window, const wchar_t* name);
 void SaveWindowPlacement(HWND window, const wchar_t* name);
 
-// Whether something could not be written; true once in a run.
+// Whether something could not be written, or was noted to have no form that can; true once in a run.
 bool TakeSettingsFailure();
+void NoteSettingsFailure();
 
 // A list of texts as History1, History2 and so on under a key of its own. A gap ends it; saving replaces the whole key.
 void LoadHistory(const wchar_t* key, std::list<std::wstring>& list);

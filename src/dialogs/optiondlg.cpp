@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "base/files.h"
+#include "base/path.h"
 #include "base/registry.h"
 #include "base/text.h"
 #include "resources/ids.h"
@@ -67,22 +68,30 @@ LRESULT COptionDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
 void COptionDlg::Browse() {
   std::wstring filter = LoadResString(IDS_RESAMPLERFILTER);
   std::ranges::replace(filter, L'|', L'\0');
-  wchar_t file[kPathLimit] = L"";
-  lstrcpynW(file, ResamplerPath.c_str(), kPathLimit);
+  std::wstring file = ResamplerPath;
+  file.resize(kLongestPath);
   OPENFILENAMEW picker{};
   picker.lStructSize = sizeof(picker);
   picker.hwndOwner = Hwnd;
   picker.lpstrFilter = filter.c_str();
-  picker.lpstrFile = file;
-  picker.nMaxFile = kPathLimit;
+  picker.lpstrFile = file.data();
+  picker.nMaxFile = kLongestPath;
   picker.Flags = OFN_ENABLESIZING | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
   picker.lpstrDefExt = L".exe";
   const KeptFolder kept;  // the flag alone does not hold while the user walks about
-  if (GetOpenFileNameW(&picker)) SetDlgItemTextW(Hwnd, IDC_OPTION_RESAMPLER, file);
+  if (GetOpenFileNameW(&picker)) SetDlgItemTextW(Hwnd, IDC_OPTION_RESAMPLER, file.c_str());
+}
+
+// The box takes no more than the limit from the keyboard. A longer path that was picked, or chosen before, is taken
+// whole where it leads to a program; else only what could have been typed is looked at.
+std::wstring COptionDlg::ResamplerInBox() const {
+  std::wstring text = WindowText(Item(IDC_OPTION_RESAMPLER));
+  if (!FileExists(text)) text.resize(std::min<std::size_t>(text.size(), kPathLimit));
+  return text;
 }
 
 void COptionDlg::OnOK() {
-  const std::wstring resampler = WindowText(Item(IDC_OPTION_RESAMPLER)).substr(0, kPathLimit);
+  const std::wstring resampler = ResamplerInBox();
   if (resampler.empty()) return Balloon::Show(Item(IDC_OPTION_RESAMPLER), LoadResString(IDS_OPTION_EMPTY));
   if (FileExists(resampler)) {
     Accept(resampler);

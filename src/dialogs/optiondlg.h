@@ -29,6 +29,7 @@ class COptionDlg : public CTemplateDlg<COptionDlg, IDD_OPTION> {
   void FillResamplers() const;
   void ShowBundled(HWND edit) const;
   void Browse();
+  std::wstring ResamplerInBox() const;
   void Accept(const std::wstring& resampler);
   void Refuse(const std::wstring& resampler);
 

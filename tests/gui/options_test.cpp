@@ -1,4 +1,5 @@
 // The options: which resamplers the dialog takes and remembers, and what another one brings with it.
+#include "base/narrowpath.h"
 #include "gui/resamplerdouble.h"
 
 namespace {
@@ -21,7 +22,8 @@ struct Options : DoubleTest {
 
 TEST_F(Options, RememberResamplersAndForgetThoseThatHaveGone) {
   Install(L"resampler.exe", 4);
-  folder_.Write(L"program\\2.exe");
+  const std::wstring deep = folder_.Path(L"program\\" + std::wstring(240, L'd') + L"\\2.exe");  // more than the box takes
+  folder_.Write(deep);
   SaveHistory(kHistory, {folder_.Path(L"program\\0.exe"), folder_.Path(L"program\\1.exe")});
   Start(L"");
   InDialog(ID_TOOL_OPTION, IDC_OPTION_RESAMPLER, [&](HWND dialog) {
@@ -33,14 +35,14 @@ TEST_F(Options, RememberResamplersAndForgetThoseThatHaveGone) {
     EXPECT_TRUE(Eventually([] { return History() == L"1.exe|"; })) << History().c_str();
     SetDlgItemTextW(dialog, IDC_OPTION_PARALLEL, L"0");
     SendDlgItemMessageW(dialog, IDC_OPTION_DELETELLSM, BM_CLICK, 0, 0);
-    Confirm(dialog, folder_.Path(L"program\\2.exe"));
+    Confirm(dialog, deep);
   });
   EXPECT_EQ(History(), L"2.exe|1.exe|");
   Leave();
   wchar_t resampler[MAX_PATH] = L"";
   DWORD workers = 99;
   EXPECT_TRUE(RegReadValue(L"Resampler", resampler) && RegReadValue(L"CreateFrqMaxCount", workers));
-  EXPECT_EQ(resampler + std::to_wstring(workers), folder_.Path(L"program\\2.exe") + L"0");
+  EXPECT_EQ(resampler + std::to_wstring(workers), NarrowForm(deep).value_or(L"none") + L"0");
   EXPECT_FALSE(RegReadFlag(L"AutoDeleteLLSM", true));
 }
 
