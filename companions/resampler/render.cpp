@@ -3,216 +3,96 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <span>
 
 #include "frqmap/levels.h"
+#include "grains.h"
 #include "resampler/pitchanalysis.h"
 
 namespace {
 
-constexpr double kUnvoicedSeconds = 0.005;  // distance of the grains where there is no pitch
-constexpr double kMarkSlack = 0.1;          // a mark may lie off its period by this part of it
-constexpr double kBendsPerBeat = 96.0;
-
-// The parts of the recording that become the note, in source samples, and how the note's time runs through them.
-class TimeMap {
- public:
-  TimeMap(const Sound& sound, const NoteToRender& note) {
-    const double perMs = sound.rate / 1000.0;
-    const auto size = static_cast<double>(sound.samples.size());
-    const double offset = note.offsetMs * perMs;
-    const double cutoff = note.cutoffMs * perMs;
-    begin_ = std::clamp(offset, 0.0, size);
-    end_ = std::clamp(cutoff < 0.0 ? offset - cutoff : size - cutoff, begin_, size);
-    consonant_ = std::clamp(note.consonantMs * perMs, 0.0, end_ - begin_);
-    consonantStretch_ = std::exp2(1.0 - note.velocity / 100.0);
-    const double vowel = end_ - begin_ - consonant_;
-    const double wanted = note.lengthMs * perMs - consonant_ * consonantStretch_;
-    // A vowel that is too long is cut short, not pressed.
-    vowelStretch_ = vowel > 0.0 ? std::max(1.0, wanted / vowel) : 1.0;
-  }
-
-  // `time` in source samples from the start of the note; behind the end of the recording's part where that is used up.
-  double SourceAt(double time) const {
-    const double consonantEnd = consonant_ * consonantStretch_;
-    return time < consonantEnd ? begin_ + time / consonantStretch_
-                               : begin_ + consonant_ + (time - consonantEnd) / vowelStretch_;
-  }
-  double End() const { return end_; }
-
- private:
-  double begin_ = 0.0, end_ = 0.0;
-  double consonant_ = 0.0;
-  double consonantStretch_ = 1.0, vowelStretch_ = 1.0;
+// One side of a grain, over which it rises from nothing or falls to it.
+struct Side {
+  double length;  // in rendered samples
+  // Two sounds that belong together add up to one under a Hann window. Those that have nothing to do with each other
+  // keep their power, as sound does, under its root.
+  bool isRoot;
 };
 
-// The pitch of the recording as the map has it.
-class SourcePitch {
- public:
-  SourcePitch(const FrqMap& map, int rate) : map_(map), highest_(rate / 4.0), average_(map.ShownAverage()) {
-    // A damaged file may say anything.
-    if (!IsPitch(average_)) average_ = map.ComputeAverage(2);
+// Without it a sound that begins or ends at once is heard as a click.
+void RampEnds(std::span<float> samples, int rate) {
+  constexpr double kSeconds = 0.003;
+  const std::size_t length = std::min(static_cast<std::size_t>(kSeconds * rate), samples.size() / 2);
+  for (std::size_t i = 0; i < length; ++i) {
+    const double place = static_cast<double>(i) / static_cast<double>(length);
+    const auto gain = static_cast<float>(0.5 - 0.5 * std::cos(std::numbers::pi * place));
+    samples[i] *= gain;
+    samples[samples.size() - 1 - i] *= gain;
   }
+}
 
-  // 0 where there is none. A frequency that no recording of this rate can hold is none either.
-  double HzAt(double sample) const {
-    const double hz = map_.FrequencyAt(static_cast<SampleCount>(sample));
-    return IsPitch(hz) ? hz : 0.0;
-  }
-  double Average() const { return average_; }
-
- private:
-  bool IsPitch(double hz) const { return hz > FrqNoPitch && hz < highest_; }
-
-  const FrqMap& map_;
-  double highest_;
-  double average_;
-};
-
-// Where the periods of the voiced stretches lie: marks at the same moment of each. They follow the map, and within it
-// the sound, because the map's frames are coarser than a period.
-class PitchMarks {
- public:
-  PitchMarks(const Sound& sound, const SourcePitch& pitch) : samples_(sound.samples), rate_(sound.rate), pitch_(pitch) {
-    const auto size = std::ssize(samples_);
-    constexpr std::ptrdiff_t kStep = 32;
-    for (std::ptrdiff_t first = 0; first < size; first += kStep) {
-      if (pitch_.HzAt(static_cast<double>(first)) == 0.0) continue;
-      std::ptrdiff_t last = first;
-      while (last < size && pitch_.HzAt(static_cast<double>(last)) > 0.0) last += kStep;
-      MarkStretch(first, std::min(last, size));
-      first = last;
-    }
-  }
-
-  // The nearest mark to a place; that place itself if there are no marks.
-  double Nearest(double sample) const {
-    const auto above = std::ranges::lower_bound(marks_, sample);
-    if (above == marks_.end()) return marks_.empty() ? sample : marks_.back();
-    if (above == marks_.begin()) return *above;
-    return *above - sample < sample - above[-1] ? *above : above[-1];
-  }
-
- private:
-  // From the loudest place of the stretch in both directions.
-  void MarkStretch(std::ptrdiff_t first, std::ptrdiff_t last) {
-    const auto begin = samples_.begin();
-    const auto loudest =
-        std::max_element(begin + first, begin + last, [](float a, float b) { return std::abs(a) < std::abs(b); });
-    const std::ptrdiff_t anchor = loudest - begin;
-    std::vector<double> before;
-    for (std::ptrdiff_t mark = anchor; (mark = Next(mark, -1)) >= first;) before.push_back(static_cast<double>(mark));
-    marks_.insert(marks_.end(), before.rbegin(), before.rend());
-    for (std::ptrdiff_t mark = anchor; mark < last; mark = Next(mark, 1)) marks_.push_back(static_cast<double>(mark));
-  }
-
-  // One period on, where the sound is most like that at the mark. -1 or the size where the stretch has ended.
-  std::ptrdiff_t Next(std::ptrdiff_t mark, int direction) const {
-    const std::ptrdiff_t outside = direction > 0 ? std::ssize(samples_) : -1;
-    const double hz = pitch_.HzAt(static_cast<double>(mark));
-    if (hz == 0.0) return outside;
-    const auto period = static_cast<std::ptrdiff_t>(std::lround(rate_ / hz));
-    const auto slack = static_cast<std::ptrdiff_t>(kMarkSlack * static_cast<double>(period));
-    const std::ptrdiff_t expected = mark + direction * period;
-    std::ptrdiff_t best = expected;
-    double bestLikeness = Likeness(mark, expected, period);
-    for (std::ptrdiff_t at = expected - slack; at <= expected + slack; ++at) {
-      const double likeness = Likeness(mark, at, period);
-      if (likeness <= bestLikeness) continue;
-      best = at;
-      bestLikeness = likeness;
-    }
-    return best >= 0 && best < std::ssize(samples_) ? best : outside;
-  }
-
-  // Correlation of two periods, and none beyond the ends.
-  double Likeness(std::ptrdiff_t a, std::ptrdiff_t b, std::ptrdiff_t period) const {
-    const std::ptrdiff_t half = period / 2;
-    if (std::min(a, b) < half || std::max(a, b) + half >= std::ssize(samples_)) return 0.0;
-    double cross = 0.0, energy = 1.0;
-    for (std::ptrdiff_t i = -half; i < half; ++i) {
-      const double there = samples_[static_cast<std::size_t>(b + i)];
-      cross += samples_[static_cast<std::size_t>(a + i)] * there;
-      energy += there * there;
-    }
-    return cross / std::sqrt(energy);
-  }
-
-  const std::vector<float>& samples_;
-  double rate_;
-  const SourcePitch& pitch_;
-  std::vector<double> marks_;  // ascending
-};
-
-struct Grain {
-  double source;  // its middle in the recording, in source samples
-  double half;    // half its length, likewise
-  double gain;
-  bool isReversed;
-};
+// Recordings may be cut out of a sound, and grains reach over their ends.
+std::vector<float> RampedSamples(const Sound& sound) {
+  std::vector<float> samples = sound.samples;
+  RampEnds(samples, sound.rate);
+  return samples;
+}
 
 class Renderer {
  public:
   Renderer(const Sound& sound, const FrqMap& map, const NoteToRender& note)
-      : samples_(sound.samples),
-        rate_(sound.rate),
-        note_(note),
-        time_(sound, note),
-        pitch_(map, sound.rate),
-        marks_(sound, pitch_),
+      : samples_(RampedSamples(sound)),
+        ratio_(static_cast<double>(sound.rate) / kRenderedRate),
+        grains_(LayOutGrains(samples_, sound.rate, map, note)),
         out_(static_cast<std::size_t>(std::lround(note.lengthMs / 1000.0 * kRenderedRate))) {}
 
   std::vector<float> Render() {
-    const double ratio = rate_ / kRenderedRate;
-    const double end = static_cast<double>(out_.size()) * ratio;
-    bool isReversed = false;
-    // In source samples since the start of the note.
-    for (double at = 0.0; at < end;) {
-      const double source = time_.SourceAt(at);
-      if (source >= time_.End()) break;
-      const double hz = pitch_.HzAt(source);
-      const double period = rate_ / (hz > 0.0 ? hz : 1.0 / kUnvoicedSeconds);
-      const double step = hz > 0.0 ? rate_ / TargetHz(hz, at / rate_) : period;
-      // Noise that is stretched repeats itself; turning every other grain around keeps it from sounding like a tone.
-      isReversed = hz == 0.0 && IsStretched(at, period) && !isReversed;
-      // Closer grains add up to more: the note is kept as loud as the recording. A lower one is left a little softer,
-      // or recordings that use their whole range would be cut off.
-      const double gain = note_.volume / 100.0 * std::sqrt(std::min(step / period, 1.0));
-      Add({hz > 0.0 ? marks_.Nearest(source) : source, period, gain, isReversed}, at / ratio);
-      at += step;
+    if (grains_.empty()) return std::move(out_);
+    for (std::size_t i = 0; i < grains_.size(); ++i) {
+      const Grain& grain = grains_[i];
+      AddSide(grain, i > 0 ? SideTowards(grain, grains_[i - 1]) : OuterSide(grain), -1);
+      AddSide(grain, i + 1 < grains_.size() ? SideTowards(grain, grains_[i + 1]) : OuterSide(grain), 1);
     }
+    const double end = grains_.back().centre + OuterSide(grains_.back()).length;
+    RampEnds(std::span(out_).first(std::min(out_.size(), static_cast<std::size_t>(end))), kRenderedRate);
     return std::move(out_);
   }
 
  private:
-  bool IsStretched(double at, double step) const { return time_.SourceAt(at + step) - time_.SourceAt(at) < 0.8 * step; }
-
-  double TargetHz(double sourceHz, double seconds) const {
-    constexpr double kLowest = 20.0;
-    constexpr double kHighest = kRenderedRate / 4.0;
-    const double sung = std::pow(sourceHz / pitch_.Average(), note_.modulation / 100.0);
-    return std::clamp(note_.hz * sung * std::exp2(BendAt(seconds) / 1200.0), kLowest, kHighest);
+  static Side OuterSide(const Grain& grain) {
+    return {grain.period > 0.0 ? grain.period : kUnvoicedSeconds * kRenderedRate, false};
   }
 
-  // [cents]; between two values on a straight line, behind the last one it stays.
-  double BendAt(double seconds) const {
-    const auto last = static_cast<double>(note_.pitchBend.size() - 1);
-    const double place = std::clamp(seconds * note_.tempo / 60.0 * kBendsPerBeat, 0.0, last);
-    const auto index = static_cast<std::size_t>(place);
-    const double next = note_.pitchBend[std::min(index + 1, note_.pitchBend.size() - 1)];
-    return std::lerp(note_.pitchBend[index], next, place - std::floor(place));
+  // Periods keep their own length whatever the distance. All else reaches just to the neighbour, so that the two are
+  // as loud together as each of them.
+  Side SideTowards(const Grain& grain, const Grain& neighbour) const {
+    if (grain.period > 0.0 && neighbour.period > 0.0) return {grain.period, false};
+    const double distance = neighbour.centre - grain.centre;
+    const bool isOneSound = grain.period == neighbour.period && !grain.isReversed && !neighbour.isReversed &&
+                            grain.gain == neighbour.gain &&
+                            std::abs((neighbour.source - grain.source) / ratio_ - distance) < 1.0;
+    return {std::abs(distance), !isOneSound};
   }
 
-  // Under a Hann window; `centre` in rendered samples, between two of them as a rule.
-  void Add(const Grain& grain, double centre) {
-    const double ratio = rate_ / kRenderedRate;
-    const double half = grain.half / ratio;
-    const auto first = std::max<std::ptrdiff_t>(0, static_cast<std::ptrdiff_t>(std::ceil(centre - half)));
-    const auto last = std::min<std::ptrdiff_t>(std::ssize(out_), static_cast<std::ptrdiff_t>(centre + half) + 1);
-    for (std::ptrdiff_t i = first; i < last; ++i) {
-      const double off = static_cast<double>(i) - centre;
-      const double window = 0.5 + 0.5 * std::cos(std::numbers::pi * off / half);
-      const double place = grain.source + (grain.isReversed ? -off : off) * ratio;
-      out_[static_cast<std::size_t>(i)] += static_cast<float>(grain.gain * window * SampleAt(place));
+  // The middle of the grain belongs to the side behind it. A cosine is the root of a Hann window, and follows from the
+  // two before it: cos(a + d) = 2 cos(d) cos(a) - cos(a - d).
+  void AddSide(const Grain& grain, const Side& side, int direction) {
+    const double centre = grain.centre;
+    auto at = static_cast<std::ptrdiff_t>(direction > 0 ? std::ceil(centre) : std::ceil(centre) - 1.0);
+    const double sourceStep = (grain.isReversed ? -1.0 : 1.0) * ratio_;
+    const double angle = std::numbers::pi / 2.0 / side.length;
+    const double twice = 2.0 * std::cos(angle);
+    double off = std::abs(static_cast<double>(at) - centre);
+    double window = std::cos(angle * off), last = std::cos(angle * (off - 1.0));
+    for (; off < side.length; ++off, at += direction) {
+      if (at >= 0 && at < std::ssize(out_)) {
+        const double sound = SampleAt(grain.source + (static_cast<double>(at) - centre) * sourceStep);
+        const double weight = side.isRoot ? window : window * window;
+        out_[static_cast<std::size_t>(at)] += static_cast<float>(grain.gain * weight * sound);
+      }
+      const double next = twice * window - last;
+      last = window;
+      window = next;
     }
   }
 
@@ -228,12 +108,9 @@ class Renderer {
                        t * (2.0 * s[-1] - 5.0 * s[0] + 4.0 * s[1] - s[2] + t * (3.0 * (s[0] - s[1]) + s[2] - s[-1])));
   }
 
-  const std::vector<float>& samples_;
-  const double rate_;
-  const NoteToRender& note_;
-  const TimeMap time_;
-  const SourcePitch pitch_;
-  const PitchMarks marks_;
+  const std::vector<float> samples_;
+  const double ratio_;  // source samples in a rendered one
+  const std::vector<Grain> grains_;
   std::vector<float> out_;
 };
 

@@ -2,7 +2,8 @@
 // "Pitch-synchronous waveform processing techniques for text-to-speech synthesis using diphones").
 //
 // The recording is cut into grains of two periods, a period being what the map says, and the grains are laid out anew
-// in the distance that the note's pitch asks for. Where the map has no pitch the grains are of a fixed length.
+// in the distance that the note's pitch asks for. Where the map has no pitch the grains are of about one length, and of
+// a random one where noise is stretched. Sound begins and ends by a ramp.
 #pragma once
 
 #include <vector>
