@@ -2,6 +2,7 @@
 // are those of a user who has told the note and left the boxes alone.
 #include "check/checkrules.h"
 #include "contours.h"
+#include "figure.h"
 #include "rows.h"
 
 namespace {
@@ -56,21 +57,6 @@ Tally CheckAll(std::vector<Error> errors, Large large = Large::None, std::int32_
     }
   }
   return tally;
-}
-
-// A figure is the same each time.
-class Figure : public Work {
- public:
-  Figure(double value, double allowed) : value_(value), allowed_(allowed) {}
-  double Measured() override { return value_; }
-  double Yardstick() override { return allowed_; }
-
- private:
-  double value_, allowed_;
-};
-
-Row FigureRow(const char* name, const char* unit, double allowed, std::function<double()> value) {
-  return {name, unit, 1.0, [=] { return std::make_unique<Figure>(value(), allowed); }};
 }
 
 // Share of the marks of a large transition that its box leaves.

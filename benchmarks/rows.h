@@ -65,6 +65,9 @@ std::vector<Row> MrqRows();
 // Maps converted by the thousand, a large oto.ini, the levels of a long wave.
 std::vector<Row> VoicebankRows();
 
+// How well notes are rendered, natively. Run from the root of the tree, where a script for Praat is looked for.
+std::vector<Row> RenderRows();
+
 // The spectrum, natively. `command32` runs the program that measures it in the 32-bit build.
 std::vector<Row> SpectrumRows(const std::string& command32);
 
