@@ -7,6 +7,7 @@
 #include "app/filelistdlg.h"
 #include "app/helpcommands.h"
 #include "app/viewcommands.h"
+#include "app/words.h"
 #include "resources/ids.h"
 
 namespace {
@@ -187,7 +188,8 @@ void CEditorDlg::RunControlCommand(UINT id, UINT code, LPARAM detail) {
   if (Frames.OnControl(id, code, detail)) return;
   if (id == IDC_EDITOR_RELOAD) RunEdit<&EditCommands::PressReload>(*this, id);
   if (id == IDC_EDITOR_PLAY) {
-    Preview.OnPlayPressed({CurrentPath, Map, Settings.FrqType, Settings.ResamplerInUse(), Bank.Files.Store});
+    const std::wstring fault = TextOfUnreadable(Bank, Map.Index());
+    Preview.OnPlayPressed({CurrentPath, Map, Settings.FrqType, Settings.ResamplerInUse(), Bank.Files.Store, fault});
   }
   if (id == IDC_EDITOR_DIRECT) Preview.OnDirectPressed();
 }

@@ -43,6 +43,7 @@ void PreviewPanel::OnPlayPressed(const PreviewSource& source) {
   try {
     PreviewInput input = CollectInput(source);
     resampler_ = source.resamplerPath;
+    fault_ = source.fault;
     SetDlgItemTextW(dialog_, IDC_EDITOR_PLAY, LoadResString(IDS_STOP).c_str());
     preview_.Start(std::move(input));
   } catch (const std::exception&) {
@@ -85,8 +86,8 @@ void PreviewPanel::TellOfEnd() const {
     case PreviewEnd::Well:
       if (waveOutGetNumDevs() > 0) return;  // the system takes a sound that nobody hears
       [[fallthrough]];
-    case PreviewEnd::NotPlayed:
-    case PreviewEnd::NotPrepared: text = LoadResString(IDS_NOTPLAYED); break;
+    case PreviewEnd::NotPlayed: text = LoadResString(IDS_NOTPLAYED); break;
+    case PreviewEnd::NotPrepared: text = fault_.empty() ? LoadResString(IDS_NOTPLAYED) : fault_; break;
     case PreviewEnd::NotStarted:
     case PreviewEnd::Silent: text = TextOfMissing(resampler_); break;
   }

@@ -19,6 +19,7 @@ struct PreviewSource {
   ::FrqType kind;
   const std::wstring resamplerPath;
   MrqStore& store;
+  const std::wstring fault;  // why the map cannot be read; empty if it can
 };
 
 class PreviewPanel {
@@ -48,5 +49,5 @@ class PreviewPanel {
 
   HWND dialog_ = nullptr;
   CPreview preview_;
-  std::wstring resampler_;  // of the preview that was begun last
+  std::wstring resampler_, fault_;  // of the preview that was begun last
 };

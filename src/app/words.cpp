@@ -12,11 +12,12 @@ namespace {
 
 constexpr std::size_t kFailedNames = 3;
 
-// The system's words end with a line break.
-std::wstring SystemSentence(std::uint32_t error) {
+// The system's words end with a line break, and some leave a place for the file that they are about.
+std::wstring SystemSentence(std::uint32_t error, const std::wstring& path) {
   std::wstring text = SystemErrorText(error);
   text.erase(text.find_last_not_of(L" \r\n") + 1);
-  return text;
+  const std::size_t place = text.find(L"%1");
+  return place == text.npos ? text : text.replace(place, 2, FileNameOf(path));
 }
 
 std::wstring TextOfEnd(const ItemResult& result, const std::wstring& resampler) {
@@ -25,7 +26,7 @@ std::wstring TextOfEnd(const ItemResult& result, const std::wstring& resampler) 
   if (result.End == ItemEnd::EndedBadly) return FormatText(text.c_str(), result.Error);
   if (result.End != ItemEnd::NotStarted) return text;
   const std::wstring missing = TextOfMissing(resampler);
-  const std::wstring reason = SystemSentence(static_cast<std::uint32_t>(result.Error));
+  const std::wstring reason = SystemSentence(static_cast<std::uint32_t>(result.Error), resampler);
   return missing.empty() ? FormatText(text.c_str(), reason.c_str()) : missing;
 }
 
@@ -88,14 +89,18 @@ std::wstring TextOf(const MapFault& fault, const std::wstring& wave) {
   if (fault.Why == MapFault::None) return {};
   const std::wstring name = FileNameOf(wave);
   const std::wstring format = LoadResString(IDS_FAULT_FIRST + static_cast<UINT>(fault.Why) - MapFault::Refused);
-  return FormatText(format.c_str(), name.c_str(), SystemSentence(fault.Error).c_str());
+  return FormatText(format.c_str(), name.c_str(), SystemSentence(fault.Error, wave).c_str());
 }
 
 // Of the kind whose maps share a file, one that is not found there may be one that cannot be read.
-void TellIfUnreadable(HWND place, const Voicebank& bank, int index) {
+std::wstring TextOfUnreadable(const Voicebank& bank, int index) {
   const EntryFacts facts = bank.Maps.Facts(index);
   const bool mayBeLost = bank.Files.Kind == FrqTypeMrq && !facts.HasMap && !facts.Path.empty() && !facts.Loaded;
-  if (!facts.Unreadable && !mayBeLost) return;
-  const std::wstring text = TextOf(bank.Files.FaultOf(facts.Path), facts.Path);
+  if (!facts.Unreadable && !mayBeLost) return {};
+  return TextOf(bank.Files.FaultOf(facts.Path), facts.Path);
+}
+
+void TellIfUnreadable(HWND place, const Voicebank& bank, int index) {
+  const std::wstring text = TextOfUnreadable(bank, index);
   if (!text.empty()) Balloon::Show(place, text);
 }

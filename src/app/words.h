@@ -28,5 +28,7 @@ std::wstring TextOf(const CheckSum& sum);
 // Empty without a fault.
 std::wstring TextOf(const MapFault& fault, const std::wstring& wave);
 
-// Says at `place` why the map of a syllable cannot be read; nothing where it can, or where there is none.
+// Why the map of a syllable cannot be read; empty where it can, or where there is none.
+std::wstring TextOfUnreadable(const Voicebank& bank, int index);
+// Says that at `place`.
 void TellIfUnreadable(HWND place, const Voicebank& bank, int index);
