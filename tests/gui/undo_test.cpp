@@ -192,8 +192,12 @@ TEST_F(Keys, ServeABoxFirstAndAllWindowsButNotUnderAMessageOrAJob) {
     const auto done = std::async(std::launch::async, [&, command = command] { Press(command); });
     EXPECT_TRUE(Eventually([&] { return (box = FindBox()) && box != thumbnails && !IsWindowEnabled(editor_); }));
     for (const WORD key : {'Y', 'S'}) PressKeys(thumbnails, {VK_CONTROL, key});
-    PressKeys(thumbnails, {VK_ESCAPE});
-    EXPECT_TRUE(Eventually([&] { return !IsWindow(thumbnails); })) << "it takes keys";
+    const auto closes = [&] {
+      PressKeys(thumbnails, {VK_ESCAPE});
+      for (int i = 0; i < 100 && IsWindow(thumbnails); ++i) Sleep(5);
+      return !IsWindow(thumbnails);
+    };
+    EXPECT_TRUE(Eventually(closes)) << "it takes keys";
     Close(box, static_cast<WPARAM>(answer));
     done.wait();
     EXPECT_EQ(Frames() + Column(2), changed);
