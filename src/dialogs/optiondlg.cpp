@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "base/files.h"
+#include "base/narrowpath.h"
 #include "base/path.h"
 #include "base/registry.h"
 #include "base/text.h"
@@ -64,11 +65,13 @@ LRESULT COptionDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
   return CDlgBase::OnCommand(wParam, code, control);
 }
 
-// Starts from the resampler that the dialog was opened with, not from what was typed since.
+// Starts from the resampler that the dialog was opened with, not from what was typed since. The picker gives a path of
+// any length, but does not come up, or breaks down, with one beyond the limit to start from: that goes by its short form.
 void COptionDlg::Browse() {
   std::wstring filter = LoadResString(IDS_RESAMPLERFILTER);
   std::ranges::replace(filter, L'|', L'\0');
-  std::wstring file = ResamplerPath;
+  const bool fits = ResamplerPath.size() < kPathLimit;
+  std::wstring file = fits ? ResamplerPath : NarrowForm(ResamplerPath).value_or(L"");
   file.resize(kLongestPath);
   OPENFILENAMEW picker{};
   picker.lStructSize = sizeof(picker);
