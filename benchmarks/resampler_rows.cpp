@@ -10,7 +10,7 @@
 #include "companions/resampler/sound.h"
 #include "knownvoices.h"
 #include "measuring.h"
-#include "resampler/pitchanalysis.h"
+#include "pitch/pitchanalysis.h"
 #include "rows.h"
 #include "scratchfolder.h"
 

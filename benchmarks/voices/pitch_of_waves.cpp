@@ -17,7 +17,7 @@
 
 #include "companions/resampler/sound.h"
 #include "frqmap/frqtype.h"
-#include "resampler/pitchanalysis.h"
+#include "pitch/pitchanalysis.h"
 
 namespace {
 

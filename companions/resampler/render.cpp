@@ -7,7 +7,7 @@
 
 #include "frqmap/levels.h"
 #include "grains.h"
-#include "resampler/pitchanalysis.h"
+#include "pitch/pitchanalysis.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 
 #include "benchmarks/hearing.h"
 #include "native/tone.h"
-#include "resampler/pitchanalysis.h"
+#include "pitch/pitchanalysis.h"
 
 namespace {
 
@@ -220,6 +220,29 @@ TEST(PitchAnalysis, GivesAFrameForEachBegunHopOfAnything) {
     const std::vector<double> found = AnalysePitch(std::vector<float>(samples, 9000.0f), rate, 256);
     EXPECT_EQ(found, std::vector<double>(frames, FrqNoPitch)) << samples;
   }
+}
+
+// A tone at 220 Hz repeats itself in twice its period as well, and in no other time.
+TEST(PitchAnalysis, TellsWhatElseAFrameMayBe) {
+  const Sound tone = Recording();
+  const PitchSearch search(tone.samples, tone.rate);
+  const auto pathIn = [&](const PitchConstraint& constraint) {
+    return BestPitchPath(search.Candidates(256, 80, 5, constraint), 256.0 / tone.rate).at(2);
+  };
+  const std::vector<double> octaveBelow(5, 108.0), besideIt(5, 100.0), none(5, FrqNoPitch);
+  EXPECT_NEAR(pathIn({}), 220.0, 6.0);
+  EXPECT_NEAR(pathIn({.highestHz = 150.0}), 110.0, 3.0);
+  EXPECT_NEAR(pathIn({.line = octaveBelow, .cents = 100.0}), 110.0, 3.0);
+  EXPECT_EQ(pathIn({.line = besideIt, .cents = 50.0}), FrqNoPitch);
+  EXPECT_EQ(pathIn({.line = none, .cents = 50.0}), FrqNoPitch);
+
+  const PitchFrame frame = search.Candidates(256, 82, 1).at(0);
+  ASSERT_GE(frame.pitches.size(), 2u);
+  EXPECT_NEAR(std::exp2(frame.pitches[0].logHz), 220.0, 6.0);
+  EXPECT_GT(frame.pitches[0].strength, frame.pitches[1].strength);
+  EXPECT_GT(frame.pitches[1].strength, frame.voiceless);
+  EXPECT_GT(search.SupportAt(82 * 256, 110.0, 50.0), 0.95);
+  EXPECT_LT(search.SupportAt(82 * 256, 290.0, 50.0), 0.5);
 }
 
 TEST(RenderedNotes, ComeOutOfAnyMap) {

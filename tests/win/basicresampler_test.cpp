@@ -6,7 +6,7 @@
 #include "frqmap/mrqstore.h"
 #include "native/testdata.h"
 #include "native/tone.h"
-#include "resampler/pitchanalysis.h"
+#include "pitch/pitchanalysis.h"
 #include "voicebank/waveheader.h"
 #include "win/polling.h"
 #include "win/scratch.h"

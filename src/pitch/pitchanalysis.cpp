@@ -1,4 +1,4 @@
-#include "resampler/pitchanalysis.h"
+#include "pitch/pitchanalysis.h"
 
 #include <algorithm>
 #include <array>
@@ -7,6 +7,7 @@
 #include <functional>
 #include <limits>
 #include <numbers>
+#include <span>
 #include <utility>
 
 #include "frqmap/frqtype.h"
@@ -172,6 +173,11 @@ struct Candidate {
 // The first candidate of a frame is always that it has no pitch.
 using Candidates = std::vector<Candidate>;
 
+// [octaves over 1 Hz]
+struct LogRange {
+  double lowest, highest;
+};
+
 // Candidates are sought in a coarse signal and weighed in the whole one: between two lags of the coarse one the true
 // height of a peak cannot be told, and a period of 26.5 samples would lose against twice its length.
 class CandidateSearch {
@@ -184,7 +190,7 @@ class CandidateSearch {
         correlation_(static_cast<std::size_t>(std::ceil(coarse.Rate() / kLowestVoiceHz) + 2.0) -
                      static_cast<std::size_t>(shortest_)) {}
 
-  Candidates At(double seconds) {
+  Candidates At(double seconds, const LogRange& range) {
     const double ratio = fine_.Rate() / coarse_.Rate();
     const auto centre = static_cast<std::ptrdiff_t>(seconds * fine_.Rate());
     const auto coarseCentre = static_cast<std::ptrdiff_t>(seconds * coarse_.Rate());
@@ -194,7 +200,7 @@ class CandidateSearch {
     // No voice can be stronger.
     if (kVoicing + silence > 1.0 + kVoicing) return found;
 
-    std::vector<Repeat> repeats = RoughRepeats(coarseCentre);
+    std::vector<Repeat> repeats = RoughRepeats(coarseCentre, range);
     double best = 0.0;
     for (Repeat& repeat : repeats) {
       repeat = BestNear(fine_, centre, repeat.lag * ratio, Reach());
@@ -213,8 +219,8 @@ class CandidateSearch {
     return std::clamp<std::ptrdiff_t>(std::lround(0.75 * fine_.Rate() / coarse_.Rate()), 1, kMostReach);
   }
 
-  // The highest peaks.
-  std::vector<Repeat> RoughRepeats(std::ptrdiff_t centre) {
+  // The highest peaks within a range.
+  std::vector<Repeat> RoughRepeats(std::ptrdiff_t centre, const LogRange& range) {
     for (std::size_t i = 0; i < correlation_.size(); ++i) {
       correlation_[i] = coarse_.At(centre, shortest_ + static_cast<std::ptrdiff_t>(i));
     }
@@ -223,7 +229,9 @@ class CandidateSearch {
       const double here = correlation_[i];
       if (here < kLeastCorrelation || here < correlation_[i - 1] || here <= correlation_[i + 1]) continue;
       const Peak peak = PeakOf(correlation_[i - 1], here, correlation_[i + 1]);
-      found.push_back({static_cast<double>(shortest_) + static_cast<double>(i) + peak.offset, peak.height});
+      const double lag = static_cast<double>(shortest_) + static_cast<double>(i) + peak.offset;
+      const double logHz = std::log2(coarse_.Rate() / lag);
+      if (logHz >= range.lowest && logHz <= range.highest) found.push_back({lag, peak.height});
     }
     const std::size_t most = std::min(found.size(), kMostCandidates - 1);
     std::ranges::partial_sort(
@@ -282,30 +290,91 @@ double LoudestPower(const Repetition& signal, std::ptrdiff_t step) {
   return loudest;
 }
 
+// What is searched where nothing is asked for: all that the lags hold, a little beyond the range at either end.
+LogRange RangeOf(const PitchConstraint& constraint, std::size_t frame) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  LogRange range{-kInfinity, kInfinity};
+  if (constraint.lowestHz > kLowestVoiceHz) range.lowest = std::log2(constraint.lowestHz);
+  if (constraint.highestHz < kHighestVoiceHz) range.highest = std::log2(constraint.highestHz);
+  if (constraint.line.empty()) return range;
+  if (!(constraint.line[frame] > FrqNoPitch)) return {kInfinity, -kInfinity};
+  const double middle = std::log2(constraint.line[frame]), reach = constraint.cents / 1200.0;
+  return {std::max(range.lowest, middle - reach), std::min(range.highest, middle + reach)};
+}
+
 }  // namespace
 
-std::vector<double> AnalysePitch(std::span<const float> samples, double sampleRate, SampleCount hop) {
-  std::vector<double> pitch((samples.size() + static_cast<std::size_t>(hop) - 1) / static_cast<std::size_t>(hop),
-                            FrqNoPitch);
-  if (pitch.empty() || !(sampleRate >= kLeastRate)) return pitch;
-  const Signal voice = WithoutRumble(samples, sampleRate);
-  Repetition fine = RepetitionAt(kFineRate, voice, sampleRate);
-  Repetition coarse = RepetitionAt(kCoarseRate, voice, sampleRate);
-  const double loudest = LoudestPower(coarse, kLoudestStep);
-  coarse.SetNoisePower(loudest * kNoiseFloor * kNoiseFloor);
-
-  fine.SetNoisePower(loudest * kNoiseFloor * kNoiseFloor);
-
-  CandidateSearch search(coarse, fine, loudest);
-  std::vector<Candidates> frames;
-  frames.reserve(pitch.size());
-  for (std::size_t i = 0; i < pitch.size(); ++i) {
-    frames.push_back(search.At(static_cast<double>(i) * hop / sampleRate));
+struct PitchSearch::Signals {
+  Signals(const Signal& voice, double rate)
+      : fine(RepetitionAt(kFineRate, voice, rate)),
+        coarse(RepetitionAt(kCoarseRate, voice, rate)),
+        loudest(LoudestPower(coarse, kLoudestStep)) {
+    fine.SetNoisePower(loudest * kNoiseFloor * kNoiseFloor);
+    coarse.SetNoisePower(loudest * kNoiseFloor * kNoiseFloor);
   }
-  const std::vector<std::size_t> path = BestPath(frames, kCostSeconds * sampleRate / hop);
+
+  Repetition fine, coarse;
+  double loudest;
+};
+
+PitchSearch::PitchSearch(std::span<const float> samples, double sampleRate) : rate_(sampleRate) {
+  if (samples.empty() || !(sampleRate >= kLeastRate)) return;
+  signals_ = std::make_unique<const Signals>(WithoutRumble(samples, sampleRate), sampleRate);
+}
+
+PitchSearch::~PitchSearch() = default;
+
+std::vector<PitchFrame> PitchSearch::Candidates(SampleCount hop, SampleCount first, SampleCount count,
+                                                const PitchConstraint& constraint) const {
+  std::vector<PitchFrame> frames(static_cast<std::size_t>(count));
+  if (!signals_) return frames;
+  CandidateSearch search(signals_->coarse, signals_->fine, signals_->loudest);
+  for (std::size_t i = 0; i < frames.size(); ++i) {
+    const double seconds = (first + static_cast<double>(i)) * hop / rate_;
+    const auto found = search.At(seconds, RangeOf(constraint, i));
+    frames[i].voiceless = found[0].strength;
+    for (const Candidate& pitch : std::span(found).subspan(1)) {
+      frames[i].pitches.push_back({pitch.logHz, pitch.strength});
+    }
+    std::ranges::stable_sort(frames[i].pitches, std::greater(), &PitchCandidate::strength);
+  }
+  return frames;
+}
+
+double PitchSearch::SupportAt(SampleCount sample, double hz, double cents) const {
+  if (!signals_ || !(hz >= kLowestVoiceHz && hz <= kHighestVoiceHz)) return 0.0;
+  const Repetition& fine = signals_->fine;
+  const double lag = fine.Rate() / hz, share = std::exp2(cents / 1200.0);
+  const auto centre = static_cast<std::ptrdiff_t>(sample / rate_ * fine.Rate());
+  double best = -1.0;
+  for (std::ptrdiff_t at = std::lround(lag / share); at <= std::lround(lag * share); ++at) {
+    best = std::max(best, fine.At(centre, at));
+  }
+  return best;
+}
+
+std::vector<double> BestPitchPath(std::span<const PitchFrame> frames, double seconds) {
+  std::vector<double> pitch(frames.size(), FrqNoPitch);
+  if (frames.empty()) return pitch;
+  std::vector<Candidates> candidates;
+  candidates.reserve(frames.size());
+  for (const PitchFrame& frame : frames) {
+    Candidates& own = candidates.emplace_back(1, Candidate{0.0, frame.voiceless, false});
+    const std::size_t count = std::min(frame.pitches.size(), kMostCandidates - 1);
+    for (const PitchCandidate& one : std::span(frame.pitches).first(count)) {
+      own.push_back({one.logHz, one.strength, true});
+    }
+  }
+  const std::vector<std::size_t> path = BestPath(candidates, kCostSeconds / seconds);
   for (std::size_t i = 0; i < pitch.size(); ++i) {
-    const Candidate& taken = frames[i][path[i]];
+    const Candidate& taken = candidates[i][path[i]];
     if (taken.isVoice) pitch[i] = std::exp2(taken.logHz);
   }
   return pitch;
+}
+
+std::vector<double> AnalysePitch(std::span<const float> samples, double sampleRate, SampleCount hop) {
+  const auto count = static_cast<SampleCount>((samples.size() + static_cast<std::size_t>(hop) - 1) /
+                                              static_cast<std::size_t>(hop));
+  return BestPitchPath(PitchSearch(samples, sampleRate).Candidates(hop, 0, count), hop / sampleRate);
 }
