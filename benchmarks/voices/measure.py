@@ -146,12 +146,12 @@ def print_worst(by_wave, count):
             print(f"  {frames_of(one):5} of {one.voiced:4} {one.unvoiced:4}  {wave}")
 
 
-def report_rows(table, file, beginning):
+def report_rows(table, file, beginning, of=ROWS):
     """As the other rows of ./bench are reported; the yardstick is the most that is good enough."""
     rows = json.loads(open(file).read()) if os.path.exists(file) else []
     head = f"{'name':<18} {'value':>10} {'yardstick':>10} {'unit':<4} {'ratio':>8} {'aim':>6}  holds"
     print(f"\n{head}")
-    for name, of_set, column, most in ROWS:
+    for name, of_set, column, most in of:
         if not name.startswith(beginning):
             continue
         value = table[OURS][of_set][column]

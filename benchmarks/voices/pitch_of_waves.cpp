@@ -4,45 +4,18 @@
 //
 // A line comes out for each: the path, the seconds of processor time that the analysis took, the distance of its
 // frames [s], and their pitches [Hz], 0 for none.
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstring>
 #include <ctime>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <optional>
 #include <string>
 
-#include "companions/resampler/sound.h"
 #include "frqmap/frqtype.h"
 #include "pitch/pitchanalysis.h"
+#include "readsound.h"
 
 namespace {
-
-class BytesSource : public ByteSource {
- public:
-  explicit BytesSource(const Bytes& bytes) : bytes_(bytes) {}
-  std::size_t ReadAt(std::int64_t position, void* target, std::size_t size) override {
-    if (position < 0 || position >= Size()) return 0;
-    const std::size_t there = std::min(size, static_cast<std::size_t>(Size() - position));
-    std::memcpy(target, bytes_.data() + position, there);
-    return there;
-  }
-  std::int64_t Size() const override { return std::ssize(bytes_); }
-
- private:
-  const Bytes& bytes_;
-};
-
-std::optional<Sound> ReadSound(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  const Bytes bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  BytesSource source(bytes);
-  const std::optional<DecodedWave> wave = DecodeWav(source, false);
-  return wave ? SoundOfWave(wave->format, wave->samples) : std::nullopt;
-}
 
 void PrintPitch(const std::string& path, const Sound& sound) {
   // As far apart as the frames of a map are at the usual rate.

@@ -76,11 +76,6 @@ bool HoldsRegions(const CheckRegionRecord& record, SampleCount frameCount) {
   return true;
 }
 
-bool AreRecords(const CheckFrqSettings* settings, const CheckFrameRecord* frames, const CheckRegionRecord* regions) {
-  return settings && settings->Size == sizeof(CheckFrqSettings) && frames && frames->FrameCount >= 0 &&
-         (!regions || HoldsRegions(*regions, frames->FrameCount));
-}
-
 class MapCheck {
  public:
   MapCheck(const CheckFrqSettings& settings, const CheckFrameRecord& record, const CheckRegionRecord* regions)
@@ -384,9 +379,15 @@ class MapCheck {
 
 }  // namespace
 
+bool AreCheckRecords(const CheckFrqSettings* settings, const CheckFrameRecord* frames,
+                     const CheckRegionRecord* regions) noexcept {
+  return settings && settings->Size == sizeof(CheckFrqSettings) && frames && frames->FrameCount >= 0 &&
+         (!regions || HoldsRegions(*regions, frames->FrameCount));
+}
+
 std::int32_t CheckMap(const CheckFrqSettings* settings, CheckFrameRecord* frames,
                       const CheckRegionRecord* regions) noexcept {
-  if (!AreRecords(settings, frames, regions)) return -1;
+  if (!AreCheckRecords(settings, frames, regions)) return -1;
   try {
     MapCheck check(*settings, *frames, regions);
     check.Run();

@@ -11,3 +11,7 @@
 // be, and without memory; then nothing is written. `regions` may be null.
 std::int32_t CheckMap(const CheckFrqSettings* settings, CheckFrameRecord* frames,
                       const CheckRegionRecord* regions) noexcept;
+
+// Whether they are what they claim to be, so far as that can be seen.
+bool AreCheckRecords(const CheckFrqSettings* settings, const CheckFrameRecord* frames,
+                     const CheckRegionRecord* regions) noexcept;

@@ -374,7 +374,7 @@ std::vector<double> BestPitchPath(std::span<const PitchFrame> frames, double sec
 }
 
 std::vector<double> AnalysePitch(std::span<const float> samples, double sampleRate, SampleCount hop) {
-  const auto count = static_cast<SampleCount>((samples.size() + static_cast<std::size_t>(hop) - 1) /
-                                              static_cast<std::size_t>(hop));
+  const auto count =
+      static_cast<SampleCount>((samples.size() + static_cast<std::size_t>(hop) - 1) / static_cast<std::size_t>(hop));
   return BestPitchPath(PitchSearch(samples, sampleRate).Candidates(hop, 0, count), hop / sampleRate);
 }

@@ -22,7 +22,7 @@ struct PitchCandidate {
 
 // What the sound says at one frame.
 struct PitchFrame {
-  double voiceless = 0.0;              // the strength of there being no voice; over 1 in what is nearly silent
+  double voiceless = 0.0;               // the strength of there being no voice; over 1 in what is nearly silent
   std::vector<PitchCandidate> pitches;  // the strongest one first
 };
 

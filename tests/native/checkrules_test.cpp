@@ -12,9 +12,14 @@
 #include <map>
 #include <numbers>
 #include <random>
+#include <set>
 
 #include "base/note.h"
+#include "check/soundrules.h"
+#include "companions/resampler/sound.h"
 #include "frqmap/freq0003.h"
+#include "native/tone.h"
+#include "native/wavebytes.h"
 #include "samplebank/bank.h"
 
 namespace {
@@ -55,6 +60,73 @@ TEST(CheckRules, EveryPlantedErrorOfTheSampleVoicebankIsFoundAndNothingElse) {
     const FrqMap map = DecodeFreq0003(file.bytes).value();
     EXPECT_EQ(Checked(map).result, planted[file.path]);
     EXPECT_EQ(Checked(map, {}).result, planted[file.path]) << "also for one who tells no note";
+  }
+}
+
+std::optional<Sound> SoundOfFile(const Bytes& file) {
+  WaveBytes source(file);
+  const auto wave = DecodeWav(source, false);
+  return wave ? SoundOfWave(wave->format, wave->samples) : std::nullopt;
+}
+
+TEST(CheckByEar, FindsInTheSampleVoicebankWhatWasPlantedAndNothingElse) {
+  const std::vector<BankFile> bank = MakeSampleBank();
+  std::set<std::u8string> marked;
+  for (const BankFile& file : bank) {
+    if (!file.path.ends_with(u8"_wav.frq")) continue;
+    const std::u8string wavePath = file.path.substr(0, file.path.size() - 8) + u8".wav";
+    const auto wave = std::ranges::find(bank, wavePath, &BankFile::path);
+    const Sound sound = SoundOfFile(wave->bytes).value();
+    Checked checked(DecodeFreq0003(file.bytes).value());
+    const CheckFrqSettings settings;
+    if (CheckMapBySound(&settings, checked.frames.get(), nullptr, sound.samples, sound.rate) > 0)
+      marked.insert(file.path);
+  }
+  EXPECT_EQ(marked, (std::set<std::u8string>{u8"か_wav.frq", u8"ら_wav.frq", u8"さ_wav.frq"}));
+}
+
+// A second with a voice from frame 35 to 137, which the contour alone would let pass in most of these.
+TEST(CheckByEar, SaysWhatIsWrongWithAStretchAndWhatItShouldBe) {
+  struct Case {
+    const char* what;
+    int first, end;
+    double hz;
+    std::int32_t mark;
+    double suggestion;
+  };
+  const Case cases[] = {{"nothing", 60, 60, 0, CheckMarkNone, 0},
+                        {"all an octave high", 35, 138, 440, CheckMarkFactor, 220},
+                        {"all an octave low", 35, 138, 110, CheckMarkFactor, 220},
+                        {"all a twelfth high", 35, 138, 660, CheckMarkFactor, 220},
+                        {"one frame a twelfth low", 60, 61, 220.0 / 3, CheckMarkFactor, 220},
+                        {"a third high", 60, 80, 277, CheckMarkFar, 220},
+                        {"no number", 60, 62, kInfinity, CheckMarkFar, 220},
+                        {"a wandering pitch in silence", 5, 20, 310, CheckMarkNoise, FrqNoPitch},
+                        {"a gap of one frame", 60, 61, FrqNoPitch, CheckMarkGap, 220},
+                        {"no pitch at all", 35, 138, FrqNoPitch, CheckMarkGap, 220}};
+  const std::vector<float> sound = SecondOfTone([](double) { return 220.0; }, 0.2, 0.8);
+  for (const auto& [what, first, end, hz, mark, suggestion] : cases) {
+    SCOPED_TRACE(what);
+    FrqMap map;
+    map.Create(173, FrqTypeFrq);
+    map.Hop = 256;
+    for (int i = 35; i < 138; ++i) map.Frames[i].Frequency = 220.0;
+    for (int i = first; i < end; ++i) map.Frames[i].Frequency = hz;
+    auto frames = MakeCheckFrames(map, L"");
+    const CheckFrqSettings settings;
+    EXPECT_NEAR(CheckMapBySound(&settings, frames.get(), nullptr, sound, 44100), end - first, 2);
+    // A frame at the very edge of the voice may be either.
+    for (int i = 0; i < map.FrameCount; ++i) {
+      if (i == 34 || i == 35 || i == 137) continue;
+      const CheckFrame& frame = frames->Frames[i];
+      const bool isWrong = i >= first && i < end;
+      EXPECT_EQ(frame.Mark, isWrong ? mark : CheckMarkNone) << i;
+      EXPECT_NEAR(frame.SuggestedFrequency, isWrong ? suggestion : 0.0, 3.0) << i;
+    }
+    // The sound of another recording says nothing about this one.
+    const std::span other = std::span(sound).first(20000);
+    const std::int32_t byEar = CheckMapBySound(&settings, frames.get(), nullptr, other, 44100);
+    EXPECT_EQ(byEar, CheckMap(&settings, frames.get(), nullptr));
   }
 }
 

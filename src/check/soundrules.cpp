@@ -1,0 +1,246 @@
+#include "check/soundrules.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+#include <vector>
+
+#include "check/checkrules.h"
+#include "frqmap/frqtype.h"
+#include "pitch/pitchanalysis.h"
+
+namespace {
+
+// The figures below come from measuring what they find and what they mark in vain: benchmarks/voices/check.py.
+
+constexpr double kAgreement = 50.0;    // [cents] between the map and what is heard
+constexpr double kFarEnough = 120.0;   // [cents] beyond that are an error, and not another view of a glide
+constexpr SampleCount kLooseness = 2;  // [frames] that an analysis may be early or late
+constexpr double kSmoothStep = 150.0;  // [cents] from frame to frame
+
+// A voice is heard that has another pitch.
+constexpr double kHeard = 0.5;  // mean support of what is heard
+constexpr double kFainter =
+    0.02;                         // less support than a map that is higher has, at most, where that leaves it by a step
+constexpr double kClearer = 0.1;  // more support than the map has, where that goes on without a step
+// More support than the map has where that is higher: what repeats itself does so after twice the time as well, and an
+// octave too high is never borne out as well as this. Measured: 0.15 and more, and up to 0.10 where the map was right.
+constexpr double kClearlyBelow = 0.12;
+
+// No voice is heard.
+constexpr double kUnheard = 0.5;             // mean support of the map, at most
+constexpr double kUnheardBesideVoice = 0.2;  // likewise where the map only holds on to a voice for longer
+constexpr double kHeldOnMs = 40.0;           // so long at least
+constexpr double kSilentStrength = 1.0;      // of no voice, where it is too silent for any
+
+// A voice is heard in a gap.
+constexpr double kGapHeard = 0.6;       // mean support within a tone
+constexpr double kOpenGapHeard = 0.85;  // at the edge of one, or where the map has none at all
+constexpr double kOpenGapMs = 80.0;
+
+// A map belongs to the recording if their lengths are so near.
+constexpr double kLengthShare = 0.05, kLengthSeconds = 0.1;
+constexpr SampleCount kFinestHop = 32;
+
+enum class Claim : std::uint8_t { None, Moved, Noise, Gap };
+
+double CentsBetween(double a, double b) {
+  return 1200.0 * std::fabs(std::log2(a / b));
+}
+
+bool IsVoice(double hz) {
+  return hz > FrqNoPitch && std::isfinite(hz);
+}
+
+bool IsOf(const CheckFrameRecord& record, std::size_t samples, double rate) {
+  if (record.Hop < kFinestHop || record.FrameCount == 0) return false;
+  const double own = static_cast<double>(record.FrameCount) * record.Hop, whole = static_cast<double>(samples);
+  return std::fabs(own - whole) <= kLengthShare * whole + kLengthSeconds * rate + record.Hop;
+}
+
+class SoundCheck {
+ public:
+  SoundCheck(const CheckFrameRecord& record, const PitchSearch& search, double rate)
+      : frames_(record.Frames, static_cast<std::size_t>(record.FrameCount)),
+        hop_(record.Hop),
+        hopMs_(record.Hop * 1000.0 / rate),
+        search_(search),
+        candidates_(search.Candidates(hop_, 0, record.FrameCount)),
+        heard_(BestPitchPath(candidates_, hop_ / rate)),
+        claims_(frames_.size(), Claim::None),
+        marks_(claims_) {}
+
+  void Run() {
+    for (SampleCount i = 0; i < Count(); ++i) claims_[Index(i)] = ClaimAt(i);
+    for (SampleCount first = 0, end = 0; first < Count(); first = end) {
+      while (end < Count() && claims_[Index(end)] == claims_[Index(first)]) ++end;
+      if (Holds(first, end)) std::fill(marks_.begin() + first, marks_.begin() + end, claims_[Index(first)]);
+    }
+  }
+
+  std::int32_t WriteTo(std::span<CheckFrame> frames) const {
+    std::int32_t count = 0;
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+      frames[i].Mark = MarkOf(i);
+      frames[i].SuggestedFrequency = frames[i].Mark == CheckMarkNone ? 0.0 : heard_[i];
+      if (frames[i].Mark != CheckMarkNone) ++count;
+    }
+    return count;
+  }
+
+ private:
+  static std::size_t Index(SampleCount i) { return static_cast<std::size_t>(i); }
+  SampleCount Count() const { return static_cast<SampleCount>(frames_.size()); }
+  double Map(SampleCount i) const { return frames_[Index(i)].Frequency; }
+  double Heard(SampleCount i) const { return heard_[Index(i)]; }
+  bool IsMapVoice(SampleCount i) const { return i >= 0 && i < Count() && IsVoice(Map(i)); }
+  bool IsHeard(SampleCount i) const { return i >= 0 && i < Count() && IsVoice(Heard(i)); }
+
+  // Whether what is heard around a frame comes so near to the map, or goes past it.
+  bool Agrees(SampleCount i, double cents) const {
+    double lowest = 0.0, highest = 0.0;
+    for (SampleCount at = i - kLooseness; at <= i + kLooseness; ++at) {
+      if (!IsHeard(at)) continue;
+      if (CentsBetween(Map(i), Heard(at)) <= cents) return true;
+      lowest = lowest == 0.0 ? Heard(at) : std::min(lowest, Heard(at));
+      highest = std::max(highest, Heard(at));
+      // A jump of what is heard is no way past.
+      if (CentsBetween(lowest, highest) > 4 * kSmoothStep) return false;
+    }
+    return lowest > 0.0 && lowest <= Map(i) && Map(i) <= highest;
+  }
+
+  Claim ClaimAt(SampleCount i) const {
+    const bool hasPitch = !(Map(i) <= FrqNoPitch);
+    if (!hasPitch) return IsHeard(i) ? Claim::Gap : Claim::None;
+    if (!std::isfinite(Map(i))) return IsHeard(i) ? Claim::Moved : Claim::Noise;
+    if (Agrees(i, kFarEnough)) return Claim::None;
+    return IsHeard(i) ? Claim::Moved : Claim::Noise;
+  }
+
+  bool Holds(SampleCount first, SampleCount end) const {
+    switch (claims_[Index(first)]) {
+      case Claim::Moved: return HoldsMoved(first, end);
+      case Claim::Noise: return HoldsNoise(first, end);
+      case Claim::Gap: return HoldsGap(first, end);
+      default: return false;
+    }
+  }
+
+  // How well the sound bears a pitch out, in the mean.
+  double MeanSupport(SampleCount first, SampleCount end, const auto& hzAt) const {
+    double sum = 0.0;
+    for (SampleCount i = first; i < end; ++i) sum += search_.SupportAt(i * hop_, hzAt(i), kAgreement);
+    return sum / (end - first);
+  }
+  double SupportOfHeard(SampleCount first, SampleCount end) const {
+    return MeanSupport(first, end, [this](SampleCount i) { return Heard(i); });
+  }
+  double SupportOfMap(SampleCount first, SampleCount end) const {
+    return MeanSupport(first, end, [this](SampleCount i) { return Map(i); });
+  }
+
+  // Whether the map runs on to a neighbour that agrees with what is heard.
+  bool RunsOnTo(SampleCount i, SampleCount neighbour) const {
+    return IsRight(neighbour) && CentsBetween(Map(i), Map(neighbour)) <= kSmoothStep;
+  }
+  bool IsRight(SampleCount i) const { return IsMapVoice(i) && claims_[Index(i)] == Claim::None; }
+  bool IsSmooth(SampleCount first, SampleCount end) const {
+    for (SampleCount i = first + 1; i < end; ++i) {
+      if (!(CentsBetween(Map(i), Map(i - 1)) <= kSmoothStep)) return false;
+    }
+    return true;
+  }
+  bool HoldsOn(SampleCount first, SampleCount end) const {
+    return (RunsOnTo(first, first - 1) || RunsOnTo(end - 1, end)) && IsSmooth(first, end);
+  }
+
+  // Where the map goes on without a step it may be what is heard that has jumped.
+  bool HoldsMoved(SampleCount first, SampleCount end) const {
+    const double heard = SupportOfHeard(first, end);
+    if (heard < kHeard || IsLoneEnd(first, end)) return false;
+    const double clearer = heard - SupportOfMap(first, end);
+    const bool isAbove = IsMapAbove(first, end);
+    if (HoldsOn(first, end)) return clearer > (HasJumped(first, end) ? 0.0 : kClearer);
+    if (HasJumped(first, end)) return !isAbove || clearer > -kFainter;
+    return !isAbove || clearer > kClearlyBelow;
+  }
+  // Whether the map leaves what is heard by a step that the sound does not make, at either end.
+  bool HasJumped(SampleCount first, SampleCount end) const { return IsJump(first, -1) || IsJump(end - 1, 1); }
+  bool IsJump(SampleCount i, SampleCount step) const {
+    SampleCount neighbour = i + step;
+    while (IsHeard(neighbour) && !IsMapVoice(neighbour) && IsSteadyFrom(neighbour - step, neighbour)) neighbour += step;
+    return IsRight(neighbour) && !RunsOnTo(i, neighbour) && IsSteadyFrom(neighbour - step, neighbour);
+  }
+  bool IsSteadyFrom(SampleCount i, SampleCount next) const {
+    return IsHeard(i) && IsHeard(next) && CentsBetween(Heard(i), Heard(next)) <= kSmoothStep;
+  }
+  bool IsMapAbove(SampleCount first, SampleCount end) const {
+    SampleCount above = 0;
+    for (SampleCount i = first; i < end; ++i) above += Map(i) > Heard(i) ? 1 : 0;
+    return 2 * above > end - first;
+  }
+  // The first or the last frame of a tone, half of which is the pause before or behind it.
+  bool IsLoneEnd(SampleCount first, SampleCount end) const {
+    return end - first == 1 && ((IsRight(first - 1) && !IsMapVoice(end)) || (IsRight(end) && !IsMapVoice(first - 1)));
+  }
+
+  bool HoldsNoise(SampleCount first, SampleCount end) const {
+    if (IsLoneEnd(first, end)) return false;
+    if (!HoldsOn(first, end)) return IsSilent(first, end) || SupportOfMap(first, end) < kUnheard;
+    return (end - first) * hopMs_ >= kHeldOnMs && SupportOfMap(first, end) < kUnheardBesideVoice;
+  }
+  bool IsSilent(SampleCount first, SampleCount end) const {
+    return std::all_of(candidates_.begin() + first, candidates_.begin() + end,
+                       [](const PitchFrame& frame) { return frame.voiceless >= kSilentStrength; });
+  }
+
+  bool HoldsGap(SampleCount first, SampleCount end) const {
+    const double heard = SupportOfHeard(first, end);
+    if (IsMapVoice(first - 1) && IsMapVoice(end)) return heard >= kGapHeard;
+    return (end - first) * hopMs_ >= kOpenGapMs && heard >= kOpenGapHeard;
+  }
+
+  CheckMark MarkOf(std::size_t i) const {
+    switch (marks_[i]) {
+      case Claim::Moved: return IsByFactor(frames_[i].Frequency, heard_[i]) ? CheckMarkFactor : CheckMarkFar;
+      case Claim::Noise: return CheckMarkNoise;
+      case Claim::Gap: return CheckMarkGap;
+      default: return CheckMarkNone;
+    }
+  }
+  static bool IsByFactor(double hz, double heard) {
+    for (const double factor : {2.0, 3.0, 1.5}) {
+      if (CentsBetween(hz, heard * factor) <= kFarEnough || CentsBetween(hz * factor, heard) <= kFarEnough) return true;
+    }
+    return false;
+  }
+
+  const std::span<const CheckFrame> frames_;
+  const SampleCount hop_;  // [samples]
+  const double hopMs_;
+  const PitchSearch& search_;
+  const std::vector<PitchFrame> candidates_;
+  const std::vector<double> heard_;
+  std::vector<Claim> claims_;  // what each frame looks like by itself,
+  std::vector<Claim> marks_;   // and what has held
+};
+
+}  // namespace
+
+std::int32_t CheckMapBySound(const CheckFrqSettings* settings, CheckFrameRecord* frames,
+                             const CheckRegionRecord* regions, std::span<const float> samples,
+                             double sampleRate) noexcept {
+  if (!AreCheckRecords(settings, frames, regions)) return -1;
+  if (!IsOf(*frames, samples.size(), sampleRate)) return CheckMap(settings, frames, regions);
+  try {
+    const PitchSearch search(samples, sampleRate);
+    SoundCheck check(*frames, search, sampleRate);
+    check.Run();
+    return check.WriteTo({frames->Frames, static_cast<std::size_t>(frames->FrameCount)});
+  } catch (const std::bad_alloc&) {
+    return CheckMap(settings, frames, regions);
+  }
+}
