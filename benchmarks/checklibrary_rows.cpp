@@ -1,13 +1,15 @@
 // A check of 1,000 maps of 500 frames: what the library takes of it, against all that the program does in the same run,
-// which loads each map, makes its records and takes the marks.
+// which loads each map, makes its records and takes the marks. And a check that listens, against what a user waits.
 #include <windows.h>
 
 #include "base/files.h"
 #include "check/checkrecords.h"
+#include "companions/resampler/sound.h"
 #include "contours.h"
 #include "frqmap/freq0003.h"
 #include "frqmap/mapfiles.h"
 #include "measuring.h"
+#include "native/tone.h"
 #include "rows.h"
 #include "scratchfolder.h"
 
@@ -16,10 +18,27 @@ namespace {
 constexpr int kMaps = 1000;
 constexpr SampleCount kFrames = 500;
 
+class Library {
+ public:
+  Library() { Require(entry_ != nullptr, "checkfrq.dll is not there"); }
+  ~Library() { FreeLibrary(module_); }
+  Library(const Library&) = delete;
+  Library& operator=(const Library&) = delete;
+
+  void Check(CheckFrameRecord* frames, const CheckRegionRecord* regions) const {
+    const CheckFrqSettings settings{.LowNote = 60, .HighNote = 60};
+    Require(entry_(&settings, frames, regions) >= 0, "a map is refused");
+  }
+
+ private:
+  const HMODULE module_ = LoadLibraryW(L"checkfrq.dll");
+  const CheckFrequencyMapEntry entry_ =
+      reinterpret_cast<CheckFrequencyMapEntry>(reinterpret_cast<void*>(GetProcAddress(module_, "CheckFrequencyMap")));
+};
+
 class CheckLibrary : public Work {
  public:
   CheckLibrary() {
-    Require(entry_ != nullptr, "checkfrq.dll is not there");
     for (int i = 0; i < kMaps; ++i) {
       contours::Contour contour = contours::Generator(static_cast<std::uint32_t>(i)).Make(contours::Error::Run);
       contour.map.Frames.resize(kFrames);
@@ -31,14 +50,11 @@ class CheckLibrary : public Work {
     records_.resize(kMaps);
     regions_.resize(kMaps);
   }
-  ~CheckLibrary() override { FreeLibrary(library_); }
 
   double Measured() override {
     if (!records_[0]) Yardstick();
     return MillisecondsOf([&] {
-      for (std::size_t i = 0; i < kMaps; ++i) {
-        Require(entry_(&settings_, records_[i].get(), regions_[i].get()) >= 0, "a map is refused");
-      }
+      for (std::size_t i = 0; i < kMaps; ++i) library_.Check(records_[i].get(), regions_[i].get());
     });
   }
 
@@ -55,18 +71,49 @@ class CheckLibrary : public Work {
   }
 
  private:
-  const HMODULE library_ = LoadLibraryW(L"checkfrq.dll");
-  const CheckFrequencyMapEntry entry_ =
-      reinterpret_cast<CheckFrequencyMapEntry>(reinterpret_cast<void*>(GetProcAddress(library_, "CheckFrequencyMap")));
-  const CheckFrqSettings settings_{.LowNote = 60, .HighNote = 60};
+  const Library library_;
   ScratchFolder folder_;
   std::vector<std::wstring> paths_;
   std::vector<CheckRecordPtr<CheckFrameRecord>> records_;
   std::vector<CheckRecordPtr<CheckRegionRecord>> regions_;
 };
 
+// A check of 1,000 maps of waves of 1.5 s, which takes the library at most eight seconds.
+class ListeningCheck : public Work {
+ public:
+  ListeningCheck() {
+    for (int i = 0; i < kWaves; ++i) {
+      const std::wstring path = folder_.PathOf(std::to_wstring(i));
+      std::vector<float> samples = SecondOfTone([i](double t) { return 150.0 + 10.0 * i + 20.0 * t; }, 0.1, 1.0);
+      const std::vector<float> rest = SecondOfTone([](double) { return 200.0; }, 0.0, 0.4);
+      samples.insert(samples.end(), rest.begin(), rest.begin() + kSamples - std::ssize(samples));
+      Require(WriteWholeFile(path + L".wav", EncodeWaveFile(To16Bits(samples), 44100)), "a wave cannot be written");
+      FrqMap map;
+      map.Create(kSamples / kHop, FrqTypeFrq);
+      map.Hop = kHop;
+      for (FrqFrame& frame : map.Frames) frame.Frequency = 150.0 + 10.0 * i;
+      records_.push_back(MakeCheckFrames(map, path + L"_wav.frq"));
+    }
+  }
+
+  double Measured() override {
+    return MillisecondsOf([&] {
+      for (int i = 0; i < kMaps; ++i) library_.Check(records_[static_cast<std::size_t>(i % kWaves)].get(), nullptr);
+    });
+  }
+  double Yardstick() override { return 8000.0; }
+
+ private:
+  static constexpr int kWaves = 20;
+  static constexpr SampleCount kSamples = 66150, kHop = 256;
+
+  const Library library_;
+  ScratchFolder folder_;
+  std::vector<CheckRecordPtr<CheckFrameRecord>> records_;
+};
+
 }  // namespace
 
 std::vector<Row> CheckLibraryRows() {
-  return {RowOf<CheckLibrary>("check_library", "ms", 2.0)};
+  return {RowOf<CheckLibrary>("check_library", "ms", 2.0), RowOf<ListeningCheck>("check_listening", "ms", 1.0)};
 }

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """How well the check of maps finds errors, with the recordings and without, as a table and as rows of ./bench.
 
-  check.py [--program PROGRAM] [--alone] [--worst N] [--aside] [--bench JSONFILE]
+  check.py [--program PROGRAM] [--alone] [--worst N] [--aside] [--bench JSONFILE [NAME]]
 
 PROGRAM is marks_of_maps as it was built last. --alone has it judge maps without the recordings. --worst tells the N
 waves with the most frames that went wrong in each row.
@@ -197,7 +197,7 @@ def arguments():
     parser.add_argument("--alone", action="store_true")
     parser.add_argument("--worst", type=int, default=0)
     parser.add_argument("--aside", action="store_true")
-    parser.add_argument("--bench")
+    parser.add_argument("--bench", nargs="+")
     return parser.parse_args()
 
 
@@ -211,7 +211,7 @@ def main():
     table = {row: tally.table() for row, tally in tallies.items()}
     print_table(table, tallies, wanted.worst)
     if wanted.bench:
-        measure.report_rows({measure.OURS: table}, wanted.bench, "", ROWS)
+        measure.report_rows({measure.OURS: table}, wanted.bench[0], "".join(wanted.bench[1:2]), ROWS)
 
 
 if __name__ == "__main__":

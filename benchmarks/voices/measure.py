@@ -149,7 +149,7 @@ def print_worst(by_wave, count):
 def report_rows(table, file, beginning, of=ROWS):
     """As the other rows of ./bench are reported; the yardstick is the most that is good enough."""
     rows = json.loads(open(file).read()) if os.path.exists(file) else []
-    head = f"{'name':<18} {'value':>10} {'yardstick':>10} {'unit':<4} {'ratio':>8} {'aim':>6}  holds"
+    head = f"{'name':<24} {'value':>10} {'yardstick':>10} {'unit':<4} {'ratio':>8} {'aim':>6}  holds"
     print(f"\n{head}")
     for name, of_set, column, most in of:
         if not name.startswith(beginning):
@@ -159,7 +159,7 @@ def report_rows(table, file, beginning, of=ROWS):
         row["holds"] = row["ratio"] <= row["aim"]
         rows.append(row)
         holds = "yes" if row["holds"] else "NO"
-        print(f"{name:<18} {value:10.3f} {most:10.3f} {'%':<4} {row['ratio']:8.2f} {1.0:6.2f}  {holds}")
+        print(f"{name:<24} {value:10.3f} {most:10.3f} {'%':<4} {row['ratio']:8.2f} {1.0:6.2f}  {holds}")
     with open(file, "w") as out:
         out.write(json.dumps(rows, indent=2) + "\n")
 

@@ -9,7 +9,7 @@
 enum CheckMark : std::int32_t {
   CheckMarkNone = 0,
   CheckMarkFactor = 0x6D01,  // pitch by an octave, a twelfth or a fifth off; the right one is suggested
-  CheckMarkNoise,            // noise or silence taken for pitch: the pitch around it, or none, is suggested
-  CheckMarkGap,              // no pitch within a steady tone; that of its ends is suggested
-  CheckMarkFar,              // too far from the pitch of the map for the settings; nothing is suggested
+  CheckMarkNoise,            // noise or silence taken for pitch: what is heard, the pitch around it or none is suggested
+  CheckMarkGap,              // no pitch within a steady tone: what is heard, or the pitch of its ends is suggested
+  CheckMarkFar,              // too far from the pitch of the syllable: what is heard is suggested, or nothing
 };
