@@ -21,12 +21,12 @@ constexpr SampleCount kLooseness = 2;  // [frames] that an analysis may be early
 constexpr double kSmoothStep = 150.0;  // [cents] from frame to frame
 
 // A voice is heard that has another pitch.
-constexpr double kHeard = 0.5;  // mean support of what is heard
-constexpr double kFainter =
-    0.02;                         // less support than a map that is higher has, at most, where that leaves it by a step
-constexpr double kClearer = 0.1;  // more support than the map has, where that goes on without a step
-// More support than the map has where that is higher: what repeats itself does so after twice the time as well, and an
-// octave too high is never borne out as well as this. Measured: 0.15 and more, and up to 0.10 where the map was right.
+constexpr double kHeard = 0.5;     // mean support of what is heard
+constexpr double kFainter = 0.02;  // less support than a higher map, at most, where the map leaves it by a step
+constexpr double kClearer = 0.1;   // more support than the map, where that goes on without a step
+// More support than a higher map that gives no other sign: what repeats itself does so after twice the time as well, so
+// that what is heard has as much support as the map even where it is an octave too low. Measured: 0.15 and more where
+// the map was an octave too high, 0.10 and less where it was right.
 constexpr double kClearlyBelow = 0.12;
 
 // No voice is heard.
