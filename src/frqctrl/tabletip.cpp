@@ -1,7 +1,5 @@
 #include "frqctrl/tabletip.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -9,6 +7,7 @@
 #include "base/text.h"
 #include "frqmap/checkmark.h"
 #include "resources/ids.h"
+#include "window/tipwindow.h"
 
 namespace {
 
@@ -26,18 +25,8 @@ struct Delays {
   DWORD Shown = First * 10;
 };
 
-bool IsButtonDown() {
-  return GetKeyState(VK_LBUTTON) < 0 || GetKeyState(VK_RBUTTON) < 0 || GetKeyState(VK_MBUTTON) < 0;
-}
-
 TTTOOLINFOW ToolOf(HWND tip, std::wstring& text) {
-  TTTOOLINFOW tool{};
-  tool.cbSize = TTTOOLINFOW_V1_SIZE;
-  tool.uFlags = TTF_TRACK | TTF_ABSOLUTE;
-  tool.hwnd = GetWindow(tip, GW_OWNER);
-  tool.uId = 1;
-  tool.lpszText = text.data();
-  return tool;
+  return TrackedTool(GetWindow(tip, GW_OWNER), text);
 }
 
 std::wstring Format(UINT id, auto... values) {
@@ -92,7 +81,7 @@ void TableTip::OnTick(HWND table, const std::function<std::wstring(POINT)>& text
     if (isShown_) hiddenAt_ = now;
     Hide();
     moves_ = WindowFromPoint(mouse_) == table ? moves_ + 1 : 0;
-    isSpent_ = moves_ < kMovesOfAHand || IsButtonDown();
+    isSpent_ = moves_ < kMovesOfAHand || IsMouseButtonDown();
     return;
   }
   if (isShown_ && now - shownAt_ > delays.Shown) Hide();
@@ -118,12 +107,10 @@ void TableTip::Hide() {
 void TableTip::Show(HWND table, POINT mouse, const std::wstring& text) {
   text_ = text;
   if (!tip_) {
-    tip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0,
-                           table, nullptr, GetModuleHandleW(nullptr), nullptr);
+    tip_ = CreateTipWindow(table, kWidestText);
     if (!tip_) return;
     TTTOOLINFOW tool = ToolOf(tip_, text_);
     SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-    SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, kWidestText);
   }
   TTTOOLINFOW tool = ToolOf(tip_, text_);
   SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));

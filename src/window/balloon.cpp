@@ -1,9 +1,8 @@
 #include "window/balloon.h"
 
-#include <commctrl.h>
-
 #include "base/text.h"
 #include "resources/ids.h"
+#include "window/tipwindow.h"
 
 namespace {
 
@@ -43,30 +42,17 @@ void CALLBACK OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
   if (timer == shown.Timer) Balloon::Hide();
 }
 
-TTTOOLINFOW ToolOf(HWND owner) {
-  TTTOOLINFOW tool{};
-  tool.cbSize = TTTOOLINFOW_V1_SIZE;
-  tool.uFlags = TTF_TRACK | TTF_ABSOLUTE;
-  tool.hwnd = owner;
-  tool.uId = 1;
-  return tool;
-}
-
 }  // namespace
 
 void Balloon::Show(HWND place, const std::wstring& text, const std::wstring& title) {
   Hide();
   const HWND owner = GetAncestor(place, GA_ROOT);
-  shown.Tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                              WS_POPUP | TTS_NOPREFIX | TTS_BALLOON | TTS_ALWAYSTIP, 0, 0, 0, 0, owner, nullptr,
-                              GetModuleHandleW(nullptr), nullptr);
+  shown.Tip = CreateTipWindow(owner, kWidestText, TTS_BALLOON);
   if (!shown.Tip) return;
   std::wstring copy = text;
-  TTTOOLINFOW tool = ToolOf(owner);
-  tool.lpszText = copy.data();
+  TTTOOLINFOW tool = TrackedTool(owner, copy);
   const std::wstring head = title.empty() ? LoadResString(IDS_NAME) : title;
   SendMessageW(shown.Tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-  SendMessageW(shown.Tip, TTM_SETMAXTIPWIDTH, 0, kWidestText);
   SendMessageW(shown.Tip, TTM_SETTITLEW, TTI_INFO, reinterpret_cast<LPARAM>(head.c_str()));
   RECT rect{};
   GetWindowRect(place, &rect);

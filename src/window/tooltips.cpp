@@ -1,14 +1,10 @@
 #include "window/tooltips.h"
 
-#include <commctrl.h>
+#include "window/tipwindow.h"
 
 namespace {
 
 constexpr int kWidestText = 320;  // pixels, before it is broken into lines
-
-bool IsButtonDown() {
-  return GetKeyState(VK_LBUTTON) < 0 || GetKeyState(VK_RBUTTON) < 0 || GetKeyState(VK_MBUTTON) < 0;
-}
 
 void SendTool(HWND tip, UINT message, HWND dialog, HWND control, wchar_t* text) {
   TTTOOLINFOW tool{};
@@ -38,7 +34,7 @@ bool Tooltips::HasMoved() {
 void Tooltips::Follow(HWND control, UINT message, const std::wstring& text) {
   if (text.empty() && text_.empty()) return;  // as over the table, where moves are many
   const bool isMove = message == WM_MOUSEMOVE;
-  if (isMove && (!HasMoved() || IsButtonDown())) return;
+  if (isMove && (!HasMoved() || IsMouseButtonDown())) return;
   if (isMove && (control != control_ || text != text_)) return Tell(control, text);
   if (!tip_ || text_.empty()) return;
   MSG relayed{control_, message, 0, 0, 0, mouse_};
@@ -52,10 +48,6 @@ void Tooltips::Tell(HWND control, const std::wstring& text) {
   control_ = control;
   text_ = text;
   if (text_.empty()) return;
-  if (!tip_) {
-    tip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0,
-                           dialog_, nullptr, GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(tip_, TTM_SETMAXTIPWIDTH, 0, kWidestText);
-  }
+  if (!tip_) tip_ = CreateTipWindow(dialog_, kWidestText);
   SendTool(tip_, TTM_ADDTOOLW, dialog_, control_, text_.data());
 }
