@@ -72,14 +72,14 @@ void EditCommands::ReloadFile(const FileListSender& list, int index) {
 void EditCommands::FinishSave(DWORD error, bool isLeftEdited) {
   const FrqMap* const saved = map_.Map();
   if (error != 0) ShowMessage(editor_, LoadResString(IDS_SAVEFAILED) + SystemErrorText(error), MB_ICONERROR);
-  if (error == 0 && isLeftEdited) Tell(LoadResString(IDS_NAME), LoadResString(IDS_NOTHINGTODO));
+  if (error == 0 && isLeftEdited) Tell(LoadResString(IDS_NAME), LoadResString(IDS_NOTHINGAPPLIES));
   // While the box stood, the user may have chosen another row, whose saved copy is none of this save's business.
   if (map_ && map_.Map() == saved) syllables_.RenewSaved(map_.Index());
 }
 
 void EditCommands::PressReload(const FileListSender& list) {
   if (!syllables_.State().CurrentEdited) {
-    Balloon::Show(GetDlgItem(editor_, IDC_EDITOR_RELOAD), LoadResString(IDS_NOTHINGTODO));
+    Balloon::Show(GetDlgItem(editor_, IDC_EDITOR_RELOAD), LoadResString(IDS_NOTHINGAPPLIES));
   }
   ReloadIfEdited(list);
 }

@@ -35,8 +35,8 @@ void CFileListDlg::RunCheck(const CheckFrqSettings& settings) {
   if (isThrough && !text.empty()) Balloon::Show(Rows.Window(), text);
 }
 
-// False if the library has failed. Maps that nobody has looked at yet are read; one
-// that cannot be read is left out. The library works on records of its own, so that the document is not held up by it.
+// False if the library has failed. Maps that nobody has looked at yet are read; one that cannot be read is left out. The
+// library works on records of its own, so that the document is not held up by it.
 bool CFileListDlg::CheckEntries(const CheckLibrary& library, const CheckFrqSettings& settings, CheckSum& sum) {
   using enum CheckLibrary::Verdict;
   for (int index = 0; index < Syllables.State().Entries; ++index) {

@@ -89,10 +89,13 @@ void PreviewPanel::TellOfEnd() const {
     case PreviewEnd::NotPlayed: text = LoadResString(IDS_NOTPLAYED); break;
     case PreviewEnd::NotPrepared: text = fault_.empty() ? LoadResString(IDS_NOTPLAYED) : fault_; break;
     case PreviewEnd::NotStarted:
-    case PreviewEnd::Silent: text = TextOfMissing(resampler_); break;
+    case PreviewEnd::Silent: {
+      const bool isThere = TextOfMissing(resampler_).empty();
+      text = TextOf(ItemResult{isThere ? ItemEnd::NothingMade : ItemEnd::NotStarted}, resampler_);
+      break;
+    }
   }
-  if (text.empty()) text = LoadResString(IDS_JOB_BECAUSE_FIRST + 4);
-  Balloon::Show(Item(IDC_EDITOR_PLAY), text.substr(text.find_first_not_of(L' ')));
+  Balloon::Show(Item(IDC_EDITOR_PLAY), text);
 }
 
 // One family keeps more beside a wave than its map, and takes it for that of the next wave of the name.

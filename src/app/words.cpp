@@ -20,6 +20,7 @@ std::wstring SystemSentence(std::uint32_t error, const std::wstring& path) {
   return place == text.npos ? text : text.replace(place, 2, FileNameOf(path));
 }
 
+// As the continuation of another sentence.
 std::wstring TextOfEnd(const ItemResult& result, const std::wstring& resampler) {
   const auto row = static_cast<UINT>(result.End) - static_cast<UINT>(ItemEnd::NotKept);
   const std::wstring text = LoadResString(IDS_JOB_BECAUSE_FIRST + row);
@@ -61,8 +62,13 @@ std::wstring TextOfCounts(int done, const std::vector<std::wstring>& failed) {
   return FormatText(LoadResString(IDS_JOB_FAILED).c_str(), done, number, NamesOf(failed, kFailedNames).c_str());
 }
 
+std::wstring TextOf(const ItemResult& result, const std::wstring& resampler) {
+  const std::wstring text = TextOfEnd(result, resampler);
+  return text.substr(std::min(text.find_first_not_of(L' '), text.size()));
+}
+
 std::wstring TextOf(const JobSum& sum, const std::wstring& resampler) {
-  if (sum.Made + sum.NotReached == 0 && sum.Failed.empty()) return LoadResString(IDS_NOTHINGTODO);
+  if (sum.Made + sum.NotReached == 0 && sum.Failed.empty()) return LoadResString(IDS_NOTHINGAPPLIES);
   std::wstring text = TextOfCounts(sum.Made, sum.Failed);
   if (sum.NotReached > 0) text += FormatText(LoadResString(IDS_JOB_NOTREACHED).c_str(), sum.NotReached);
   if (!sum.Failed.empty()) text += TextOfEnd(sum.First, resampler);

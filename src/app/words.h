@@ -21,6 +21,8 @@ std::wstring CommandName(HMENU menu, UINT command);
 std::wstring TextOfCounts(int done, const std::vector<std::wstring>& failed);
 // The same of a job, with what the first that failed has met. `resampler` is the one that it ran.
 std::wstring TextOf(const JobSum& sum, const std::wstring& resampler);
+// What one run of it has met.
+std::wstring TextOf(const ItemResult& result, const std::wstring& resampler);
 // Why nothing comes of a resampler, as the continuation of another sentence; empty if it is there.
 std::wstring TextOfMissing(const std::wstring& resampler);
 // Of a check; empty where its marks tell all.

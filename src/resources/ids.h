@@ -74,7 +74,7 @@
 #define IDS_JOB_DONE 500
 #define IDS_JOB_FAILED 501
 #define IDS_JOB_NOTREACHED 502
-#define IDS_NOTHINGTODO 503
+#define IDS_NOTHINGAPPLIES 503
 #define IDS_NORESAMPLER 510
 #define IDS_RESAMPLERGONE 511
 #define IDS_FAULT_FIRST 512  // in the order of MapFault::Reason, from Refused on

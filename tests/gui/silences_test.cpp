@@ -47,7 +47,7 @@ TEST_F(Silences, EachIsBrokenByABalloonAndNoBoxComes) {
     EXPECT_TRUE(HasSaid(Text(IDS_SELECTFRAMES))) << button;
   }
   SendItem(IDC_EDITOR_RELOAD, WM_LBUTTONDBLCLK);
-  EXPECT_TRUE(HasSaid(Text(IDS_NOTHINGTODO)));
+  EXPECT_TRUE(HasSaid(Text(IDS_NOTHINGAPPLIES)));
 
   Press(IDC_EDITOR_PLAY);
   const std::wstring missing = TextOfMissing(gone);
