@@ -1,11 +1,14 @@
-// The recording that a map is of, as the check library finds it: beside the map, read anew for each map.
+// The recording that a map is of, as the check library finds it: beside the map.
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "companions/resampler/sound.h"
 
-// None without one that can be read whole, for one of more than ten minutes or 64 MiB, for a map path that is not a
-// full one, and without memory.
-std::optional<Sound> RecordingOf(std::u16string_view mapPath) noexcept;
+// The path of the wave, whether it is there or not; empty for a map path that is not a full one.
+std::wstring WaveOfMap(std::u16string_view mapPath);
+
+// None without a wave that can be read whole, and for one that is longer than `mostSeconds` or over 32 MiB.
+std::optional<Sound> ReadRecording(const std::wstring& wavePath, double mostSeconds);

@@ -8,6 +8,7 @@
 #include "base/registry.h"
 #include "resources/ids.h"
 #include "voicebank/pluginfile.h"
+#include "window/paintwaiting.h"
 #include "window/realnumberbox.h"
 #include "window/subclassedlistbox.h"
 #include "window/waitforwindow.h"
@@ -161,6 +162,7 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
       Frames.ShowMarks(static_cast<SampleCount>(wParam), static_cast<SampleCount>(lParam));
       return Answered();
     case EDM_REFRESHMAP: OnRefreshMap(lParam != 0); return Answered();
+    case EDM_PAINT: PaintWaiting(); return Answered();
     case EDM_ASKOFLEFTEDITS: OnAskOfLeftEdits(); return Answered();
     case FramePane::kShowKeyMessage: Frames.OnShowKey(); return Answered();
     case WM_QUERYENDSESSION: SetWindowLongPtrW(Hwnd, DWLP_MSGRESULT, MayEndSession()); return 1;

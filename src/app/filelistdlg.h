@@ -20,8 +20,6 @@
 #include "window/sharedkeys.h"
 
 class CEditorDlg;
-class CheckLibrary;
-struct CheckSum;
 
 class CFileListDlg : public CDlgBase, public DocumentListener {
  public:
@@ -84,7 +82,6 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
 
   // Check.
   void RunCheck(const CheckFrqSettings& settings);
-  bool CheckEntries(const CheckLibrary& library, const CheckFrqSettings& settings, CheckSum& sum);
   void FindFailure(FindFailureRecord& record) const;
   void LocateFailure(int index, SampleCount sample) const;
   void ApplyFailure(int index, SampleCount sample, bool apply);

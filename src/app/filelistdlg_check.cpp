@@ -3,10 +3,11 @@
 
 #include <mutex>
 
+#include "app/editordlg.h"
 #include "app/filelistdlg.h"
+#include "app/voicebankcheck.h"
 #include "app/words.h"
 #include "base/text.h"
-#include "check/checkrun.h"
 #include "check/failuresearch.h"
 #include "resources/ids.h"
 #include "window/balloon.h"
@@ -16,7 +17,6 @@
 // All on this thread: the editor waits in its send, and shows what becomes of its own map meanwhile.
 void CFileListDlg::RunCheck(const CheckFrqSettings& settings) {
   CheckSum sum;
-  bool isThrough = true;
   bool hasEntry = false;
   {
     const CheckLibrary library;
@@ -26,41 +26,17 @@ void CFileListDlg::RunCheck(const CheckFrqSettings& settings) {
     }
     const WaitCursor waiting;
     hasEntry = library.HasEntry();
-    if (hasEntry) isThrough = CheckEntries(library, settings, sum);
+    if (hasEntry) {
+      VoicebankCheck check(Bank, Editor->Hwnd);
+      check.Run(library, settings);
+      sum = check.Sum();
+    }
   }
   Windows.ToThumbnail().PostRefreshAll();
-  if (!isThrough) ShowMessage(Hwnd, LoadResString(IDS_CHECKBROKEOFF), MB_ICONERROR);
+  if (sum.End == CheckSum::BrokeOff) ShowMessage(Hwnd, LoadResString(IDS_CHECKBROKEOFF), MB_ICONERROR);
   if (sum.Marks > 0) Windows.ShowModifyBar(true, Hwnd);
   const std::wstring text = hasEntry ? TextOf(sum) : LoadResString(IDS_CHECK_NOENTRY);
-  if (isThrough && !text.empty()) Balloon::Show(Rows.Window(), text);
-}
-
-// False if the library has failed. Maps that nobody has looked at yet are read; one that cannot be read is left out. The
-// library works on records of its own, so that the document is not held up by it.
-bool CFileListDlg::CheckEntries(const CheckLibrary& library, const CheckFrqSettings& settings, CheckSum& sum) {
-  using enum CheckLibrary::Verdict;
-  for (int index = 0; index < Syllables.State().Entries; ++index) {
-    const EntryFacts facts = Syllables.Facts(index);
-    if (!facts.HasMap) continue;
-    if (!Syllables.EnsureLoaded(index, Document::OnFailure::KeepSaved)) {
-      sum.Unread.push_back(facts.Path);
-      continue;
-    }
-    std::optional<CheckQuery> query;
-    Syllables.Mark(
-        index, [&](FrqMap& map) { query.emplace(map, MapPathFromWaveW(facts.Path, Bank.Files.Kind)); }, false);
-    if (!query || !query->Frames) continue;
-    const CheckLibrary::Verdict verdict = library.Judge(settings, *query);
-    if (verdict != Judged) return verdict == Stopped;
-    ++sum.Judged;
-    Syllables.Mark(
-        index,
-        [&](FrqMap& map) {
-          if (map.FrameCount == query->Frames->FrameCount) sum.Marks += TakeCheckResults(*query->Frames, map);
-        },
-        true);
-  }
-  return true;
+  if (sum.End != CheckSum::BrokeOff && !text.empty()) Balloon::Show(Rows.Window(), text);
 }
 
 void CFileListDlg::FindFailure(FindFailureRecord& record) const {

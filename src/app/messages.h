@@ -50,12 +50,12 @@ enum FileListMessage : UINT {
   FLM_FINDFAILURE = 32799,         // -, FindFailureRecord*
   FLM_SHOWMODIFYBAR = 32800,       // show, by need
   // Of our own: what the list shows of changes, and what of its state commands hang on.
-  FLM_SHOWCHANGES = 32801,         // -, -
-  FLM_GETSTATE = 32802,            // -, ListState* out
-  FLM_GETLONGPATH = 32803,         // index, buffer of 32768
-  FLM_END = 32806,                 // process, -                this one alone, which has asked about unsaved edits
-  FLM_SAVE = 32807,                // -, SaveRecord*
-  FLM_HASCOME = 32808,             // -, -                      to itself: its window is shown
+  FLM_SHOWCHANGES = 32801,  // -, -
+  FLM_GETSTATE = 32802,     // -, ListState* out
+  FLM_GETLONGPATH = 32803,  // index, buffer of 32768
+  FLM_END = 32806,          // process, -                this one alone, which has asked about unsaved edits
+  FLM_SAVE = 32807,         // -, SaveRecord*
+  FLM_HASCOME = 32808,      // -, -                      to itself: its window is shown
 };
 
 enum EditorMessage : UINT {
@@ -68,6 +68,8 @@ enum EditorMessage : UINT {
   EDM_SHOWFAILURE = 32775,   // first and last sample position
   // Of our own: the list has come, and what an earlier run has left can be asked about.
   EDM_ASKOFLEFTEDITS = 32780,  // -, -
+  // And what has to be painted is painted, though the editor waits for the list.
+  EDM_PAINT = 32781,  // -, -
 };
 
 enum ThumbnailMessage : UINT {
@@ -97,9 +99,9 @@ struct SaveRecord {
 // What FLM_GETSTATE answers.
 struct ListState {
   std::int32_t Rows;
-  std::int32_t SelectedRow;      // -1: none
-  std::int32_t SelectedIndex;    // of its syllable, -1: none
-  HWND ThumbnailWindow;          // null: none
+  std::int32_t SelectedRow;    // -1: none
+  std::int32_t SelectedIndex;  // of its syllable, -1: none
+  HWND ThumbnailWindow;        // null: none
 };
 
 inline constexpr int kPathBufferSize = 260;
@@ -227,6 +229,7 @@ class EditorSender {
   void ShowFailure(int first, int last) const {
     SendMessageW(editor_, EDM_SHOWFAILURE, static_cast<WPARAM>(first), last);
   }
+  void Paint() const { SendMessageW(editor_, EDM_PAINT, 0, 0); }
   void PostPreviewDone() const { messages_detail::Post(editor_, WM_PREVIEW_DONE, 0); }
   void PostAskOfLeftEdits() const { messages_detail::Post(editor_, EDM_ASKOFLEFTEDITS, 0); }
   void PostCancel() const { messages_detail::Post(editor_, WM_COMMAND, IDCANCEL); }

@@ -2,9 +2,10 @@
 
 #include <windows.h>
 
-#include "recovery/recoveryroot.h"
+#include "base/systempath.h"
 
-Session::Session(Document& maps) : Safety(Disk(), RecoveryRoot(), GetCurrentProcessId()), maps_(maps) {}
+Session::Session(Document& maps)
+    : Safety(Disk(), LocalProgramFolder(L"Recovery"), GetCurrentProcessId()), maps_(maps) {}
 
 void Session::Start() {
   Safety.Start();

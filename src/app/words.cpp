@@ -77,7 +77,11 @@ std::wstring TextOf(const JobSum& sum, const std::wstring& resampler) {
 
 std::wstring TextOf(const CheckSum& sum) {
   std::wstring text;
-  if (sum.Marks == 0) text = FormatText(LoadResString(IDS_CHECK_NOTHING).c_str(), sum.Judged);
+  if (sum.End == CheckSum::Aborted) {
+    text = FormatText(LoadResString(IDS_CHECK_STOPPED).c_str(), sum.Judged, sum.Maps);
+  } else if (sum.Marks == 0) {
+    text = FormatText(LoadResString(IDS_CHECK_NOTHING).c_str(), sum.Judged);
+  }
   const auto unread = static_cast<int>(sum.Unread.size());
   if (unread == 0) return text;
   const std::wstring names = NamesOf(sum.Unread, kFailedNames);

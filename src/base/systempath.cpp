@@ -22,12 +22,11 @@ std::wstring TextOf(Call call) {
 
 std::wstring FullPathOf(const std::wstring& path) {
   const std::wstring plain = PlainPath(path);
-  const std::wstring named =
-      PathIsRelativeW(plain.c_str()) ? PathIn(TextOf(GetCurrentDirectoryW), plain) : plain;
+  const std::wstring named = PathIsRelativeW(plain.c_str()) ? PathIn(TextOf(GetCurrentDirectoryW), plain) : plain;
   const std::wstring literal = ApiPath(named);
   if (literal != named && GetFileAttributesW(literal.c_str()) != INVALID_FILE_ATTRIBUTES) return PlainPath(literal);
-  const std::wstring full = TextOf(
-      [&](DWORD size, wchar_t* text) { return GetFullPathNameW(plain.c_str(), size, text, nullptr); });
+  const std::wstring full =
+      TextOf([&](DWORD size, wchar_t* text) { return GetFullPathNameW(plain.c_str(), size, text, nullptr); });
   return full.empty() ? path : full;
 }
 
@@ -49,4 +48,10 @@ std::wstring KnownFolder(const KNOWNFOLDERID& id) {
 
 std::wstring EnvironmentText(const wchar_t* name) {
   return TextOf([&](DWORD size, wchar_t* text) { return GetEnvironmentVariableW(name, text, size); });
+}
+
+std::wstring LocalProgramFolder(const wchar_t* name) {
+  std::wstring local = EnvironmentText(L"LOCALAPPDATA");
+  if (local.empty()) local = KnownFolder(FOLDERID_LocalAppData);
+  return local.empty() ? local : PathIn(PathIn(local, L"Marlit"), name);
 }

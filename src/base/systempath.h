@@ -21,3 +21,7 @@ std::wstring KnownFolder(const KNOWNFOLDERID& id);
 
 // A variable of the environment, empty if it is not set.
 std::wstring EnvironmentText(const wchar_t* name);
+
+// The program's own folder of that name in the user's local data, whether it is there or not; empty if there is no
+// place for one. The variable LOCALAPPDATA comes first, as whoever starts the program may have set it to another place.
+std::wstring LocalProgramFolder(const wchar_t* name);

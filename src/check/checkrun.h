@@ -24,9 +24,11 @@ struct CheckQuery {
 
 // What a run has come to.
 struct CheckSum {
-  int Marks = 0;                     // frames
-  int Judged = 0;                    // maps
-  std::vector<std::wstring> Unread;  // waves whose maps could not be read
+  enum Ending { Ended, Aborted, BrokeOff } End = Ended;  // by the library's wish too; by the user; by its failure
+  int Maps = 0;                                          // to be looked at
+  int Marks = 0;                                         // frames
+  int Judged = 0;                                        // maps
+  std::vector<std::wstring> Unread;                      // waves whose maps could not be read
 };
 
 class CheckLibrary {

@@ -9,7 +9,6 @@
 
 #include "check/checkrules.h"
 #include "frqmap/frqtype.h"
-#include "pitch/pitchanalysis.h"
 
 namespace {
 
@@ -33,7 +32,6 @@ constexpr double kClearlyBelow = 0.12;
 constexpr double kUnheard = 0.5;             // mean support of the map, at most
 constexpr double kUnheardBesideVoice = 0.2;  // likewise where the map only holds on to a voice for longer
 constexpr double kHeldOnMs = 40.0;           // so long at least
-constexpr double kSilentStrength = 1.0;      // of no voice, where it is too silent for any
 
 // A voice is heard in a gap.
 constexpr double kGapHeard = 0.6;       // mean support within a tone
@@ -43,6 +41,9 @@ constexpr double kOpenGapMs = 80.0;
 // A map belongs to the recording if their lengths are so near.
 constexpr double kLengthShare = 0.05, kLengthSeconds = 0.1;
 constexpr SampleCount kFinestHop = 32;
+
+// A recording that was heard cannot be read any more.
+struct NoSound {};
 
 enum class Claim : std::uint8_t { None, Moved, Noise, Gap };
 
@@ -54,21 +55,14 @@ bool IsVoice(double hz) {
   return hz > FrqNoPitch && std::isfinite(hz);
 }
 
-bool IsOf(const CheckFrameRecord& record, std::size_t samples, double rate) {
-  if (record.Hop < kFinestHop || record.FrameCount == 0) return false;
-  const double own = static_cast<double>(record.FrameCount) * record.Hop, whole = static_cast<double>(samples);
-  return std::fabs(own - whole) <= kLengthShare * whole + kLengthSeconds * rate + record.Hop;
-}
-
 class SoundCheck {
  public:
-  SoundCheck(const CheckFrameRecord& record, const PitchSearch& search, double rate)
+  SoundCheck(const CheckFrameRecord& record, const Hearing& hearing, const std::function<const PitchSearch*()>& search)
       : frames_(record.Frames, static_cast<std::size_t>(record.FrameCount)),
         hop_(record.Hop),
-        hopMs_(record.Hop * 1000.0 / rate),
+        hopMs_(record.Hop * 1000.0 / hearing.rate),
+        hearing_(hearing),
         search_(search),
-        candidates_(search.Candidates(hop_, 0, record.FrameCount)),
-        heard_(BestPitchPath(candidates_, hop_ / rate)),
         claims_(frames_.size(), Claim::None),
         marks_(claims_) {}
 
@@ -84,7 +78,7 @@ class SoundCheck {
     std::int32_t count = 0;
     for (std::size_t i = 0; i < frames.size(); ++i) {
       frames[i].Mark = MarkOf(i);
-      frames[i].SuggestedFrequency = frames[i].Mark == CheckMarkNone ? 0.0 : heard_[i];
+      frames[i].SuggestedFrequency = frames[i].Mark == CheckMarkNone ? 0.0 : Heard(static_cast<SampleCount>(i));
       if (frames[i].Mark != CheckMarkNone) ++count;
     }
     return count;
@@ -94,7 +88,7 @@ class SoundCheck {
   static std::size_t Index(SampleCount i) { return static_cast<std::size_t>(i); }
   SampleCount Count() const { return static_cast<SampleCount>(frames_.size()); }
   double Map(SampleCount i) const { return frames_[Index(i)].Frequency; }
-  double Heard(SampleCount i) const { return heard_[Index(i)]; }
+  double Heard(SampleCount i) const { return hearing_.At(i).hz; }
   bool IsMapVoice(SampleCount i) const { return i >= 0 && i < Count() && IsVoice(Map(i)); }
   bool IsHeard(SampleCount i) const { return i >= 0 && i < Count() && IsVoice(Heard(i)); }
 
@@ -130,16 +124,17 @@ class SoundCheck {
   }
 
   // How well the sound bears a pitch out, in the mean.
-  double MeanSupport(SampleCount first, SampleCount end, const auto& hzAt) const {
+  double SupportOfHeard(SampleCount first, SampleCount end) const {
     double sum = 0.0;
-    for (SampleCount i = first; i < end; ++i) sum += search_.SupportAt(i * hop_, hzAt(i), kAgreement);
+    for (SampleCount i = first; i < end; ++i) sum += hearing_.At(i).support;
     return sum / (end - first);
   }
-  double SupportOfHeard(SampleCount first, SampleCount end) const {
-    return MeanSupport(first, end, [this](SampleCount i) { return Heard(i); });
-  }
   double SupportOfMap(SampleCount first, SampleCount end) const {
-    return MeanSupport(first, end, [this](SampleCount i) { return Map(i); });
+    const PitchSearch* const search = search_();
+    if (!search) throw NoSound();
+    double sum = 0.0;
+    for (SampleCount i = first; i < end; ++i) sum += search->SupportAt(i * hop_, Map(i), kAgreement);
+    return sum / (end - first);
   }
 
   // Whether the map runs on to a neighbour that agrees with what is heard.
@@ -193,8 +188,10 @@ class SoundCheck {
     return (end - first) * hopMs_ >= kHeldOnMs && SupportOfMap(first, end) < kUnheardBesideVoice;
   }
   bool IsSilent(SampleCount first, SampleCount end) const {
-    return std::all_of(candidates_.begin() + first, candidates_.begin() + end,
-                       [](const PitchFrame& frame) { return frame.voiceless >= kSilentStrength; });
+    for (SampleCount i = first; i < end; ++i) {
+      if (!hearing_.At(i).isSilent) return false;
+    }
+    return true;
   }
 
   bool HoldsGap(SampleCount first, SampleCount end) const {
@@ -205,7 +202,8 @@ class SoundCheck {
 
   CheckMark MarkOf(std::size_t i) const {
     switch (marks_[i]) {
-      case Claim::Moved: return IsByFactor(frames_[i].Frequency, heard_[i]) ? CheckMarkFactor : CheckMarkFar;
+      case Claim::Moved:
+        return IsByFactor(frames_[i].Frequency, Heard(static_cast<SampleCount>(i))) ? CheckMarkFactor : CheckMarkFar;
       case Claim::Noise: return CheckMarkNoise;
       case Claim::Gap: return CheckMarkGap;
       default: return CheckMarkNone;
@@ -221,26 +219,43 @@ class SoundCheck {
   const std::span<const CheckFrame> frames_;
   const SampleCount hop_;  // [samples]
   const double hopMs_;
-  const PitchSearch& search_;
-  const std::vector<PitchFrame> candidates_;
-  const std::vector<double> heard_;
+  const Hearing& hearing_;
+  const std::function<const PitchSearch*()>& search_;
   std::vector<Claim> claims_;  // what each frame looks like by itself,
   std::vector<Claim> marks_;   // and what has held
 };
 
 }  // namespace
 
+bool IsMapOf(const CheckFrameRecord& record, const Hearing& hearing) {
+  if (record.Hop < kFinestHop || record.Hop != hearing.hop || record.FrameCount == 0) return false;
+  const double own = static_cast<double>(record.FrameCount) * record.Hop, whole = static_cast<double>(hearing.samples);
+  return std::fabs(own - whole) <= kLengthShare * whole + kLengthSeconds * hearing.rate + record.Hop;
+}
+
+std::optional<std::int32_t> MarkBySound(CheckFrameRecord& frames, const Hearing& hearing,
+                                        const std::function<const PitchSearch*()>& search) {
+  SoundCheck check(frames, hearing, search);
+  try {
+    check.Run();
+  } catch (const NoSound&) {
+    return std::nullopt;
+  }
+  return check.WriteTo({frames.Frames, static_cast<std::size_t>(frames.FrameCount)});
+}
+
 std::int32_t CheckMapBySound(const CheckFrqSettings* settings, CheckFrameRecord* frames,
                              const CheckRegionRecord* regions, std::span<const float> samples,
                              double sampleRate) noexcept {
   if (!AreCheckRecords(settings, frames, regions)) return -1;
-  if (!IsOf(*frames, samples.size(), sampleRate)) return CheckMap(settings, frames, regions);
   try {
-    const PitchSearch search(samples, sampleRate);
-    SoundCheck check(*frames, search, sampleRate);
-    check.Run();
-    return check.WriteTo({frames->Frames, static_cast<std::size_t>(frames->FrameCount)});
+    if (IsMapOf(*frames, {frames->Hop, sampleRate, std::ssize(samples), {}})) {
+      const PitchSearch search(samples, sampleRate);
+      const Hearing hearing = HearingOf(search, samples.size(), sampleRate, frames->Hop);
+      if (const auto count = MarkBySound(*frames, hearing, [&] { return &search; })) return *count;
+    }
   } catch (const std::bad_alloc&) {
-    return CheckMap(settings, frames, regions);
+    // As without the recording.
   }
+  return CheckMap(settings, frames, regions);
 }

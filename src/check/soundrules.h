@@ -3,9 +3,20 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <span>
 
 #include "check/checkrecords.h"
+#include "check/hearing.h"
+
+// Whether a map can be of the recording: its hop is that of the hearing and its length that of the sound.
+bool IsMapOf(const CheckFrameRecord& frames, const Hearing& hearing);
+
+// Marks the frames of one map of the recording. The number of marked frames. `search` is asked where the map gives
+// another pitch than what is heard, which most maps do nowhere: none if it has none then.
+std::optional<std::int32_t> MarkBySound(CheckFrameRecord& frames, const Hearing& hearing,
+                                        const std::function<const PitchSearch*()>& search);
 
 // As CheckMap, for the map of a recording: one channel of any scale. A recording that the map cannot be of, as it has
 // another length, and a hop that is no number of samples leave the map to CheckMap.

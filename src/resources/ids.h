@@ -91,6 +91,11 @@
 #define IDS_SETTINGSNOTKEPT 527
 #define IDS_MAPSNOTKEPT 528
 #define IDS_NOTPLAYED 529
+// And of a check that takes its time.
+#define IDS_CHECK_STOPPED 620
+#define IDS_LEFT_SECONDS 621
+#define IDS_LEFT_MINUTES 622
+#define IDS_TIP_STOPCHECK 623
 
 // Tips of controls, and their names for screen readers (tips.rc); what the table tells of a place (READ).
 #define IDS_TIP_FRAMES 530
@@ -351,6 +356,12 @@
 #define IDC_KEPTFILES_RESULT 1102
 #define IDC_KEPTFILES_PUTBACK 1103
 #define IDC_KEPTFILES_ALL 1104
+
+// The progress of a check.
+#define IDD_CHECKPROGRESS 470
+#define IDC_CHECKPROGRESS_FILE 1014
+#define IDC_CHECKPROGRESS_BAR 1015
+#define IDC_CHECKPROGRESS_LEFT 1105
 
 // Pictures.
 #define IDI_MARLIT 128

@@ -25,6 +25,7 @@ extern "C" __declspec(dllexport) int CheckFrequencyMap(const void* settings, uns
                                                        const unsigned char*) {
   std::memcpy(script.Settings, settings, sizeof(script.Settings));
   ++script.Calls;
+  Sleep(static_cast<DWORD>(script.PauseMs));
   for (const CheckScript::Answer& answer : script.Answers) {
     if (answer.Call != script.Calls) continue;
     unsigned char* const frame = frames + 544 + 40 * answer.Frame;

@@ -15,4 +15,5 @@ struct CheckScript {
   unsigned char Settings[24];
 
   int CrashAt = 0;  // the call that reads memory which is not there
+  int PauseMs = 0;  // of each call
 };

@@ -1,0 +1,33 @@
+// What is heard in a recording, frame by frame: all that the check asks of the sound whatever the map. It costs nearly
+// all of a check's time, which is why it is a thing of its own that can be made ahead and kept.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "base/sample.h"
+#include "pitch/pitchanalysis.h"
+
+struct HeardFrame {
+  float hz;               // FrqNoPitch where there is no voice
+  float support;          // how well the sound repeats itself after that period, -1 to 1; 0 without a voice
+  std::int32_t isSilent;  // too silent for any voice
+
+  bool operator==(const HeardFrame&) const = default;
+};
+
+struct Hearing {
+  SampleCount hop = 0;       // [samples] from frame to frame
+  double rate = 0.0;         // [Hz] of the recording
+  std::int64_t samples = 0;  // its length
+  std::vector<HeardFrame> frames;
+
+  // Beyond the end of the recording it is silent.
+  HeardFrame At(SampleCount frame) const;
+
+  bool operator==(const Hearing&) const = default;
+};
+
+// Of a recording of `samples` that `search` was made of. `hop` is positive.
+Hearing HearingOf(const PitchSearch& search, std::size_t samples, double rate, SampleCount hop);
