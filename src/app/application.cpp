@@ -59,7 +59,7 @@ int RunApplication(const std::wstring& given) {
     editor.FileList = &list;
     editor.LoadSettings();
     ThreadHandle thread(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, ListThread, &list, 0, nullptr)));
-    editor.Accelerators = {Accelerators(IDR_ACCELERATORS), Accelerators(IDR_SHAREDKEYS)};
+    editor.Accelerators = {Accelerators(IDR_ACCELERATORS), Accelerators(IDR_SHAREDKEYS), Accelerators(IDR_ADDEDKEYS)};
     editor.Run(true);
     // Without an editor the list would wait for it for ever.
     if (!editor.Hwnd) ExitProcess(1);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "app/addedmenu.h"
 #include "app/filelistdlg.h"
 #include "app/puttingback.h"
 #include "base/foreignpointer.h"
@@ -60,6 +61,7 @@ INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
   Table().SetEditing(&Bank.Editing);
   Frames.ShowFrames();
   History.PutInto(GetSubMenu(GetMenu(Hwnd), kEditMenu));
+  AppendAddedItems(GetMenu(Hwnd));
   AddPutBackItem(GetSubMenu(GetMenu(Hwnd), kEditMenu));
   IsMenuShown = false;
   Recent.ShowIn(GetMenu(Hwnd));

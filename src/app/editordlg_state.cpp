@@ -5,9 +5,11 @@
 
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
+#include "app/gocommands.h"
 #include "app/helpcommands.h"
 #include "app/viewcommands.h"
 #include "app/words.h"
+#include "base/text.h"
 #include "resources/ids.h"
 
 namespace {
@@ -21,6 +23,20 @@ void Call(CEditorDlg& editor, UINT id) {
     (editor.*Member)();
   } else {
     (editor.*Member)(id);
+  }
+}
+
+// The button whose work a command does by its key.
+int ButtonOf(UINT command) {
+  switch (command) {
+    case ID_FRAMES_TRIPLE: return IDC_EDITOR_TRIPLE;
+    case ID_FRAMES_DOUBLE: return IDC_EDITOR_DOUBLE;
+    case ID_FRAMES_UNVOICE: return IDC_EDITOR_UNVOICE;
+    case ID_FRAMES_HALVE: return IDC_EDITOR_HALVE;
+    case ID_FRAMES_THIRD: return IDC_EDITOR_THIRD;
+    case ID_FRAMES_INTERPOLATE: return IDC_EDITOR_AVERAGE;
+    case ID_FRAMES_KEY: return IDC_EDITOR_KEYFROMSELECTION;
+    default: return IDC_EDITOR_PLAY;
   }
 }
 
@@ -60,6 +76,19 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
     ChangeView(e.Table(), id);
     e.UpdateState();
   };
+  static constexpr auto press = [](E& e, UINT id) {
+    e.RunControlCommand(static_cast<UINT>(ButtonOf(id)), BN_DOUBLECLICKED, 0);
+    e.UpdateState();
+  };
+  static constexpr auto goToSyllable = [](E& e, UINT id) {
+    if (!GoToSyllable(id, e.ToList(), e.Bank))
+      e.Edits.Tell(CommandName(GetMenu(e.Hwnd), id), LoadResString(IDS_NOWHERE));
+  };
+  static constexpr auto goToMark = [](E& e, UINT id) {
+    const bool forward = id == ID_GO_NEXTMARK;
+    if (GoToMark(forward, e.ToList(), e.Map.Index(), e.Frames.Position())) return;
+    e.Edits.Tell(CommandName(GetMenu(e.Hwnd), id), LoadResString(IDS_NOMOREMARKS));
+  };
   static constexpr auto manual = [](E& e, UINT) { ShowManual(e.Hwnd); };
   static constexpr auto about = [](E& e, UINT) { ShowAbout(e.Hwnd); };
   static const std::vector<EditorCommand> commands = {
@@ -80,6 +109,33 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_EDIT_REMOVEALL, RunEdit<&EditCommands::RemoveAll>, hasMaps},
       {ID_EDIT_CONVERT, Call<&E::OnMakeMaps>},
       {ID_EDIT_PUTBACK, Call<&E::OnPutBack>},
+      {ID_EDIT_FIND, nullptr},
+      {ID_EDIT_COPYCURVE, nullptr},
+      {ID_EDIT_PASTECURVE, nullptr},
+      {ID_EDIT_PASTESHAPE, nullptr},
+      {ID_FRAMES_DOUBLE, press},
+      {ID_FRAMES_HALVE, press},
+      {ID_FRAMES_TRIPLE, press},
+      {ID_FRAMES_THIRD, press},
+      {ID_FRAMES_UNVOICE, press},
+      {ID_FRAMES_INTERPOLATE, press},
+      {ID_FRAMES_REREAD, nullptr},
+      {ID_FRAMES_KEY, press},
+      {ID_FRAMES_PLAY, press, [](S s) { return s.selectedHasMap; }},
+      {ID_GO_NEXTMARK, goToMark},
+      {ID_GO_PREVIOUSMARK, goToMark},
+      {ID_GO_NEXTUNSAVED, goToSyllable},
+      {ID_GO_NEXTUNREADABLE, goToSyllable},
+      {ID_GO_NEXTMISSING, goToSyllable},
+      {ID_VIEW_FIT, nullptr},
+      {ID_VIEW_CENTRE, nullptr},
+      {ID_VIEW_LARGER, nullptr, [](S s) { return s.zoom < s.zoomCount - 1; }},
+      {ID_VIEW_SMALLER, nullptr, [](S s) { return s.zoom > 0; }},
+      {ID_LISTEN_RECORDING, nullptr},
+      {ID_LISTEN_CURVE, nullptr},
+      {ID_LISTEN_BOTH, nullptr},
+      {ID_LISTEN_COMPARE, nullptr},
+      {ID_LISTEN_STOP, nullptr},
       {ID_VIEW_ZOOMIN, view, [](S s) { return s.zoom < s.zoomCount - 1; }},
       {ID_VIEW_ZOOMOUT, view, [](S s) { return s.zoom > 0; }},
       {ID_VIEW_PREVIOUS, neighbour, [](S s) { return s.selectedRow > 0; }},

@@ -115,6 +115,12 @@ void FramePane::ShowMarks(SampleCount first, SampleCount last) {
   Frames().SelectOnly(map_.SelectedFrames());
 }
 
+SampleCount FramePane::Position() const {
+  const std::lock_guard reading(document_);
+  const int frame = Frames().Caret();
+  return map_.IsLoaded() && frame >= 0 && frame < map_.FrameCount() ? map_.Map()->PositionOf(frame) : -1;
+}
+
 void FramePane::ShowPlace(const std::vector<int>& frames) {
   if (frames.empty()) return;
   Table().SetSelection(frames);

@@ -43,6 +43,8 @@ class FramePane {
   // A key that is shown when the message at work is done with.
   void OnShowKey();
 
+  // The sample position of the frame that the user is at, -1 without one.
+  SampleCount Position() const;
   int SelectedCount() const { return Frames().SelectedCount(); }
   FrqCtrlSender Table() const;
 

@@ -96,6 +96,7 @@
 #define IDS_LEFT_SECONDS 621
 #define IDS_LEFT_MINUTES 622
 #define IDS_TIP_STOPCHECK 623
+#define IDS_NOWHERE 630
 
 // Tips of controls, and their names for screen readers (tips.rc); what the table tells of a place (READ).
 #define IDS_TIP_FRAMES 530
@@ -236,8 +237,39 @@
 // And at the end of Edit.
 #define ID_EDIT_PUTBACK 33002
 
+// Put into the menus by the program, from IDR_ADDEDMENU.
+#define ID_EDIT_FIND 33010
+#define ID_EDIT_COPYCURVE 33011
+#define ID_EDIT_PASTECURVE 33012
+#define ID_EDIT_PASTESHAPE 33013
+#define ID_FRAMES_DOUBLE 33020
+#define ID_FRAMES_HALVE 33021
+#define ID_FRAMES_TRIPLE 33022
+#define ID_FRAMES_THIRD 33023
+#define ID_FRAMES_UNVOICE 33024
+#define ID_FRAMES_INTERPOLATE 33025
+#define ID_FRAMES_REREAD 33026
+#define ID_FRAMES_KEY 33027
+#define ID_FRAMES_PLAY 33028
+#define ID_GO_NEXTMARK 33030
+#define ID_GO_PREVIOUSMARK 33031
+#define ID_GO_NEXTUNSAVED 33032
+#define ID_GO_NEXTUNREADABLE 33033
+#define ID_GO_NEXTMISSING 33034
+#define ID_VIEW_FIT 33040
+#define ID_VIEW_CENTRE 33041
+#define ID_VIEW_LARGER 33042
+#define ID_VIEW_SMALLER 33043
+#define ID_LISTEN_RECORDING 33050
+#define ID_LISTEN_CURVE 33051
+#define ID_LISTEN_BOTH 33052
+#define ID_LISTEN_COMPARE 33053
+#define ID_LISTEN_STOP 33054
+
 #define IDR_ACCELERATORS 138
 #define IDR_SHAREDKEYS 401  // act in every window
+#define IDR_ADDEDKEYS 402   // of the editor, those of IDR_ADDEDMENU
+#define IDR_ADDEDMENU 403   // a popup for each menu of the bar, whose items go behind that menu's own
 
 // The editor.
 #define IDD_EDITOR 129
