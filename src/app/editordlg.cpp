@@ -22,6 +22,16 @@ constexpr wchar_t kZoomValue[] = L"FrqCtrlZoom";
 constexpr int kNumberBoxLimit = 16;  // characters
 constexpr int kEditMenu = 1;         // its place in the menu bar
 
+// The templates leave out what only a mouse could reach.
+void TakeIntoTabOrder(HWND dialog) {
+  for (int id = IDC_EDITOR_TRIPLE; id <= IDC_EDITOR_KEYFROMSELECTION; ++id) {
+    const HWND button = GetDlgItem(dialog, id);
+    SetWindowLongW(button, GWL_STYLE, GetWindowLongW(button, GWL_STYLE) | WS_TABSTOP);
+  }
+  const HWND table = GetDlgItem(dialog, IDC_EDITOR_TABLE);
+  SetWindowLongW(table, GWL_STYLE, GetWindowLongW(table, GWL_STYLE) | WS_TABSTOP);
+}
+
 void PrepareBoxes(HWND dialog) {
   for (const int id : {IDC_EDITOR_KEY, IDC_EDITOR_FREQUENCY}) {
     const HWND box = GetDlgItem(dialog, id);
@@ -53,6 +63,7 @@ CEditorDlg::CEditorDlg(const std::wstring& argument, Voicebank& voicebank)
 INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
   Layout.Remember(Hwnd);
   PrepareBoxes(Hwnd);
+  TakeIntoTabOrder(Hwnd);
   Preview.Prepare(Hwnd);
   Scratch.Make();
   Preview.SetFolder(Scratch.Path());
@@ -120,8 +131,10 @@ LRESULT CEditorDlg::OnDestroy() {
   return CDlgBase::OnDestroy();
 }
 
-// Enter in the window ends nothing.
-void CEditorDlg::OnOK() {}
+// Enter in the window ends nothing. In the box of the frequency it sets what was typed.
+void CEditorDlg::OnOK() {
+  if (GetFocus() == Item(IDC_EDITOR_FREQUENCY)) RunControlCommand(IDC_EDITOR_SET, BN_CLICKED, 0);
+}
 
 LRESULT CEditorDlg::OnSize(WPARAM kind, int width, int height) {
   if (kind != SIZE_MINIMIZED) Layout.Arrange(Hwnd, width, height);

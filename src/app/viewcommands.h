@@ -10,5 +10,5 @@
 inline constexpr int kBrightest = -3;
 inline constexpr int kDarkest = 3;
 
-// `command`: the id of a zoom step, the spectrum, a colour table or a step of brightness.
+// `command`: the id of a zoom step, a view made for the curve, the spectrum, a colour table or a step of brightness.
 void ChangeView(const FrqCtrlSender& table, UINT command);

@@ -65,6 +65,9 @@ LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case FCM_COLORMENU: Children.OpenColorMenu(Model.ColorTable); break;
     case FCM_SETMAPS: SetMaps(reinterpret_cast<const FrqMap*>(wParam), reinterpret_cast<FrqMap*>(lParam)); break;
     case FCM_SHOWFRAMES: Viewport.ShowFrames(number, static_cast<SampleCount>(lParam)); break;
+    case FCM_FIT: Viewport.Fit(); break;
+    case FCM_CENTRE: Viewport.Centre(); break;
+    case FCM_ZOOMINPLACE: Viewport.ZoomInPlace(on); break;
     case FCM_SETSELECTION: SetSelection(reinterpret_cast<const int*>(lParam), wParam); break;
     case FCM_STEPZOOM: Viewport.StepZoom(on); break;
     case FCM_GETZOOMCOUNT: return kZoomCount;
@@ -88,6 +91,8 @@ LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case FCM_GETBRIGHTNESS: return Model.Brightness;
     case FCM_SETCOLORTABLE: SetColorTable(number); break;
     case FCM_GETCOLORTABLE: return Model.ColorTable;
+    // For the themed buttons in it, which draw what is behind them.
+    case WM_PRINTCLIENT: PrintInto(reinterpret_cast<HDC>(wParam)); break;
     case WM_CAPTURECHANGED: OnCaptureChanged(reinterpret_cast<HWND>(lParam)); break;
     default: return CCtrlBase::OnMessage(window, message, wParam, lParam);
   }
@@ -127,10 +132,17 @@ bool CFrqCtrl::Draw(HDC dc, const RECT& client) {
     if (newLayer && !Layer.Build(dc, client, draw)) return false;
     Layer.CopyTo(dc, client);
     Painter.DrawMap(dc, client);
+    Painter.DrawPointers(dc);
     Painter.DrawCaption(dc, client, caption);
   }
   if (newLayer) Layer.Enter(Hwnd);
   return true;
+}
+
+void CFrqCtrl::PrintInto(HDC dc) {
+  RECT client{};
+  GetClientRect(Hwnd, &client);
+  Draw(dc, client);
 }
 
 void CFrqCtrl::Rebuild() {
@@ -163,6 +175,7 @@ void CFrqCtrl::SetMaps(const FrqMap* reference, FrqMap* map) {
   }
   Mouse.EndDrag();
   Model.SetMaps(reference, map);
+  Keys.Forget();
   if (!map && Model.ViewMode == 0) {
     // The layer stays too, so that a window between two maps does not flash.
     EnableScrollBar(Hwnd, SB_HORZ, ESB_DISABLE_BOTH);
@@ -272,14 +285,35 @@ LRESULT CFrqCtrl::OnMouseWheel(WPARAM keys, int x, int y, int delta) {
   return 0;
 }
 
+LRESULT CFrqCtrl::OnSetFocus(HWND) {
+  Keys.OnFocus(true);
+  return 0;
+}
+
+LRESULT CFrqCtrl::OnKillFocus(HWND) {
+  Keys.OnFocus(false);
+  return 0;
+}
+
+LRESULT CFrqCtrl::OnGetDlgCode() {
+  return DLGC_WANTARROWS;
+}
+
+LRESULT CFrqCtrl::OnKeyDown(WPARAM key, UINT low, UINT high) {
+  const bool isTaken = !Mouse.IsDragging() && Keys.OnKey(key, GetKeyState(VK_SHIFT) < 0, GetKeyState(VK_CONTROL) < 0);
+  return isTaken ? 0 : CCtrlBase::OnKeyDown(key, low, high);
+}
+
 LRESULT CFrqCtrl::OnLButtonDown(WPARAM keys, int x, int y) {
   Tip.Hide();
+  Ruler.Hide();
   Mouse.PressLeft({x, y});
   return CCtrlBase::OnLButtonDown(keys, x, y);
 }
 
 LRESULT CFrqCtrl::OnRButtonDown(WPARAM keys, int x, int y) {
   Tip.Hide();
+  Ruler.Hide();
   Mouse.PressRight({x, y});
   return CCtrlBase::OnRButtonDown(keys, x, y);
 }
@@ -325,6 +359,7 @@ void CFrqCtrl::TellThumbnailClick(int pressed) {
 LRESULT CFrqCtrl::OnTimer(UINT_PTR, LPARAM) {
   if (Mouse.IsDragging() || Model.Geometry.ThumbnailMode) return 0;
   Mouse.UpdateCursor();
+  if (Ruler.OnTick(Hwnd)) Refresh();
   Tip.OnTick(Hwnd, [this](POINT point) { return TextAt(point, Model, Editing(), Spectrum); });
   return 0;
 }

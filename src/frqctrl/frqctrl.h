@@ -6,6 +6,7 @@
 //   tablepainter   how it is drawn                            tablelayer     the lower level of the picture
 //   tablemouse     what the mouse does                        tableviewport  scroll bars, wheel and zoom
 //   tablechildren  button, label, trackbar and menu           tabletip       what is told of the place under the mouse
+//   tablekeys      the selection by keys                      tableruler     the line at the mouse
 // The parts reach the window by TableHost only.
 //
 // Runs on the thread of its dialog. The maps are not owned. All writes to the one that is edited go through MapEditing,
@@ -19,10 +20,12 @@
 #include "frqctrl/frqctrlmessages.h"
 #include "frqctrl/tablechildren.h"
 #include "frqctrl/tablehost.h"
+#include "frqctrl/tablekeys.h"
 #include "frqctrl/tablelayer.h"
 #include "frqctrl/tablemodel.h"
 #include "frqctrl/tablemouse.h"
 #include "frqctrl/tablepainter.h"
+#include "frqctrl/tableruler.h"
 #include "frqctrl/tablesize.h"
 #include "frqctrl/tabletip.h"
 #include "frqctrl/tableviewport.h"
@@ -49,6 +52,10 @@ class CFrqCtrl : public CCtrlBase, private TableHost {
   LRESULT OnRButtonUp(WPARAM keys, int x, int y) override;
   LRESULT OnMouseWheel(WPARAM keys, int x, int y, int delta) override;
   LRESULT OnCtlColorStatic(HWND control, HDC dc) override;
+  LRESULT OnSetFocus(HWND other) override;
+  LRESULT OnKillFocus(HWND other) override;
+  LRESULT OnGetDlgCode() override;
+  LRESULT OnKeyDown(WPARAM key, UINT low, UINT high) override;
   LRESULT OnTimer(UINT_PTR timer, LPARAM lParam) override;
 
   bool Draw(HDC dc, const RECT& client) override;
@@ -76,6 +83,7 @@ class CFrqCtrl : public CCtrlBase, private TableHost {
   void SetThumbnail(bool on);
   void SetAutoSize(bool on);
 
+  void PrintInto(HDC dc);
   void OnCaptureChanged(HWND owner);
   void TellThumbnailClick(int pressed);
   // The columns that the scroll bar reaches, those of the spectrum among them.
@@ -92,4 +100,6 @@ class CFrqCtrl : public CCtrlBase, private TableHost {
   TableMouse Mouse{Model, Viewport, *this};
   TableChildren Children;
   TableTip Tip;
+  TableRuler Ruler{Model};
+  TableKeys Keys{Model, Viewport, *this};
 };

@@ -40,6 +40,9 @@ enum FrqCtrlMessage : UINT {
   FCM_SETCOLORTABLE = 32809,
   FCM_GETCOLORTABLE = 32810,
   FCM_SHOWFRAMES = 32812,  // first and last frame
+  FCM_FIT = 32813,
+  FCM_CENTRE = 32814,
+  FCM_ZOOMINPLACE = 32815,  // down
 };
 
 // Notification codes of the WM_COMMAND that the control sends to its parent.
@@ -64,6 +67,10 @@ class FrqCtrlSender {
   void SetScrollColumn(SampleCount column) const { Send(FCM_SETSCROLLCOLUMN, static_cast<WPARAM>(column)); }
   // Scrolls so that these frames are seen; where they are seen already nothing moves.
   void ShowFrames(SampleCount first, SampleCount last) const { Send(FCM_SHOWFRAMES, static_cast<WPARAM>(first), last); }
+  // The view made for the curve (TableModel).
+  void Fit() const { Send(FCM_FIT); }
+  void Centre() const { Send(FCM_CENTRE); }
+  void ZoomInPlace(bool down) const { Send(FCM_ZOOMINPLACE, down); }
   void SetSelection(std::span<const int> frames) const {
     Send(FCM_SETSELECTION, frames.size(), frames.empty() ? 0 : Pointer(frames.data()));
   }

@@ -112,22 +112,97 @@ bool TableModel::ScrollToFrames(SampleCount first, SampleCount last) {
   if (first < Geometry.ScrollColumn || end >= Geometry.ScrollColumn + columns) {
     Geometry.ScrollColumn = std::max(0, first - kColumnsBefore);
   }
-  const std::optional<double> note = MiddleNoteOf(first, last);
+  const std::optional<Extent> extent = ExtentOf(first, last, false);
+  const std::optional<double> note =
+      extent ? std::optional((extent->LowestNote + extent->HighestNote) / 2) : std::nullopt;
   if (note && (*note < Geometry.BottomNote || *note >= Geometry.BottomNote + rows)) {
     Geometry.BottomNote = std::clamp(static_cast<int>(*note) - rows / 2, kBottomNote, kTopNote);
   }
   return Geometry.ScrollColumn != before.ScrollColumn || Geometry.BottomNote != before.BottomNote;
 }
 
-std::optional<double> TableModel::MiddleNoteOf(SampleCount first, SampleCount last) const {
+SampleCount TableModel::ColumnsInView() const {
+  return static_cast<SampleCount>((Geometry.PlotRect.right - Geometry.PlotRect.left) / Geometry.ColumnWidth());
+}
+
+std::optional<TableModel::Extent> TableModel::ExtentOf(SampleCount first, SampleCount last, bool selectedOnly) const {
+  std::optional<Extent> extent;
   double lowest = 0.0, highest = 0.0;
-  bool found = false;
   for (SampleCount i = std::max(first, 0); Map && i <= last && i < Map->FrameCount; ++i) {
-    const double hz = Map->Frames[static_cast<std::size_t>(i)].Frequency;
-    if (!(hz > FrqNoPitch) || !std::isfinite(hz)) continue;
-    lowest = found ? std::min(lowest, hz) : hz;
-    highest = found ? std::max(highest, hz) : hz;
-    found = true;
+    const FrqFrame& frame = Map->Frames[static_cast<std::size_t>(i)];
+    if (!(frame.Frequency > FrqNoPitch) || !std::isfinite(frame.Frequency) || (selectedOnly && !frame.Selected))
+      continue;
+    lowest = extent ? std::min(lowest, frame.Frequency) : frame.Frequency;
+    highest = extent ? std::max(highest, frame.Frequency) : frame.Frequency;
+    extent = {extent ? extent->First : i, i, 0.0, 0.0};
   }
-  return found ? std::optional((HzToNote(lowest) + HzToNote(highest)) / 2) : std::nullopt;
+  if (!extent) return std::nullopt;
+  extent->LowestNote = HzToNote(lowest);
+  extent->HighestNote = HzToNote(highest);
+  return extent;
+}
+
+std::optional<TableModel::Extent> TableModel::ExtentOfCurve() const {
+  return ExtentOf(0, ColumnCount() - 1, false);
+}
+
+std::optional<TableModel::Extent> TableModel::ExtentAtWork() const {
+  const std::optional<Extent> selected = ExtentOf(0, ColumnCount() - 1, true);
+  return selected ? selected : ExtentOfCurve();
+}
+
+void TableModel::PlaceAt(double x, double y, double column, double note) {
+  const PixelRect& plot = Geometry.PlotRect;
+  const double first = column + 0.5 - (x - plot.left) / Geometry.ColumnWidth();
+  const double lowest = note + 0.5 - (plot.bottom - y) / Geometry.RowHeight();
+  Geometry.ScrollColumn =
+      static_cast<SampleCount>(std::lround(std::clamp(first, 0.0, std::max(0.0, ColumnCount() - 1.0))));
+  Geometry.BottomNote = static_cast<int>(std::lround(std::clamp<double>(lowest, kBottomNote, kTopNote)));
+}
+
+bool TableModel::Fit() {
+  constexpr double kNotesAround = 3.0;
+  const std::optional<Extent> extent = ExtentOfCurve();
+  if (!extent) return false;
+  const PixelRect& plot = Geometry.PlotRect;
+  const auto isAllSeen = [&] {
+    return (extent->Last - extent->First + 1) * Geometry.ColumnWidth() <= plot.right - plot.left &&
+           (extent->HighestNote - extent->LowestNote + kNotesAround) * Geometry.RowHeight() <= plot.bottom - plot.top;
+  };
+  Geometry.Zoom = kZoomCount - 1;
+  while (Geometry.Zoom > 0 && !isAllSeen()) --Geometry.Zoom;
+  BarsStepBack = true;
+  // What is too long is seen from its begin.
+  const double middle = std::min((extent->First + extent->Last) / 2.0, extent->First + ColumnsInView() / 2.0);
+  PlaceAt((plot.left + plot.right) / 2.0, (plot.top + plot.bottom) / 2.0, middle,
+          (extent->LowestNote + extent->HighestNote) / 2);
+  return true;
+}
+
+bool TableModel::Centre() {
+  const std::optional<Extent> extent = ExtentAtWork();
+  if (!extent) return false;
+  const PixelRect& plot = Geometry.PlotRect;
+  BarsStepBack = true;
+  PlaceAt((plot.left + plot.right) / 2.0, (plot.top + plot.bottom) / 2.0, (extent->First + extent->Last) / 2.0,
+          (extent->LowestNote + extent->HighestNote) / 2);
+  return true;
+}
+
+bool TableModel::ZoomInPlace(bool down) {
+  const int zoom = std::clamp(Geometry.Zoom + (down ? -1 : 1), 0, kZoomCount - 1);
+  if (zoom == Geometry.Zoom) return false;
+  const std::optional<Extent> extent = ExtentAtWork();
+  const PixelRect& plot = Geometry.PlotRect;
+  // Without a curve the middle of the view stays.
+  const double column = extent ? (extent->First + extent->Last) / 2.0 : Geometry.ScrollColumn + ColumnsInView() / 2.0;
+  const double note = extent ? (extent->LowestNote + extent->HighestNote) / 2
+                             : Geometry.BottomNote + (plot.bottom - plot.top) / Geometry.RowHeight() / 2;
+  // What is out of view comes to its edge at least.
+  const double x = plot.left + (column + 0.5 - Geometry.ScrollColumn) * Geometry.ColumnWidth();
+  const double y = plot.bottom - (note + 0.5 - Geometry.BottomNote) * Geometry.RowHeight();
+  SetZoom(zoom);
+  PlaceAt(std::clamp<double>(x, plot.left, plot.right), std::clamp<double>(y, plot.top, plot.bottom), column, note);
+  BarsStepBack = true;
+  return true;
 }

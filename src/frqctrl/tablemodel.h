@@ -32,10 +32,13 @@ struct TableModel {
   StrokeLimits Limits;
   bool ReadOnly = false;  // no edit by the left button
   TableGeometry Geometry;
-  PixelRect AverageGrip;  // where the average line can be taken hold of, see HoldAverageAt
-  int ViewMode = 0;       // 0 grid, 1 spectrum
-  int Brightness = 0;     // Brightest to Darkest
-  int ColorTable = 0;     // 0 to ColorTableCount - 1
+  PixelRect AverageGrip;         // where the average line can be taken hold of, see HoldAverageAt
+  SampleCount CaretColumn = -1;  // of the keys; -1 while the table has no focus
+  int RulerY = -1;               // of the line at the mouse; -1 for none
+  bool BarsStepBack = false;     // once a view was made for the curve: level bars in its way are paler
+  int ViewMode = 0;              // 0 grid, 1 spectrum
+  int Brightness = 0;            // Brightest to Darkest
+  int ColorTable = 0;            // 0 to ColorTableCount - 1
 
   // The setters with a result refuse what is out of range: they answer false and change nothing.
   bool SetViewMode(int mode);
@@ -82,7 +85,28 @@ struct TableModel {
   // curve. False if it does already.
   bool ScrollToFrames(SampleCount first, SampleCount last);
 
+  // Whole columns that the plot holds.
+  SampleCount ColumnsInView() const;
+  // The frames with a pitch from the first to the last, with the lowest and the highest note of them.
+  struct Extent {
+    SampleCount First, Last;
+    double LowestNote, HighestNote;
+  };
+  // None without a pitch.
+  std::optional<Extent> ExtentOfCurve() const;
+  // The same of its selected part, if there is one with a pitch.
+  std::optional<Extent> ExtentAtWork() const;
+
+  // The view for the curve: the greatest zoom at which it is all seen, or the least; or the zoom as it is. The curve,
+  // or its selected part, is in the middle then. False without a curve.
+  bool Fit();
+  bool Centre();
+  // A step of the zoom after which the middle of the curve, or of its selected part, is where it was before, so far as
+  // whole rows and columns allow. False at the last step.
+  bool ZoomInPlace(bool down);
+
  private:
-  // Middle of the notes of these frames' pitches; none without a pitch.
-  std::optional<double> MiddleNoteOf(SampleCount first, SampleCount last) const;
+  std::optional<Extent> ExtentOf(SampleCount first, SampleCount last, bool selectedOnly) const;
+  // Scrolls so that the middle of a column and of a note come to a place in the plot.
+  void PlaceAt(double x, double y, double column, double note);
 };

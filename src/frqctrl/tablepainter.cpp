@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/notename.h"
 #include "frqctrl/curvepainting.h"
 #include "frqctrl/drawing.h"
 #include "frqctrl/spectrumpicture.h"
+#include "frqctrl/tablereading.h"
 
 namespace {
 
@@ -14,6 +16,11 @@ SIZE LabelSize(HDC dc) {
   SIZE size{};
   GetTextExtentPoint32W(dc, L"C0", 2, &size);
   return size;
+}
+
+COLORREF MiddleOf(COLORREF one, COLORREF other) {
+  return RGB((GetRValue(one) + GetRValue(other)) / 2, (GetGValue(one) + GetGValue(other)) / 2,
+             (GetBValue(one) + GetBValue(other)) / 2);
 }
 
 bool IsAccidental(int note) {
@@ -143,11 +150,14 @@ void TablePainter::DrawAmplitude(PixelBitmap& pixels) const {
   const PixelRect& plot = Model.Geometry.PlotRect;
   const double barWidth = Model.Geometry.ColumnWidth() * 8.0 / 10.0;
   const double scale = Model.Geometry.RowHeight() / 1500.0;
+  const COLORREF paler = MiddleOf(Colors[ColorAmplitude], Colors[ColorBackground]);
   GdiFlush();
   WalkFrames(Model.Geometry, *Model.Map, [&](const FrqFrame& frame, double x) {
     const int right = std::min(plot.right, static_cast<int>(barWidth + x));
     const int top = ToPixel(plot.bottom - frame.Amplitude * scale);
-    pixels.Fill({static_cast<int>(x), top, right, plot.bottom}, Colors[ColorAmplitude]);
+    const bool isInTheWay = Model.BarsStepBack && frame.Frequency > FrqNoPitch &&
+                            Model.Geometry.FrequencyToY(frame.Frequency, plot.bottom) >= top;
+    pixels.Fill({static_cast<int>(x), top, right, plot.bottom}, isInTheWay ? paler : Colors[ColorAmplitude]);
   });
 }
 
@@ -174,6 +184,40 @@ void TablePainter::DrawAverageLine(HDC dc, const RECT& rect, const FrqMap& map, 
   const int y = geometry.FrequencyToY(average, rect.bottom);
   Line(dc, rect.left, y, rect.right, y);
   Model.HoldAverageAt(rect.left, y);
+}
+
+void TablePainter::DrawPointers(HDC dc) const {
+  const TableGeometry& geometry = Model.Geometry;
+  const PixelRect& plot = geometry.PlotRect;
+  if (Model.CaretColumn >= 0) {
+    const int left = ToPixel(plot.left + (Model.CaretColumn - geometry.ScrollColumn) * geometry.ColumnWidth());
+    const RECT column{left - 1, plot.top, left + std::max(2, static_cast<int>(geometry.ColumnWidth())) + 1,
+                      plot.bottom};
+    SetTextColor(dc, RGB(0, 0, 0));
+    SetBkColor(dc, RGB(255, 255, 255));
+    if (column.left >= plot.left - 1) DrawFocusRect(dc, &column);
+  }
+  if (Model.RulerY >= 0) DrawRuler(dc);
+}
+
+// Its label keeps clear of the line, and below it where there is no room above.
+void TablePainter::DrawRuler(HDC dc) const {
+  const PixelRect& plot = Model.Geometry.PlotRect;
+  SetBkColor(dc, Colors[ColorBackground]);
+  SetBkMode(dc, OPAQUE);
+  SetTextColor(dc, Colors[ColorText]);
+  {
+    const Pen pen(CreatePen(PS_DOT, 1, Colors[ColorText]));
+    const SelectGuard selectPen(dc, pen.get());
+    Line(dc, plot.left, Model.RulerY, plot.right, Model.RulerY);
+  }
+  const auto pitch = ReadPitch(Model.FrequencyAtY(Model.RulerY));
+  const std::wstring name = pitch ? NoteNameFromNumber(pitch->Note) : std::wstring();
+  if (name.empty()) return;
+  const int height = LabelSize(dc).cy;
+  const int top = Model.RulerY - height - 1 >= plot.top ? Model.RulerY - height - 1 : Model.RulerY + 2;
+  RECT place{plot.left + 2, top, plot.right, top + height};
+  DrawTextW(dc, name.c_str(), -1, &place, DT_SINGLELINE | DT_NOPREFIX | DT_RIGHT);
 }
 
 void TablePainter::DrawCaption(HDC dc, const RECT& client, const std::wstring& text) const {

@@ -24,6 +24,8 @@ class TablePainter {
 
   void DrawLayer(HDC dc, PixelBitmap& pixels, const RECT& client);
   void DrawMap(HDC dc, const RECT& client);
+  // What points at a place: the caret of the keys, and the ruler at the mouse.
+  void DrawPointers(HDC dc) const;
   void DrawCaption(HDC dc, const RECT& client, const std::wstring& text) const;
 
  private:
@@ -37,6 +39,7 @@ class TablePainter {
   void DrawBarLines(HDC dc) const;
   void DrawLoadedMap(HDC dc, PixelBitmap& pixels, const RECT& client);
   void DrawAmplitude(PixelBitmap& pixels) const;
+  void DrawRuler(HDC dc) const;
   void DrawAverageLine(HDC dc, const RECT& rect, const FrqMap& map, TableColor color);
 
   TableModel& Model;

@@ -80,10 +80,39 @@ void TableViewport::ShowFrames(SampleCount first, SampleCount last) {
     const std::lock_guard reading(Host.Editing());
     moves = Model.ScrollToFrames(first, last);
   }
-  if (!moves) return;
+  if (moves) ShowPlace();
+}
+
+void TableViewport::ShowPlace() {
   SetBarPosition(SB_HORZ, Model.Geometry.ScrollColumn);
   SetBarPosition(SB_VERT, Model.VerticalPosition());
   Host.Rebuild();
+}
+
+void TableViewport::Fit() {
+  {
+    const std::lock_guard reading(Host.Editing());
+    if (!Model.Fit()) return;
+  }
+  ShowPlace();
+  Host.Notify(FCN_ZOOMCHANGED, Model.Geometry.Zoom);
+}
+
+void TableViewport::Centre() {
+  {
+    const std::lock_guard reading(Host.Editing());
+    if (!Model.Centre()) return;
+  }
+  ShowPlace();
+}
+
+void TableViewport::ZoomInPlace(bool down) {
+  {
+    const std::lock_guard reading(Host.Editing());
+    if (!Model.ZoomInPlace(down)) return;
+  }
+  ShowPlace();
+  Host.Notify(FCN_ZOOMCHANGED, Model.Geometry.Zoom);
 }
 
 void TableViewport::EnsureColumnVisible(SampleCount column) {

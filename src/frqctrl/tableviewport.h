@@ -27,11 +27,16 @@ class TableViewport {
 
   // Scrolls both ways so that the curve of these frames is seen, and repaints, if it is not.
   void ShowFrames(SampleCount first, SampleCount last);
+  // The view made for the curve by the model, with the bars that follow. Fit and step tell the parent of the zoom.
+  void Fit();
+  void Centre();
+  void ZoomInPlace(bool down);
   // Scrolls to a column at the edge of the plot, or beyond it. Repaint is the caller's.
   void EnsureColumnVisible(SampleCount column);
 
  private:
   void SetBarPosition(int bar, int position);
+  void ShowPlace();
 
   TableModel& Model;
   TableHost& Host;

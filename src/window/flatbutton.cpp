@@ -21,6 +21,8 @@ bool CFlatButton::Draw(HDC dc, const RECT& client) {
   const int oldMode = SetBkMode(dc, TRANSPARENT);
   const COLORREF oldColor = SetTextColor(dc, GetSysColor(IsWindowEnabled(Hwnd) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
   DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &area, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+  InflateRect(&area, -2, -2);
+  if (GetFocus() == Hwnd) DrawFocusRect(dc, &area);
   SetTextColor(dc, oldColor);
   SetBkMode(dc, oldMode);
   return true;
@@ -38,12 +40,32 @@ LRESULT CFlatButton::OnTimer(UINT_PTR timer, LPARAM lParam) {
   return 0;
 }
 
+LRESULT CFlatButton::OnSetFocus(HWND) {
+  Refresh();
+  return 0;
+}
+
+LRESULT CFlatButton::OnKillFocus(HWND) {
+  Refresh();
+  return 0;
+}
+
+LRESULT CFlatButton::OnKeyDown(WPARAM key, UINT low, UINT high) {
+  if (key != VK_SPACE) return CCtrlBase::OnKeyDown(key, low, high);
+  Press();
+  return 0;
+}
+
 LRESULT CFlatButton::OnLButtonDblClk(WPARAM, int, int) {
+  Press();
+  return 0;
+}
+
+void CFlatButton::Press() {
   const HWND window = Hwnd;
   KillTimer(window, kSecondClick);
   const auto id = static_cast<WORD>(GetDlgCtrlID(window));
   SendMessageW(GetParent(window), WM_COMMAND, MAKEWPARAM(id, BN_DOUBLECLICKED), reinterpret_cast<LPARAM>(window));
-  return 0;
 }
 
 const wchar_t* CFlatButton::GetWindowClassName() const {

@@ -85,4 +85,47 @@ TEST_F(TableModelTest, TheViewStaysWithinTheMapAndTheNotes) {
   }
 }
 
+TEST_F(TableModelTest, AViewForTheCurveHoldsAllOfItAsLargeAsItCan) {
+  EXPECT_FALSE(table.Fit() || table.Centre()) << "there is no curve";
+  for (int i = 10; i < 50; ++i) map.Frames[static_cast<std::size_t>(i)].Frequency = NoteToHz(60.0 + i % 5);
+  ASSERT_TRUE(table.Fit());
+  EXPECT_EQ(table.Geometry.Zoom, 1) << "forty columns of four pixels in two hundred";
+  const auto seen = [&](double note) { return table.Geometry.FrequencyToY(NoteToHz(note), 300); };
+  EXPECT_EQ(table.Geometry.ScrollColumn, 5);
+  EXPECT_NEAR((seen(60) + seen(64)) / 2, 150, 5);
+
+  map.Frames[59].Frequency = NoteToHz(110.0);
+  ASSERT_TRUE(table.Fit());
+  EXPECT_EQ(table.Geometry.Zoom, 1) << "fifty columns, and rows of five pixels for fifty notes";
+  EXPECT_TRUE(seen(60) < 300 && seen(110) > 0);
+  map.Frames[49].Frequency = std::numeric_limits<double>::infinity();
+  EXPECT_TRUE(table.Fit() && table.Geometry.Zoom == 1) << "what is no pitch does not count";
+
+  for (const int i : {30, 31}) map.Frames[static_cast<std::size_t>(i)].Selected = true;
+  table.SetZoom(5);
+  ASSERT_TRUE(table.Centre());
+  EXPECT_EQ(table.Geometry.Zoom, 5);
+  EXPECT_EQ(table.Geometry.ScrollColumn, 26) << "ten columns of twenty pixels about the selection";
+  EXPECT_NEAR(seen(60.5), 150, 10);
+}
+
+TEST_F(TableModelTest, AZoomInPlaceKeepsTheMiddleOfTheSelectionWhereItIs) {
+  for (FrqFrame& frame : map.Frames) frame.Frequency = NoteToHz(69.0);
+  map.Frames[30].Selected = true;
+  table.Geometry.ScrollColumn = 20;
+  table.Geometry.BottomNote = 60;
+  const auto place = [&] {
+    return std::pair(20 + (30.5 - table.Geometry.ScrollColumn) * table.Geometry.ColumnWidth(),
+                     static_cast<double>(table.Geometry.FrequencyToY(NoteToHz(69.0), 300)));
+  };
+  for (const bool down : {false, false, false, true, true, true, true}) {
+    const auto [x, y] = place();
+    ASSERT_TRUE(table.ZoomInPlace(down));
+    EXPECT_NEAR(place().first, x, table.Geometry.ColumnWidth() / 2 + 1) << table.Geometry.Zoom;
+    EXPECT_NEAR(place().second, y, table.Geometry.RowHeight() / 2 + 1) << table.Geometry.Zoom;
+  }
+  table.SetZoom(kZoomCount - 1);
+  EXPECT_FALSE(table.ZoomInPlace(false));
+}
+
 }  // namespace

@@ -111,4 +111,70 @@ TEST_F(FrqCtrlTest, NonsenseInAMapIsDrawnWithoutHarm) {
   }
 }
 
+TEST_F(FrqCtrlTest, KeysSelectFramesAndTheCaretIsSeenWithTheFocusAlone) {
+  control.SetZoom(3);
+  Show(&reference_, &map_);
+  const auto selected = [this] {
+    std::string frames;
+    for (const FrqFrame& frame : map_.Frames) frames += frame.Selected ? 'x' : '.';
+    return std::pair(frames.find('x'), std::ranges::count(frames, 'x'));
+  };
+  const auto press = [this](WPARAM key, bool shift = false, bool ctrl = false) {
+    BYTE keys[256] = {};
+    keys[VK_SHIFT] = shift ? 0x80 : 0;
+    keys[VK_CONTROL] = ctrl ? 0x80 : 0;
+    SetKeyboardState(keys);
+    Send(WM_KEYDOWN, static_cast<int>(key));
+    const BYTE none[256] = {};
+    SetKeyboardState(const_cast<BYTE*>(none));
+  };
+  const auto picture = [this] {
+    std::vector<COLORREF> pixels;
+    const Picture shown = Shown();
+    for (int x = 0; x < shown.Width; ++x) pixels.push_back(shown.At(x, 200));
+    return pixels;
+  };
+  const auto before = picture();
+  SendMessageW(control_, WM_SETFOCUS, 0, 0);
+  EXPECT_NE(picture(), before) << "the caret";
+  EXPECT_EQ(Send(WM_GETDLGCODE, 0) & DLGC_WANTARROWS, DLGC_WANTARROWS);
+  using Run = std::pair<std::size_t, std::ptrdiff_t>;
+  press(VK_RIGHT);
+  EXPECT_EQ(selected(), Run(1, 1));
+  EXPECT_EQ(HIWORD(told.back().first), FCN_SELECTIONCHANGED);
+  for (int i = 0; i < 3; ++i) press(VK_RIGHT, true);
+  EXPECT_EQ(selected(), Run(1, 4));
+  press(VK_LEFT, true);
+  EXPECT_EQ(selected(), Run(1, 3));
+  press(VK_RIGHT, false, true);
+  EXPECT_EQ(selected(), Run(17, 1)) << "the next line";
+  press(VK_HOME, true);
+  EXPECT_EQ(selected(), Run(0, 18));
+  press(VK_END);
+  EXPECT_EQ(selected(), Run(kFrameCount - 1, 1));
+  press(VK_RIGHT);
+  press(VK_NEXT);
+  EXPECT_EQ(selected(), Run(kFrameCount - 1, 1));
+  press(VK_PRIOR, true);
+  EXPECT_EQ(selected().first + static_cast<std::size_t>(selected().second), std::size_t{kFrameCount});
+  EXPECT_GT(selected().second, 20) << "a page";
+
+  control.SetScrollColumn(0);
+  SendMessageW(control_, WM_KILLFOCUS, 0, 0);
+  FrqMap empty;
+  Show(nullptr, &empty);
+  SendMessageW(control_, WM_SETFOCUS, 0, 0);
+  for (const WPARAM key : {VK_LEFT, VK_RIGHT, VK_HOME, VK_END, VK_PRIOR, VK_NEXT, VK_UP, VK_DOWN}) press(key, true);
+  Show(nullptr, nullptr);
+  for (const WPARAM key : {VK_LEFT, VK_RIGHT, VK_HOME, VK_END, VK_PRIOR, VK_NEXT}) press(key);
+}
+
+TEST_F(FrqCtrlTest, PrintsWhatIsBehindItsButtons) {
+  Show(&reference_, &map_);
+  const Picture shown = Shown();
+  Picture printed(shown.Width, shown.Height);
+  SendMessageW(control_, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(printed.Dc.get()), PRF_CLIENT);
+  for (const int x : {3, 40, 200, 470}) EXPECT_EQ(printed.At(x, 160), shown.At(x, 160)) << x;
+}
+
 }  // namespace

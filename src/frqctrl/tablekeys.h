@@ -1,0 +1,38 @@
+// TableKeys: the selection of frames by keys, while the table has the focus: a caret that goes from column to column
+// and takes the selection along, or, with Shift, stretches it.
+//
+//   Left, Right           a column; with Ctrl, to the next vertical line
+//   Page Up, Page Down    as far as the plot is wide
+//   Home, End             the ends of the map
+//   Up, Down              scroll by a semitone
+#pragma once
+
+#include <windows.h>
+
+#include "frqctrl/tablehost.h"
+#include "frqctrl/tablemodel.h"
+#include "frqctrl/tableviewport.h"
+
+class TableKeys {
+ public:
+  TableKeys(TableModel& model, TableViewport& viewport, TableHost& host)
+      : Model(model), Viewport(viewport), Host(host) {}
+
+  // The caret is seen while the table has the focus: at the selection, or at the first column in view.
+  void OnFocus(bool has);
+  // Another map: the caret begins anew.
+  void Forget();
+  // True if the key is one of those above.
+  bool OnKey(WPARAM key, bool isShift, bool isControl);
+
+ private:
+  SampleCount Target(WPARAM key, bool isControl) const;
+  void MoveTo(SampleCount column, bool extend);
+  SampleCount StartColumn() const;
+
+  TableModel& Model;
+  TableViewport& Viewport;
+  TableHost& Host;
+  SampleCount Anchor = -1;  // of a selection that Shift stretches
+  bool HasFocus = false;
+};
