@@ -283,7 +283,8 @@ class MapCheck {
 
   void MarkFactors() {
     for (SampleCount i = 0; i < Count(); ++i) {
-      if (IsPitch(i) && Path(i).shift != 0) Mark(i, CheckMarkFactor, Moved(i, Path(i).shift));
+      if (IsPitch(i) && Path(i).shift != 0)
+        Mark(i, MarkOfFactor(Frame(i).Frequency / Moved(i, Path(i).shift)), Moved(i, Path(i).shift));
     }
   }
 

@@ -203,7 +203,9 @@ class SoundCheck {
   CheckMark MarkOf(std::size_t i) const {
     switch (marks_[i]) {
       case Claim::Moved:
-        return IsByFactor(frames_[i].Frequency, Heard(static_cast<SampleCount>(i))) ? CheckMarkFactor : CheckMarkFar;
+        return IsByFactor(frames_[i].Frequency, Heard(static_cast<SampleCount>(i)))
+                   ? MarkOfFactor(frames_[i].Frequency / Heard(static_cast<SampleCount>(i)))
+                   : CheckMarkFar;
       case Claim::Noise: return CheckMarkNoise;
       case Claim::Gap: return CheckMarkGap;
       default: return CheckMarkNone;

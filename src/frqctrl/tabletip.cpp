@@ -43,7 +43,7 @@ std::wstring PitchText(const std::optional<PitchReading>& pitch) {
 
 std::wstring MarkText(const FrameReading& frame) {
   const auto reason = static_cast<std::int32_t>(frame.Mark) - CheckMarkFactor;
-  const bool isKnown = reason >= 0 && reason <= CheckMarkFar - CheckMarkFactor;
+  const bool isKnown = reason >= 0 && reason <= CheckMarkLast - CheckMarkFactor;
   std::wstring text = LoadResString(isKnown ? IDS_READ_MARK_FIRST + static_cast<UINT>(reason) : IDS_READ_MARKED);
   if (frame.Suggested) text += Format(IDS_READ_SUGGESTED, PitchText(frame.Suggested).c_str());
   return text;

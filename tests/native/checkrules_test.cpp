@@ -88,7 +88,8 @@ void ExpectMarks(const std::string& text, int hop, double hertz, const auto& che
   const std::span frames(record->Frames, map.Frames.size());
   EXPECT_EQ(result, std::ranges::count_if(frames, [](const CheckFrame& frame) { return frame.Mark != 0; }));
   for (std::size_t i = 0; i < frames.size(); ++i) {
-    const auto mark = static_cast<std::int32_t>(map.Frames[i].Mark);
+    auto mark = static_cast<std::int32_t>(map.Frames[i].Mark);
+    if (mark == CheckMarkFactor) mark = MarkOfFactor(map.Frames[i].Frequency / map.Frames[i].SuggestedFrequency);
     if (mark == kEither) continue;
     ASSERT_EQ(frames[i].Mark, mark) << "frame " << i;
     ASSERT_NEAR(frames[i].SuggestedFrequency, map.Frames[i].SuggestedFrequency, hertz) << "frame " << i;
@@ -385,6 +386,13 @@ TEST(CheckByEar, ListensToTheRecordingOfTheMapOnly) {
   ExpectHeard({"34x- 1x-=? 1x69=? 101x69=F57 1x69=? 8x-", "35x- 103x69 7x-"}, whole);
   ExpectHeard({"286x- 817x69=F57 275x-"}, whole, 32);
   ExpectHeard({"285x- 843x69 295x-"}, whole, 31);
+}
+
+TEST(CheckMarks, TellWhichFactorItIs) {
+  const std::pair<double, CheckMark> cases[] = {
+      {2.0, CheckMarkOctaveHigh}, {1.8, CheckMarkOctaveHigh}, {0.5, CheckMarkOctaveLow}, {3.0, CheckMarkTwelfth},
+      {0.34, CheckMarkTwelfth},   {1.5, CheckMarkFactor},     {0.67, CheckMarkFactor},   {4.0, CheckMarkFactor}};
+  for (const auto& [ratio, mark] : cases) EXPECT_EQ(MarkOfFactor(ratio), mark) << ratio;
 }
 
 }  // namespace
