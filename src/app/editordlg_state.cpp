@@ -7,6 +7,7 @@
 #include "app/filelistdlg.h"
 #include "app/gocommands.h"
 #include "app/helpcommands.h"
+#include "app/suggestedchanges.h"
 #include "app/viewcommands.h"
 #include "app/words.h"
 #include "base/text.h"
@@ -89,6 +90,10 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
     if (GoToMark(forward, e.ToList(), e.Map.Index(), e.Frames.Position())) return;
     e.Edits.Tell(CommandName(GetMenu(e.Hwnd), id), LoadResString(IDS_NOMOREMARKS));
   };
+  static constexpr auto suggestions = [](E& e, UINT id) {
+    if (ShowSuggestions(e.Hwnd, e.ToList(), e.Syllables, e.Frames)) return e.UpdateState();
+    e.Edits.Tell(CommandName(GetMenu(e.Hwnd), id), LoadResString(IDS_NOSUGGESTIONS));
+  };
   static constexpr auto manual = [](E& e, UINT) { ShowManual(e.Hwnd); };
   static constexpr auto about = [](E& e, UINT) { ShowAbout(e.Hwnd); };
   static const std::vector<EditorCommand> commands = {
@@ -131,6 +136,7 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_VIEW_CENTRE, view},
       {ID_VIEW_LARGER, view, [](S s) { return s.zoom < s.zoomCount - 1; }},
       {ID_VIEW_SMALLER, view, [](S s) { return s.zoom > 0; }},
+      {ID_TOOL_SUGGESTIONS, suggestions},
       {ID_LISTEN_RECORDING, nullptr},
       {ID_LISTEN_CURVE, nullptr},
       {ID_LISTEN_BOTH, nullptr},

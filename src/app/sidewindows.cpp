@@ -4,10 +4,13 @@
 
 #include <utility>
 
+#include "app/suggestedchanges.h"
+
 SideWindows::SideWindows(Document& syllables, DocumentFiles& files, std::function<void()> thumbnailEnded)
     : ThumbnailEnded(std::move(thumbnailEnded)) {
   Thumbnail.Syllables = &syllables;
   Thumbnail.Files = &files;
+  ModifyBar.TextOfRun = [&syllables](int index, int sample) { return TextOfRun(syllables, index, sample); };
 }
 
 void SideWindows::ShowThumbnail(bool show, HWND list) {

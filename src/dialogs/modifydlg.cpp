@@ -18,8 +18,36 @@ INT_PTR CModifyFailureDlg::OnInitDialog(LPARAM) {
   Keys.Start(Hwnd, Commands, IDR_SHAREDKEYS);
   Index = Sample = -1;
   ShowNext(true);
-  RestoreWindowPlacement(Hwnd, kPlacementValue);
-  return 1;
+  // Ahead of the window's coming, which the placement brings about: a key may follow at once.
+  SendMessageW(Hwnd, DM_SETDEFID, IDC_MODIFY_MODIFY, 0);
+  SetFocus(Item(IDC_MODIFY_MODIFY));
+  if (!RestoreWindowPlacement(Hwnd, kPlacementValue)) PlaceBesideWork();
+  Words.Follow();
+  return 0;
+}
+
+// Below the windows of list and editor or, where there is no room, above them: it hides nothing that is worked on. Else
+// in the middle, where the template has it.
+void CModifyFailureDlg::PlaceBesideWork() const {
+  RECT own{}, list{}, editor{}, both{};
+  GetWindowRect(Hwnd, &own);
+  if (!GetWindowRect(List, &list) || !GetWindowRect(Commands, &editor)) return;
+  UnionRect(&both, &list, &editor);
+  MONITORINFO screen{};
+  screen.cbSize = sizeof(screen);
+  GetMonitorInfoW(MonitorFromWindow(Commands, MONITOR_DEFAULTTONEAREST), &screen);
+  const int height = own.bottom - own.top;
+  const int words = height / 2;  // below the bar
+  const bool fitsBelow = both.bottom + height + words <= screen.rcWork.bottom;
+  const int top = fitsBelow ? both.bottom : both.top - height - words;
+  if (top < screen.rcWork.top) return;
+  SetWindowPos(Hwnd, nullptr, editor.left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+INT_PTR CModifyFailureDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_MOVE) Words.Follow();
+  if (message == WM_ACTIVATEAPP) Words.ShowWhileInFront(wParam != 0);
+  return CTemplateDlg::OnDialogMessage(message, wParam, lParam);
 }
 
 LRESULT CModifyFailureDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
@@ -49,6 +77,7 @@ bool CModifyFailureDlg::ShowNext(bool forward) {
   if (!record.Found) return false;
   Index = record.Index;
   Sample = record.Sample;
+  if (TextOfRun) Words.Show(Hwnd, TextOfRun(Index, Sample));
   return true;
 }
 
@@ -56,7 +85,8 @@ bool CModifyFailureDlg::ShowNext(bool forward) {
 void CModifyFailureDlg::PressNext(bool forward, int button) {
   Forward = forward;
   const auto from = std::pair(Index, Sample);
-  if (!ShowNext(forward) || from == std::pair(Index, Sample)) Balloon::Show(Item(button), LoadResString(IDS_NOMOREMARKS));
+  if (!ShowNext(forward) || from == std::pair(Index, Sample))
+    Balloon::Show(Item(button), LoadResString(IDS_NOMOREMARKS));
 }
 
 void CModifyFailureDlg::ShowNextOrEnd() {
@@ -65,6 +95,7 @@ void CModifyFailureDlg::ShowNextOrEnd() {
 
 LRESULT CModifyFailureDlg::OnDestroy() {
   Keys.Stop();
+  Words.Forget();
   SaveWindowPlacement(Hwnd, kPlacementValue);
   return CDlgBase::OnDestroy();
 }

@@ -5,9 +5,13 @@
 // it does is asked of the list by messages, which works on the maps and shows each run in the editor.
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "app/messages.h"
 #include "resources/ids.h"
 #include "window/sharedkeys.h"
+#include "window/standingtip.h"
 #include "window/templatedialog.h"
 
 class CModifyFailureDlg : public CTemplateDlg<CModifyFailureDlg, IDD_MODIFY> {
@@ -16,21 +20,26 @@ class CModifyFailureDlg : public CTemplateDlg<CModifyFailureDlg, IDD_MODIFY> {
   HWND List = nullptr;
   HWND Commands = nullptr;  // the window whose keys act here too
   HANDLE ReadyEvent = nullptr;
+  // Which run of how many stands at a sample position of a syllable, and why. Called on the bar's thread.
+  std::function<std::wstring(int index, int sample)> TextOfRun;
 
   LRESULT OnDestroy() override;
   LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
   INT_PTR OnInitDialog(LPARAM lParam) override;
+  INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void OnDialogEnd() override;
 
  private:
   bool ShowNext(bool forward);
   void PressNext(bool forward, int button);
   void ShowNextOrEnd();
+  void PlaceBesideWork() const;
 
   FileListSender ToList() const { return FileListSender(List); }
 
-  int Index = -1;       // syllable of the run in view
-  int Sample = -1;      // sample position in it
+  int Index = -1;   // syllable of the run in view
+  int Sample = -1;  // sample position in it
   SharedKeys Keys;
+  StandingTip Words;
   bool Forward = true;  // direction of the last step, also from one opening to the next
 };

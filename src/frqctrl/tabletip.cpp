@@ -33,6 +33,8 @@ std::wstring Format(UINT id, auto... values) {
   return FormatText(LoadResString(id).c_str(), values...);
 }
 
+}  // namespace
+
 // Notes beyond those that have a name are told in hertz alone.
 std::wstring PitchText(const std::optional<PitchReading>& pitch) {
   if (!pitch) return LoadResString(IDS_READ_NOPITCH);
@@ -41,15 +43,13 @@ std::wstring PitchText(const std::optional<PitchReading>& pitch) {
   return Format(IDS_READ_PITCH, Format(IDS_READ_NOTE, name.c_str(), pitch->Cents).c_str(), pitch->Hz);
 }
 
-std::wstring MarkText(const FrameReading& frame) {
-  const auto reason = static_cast<std::int32_t>(frame.Mark) - CheckMarkFactor;
+std::wstring TextOfMark(std::uint32_t mark, const std::optional<PitchReading>& suggested) {
+  const auto reason = static_cast<std::int32_t>(mark) - CheckMarkFactor;
   const bool isKnown = reason >= 0 && reason <= CheckMarkLast - CheckMarkFactor;
   std::wstring text = LoadResString(isKnown ? IDS_READ_MARK_FIRST + static_cast<UINT>(reason) : IDS_READ_MARKED);
-  if (frame.Suggested) text += Format(IDS_READ_SUGGESTED, PitchText(frame.Suggested).c_str());
+  if (suggested) text += Format(IDS_READ_SUGGESTED, PitchText(suggested).c_str());
   return text;
 }
-
-}  // namespace
 
 std::wstring TextOf(const TableReading& reading, double samplesPerSecond) {
   std::wstring text = Format(IDS_READ_POINTER, PitchText(reading.Pointer).c_str());
@@ -58,7 +58,7 @@ std::wstring TextOf(const TableReading& reading, double samplesPerSecond) {
   const double seconds = std::max(frame.Position, 0) / samplesPerSecond;
   text += L"\n" + Format(IDS_READ_FRAME, frame.Frame, seconds, PitchText(frame.Pitch).c_str());
   if (frame.Level) text += Format(IDS_READ_LEVEL, *frame.Level);
-  if (frame.Mark != 0) text += L"\n" + MarkText(frame);
+  if (frame.Mark != 0) text += L"\n" + TextOfMark(frame.Mark, frame.Suggested);
   return text;
 }
 

@@ -15,6 +15,11 @@
 // What is told of a place. `samplesPerSecond`: of the recording.
 std::wstring TextOf(const TableReading& reading, double samplesPerSecond);
 
+// The note with its cents and the frequency; that there is no pitch.
+std::wstring PitchText(const std::optional<PitchReading>& pitch);
+// Why a frame is marked, and what is suggested for it.
+std::wstring TextOfMark(std::uint32_t mark, const std::optional<PitchReading>& suggested);
+
 class TableTip {
  public:
   TableTip() = default;

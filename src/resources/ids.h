@@ -97,6 +97,17 @@
 #define IDS_LEFT_MINUTES 622
 #define IDS_TIP_STOPCHECK 623
 #define IDS_NOWHERE 630
+#define IDS_RUN 631
+#define IDS_NOSUGGESTIONS 632
+#define IDS_SUGGESTED_SYLLABLE 710
+#define IDS_SUGGESTED_FRAMES 711
+#define IDS_SUGGESTED_FROM 712
+#define IDS_SUGGESTED_TO 713
+#define IDS_SUGGESTED_WHY 714
+#define IDS_SUGGESTED_SUM 715
+#define IDS_NAME_SUGGESTIONS 716
+#define IDS_TIP_SUGGESTIONS 717
+#define IDS_TIP_MODIFYTHESE 718
 
 // Tips of controls, and their names for screen readers (tips.rc); what the table tells of a place (READ).
 #define IDS_TIP_FRAMES 530
@@ -265,6 +276,7 @@
 #define ID_LISTEN_BOTH 33052
 #define ID_LISTEN_COMPARE 33053
 #define ID_LISTEN_STOP 33054
+#define ID_TOOL_SUGGESTIONS 33060
 
 #define IDR_ACCELERATORS 138
 #define IDR_SHAREDKEYS 401  // act in every window
@@ -394,6 +406,11 @@
 #define IDC_CHECKPROGRESS_FILE 1014
 #define IDC_CHECKPROGRESS_BAR 1015
 #define IDC_CHECKPROGRESS_LEFT 1105
+
+// What Modify All would change.
+#define IDD_SUGGESTIONS 490
+#define IDC_SUGGESTIONS_LIST 1120
+#define IDC_SUGGESTIONS_SUM 1121
 
 // Pictures.
 #define IDI_MARLIT 128

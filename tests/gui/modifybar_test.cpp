@@ -103,4 +103,54 @@ TEST_F(ModifyBar, GoesWithTheMarksThatItIsFor) {
   EXPECT_TRUE(BarGoes());
 }
 
+// What stands below the bar.
+std::wstring WordsOfBar() {
+  for (HWND tip = nullptr; (tip = FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr));) {
+    if (GetWindow(tip, GW_OWNER) != CheckTest::Bar() || !IsWindowVisible(tip)) continue;
+    wchar_t text[512] = L"";
+    TTTOOLINFOW tool{};
+    tool.cbSize = TTTOOLINFOW_V1_SIZE;
+    tool.lpszText = text;
+    if (SendMessageW(tip, TTM_ENUMTOOLSW, 0, reinterpret_cast<LPARAM>(&tool)) && text[0]) return text;
+  }
+  return {};
+}
+
+TEST_F(ModifyBar, SaysWhichRunOfHowManyItIsAtAndWhyAndKeepsClearOfTheWork) {
+  Begin();
+  const auto says = [](const std::wstring& begin) {
+    return Eventually([&] { return WordsOfBar().starts_with(begin); });
+  };
+  EXPECT_TRUE(says(L"1 of 4, b.wav. " + LoadResString(IDS_READ_MARKED))) << WordsOfBar().c_str();
+  PressButton(IDC_MODIFY_NEXT);
+  PressButton(IDC_MODIFY_NEXT);
+  EXPECT_TRUE(says(L"3 of 4, e.wav.")) << WordsOfBar().c_str();
+  EXPECT_NE(WordsOfBar().find(L"A4"), std::wstring::npos) << "what is suggested";
+  EXPECT_EQ(LOWORD(SendMessageW(Bar(), DM_GETDEFID, 0, 0)), IDC_MODIFY_MODIFY);
+  RECT bar{}, window{}, shared{};
+  GetWindowRect(Bar(), &bar);
+  for (const HWND work : {list_, editor_}) {
+    GetWindowRect(work, &window);
+    EXPECT_FALSE(IntersectRect(&shared, &bar, &window));
+  }
+}
+
+TEST_F(ModifyBar, WhatItWouldAllChangeIsListedAndEachLineLeadsThere) {
+  Begin();
+  const auto lines = [](HWND dialog) { return ListView_GetItemCount(GetDlgItem(dialog, IDC_SUGGESTIONS_LIST)); };
+  InDialog(ID_TOOL_SUGGESTIONS, IDC_SUGGESTIONS_SUM, [&](HWND dialog) {
+    const HWND list = GetDlgItem(dialog, IDC_SUGGESTIONS_LIST);
+    EXPECT_EQ(lines(dialog), 2) << "marks without a suggestion stay";
+    ListView_SetItemState(list, 1, LVIS_SELECTED, LVIS_SELECTED);
+    EXPECT_TRUE(Eventually([this] { return InView() == std::pair(4, kLast); }));
+    Close(dialog, IDCANCEL);
+  });
+  EXPECT_EQ(Cells(), L"||||| |*|||*|") << "nothing has changed";
+  InDialog(ID_TOOL_SUGGESTIONS, IDC_SUGGESTIONS_SUM, [&](HWND dialog) { Close(dialog, IDOK); });
+  EXPECT_EQ(Cells(), L"|*|||*| |*||||") << "as Modify All leaves it";
+  EXPECT_EQ(List().Map(4)->Frames[21].Frequency, 880.0);
+  Press(ID_TOOL_SUGGESTIONS);
+  EXPECT_TRUE(HasSaid(LoadResString(IDS_NOSUGGESTIONS)));
+}
+
 }  // namespace

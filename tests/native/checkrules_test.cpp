@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "base/note.h"
+#include "check/markedruns.h"
 #include "check/soundrules.h"
 #include "companions/resampler/sound.h"
 #include "frqmap/freq0003.h"
@@ -393,6 +394,29 @@ TEST(CheckMarks, TellWhichFactorItIs) {
       {2.0, CheckMarkOctaveHigh}, {1.8, CheckMarkOctaveHigh}, {0.5, CheckMarkOctaveLow}, {3.0, CheckMarkTwelfth},
       {0.34, CheckMarkTwelfth},   {1.5, CheckMarkFactor},     {0.67, CheckMarkFactor},   {4.0, CheckMarkFactor}};
   for (const auto& [ratio, mark] : cases) EXPECT_EQ(MarkOfFactor(ratio), mark) << ratio;
+}
+
+TEST(CheckMarks, AreGatheredRunByRunWithWhatEachWouldBecome) {
+  FrqMap map, unmarked;
+  map.Create(8, FrqTypeFrq);
+  const double suggestions[] = {0.0, 200.0, 800.0, 0.0, FrqNoPitch, 0.0, 0.0, 0.0};
+  for (std::size_t i = 0; i < 8; ++i) {
+    map.Frames[i].Frequency = i == 2 ? FrqNoPitch : 100.0;
+    map.Frames[i].SuggestedFrequency = suggestions[i];
+    map.Frames[i].Mark = i == 1 || i == 2 || i == 4 || i == 7 ? (i == 7 ? 9u : 3u) : 0u;
+  }
+  map.HasMarks = true;
+  const FrqMap* const maps[] = {nullptr, &unmarked, &map};
+  const std::vector<MarkedRun> runs = MarkedRunsOf(maps);
+  ASSERT_EQ(runs.size(), 3u);
+  const auto place = [](const MarkedRun& run) { return std::tuple(run.Index, run.First, run.Last, run.Mark); };
+  EXPECT_EQ(place(runs[0]), std::tuple(2, 1, 2, 3));
+  EXPECT_NEAR(runs[0].From, 100.0, 1e-9);
+  EXPECT_NEAR(runs[0].To, 400.0, 1e-9);
+  EXPECT_EQ(place(runs[1]), std::tuple(2, 4, 4, 3));
+  EXPECT_TRUE(runs[1].Changes() && runs[1].To == FrqNoPitch) << "the pitch is to go";
+  EXPECT_EQ(place(runs[2]), std::tuple(2, 7, 7, 9));
+  EXPECT_FALSE(runs[2].Changes());
 }
 
 }  // namespace

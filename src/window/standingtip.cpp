@@ -1,0 +1,39 @@
+#include "window/standingtip.h"
+
+#include "window/tipwindow.h"
+
+namespace {
+
+constexpr int kWidest = 700;  // pixels
+constexpr int kGap = 2;
+
+}  // namespace
+
+void StandingTip::Show(HWND below, const std::wstring& text) {
+  below_ = below;
+  text_ = text;
+  if (!tip_) {
+    tip_ = CreateTipWindow(below, kWidest);
+    if (!tip_) return;
+    TTTOOLINFOW tool = TrackedTool(below, text_);
+    SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  }
+  TTTOOLINFOW tool = TrackedTool(below, text_);
+  SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
+  ShowWhileInFront(!text_.empty());
+}
+
+void StandingTip::Follow() const {
+  if (!tip_) return;
+  RECT window{};
+  GetWindowRect(below_, &window);
+  SendMessageW(tip_, TTM_TRACKPOSITION, 0, MAKELPARAM(window.left, window.bottom + kGap));
+}
+
+void StandingTip::ShowWhileInFront(bool isInFront) const {
+  if (!tip_) return;
+  std::wstring text = text_;
+  TTTOOLINFOW tool = TrackedTool(below_, text);
+  Follow();
+  SendMessageW(tip_, TTM_TRACKACTIVATE, isInFront && !text_.empty(), reinterpret_cast<LPARAM>(&tool));
+}
