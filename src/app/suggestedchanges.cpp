@@ -56,6 +56,7 @@ bool ShowSuggestions(HWND editor, const FileListSender& list, Document& syllable
   if (runs.empty()) return false;
   CSuggestionsDlg dialog;
   dialog.ParentWindow = editor;
+  dialog.List = list.Window();
   for (const MarkedRun& run : runs) dialog.Lines.push_back(LineOf(syllables, run));
   dialog.Show = [&](std::size_t line) {
     const MarkedRun& run = runs[line];

@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "resources/ids.h"
 #include "window/balloon.h"
+#include "window/clearplace.h"
 
 namespace {
 
@@ -26,22 +27,11 @@ INT_PTR CModifyFailureDlg::OnInitDialog(LPARAM) {
   return 0;
 }
 
-// Below the windows of list and editor or, where there is no room, above them: it hides nothing that is worked on. Else
-// in the middle, where the template has it.
+// It hides nothing that is worked on; what it says stands below it.
 void CModifyFailureDlg::PlaceBesideWork() const {
-  RECT own{}, list{}, editor{}, both{};
+  RECT own{};
   GetWindowRect(Hwnd, &own);
-  if (!GetWindowRect(List, &list) || !GetWindowRect(Commands, &editor)) return;
-  UnionRect(&both, &list, &editor);
-  MONITORINFO screen{};
-  screen.cbSize = sizeof(screen);
-  GetMonitorInfoW(MonitorFromWindow(Commands, MONITOR_DEFAULTTONEAREST), &screen);
-  const int height = own.bottom - own.top;
-  const int words = height / 2;  // below the bar
-  const bool fitsBelow = both.bottom + height + words <= screen.rcWork.bottom;
-  const int top = fitsBelow ? both.bottom : both.top - height - words;
-  if (top < screen.rcWork.top) return;
-  SetWindowPos(Hwnd, nullptr, editor.left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  PlaceClearOf(Hwnd, {List, Commands}, (own.bottom - own.top) / 2);
 }
 
 INT_PTR CModifyFailureDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "base/text.h"
+#include "window/clearplace.h"
 
 namespace {
 
@@ -40,6 +41,7 @@ INT_PTR CSuggestionsDlg::OnInitDialog(LPARAM) {
   }
   SendMessageW(view, LVM_SETITEMCOUNT, Lines.size(), 0);
   const int count = static_cast<int>(Lines.size());
+  PlaceClearOf(Hwnd, {List, ParentWindow}, 0);
   SetDlgItemTextW(Hwnd, IDC_SUGGESTIONS_SUM, FormatText(LoadResString(IDS_SUGGESTED_SUM).c_str(), count).c_str());
   return 1;
 }
