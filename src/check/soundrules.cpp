@@ -9,6 +9,7 @@
 
 #include "check/checkrules.h"
 #include "frqmap/frqtype.h"
+#include "pitch/soundpitches.h"
 
 namespace {
 
@@ -37,10 +38,6 @@ constexpr double kHeldOnMs = 40.0;           // so long at least
 constexpr double kGapHeard = 0.6;       // mean support within a tone
 constexpr double kOpenGapHeard = 0.85;  // at the edge of one, or where the map has none at all
 constexpr double kOpenGapMs = 80.0;
-
-// A map belongs to the recording if their lengths are so near.
-constexpr double kLengthShare = 0.05, kLengthSeconds = 0.1;
-constexpr SampleCount kFinestHop = 32;
 
 // A recording that was heard cannot be read any more.
 struct NoSound {};
@@ -230,9 +227,7 @@ class SoundCheck {
 }  // namespace
 
 bool IsMapOf(const CheckFrameRecord& record, const Hearing& hearing) {
-  if (record.Hop < kFinestHop || record.Hop != hearing.hop || record.FrameCount == 0) return false;
-  const double own = static_cast<double>(record.FrameCount) * record.Hop, whole = static_cast<double>(hearing.samples);
-  return std::fabs(own - whole) <= kLengthShare * whole + kLengthSeconds * hearing.rate + record.Hop;
+  return record.Hop == hearing.hop && CanBeMapOf(hearing.samples, hearing.rate, record.Hop, record.FrameCount);
 }
 
 std::optional<std::int32_t> MarkBySound(CheckFrameRecord& frames, const Hearing& hearing,
