@@ -70,6 +70,7 @@ INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
   Frames.Attach(Hwnd);
   Edits.Attach(Hwnd);
   Table().SetEditing(&Bank.Editing);
+  Table().SetPitches(&Pitches);
   Frames.ShowFrames();
   History.PutInto(GetSubMenu(GetMenu(Hwnd), kEditMenu));
   AppendAddedItems(GetMenu(Hwnd));

@@ -30,6 +30,7 @@
 #include "base/tempfolder.h"
 #include "check/checkrecords.h"
 #include "frqctrl/frqctrlmessages.h"
+#include "pitch/wavepitches.h"
 #include "resampler/createjob.h"
 #include "resources/ids.h"
 #include "window/dialogbase.h"
@@ -125,6 +126,7 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   const bool PluginMode;           // started on a plug-in file of the host
   bool AllSyllables = false;       // in plug-in mode: the whole voicebank was asked for
 
+  WavePitches Pitches;  // of the wave that is shown
   FramePane Frames;
   EditorSettings Settings;
   RecentFolders Recent;

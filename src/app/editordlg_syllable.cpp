@@ -56,6 +56,7 @@ void CEditorDlg::OnSetSyllable(const wchar_t* wavePath) {
   CurrentPath = wavePath;
   SetDlgItemTextW(Hwnd, IDC_EDITOR_TABLE, FileNameOf(CurrentPath).c_str());
   Table().SetWavePath(CurrentPath.c_str());
+  Pitches.SetWave(CurrentPath);
   Table().SetKind(Settings.FrqType);
   SetDlgItemTextW(Hwnd, IDC_EDITOR_WAVEINFO, WaveInformation(CurrentPath).c_str());
 }

@@ -131,6 +131,7 @@ bool CFrqCtrl::Draw(HDC dc, const RECT& client) {
     const auto draw = [&](HDC layer, PixelBitmap& pixels) { Painter.DrawLayer(layer, pixels, client); };
     if (newLayer && !Layer.Build(dc, client, draw)) return false;
     Layer.CopyTo(dc, client);
+    Pitches.Draw(dc);
     Painter.DrawMap(dc, client);
     Painter.DrawPointers(dc);
     Painter.DrawCaption(dc, client, caption);
@@ -198,6 +199,10 @@ SampleCount CFrqCtrl::ScrollableColumns() {
 
 void FrqCtrlSender::SetEditing(MapEditing* editing) const {
   if (auto* const table = dynamic_cast<CFrqCtrl*>(ControlOf(control_))) table->SetEditing(editing);
+}
+
+void FrqCtrlSender::SetPitches(WavePitches* pitches) const {
+  if (auto* const table = dynamic_cast<CFrqCtrl*>(ControlOf(control_))) table->Pitches.SetSource(pitches);
 }
 
 void CFrqCtrl::SetEditing(MapEditing* editing) {
@@ -307,6 +312,7 @@ LRESULT CFrqCtrl::OnKeyDown(WPARAM key, UINT low, UINT high) {
 LRESULT CFrqCtrl::OnLButtonDown(WPARAM keys, int x, int y) {
   Tip.Hide();
   Ruler.Hide();
+  Pitches.Follow(true);
   Mouse.PressLeft({x, y});
   return CCtrlBase::OnLButtonDown(keys, x, y);
 }
@@ -320,6 +326,7 @@ LRESULT CFrqCtrl::OnRButtonDown(WPARAM keys, int x, int y) {
 
 LRESULT CFrqCtrl::OnMouseMove(WPARAM keys, int x, int y) {
   const bool wasDragging = Mouse.IsDragging();
+  Pitches.Follow(wasDragging);
   Mouse.Move({x, y}, LeftButtonDown || RightButtonDown);
   // A drag that was ended from outside has given the capture back, so that the release may go elsewhere.
   if (wasDragging && !Mouse.IsDragging()) LeftButtonDown = RightButtonDown = 0;
@@ -355,11 +362,12 @@ void CFrqCtrl::TellThumbnailClick(int pressed) {
   if (Model.Geometry.ThumbnailMode && pressed == 1) NotifySelf(FCN_THUMBNAILCLICKED);
 }
 
-// Pressing Ctrl moves no mouse, so that only a timer can bring the cursor of a selection.
+// Pressing Ctrl or Shift moves no mouse, so that only a timer can bring the cursor of a selection and the dots.
 LRESULT CFrqCtrl::OnTimer(UINT_PTR, LPARAM) {
   if (Mouse.IsDragging() || Model.Geometry.ThumbnailMode) return 0;
   Mouse.UpdateCursor();
   if (Ruler.OnTick(Hwnd)) Refresh();
+  Pitches.Follow(false);
   Tip.OnTick(Hwnd, [this](POINT point) { return TextAt(point, Model, Editing(), Spectrum); });
   return 0;
 }

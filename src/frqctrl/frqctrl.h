@@ -7,6 +7,7 @@
 //   tablemouse     what the mouse does                        tableviewport  scroll bars, wheel and zoom
 //   tablechildren  button, label, trackbar and menu           tabletip       what is told of the place under the mouse
 //   tablekeys      the selection by keys                      tableruler     the line at the mouse
+//   tablepitches   what the recording offers to the pencil
 // The parts reach the window by TableHost only.
 //
 // Runs on the thread of its dialog. The maps are not owned. All writes to the one that is edited go through MapEditing,
@@ -25,6 +26,7 @@
 #include "frqctrl/tablemodel.h"
 #include "frqctrl/tablemouse.h"
 #include "frqctrl/tablepainter.h"
+#include "frqctrl/tablepitches.h"
 #include "frqctrl/tableruler.h"
 #include "frqctrl/tablesize.h"
 #include "frqctrl/tabletip.h"
@@ -73,6 +75,7 @@ class CFrqCtrl : public CCtrlBase, private TableHost {
 
   friend void FrqCtrlSender::SetEditing(MapEditing* editing) const;
   void SetEditing(MapEditing* editing);
+  friend void FrqCtrlSender::SetPitches(WavePitches* pitches) const;
 
   // What the private messages ask for, as far as no part does it by itself.
   void SetMaps(const FrqMap* reference, FrqMap* map);
@@ -97,7 +100,8 @@ class CFrqCtrl : public CCtrlBase, private TableHost {
   TablePainter Painter{Model, Spectrum};
   TableLayer Layer;
   TableViewport Viewport{Model, *this};
-  TableMouse Mouse{Model, Viewport, *this};
+  TablePitches Pitches{Model, *this};
+  TableMouse Mouse{Model, Viewport, Pitches, *this};
   TableChildren Children;
   TableTip Tip;
   TableRuler Ruler{Model};

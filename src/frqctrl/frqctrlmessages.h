@@ -13,6 +13,7 @@
 class FrqMap;
 class LayerEvictionList;
 class MapEditing;
+class WavePitches;
 
 enum FrqCtrlMessage : UINT {
   FCM_TOGGLEBRIGHTNESS = 32775,
@@ -64,6 +65,8 @@ class FrqCtrlSender {
   // What the control writes through; not owned, null for its own again, which writes straight into the map. A drag
   // ends. Called on the control's thread, and no message, which any other program might send.
   void SetEditing(MapEditing* editing) const;
+  // What the recording offers to the pencil; not owned, null for nothing. Likewise no message.
+  void SetPitches(WavePitches* pitches) const;
   void SetScrollColumn(SampleCount column) const { Send(FCM_SETSCROLLCOLUMN, static_cast<WPARAM>(column)); }
   // Scrolls so that these frames are seen; where they are seen already nothing moves.
   void ShowFrames(SampleCount first, SampleCount last) const { Send(FCM_SHOWFRAMES, static_cast<WPARAM>(first), last); }

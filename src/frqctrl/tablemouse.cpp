@@ -38,7 +38,7 @@ void TableMouse::BeginLeftDrag(POINT point) {
   } else if (spot.Column >= 0 && IsControlDown()) {
     BeginSelecting(spot.Column);
   } else if (spot.Column >= 0) {
-    if (WriteFrame(spot.Column, FrequencyAtY(point.y), StrokeKind::Draw, true)) Capture(DragDraw);
+    if (WriteFrame(spot.Column, PencilAt(spot.Column, point.y), StrokeKind::Draw, true)) Capture(DragDraw);
   }
 }
 
@@ -144,6 +144,10 @@ double TableMouse::FrequencyAtY(int y) const {
   return Model.FrequencyAtY(y);
 }
 
+double TableMouse::PencilAt(SampleCount column, int y) const {
+  return Pitches.Snapped(column, FrequencyAtY(y));
+}
+
 // The edited frame becomes the selection.
 bool TableMouse::WriteFrame(SampleCount column, double hz, StrokeKind kind, bool repaint) {
   FrqMap& map = *Model.Map;
@@ -164,12 +168,14 @@ bool TableMouse::WriteFrame(SampleCount column, double hz, StrokeKind kind, bool
 
 // Between two messages of the mouse all columns between the two points are set, so that a fast stroke leaves no gap.
 void TableMouse::WriteStroke(POINT from, POINT to, StrokeKind kind) {
-  const auto frequencyAt = [&](int y) { return kind == StrokeKind::Erase ? FrqNoPitch : FrequencyAtY(y); };
+  const auto frequencyAt = [&](SampleCount column, int y) {
+    return kind == StrokeKind::Erase ? FrqNoPitch : PencilAt(column, y);
+  };
   const SampleCount first = Model.Geometry.XToColumn(from.x, false, 0);
   const SampleCount last = Model.Geometry.XToColumn(to.x, false, 0);
   if (first == last) {
     // A stroke that stays in the last column does not change it; one that comes from the column before does.
-    if (last >= 0 && last < ColumnCount() - 1) WriteFrame(last, frequencyAt(to.y), kind, true);
+    if (last >= 0 && last < ColumnCount() - 1) WriteFrame(last, frequencyAt(last, to.y), kind, true);
     return;
   }
   const SampleCount step = last > first ? 1 : -1;
@@ -177,7 +183,7 @@ void TableMouse::WriteStroke(POINT from, POINT to, StrokeKind kind) {
   for (SampleCount column = first;; column += step) {
     if (column >= 0 && column < count) {
       const int y = AlongStroke(from.y, to.y, column - first, last - first);
-      if (!WriteFrame(column, frequencyAt(y), kind, false)) break;
+      if (!WriteFrame(column, frequencyAt(column, y), kind, false)) break;
     }
     if (column == last) break;
   }

@@ -6,20 +6,22 @@
 // stroke ended from outside, and each notification may make the parent take the map away; the drag is over then.
 //
 // What a new tool needs is in three places: what the press begins (PressLeft), what a move does (Follow), and which
-// cursor says so (CursorAt). What a pencil gives at a point is the model's FrequencyAtY.
+// cursor says so (CursorAt). What a pencil gives at a point is the model's FrequencyAtY, and with Shift down what
+// TablePitches makes of it.
 #pragma once
 
 #include <windows.h>
 
 #include "frqctrl/tablehost.h"
 #include "frqctrl/tablemodel.h"
+#include "frqctrl/tablepitches.h"
 #include "frqctrl/tableviewport.h"
 #include "frqmap/mapediting.h"
 
 class TableMouse {
  public:
-  TableMouse(TableModel& model, TableViewport& viewport, TableHost& host)
-      : Model(model), Viewport(viewport), Host(host) {}
+  TableMouse(TableModel& model, TableViewport& viewport, TablePitches& pitches, TableHost& host)
+      : Model(model), Viewport(viewport), Pitches(pitches), Host(host) {}
 
   // Points are in client coordinates.
   void PressLeft(POINT point);
@@ -46,6 +48,7 @@ class TableMouse {
   bool HasDerivedAverage() const;
   SampleCount ColumnCount() const;
   double FrequencyAtY(int y) const;
+  double PencilAt(SampleCount column, int y) const;
 
   void BeginLeftDrag(POINT point);
   void Capture(DragMode mode);
@@ -65,6 +68,7 @@ class TableMouse {
 
   TableModel& Model;
   TableViewport& Viewport;
+  TablePitches& Pitches;
   TableHost& Host;
   DragMode Mode = DragNone;       // with the capture, unless DragNone
   bool StrokeOpen = false;        // by this drag
