@@ -24,6 +24,7 @@
 #include "app/messages.h"
 #include "app/previewpanel.h"
 #include "app/recentfolders.h"
+#include "app/rereading.h"
 #include "app/shownmap.h"
 #include "app/voicebank.h"
 #include "base/handle.h"
@@ -135,4 +136,5 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   PreviewPanel Preview;
   HistoryMenu History;
   EditCommands Edits{Bank, Map, Frames, Settings};
+  Rereading Readings{Map, Frames, Pitches};
 };

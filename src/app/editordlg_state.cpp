@@ -81,6 +81,10 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
     e.RunControlCommand(static_cast<UINT>(ButtonOf(id)), BN_DOUBLECLICKED, 0);
     e.UpdateState();
   };
+  static constexpr auto reread = [](E& e, UINT id) {
+    e.Edits.Tell(CommandName(GetMenu(e.Hwnd), id), e.Readings.Read());
+    e.UpdateState();
+  };
   static constexpr auto goToSyllable = [](E& e, UINT id) {
     if (!GoToSyllable(id, e.ToList(), e.Bank))
       e.Edits.Tell(CommandName(GetMenu(e.Hwnd), id), LoadResString(IDS_NOWHERE));
@@ -124,7 +128,7 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_FRAMES_THIRD, press},
       {ID_FRAMES_UNVOICE, press},
       {ID_FRAMES_INTERPOLATE, press},
-      {ID_FRAMES_REREAD, nullptr},
+      {ID_FRAMES_REREAD, reread},
       {ID_FRAMES_KEY, press},
       {ID_FRAMES_PLAY, press, [](S s) { return s.selectedHasMap; }},
       {ID_GO_NEXTMARK, goToMark},

@@ -199,6 +199,17 @@ void FramePane::ScaleSelection(Gesture gesture, double factor) {
   RefreshFrequencyBox();
 }
 
+void FramePane::SetFrequencies(Gesture gesture, const std::vector<int>& rows, std::vector<double> hz) {
+  for (double& one : hz) one = Clamp(one);
+  if (!map_ || hz == map_.FrequenciesOf(rows)) return;
+  Edit(gesture, [&](FrqMap& map) {
+    for (std::size_t i = 0; i < rows.size(); ++i) map.SetFrequency(map.PositionOf(rows[i]), hz[i]);
+    return rows;
+  });
+  RefreshFrequencyBox();
+  if (map_.IsDerived()) ShowKey();
+}
+
 // The box of the frequency stays as it was.
 void FramePane::InterpolateSelection() {
   const std::vector<int> rows = Frames().SelectedRows();

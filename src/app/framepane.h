@@ -40,6 +40,10 @@ class FramePane {
   bool OnControl(UINT id, UINT code, LPARAM detail);
   void SelectAllFrames();
   void ReloadSelection();
+  // In ascending order.
+  std::vector<int> SelectedRows() const { return Frames().SelectedRows(); }
+  // These frames get these frequencies [Hz], within the limits of the kind at work. No gesture where nothing differs.
+  void SetFrequencies(Gesture gesture, const std::vector<int>& rows, std::vector<double> hz);
   // A key that is shown when the message at work is done with.
   void OnShowKey();
 

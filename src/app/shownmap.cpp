@@ -28,6 +28,11 @@ SampleCount ShownMap::FrameCount() const {
   return map_ ? Map()->FrameCount : 0;
 }
 
+SampleCount ShownMap::Hop() const {
+  const std::lock_guard reading(document_);
+  return IsLoaded() ? Map()->Hop : 0;
+}
+
 double ShownMap::Key() const {
   const std::lock_guard reading(document_);
   return map_ ? Map()->ShownAverage() : FrqNoPitch;

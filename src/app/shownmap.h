@@ -28,6 +28,8 @@ class ShownMap {
   bool IsDerived() const;
   bool IsSinglePrecision() const;
   SampleCount FrameCount() const;
+  // 0 without a loaded map.
+  SampleCount Hop() const;
   // The average to show [Hz]; FrqNoPitch without a map.
   double Key() const;
 

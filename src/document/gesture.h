@@ -25,6 +25,7 @@ enum class Gesture : std::uint8_t {
   Ignore,
   ModifyAll,
   IgnoreAll,
+  Reread,
 };
 
-inline constexpr int kGestureCount = static_cast<int>(Gesture::IgnoreAll) + 1;
+inline constexpr int kGestureCount = static_cast<int>(Gesture::Reread) + 1;

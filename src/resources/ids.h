@@ -108,6 +108,10 @@
 #define IDS_NAME_SUGGESTIONS 716
 #define IDS_TIP_SUGGESTIONS 717
 #define IDS_TIP_MODIFYTHESE 718
+// And of reading from the recording.
+#define IDS_REREAD_FIRST 660  // in the order of Reading
+#define IDS_REREAD_NOVOICE 664
+#define IDS_REREAD_NOSOUND 665
 
 // Tips of controls, and their names for screen readers (tips.rc); what the table tells of a place (READ).
 #define IDS_TIP_FRAMES 530
