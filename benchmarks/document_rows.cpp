@@ -1,5 +1,5 @@
-// What the history of edits costs: the time of a step back against that of the edit itself, the memory of a step, and
-// the journal behind a stroke.
+// What the history of edits costs: the time of a step back against that of the edit itself, the memory of a step, the
+// journal behind a stroke, and the pitches of a recording that a stroke snaps to.
 #include <mutex>
 #include <numeric>
 
@@ -7,8 +7,10 @@
 #include "document/journal.h"
 #include "document/step.h"
 #include "frqmap/edits.h"
+#include "knownvoices.h"
 #include "measuring.h"
 #include "native/faultdisk.h"
+#include "pitch/soundpitches.h"
 #include "rows.h"
 
 namespace {
@@ -90,14 +92,17 @@ struct OpenDocument {
     Maps.EnsureLoaded(0, Document::OnFailure::EmptySaved);
   }
 
-  // What the hand feels: each column comes back before the next one is drawn.
-  double Stroke() {
+  // What the hand feels: each column comes back before the next one is drawn. `snapped`: what is written where the hand
+  // draws a frequency.
+  double Stroke(const std::function<double(int, double)>& snapped = nullptr) {
     up_ = !up_;
-    return MillisecondsOf([this] {
+    return MillisecondsOf([&] {
       Maps.BeginStroke(Gesture::Stroke, 0);
       for (int row = 0; row < 100; ++row) {
-        Maps.StrokeChange(0, [this, row](FrqMap& map) {
-          map.SetFrequency(map.PositionOf(row), up_ ? 300.0 : 310.0);
+        const double drawn = up_ ? 300.0 : 310.0;
+        const double hz = snapped ? snapped(row, drawn) : drawn;
+        Maps.StrokeChange(0, [row, hz](FrqMap& map) {
+          map.SetFrequency(map.PositionOf(row), hz);
           return std::vector<int>{row};
         });
       }
@@ -137,9 +142,30 @@ class JournaledStroke : public Work {
   Journal journal_{journaled_.Maps, disk_, L"C:\\run\\journal"};
 };
 
+// A stroke of a hundred columns that snaps to the pitches of a recording, against the plain one.
+class SnappedStroke : public Work {
+ public:
+  double Measured() override {
+    return snapped_.Stroke([this](int row, double hz) { return sound_.NearestAt(row, hz).value_or(hz); });
+  }
+  double Yardstick() override { return bare_.Stroke(); }
+
+ private:
+  static SoundPitches Prepared() {
+    SoundPitches sound({voices::Sound({"", [](double) { return 290.0; }, [](double) { return 1.0; }}), 44100},
+                       voices::kHop);
+    Require(sound.NearestAt(50, 300.0).has_value(), "nothing to snap to");
+    return sound;
+  }
+
+  OpenDocument bare_;
+  OpenDocument snapped_;
+  SoundPitches sound_ = Prepared();
+};
+
 }  // namespace
 
 std::vector<Row> DocumentRows() {
   return {RowOf<UndoScaling>("undo", "ms", 1.2), RowOf<StepMemory>("step_memory", "bytes", 1.0),
-          RowOf<JournaledStroke>("journal", "ms", 1.05)};
+          RowOf<JournaledStroke>("journal", "ms", 1.05), RowOf<SnappedStroke>("snap_stroke", "ms", 2.0)};
 }

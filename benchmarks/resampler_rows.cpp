@@ -1,5 +1,5 @@
-// The bundled resampler: what its pitch analysis gets wrong on voices whose pitch is known, and how long it takes for a
-// map, as a process.
+// The bundled resampler: what its pitch analysis gets wrong on voices whose pitch is known, how long it takes for a map,
+// as a process, and how long the pencil waits for what the analysis offers to it.
 #include <windows.h>
 
 #include <array>
@@ -11,6 +11,7 @@
 #include "knownvoices.h"
 #include "measuring.h"
 #include "pitch/pitchanalysis.h"
+#include "pitch/soundpitches.h"
 #include "rows.h"
 #include "scratchfolder.h"
 
@@ -103,6 +104,29 @@ class NoteOfAMinute : public MapOfAMinute {
   }
 };
 
+// All candidates of two seconds, from the samples on, against a frame of the screen and a little.
+class CandidatesOfTwoSeconds : public Work {
+ public:
+  CandidatesOfTwoSeconds() {
+    const std::vector<voices::KnownVoice> known = voices::All();
+    for (const std::size_t i : {9, 20}) {
+      const std::vector<float> voice = voices::Sound(known[i]);
+      samples_.insert(samples_.end(), voice.begin(), voice.end());
+    }
+  }
+  double Measured() override {
+    Sound sound{samples_, 44100};
+    return MillisecondsOf([&] {
+      SoundPitches pitches(std::move(sound), voices::kHop);
+      Require(pitches.Prepare(0, 2 * 44100 / voices::kHop), "nothing was sought");
+    });
+  }
+  double Yardstick() override { return 20.0; }
+
+ private:
+  std::vector<float> samples_;
+};
+
 }  // namespace
 
 std::vector<Row> ResamplerRows() {
@@ -110,6 +134,7 @@ std::vector<Row> ResamplerRows() {
       RowOf<PitchErrors<&voices::Errors::GrossPercent, 1>>("pitch_gross", "%", 1.0),
       RowOf<PitchErrors<&voices::Errors::VoicingPercent, 5>>("pitch_voicing", "%", 1.0),
       RowOf<MapOfAMinute>("resampler_map", "s", 0.05),
+      RowOf<CandidatesOfTwoSeconds>("candidates_2s", "ms", 1.0),
       RowOf<NoteOfAMinute>("resampler_note", "s", 0.05),
   };
 }
