@@ -1,5 +1,5 @@
-// The bundled resampler: what its pitch analysis gets wrong on voices whose pitch is known, how long it takes for a map,
-// as a process, and how long the pencil waits for what the analysis offers to it.
+// The bundled resampler: what its pitch analysis gets wrong on voices whose pitch is known, how long it takes for a
+// map, as a process, and how long the pencil waits for what the analysis offers to it.
 #include <windows.h>
 
 #include <array>

@@ -120,8 +120,9 @@ void TablePitches::Draw(HDC dc) const {
   const int size = std::clamp(static_cast<int>(width / 2), 2, 6);
   const std::array<Brush, kShades> brushes = BrushesOf(ColorsOf(Model.ShowsSpectrum()));
   geometry.WalkColumns([&](std::int64_t column, double x) {
-    const PitchFrame* const frame = column < Model.ColumnCount() ? sound->Known(static_cast<SampleCount>(column)) : nullptr;
-    if (!frame) return column < Model.ColumnCount();
+    if (column >= Model.ColumnCount()) return false;
+    const PitchFrame* const frame = sound->Known(static_cast<SampleCount>(column));
+    if (!frame) return true;
     const int left = static_cast<int>(x + (width - size) / 2);
     for (const PitchCandidate& one : BorneOut(*frame)) {
       const int y = geometry.FrequencyToY(std::exp2(one.logHz), plot.bottom);

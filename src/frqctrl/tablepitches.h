@@ -1,5 +1,5 @@
-// TablePitches: what the recording offers to the pencil while Shift is down: the pitches that it bears out, as dots over
-// the columns in view, and the one that a stroke snaps to.
+// TablePitches: what the recording offers to the pencil while Shift is down: the pitches that it bears out, as dots
+// over the columns in view, and the one that a stroke snaps to.
 //
 // It looks at the key when the mouse moves and with each tick of the table's timer, and seeks pitches then and in
 // strokes, never in a paint. Without a recording that the map can be of there are no dots and the pencil is the plain
@@ -22,8 +22,8 @@ class TablePitches {
   // Not owned; null for none.
   void SetSource(WavePitches* source);
 
-  // Looks at the key and readies what is in view, and paints the table if there is something else to show. `atWork`: the
-  // pencil is down, wherever the mouse stands.
+  // Looks at the key and readies what is in view, and paints the table if there is something else to show. `atWork`:
+  // the pencil is down, wherever the mouse stands.
   void Follow(bool atWork);
 
   // What a stroke writes into a column where the plain pencil gives `hz`.
@@ -41,5 +41,5 @@ class TablePitches {
   const TableModel& Model;
   TableHost& Host;
   WavePitches* Source = nullptr;
-  bool Shown = false;  // Shift is down, and there is a recording
+  bool Shown = false;  // as Follow has found it
 };

@@ -8,9 +8,9 @@
 
 namespace {
 
-constexpr SampleCount kContext = 20;    // frames on both sides: what is likely hangs on what comes before and behind
-constexpr double kAway = 3.0 / 12.0;    // [octaves]
-constexpr double kLineCents = 100.0;    // around an octave
+constexpr SampleCount kContext = 20;  // frames on both sides: what is likely hangs on what comes before and behind
+constexpr double kAway = 3.0 / 12.0;  // [octaves]
+constexpr double kLineCents = 100.0;  // around an octave
 
 // The frames that are asked for, with those around them.
 struct Stretch {

@@ -1,5 +1,5 @@
-// What a recording says of some frames when it is asked more than once: the likeliest pitch first, then what an analysis
-// takes for it when it errs.
+// What a recording says of some frames when it is asked more than once: the likeliest pitch first, then what an
+// analysis takes for it when it errs.
 #pragma once
 
 #include <cstdint>

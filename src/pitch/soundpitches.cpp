@@ -11,9 +11,9 @@ namespace {
 constexpr double kLengthShare = 0.05, kLengthSeconds = 0.1;
 constexpr SampleCount kFinestHop = 32;
 
-constexpr double kReach = 3.0 / 12.0;     // [octaves] of the pencil
+constexpr double kReach = 3.0 / 12.0;      // [octaves] of the pencil
 constexpr double kFarness = 0.3 / kReach;  // strength that an octave costs
-constexpr double kLeastShare = 0.5;       // of the strongest candidate
+constexpr double kLeastShare = 0.5;        // of the strongest candidate
 
 constexpr SampleCount kBlock = 64;        // [frames]
 constexpr double kWholeSeconds = 60.0;    // a recording that is not longer is made ready as a whole
