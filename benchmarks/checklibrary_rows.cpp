@@ -5,7 +5,6 @@
 #include "base/files.h"
 #include "base/filesystem.h"
 #include "check/checkrecords.h"
-#include "companions/resampler/sound.h"
 #include "contours.h"
 #include "frqmap/freq0003.h"
 #include "frqmap/mapfiles.h"
@@ -13,6 +12,7 @@
 #include "native/tone.h"
 #include "rows.h"
 #include "scratchfolder.h"
+#include "voicebank/sound.h"
 
 namespace {
 

@@ -7,13 +7,13 @@
 
 #include "base/files.h"
 #include "base/handle.h"
-#include "companions/resampler/sound.h"
 #include "knownvoices.h"
 #include "measuring.h"
 #include "pitch/pitchanalysis.h"
 #include "pitch/soundpitches.h"
 #include "rows.h"
 #include "scratchfolder.h"
+#include "voicebank/sound.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "companions/resampler/sound.h"
+#include "voicebank/sound.h"
 
 class BytesSource : public ByteSource {
  public:

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "companions/resampler/sound.h"
+#include "voicebank/sound.h"
 
 // The path of the wave, whether it is there or not; empty for a map path that is not a full one.
 std::wstring WaveOfMap(std::u16string_view mapPath);

@@ -14,7 +14,7 @@
 #include "mapfile.h"
 #include "render.h"
 #include "resampler/resamplerkind.h"
-#include "sound.h"
+#include "voicebank/sound.h"
 #include "voicebank/waveheader.h"
 
 // The start-up code is not to look for files behind an argument that holds a "*" or a "?".

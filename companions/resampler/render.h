@@ -10,7 +10,7 @@
 
 #include "arguments.h"
 #include "frqmap/frqmap.h"
-#include "sound.h"
+#include "voicebank/sound.h"
 
 // Samples per second of every note that is rendered: hosts join notes without looking at their rates.
 inline constexpr int kRenderedRate = 44100;

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "voicebank/wavecut.h"
+
 namespace {
 
 constexpr std::uint16_t kIntegers = 1;
@@ -52,4 +54,17 @@ std::optional<Sound> SoundOfWave(const WaveFormat& format, ByteSpan samples) {
   for (std::size_t at = 0; at + stride <= samples.size(); at += stride) sound.samples.push_back(read(&samples[at]));
   if (sound.samples.empty()) return std::nullopt;
   return sound;
+}
+
+std::vector<std::int16_t> To16Bits(std::span<const float> samples) {
+  std::vector<std::int16_t> out(samples.size());
+  std::ranges::transform(samples, out.begin(), [](float x) {
+    return static_cast<std::int16_t>(std::lround(std::clamp(x, -32768.0f, 32767.0f)));
+  });
+  return out;
+}
+
+Bytes EncodeWaveFile(std::span<const std::int16_t> samples, int rate) {
+  return EncodeWave(PlainFormat(1, rate), {},
+                    {reinterpret_cast<const std::uint8_t*>(samples.data()), samples.size_bytes()});
 }

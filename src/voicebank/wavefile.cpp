@@ -175,6 +175,10 @@ std::optional<DecodedWave> DecodeWav(ByteSource& file, bool headerOnly) {
   Chunk chunk;
   if (!walk.DescendWave() || !walk.Find("fmt ", chunk)) return std::nullopt;
   if (!walk.Read(&wave.format, std::min(chunk.size, kFormatSize))) return std::nullopt;
+  if (chunk.size > kFormatSize) {
+    wave.extension.resize(std::min<std::size_t>(chunk.size - kFormatSize, wave.format.extraSize));
+    if (!walk.Read(wave.extension.data(), wave.extension.size())) return std::nullopt;
+  }
   walk.Ascend(chunk);
   if (!walk.Find("data", chunk)) return std::nullopt;
   wave.dataSize = chunk.size;

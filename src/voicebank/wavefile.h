@@ -22,6 +22,7 @@ struct DecodedWave {
   WaveFormat format;
   std::uint32_t dataSize = 0;  // bytes of sound, also where the samples were not asked for
   std::vector<std::uint8_t> samples;
+  std::vector<std::uint8_t> extension;  // what its format tells behind those fields
 };
 
 // Bytes that are read here and there: the head of a wave is wanted of files that are large.

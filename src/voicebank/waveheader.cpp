@@ -107,6 +107,7 @@ int WaveHeader::Take(std::optional<DecodedWave> wave) {
   if (!wave) return -1;
   format = wave->format;
   samples = std::move(wave->samples);
+  extension = std::move(wave->extension);
   dataSize = wave->dataSize;
   loaded = true;
   return 0;

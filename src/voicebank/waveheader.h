@@ -10,8 +10,9 @@
 class WaveHeader {
  public:
   WaveFormat format;
-  std::vector<std::uint8_t> samples;  // the data chunk; empty after a header-only read
-  std::uint32_t dataSize = 0;         // bytes in the data chunk, also after a header-only read
+  std::vector<std::uint8_t> extension;  // what the format of a .wav tells behind its fields
+  std::vector<std::uint8_t> samples;    // the data chunk; empty after a header-only read
+  std::uint32_t dataSize = 0;           // bytes in the data chunk, also after a header-only read
   bool loaded = false;
 
   void Reset();

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "base/note.h"
-#include "companions/resampler/sound.h"
+#include "voicebank/sound.h"
 #include "frqctrl/frqctrlmessages.h"
 #include "gui/program.h"
 #include "native/tone.h"

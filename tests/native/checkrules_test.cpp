@@ -19,12 +19,12 @@
 #include "base/note.h"
 #include "check/markedruns.h"
 #include "check/soundrules.h"
-#include "companions/resampler/sound.h"
 #include "frqmap/freq0003.h"
 #include "native/tone.h"
 #include "native/wavebytes.h"
 #include "pitch/pitchanalysis.h"
 #include "samplebank/bank.h"
+#include "voicebank/sound.h"
 
 namespace {
 

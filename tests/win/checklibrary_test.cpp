@@ -4,9 +4,9 @@
 #include <map>
 
 #include "check/checkrun.h"
-#include "companions/resampler/sound.h"
 #include "frqmap/frqmap.h"
 #include "native/tone.h"
+#include "voicebank/sound.h"
 #include "win/polling.h"
 #include "win/scratch.h"
 
