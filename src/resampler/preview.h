@@ -11,36 +11,10 @@
 #include <windows.h>
 
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "base/handle.h"
-#include "frqmap/frqmap.h"
-#include "frqmap/mrqfile.h"
-#include "resampler/commandline.h"
-
-// What went wrong, and what went well, in the last preview, with paths and the command line. No window shows it.
-extern std::wstring PreviewLogText;
-
-// What of it the user is told.
-enum class PreviewEnd {
-  Well,         // or stopped
-  NotPrepared,  // the wave or its map could not be put into the folder
-  NotStarted,   // the resampler could not be started
-  Silent,       // it ran and rendered nothing
-  NotPlayed,    // the system does not play it
-};
-
-struct PreviewInput {
-  std::wstring WavePath;
-  ::FrqType FrqType = FrqTypeFrq;
-  FrqMap Map;
-  std::optional<MrqEntry> Entry;  // of the kind that keeps its maps in desc.mrq: what the list's store holds, which
-                                  // is not the edits; users know to save before they listen
-  RenderSettings Settings;
-  std::wstring ResamplerPath;
-  HWND Window = nullptr;  // owns what the system may have to show, and is posted the end
-};
+#include "resampler/rendering.h"
 
 class CPreview {
  public:
@@ -78,10 +52,3 @@ class CPreview {
   ThreadHandle Thread;
   std::shared_ptr<Shared> State;
 };
-
-// Renders a whole wave, at its average pitch [Hz] shifted by semitones, with the map beside it. 0, or -1 if the wave
-// cannot be read or the resampler cannot be started; whether it rendered anything, the file shows. `commandLine` is
-// what it was called with.
-int RunResamplerRender(HWND owner, std::wstring& commandLine, const std::wstring& resamplerPath,
-                       const std::wstring& inputWave, double frequency, const RenderSettings& settings,
-                       const std::wstring& outputWave);
