@@ -17,6 +17,7 @@ struct EditorState {
   int maps = 0;  // syllables that have one
   bool selectedHasMap = false;
   bool hasThumbnails = false;  // their window is there
+  bool sounds = false;         // something is listened to
   bool currentEdited = false;
   bool anyEdited = false;
   int selectedFrames = 0;

@@ -67,6 +67,7 @@ INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
   Preview.Prepare(Hwnd);
   Scratch.Make();
   Preview.SetFolder(Scratch.Path());
+  Sounds.Attach(Hwnd);
   Frames.Attach(Hwnd);
   Edits.Attach(Hwnd);
   Table().SetEditing(&Bank.Editing);
@@ -127,6 +128,7 @@ void CEditorDlg::KeepSettings() {
 LRESULT CEditorDlg::OnDestroy() {
   KeepSettings();
   // The folder stays if a folder was put into it, or if a resampler does not come to its end.
+  Sounds.Close();
   Preview.Close();
   Scratch.Remove();
   return CDlgBase::OnDestroy();
@@ -174,6 +176,7 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
       if (const wchar_t* const folder = PathAt(lParam)) OnFolderOpened(folder);
       return Answered();
     case WM_PREVIEW_DONE: Preview.OnToldDone(Settings.FrqType); return Answered();
+    case EDM_LISTENING: Sounds.OnTold(); return Answered();
     case EDM_SHOWFAILURE:
       Frames.ShowMarks(static_cast<SampleCount>(wParam), static_cast<SampleCount>(lParam));
       return Answered();

@@ -21,6 +21,7 @@
 #include "app/framepane.h"
 #include "app/historymenu.h"
 #include "app/leftedits.h"
+#include "app/listening.h"
 #include "app/messages.h"
 #include "app/previewpanel.h"
 #include "app/recentfolders.h"
@@ -134,6 +135,7 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   EditorLayout Layout;
   TempFolder Scratch;
   PreviewPanel Preview;
+  Listening Sounds{Bank, Map, Frames, Settings, Preview};
   HistoryMenu History;
   EditCommands Edits{Bank, Map, Frames, Settings};
   Rereading Readings{Map, Frames, Pitches};

@@ -98,6 +98,7 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
     if (ShowSuggestions(e.Hwnd, e.ToList(), e.Syllables, e.Frames)) return e.UpdateState();
     e.Edits.Tell(CommandName(GetMenu(e.Hwnd), id), LoadResString(IDS_NOSUGGESTIONS));
   };
+  static constexpr auto listen = [](E& e, UINT id) { e.Sounds.OnCommand(id, e.CurrentPath); };
   static constexpr auto manual = [](E& e, UINT) { ShowManual(e.Hwnd); };
   static constexpr auto about = [](E& e, UINT) { ShowAbout(e.Hwnd); };
   static const std::vector<EditorCommand> commands = {
@@ -141,11 +142,11 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_VIEW_LARGER, view, [](S s) { return s.zoom < s.zoomCount - 1; }},
       {ID_VIEW_SMALLER, view, [](S s) { return s.zoom > 0; }},
       {ID_TOOL_SUGGESTIONS, suggestions},
-      {ID_LISTEN_RECORDING, nullptr},
-      {ID_LISTEN_CURVE, nullptr},
-      {ID_LISTEN_BOTH, nullptr},
-      {ID_LISTEN_COMPARE, nullptr},
-      {ID_LISTEN_STOP, nullptr},
+      {ID_LISTEN_RECORDING, listen},
+      {ID_LISTEN_CURVE, listen},
+      {ID_LISTEN_BOTH, listen},
+      {ID_LISTEN_COMPARE, listen},
+      {ID_LISTEN_STOP, listen, [](S s) { return s.sounds; }},
       {ID_VIEW_ZOOMIN, view, [](S s) { return s.zoom < s.zoomCount - 1; }},
       {ID_VIEW_ZOOMOUT, view, [](S s) { return s.zoom > 0; }},
       {ID_VIEW_PREVIOUS, neighbour, [](S s) { return s.selectedRow > 0; }},
@@ -185,6 +186,7 @@ EditorState CEditorDlg::CollectState() const {
   }
   state.selectedHasMap = Syllables.Facts(list.SelectedIndex).HasMap;
   state.hasThumbnails = list.ThumbnailWindow != nullptr;
+  state.sounds = Sounds.IsSounding();
   state.undo = syllables.Undo;
   state.redo = syllables.Redo;
   state.selectedFrames = Frames.SelectedCount();
@@ -236,6 +238,7 @@ LRESULT CEditorDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
 
 // Ctrl+Z belongs to a box that has something of its own to take back, and is not seen by the menu then.
 bool CEditorDlg::TranslateKey(const MSG& message) {
+  if (Sounds.TakeKey(message)) return true;
   const bool isLetter = message.message == WM_KEYDOWN && (message.wParam == 'Z' || message.wParam == 'Y');
   if (!isLetter || GetKeyState(VK_CONTROL) >= 0 || GetKeyState(VK_MENU) < 0) return false;
   const bool redo = message.wParam == 'Y' || GetKeyState(VK_SHIFT) < 0;
@@ -254,6 +257,7 @@ void CEditorDlg::RunControlCommand(UINT id, UINT code, LPARAM detail) {
   if (Frames.OnControl(id, code, detail)) return;
   if (id == IDC_EDITOR_RELOAD) RunEdit<&EditCommands::PressReload>(*this, id);
   if (id == IDC_EDITOR_PLAY) {
+    Sounds.Stop();
     const std::wstring fault = TextOfUnreadable(Bank, Map.Index());
     Preview.OnPlayPressed({CurrentPath, Map, Settings.FrqType, Settings.ResamplerInUse(), Bank.Files.Store, fault});
   }

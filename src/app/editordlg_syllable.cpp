@@ -53,6 +53,7 @@ void CEditorDlg::OnSetMap(FrqMap* saved, FrqMap* map) {
 
 void CEditorDlg::OnSetSyllable(const wchar_t* wavePath) {
   Balloon::Hide();  // of another syllable
+  Sounds.Stop();
   CurrentPath = wavePath;
   SetDlgItemTextW(Hwnd, IDC_EDITOR_TABLE, FileNameOf(CurrentPath).c_str());
   Table().SetWavePath(CurrentPath.c_str());

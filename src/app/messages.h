@@ -70,6 +70,8 @@ enum EditorMessage : UINT {
   EDM_ASKOFLEFTEDITS = 32780,  // -, -
   // And what has to be painted is painted, though the editor waits for the list.
   EDM_PAINT = 32781,  // -, -
+  // And a sound that is listened to has begun or ended.
+  EDM_LISTENING = 32785,  // -, -
 };
 
 enum ThumbnailMessage : UINT {
@@ -231,6 +233,7 @@ class EditorSender {
   }
   void Paint() const { SendMessageW(editor_, EDM_PAINT, 0, 0); }
   void PostPreviewDone() const { messages_detail::Post(editor_, WM_PREVIEW_DONE, 0); }
+  void PostListening() const { messages_detail::Post(editor_, EDM_LISTENING, 0); }
   void PostAskOfLeftEdits() const { messages_detail::Post(editor_, EDM_ASKOFLEFTEDITS, 0); }
   void PostCancel() const { messages_detail::Post(editor_, WM_COMMAND, IDCANCEL); }
 

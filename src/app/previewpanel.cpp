@@ -34,6 +34,10 @@ void PreviewPanel::Close() {
   preview_.ClearFolder();
 }
 
+void PreviewPanel::Stop() {
+  if (preview_.IsRunning()) preview_.Stop();
+}
+
 void PreviewPanel::OnPlayPressed(const PreviewSource& source) {
   if (preview_.IsRunning()) {
     preview_.Stop();

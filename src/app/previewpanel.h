@@ -32,6 +32,10 @@ class PreviewPanel {
   // Ends what runs, and leaves nothing in the folder that can be deleted.
   void Close();
 
+  // What a preview works with, as the controls stand.
+  PreviewInput CollectInput(const PreviewSource& source) const;
+  // As the button would, if a preview runs.
+  void Stop();
   // The same button stops what it began.
   void OnPlayPressed(const PreviewSource& source);
   // The end of a preview has been posted, or somebody else has posted the number.
@@ -45,7 +49,6 @@ class PreviewPanel {
   void TellOfEnd() const;
   HWND Item(int id) const { return GetDlgItem(dialog_, id); }
   int PitchShift() const;
-  PreviewInput CollectInput(const PreviewSource& source) const;
 
   HWND dialog_ = nullptr;
   CPreview preview_;

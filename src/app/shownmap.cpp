@@ -85,3 +85,8 @@ void ShownMap::CopyTo(FrqMap& target) const {
   const std::lock_guard reading(document_);
   if (map_) Map()->CopyTo(target);
 }
+
+void ShownMap::CopySavedTo(FrqMap& target) const {
+  const std::lock_guard reading(document_);
+  if (saved_) saved_->CopyTo(target);
+}

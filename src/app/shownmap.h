@@ -45,8 +45,9 @@ class ShownMap {
   void SelectRange(SampleCount first, SampleCount last);
   // The frame at a sample position, 0 where there is none.
   SampleCount FrameAt(SampleCount position) const;
-  // Throws std::bad_alloc.
+  // Both throw std::bad_alloc.
   void CopyTo(FrqMap& target) const;
+  void CopySavedTo(FrqMap& target) const;
 
  private:
   Document& document_;

@@ -112,6 +112,14 @@
 #define IDS_REREAD_FIRST 660  // in the order of Reading
 #define IDS_REREAD_NOVOICE 664
 #define IDS_REREAD_NOSOUND 665
+// What becomes of listening.
+#define IDS_LISTEN_NOWAVE 670
+#define IDS_LISTEN_BEHIND 671
+#define IDS_LISTEN_NOCURVE 672
+#define IDS_LISTEN_NOSAVED 673
+#define IDS_LISTEN_SAME 674
+#define IDS_LISTEN_SAVED 675
+#define IDS_LISTEN_EDITED 676
 
 // Tips of controls, and their names for screen readers (tips.rc); what the table tells of a place (READ).
 #define IDS_TIP_FRAMES 530

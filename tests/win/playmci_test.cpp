@@ -4,6 +4,8 @@
 #include <windows.h>
 #include <mmsystem.h>
 
+#include <future>
+
 #include "win/scratch.h"
 
 namespace {
@@ -20,6 +22,12 @@ TEST(Sound, EndsByItselfAndBegins) {
   EXPECT_FALSE(IsMciPlaying());
   EXPECT_EQ(CloseMci(), 0u);
   EXPECT_EQ(PlayMci(folder.Path(L"a.wav"), -1, 100), 0u) << "the alias is free again";
+  const auto playMore = [&] {
+    const DWORD error = PlayMci(folder.Path(L"a.wav"), 0, 0);
+    CloseMci();
+    return error;
+  };
+  EXPECT_EQ(std::async(std::launch::async, playMore).get(), 0u) << "each thread has an alias of its own";
   EXPECT_EQ(CloseMci(), 0u);
   EXPECT_FALSE(IsMciPlaying());
 }

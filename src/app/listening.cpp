@@ -1,0 +1,125 @@
+#include "app/listening.h"
+
+#include <mmsystem.h>
+
+#include <exception>
+#include <utility>
+
+#include "app/words.h"
+#include "base/text.h"
+#include "resources/ids.h"
+#include "window/balloon.h"
+
+namespace {
+
+ListenTo WhatOf(UINT command) {
+  switch (command) {
+    case ID_LISTEN_RECORDING: return ListenTo::Recording;
+    case ID_LISTEN_CURVE: return ListenTo::Curve;
+    case ID_LISTEN_BOTH: return ListenTo::Both;
+    default: return ListenTo::Compare;
+  }
+}
+
+}  // namespace
+
+void Listening::Close() {
+  run_.StopAndWait();
+  TempFolder::Empty(folder_.Path());
+  folder_.Remove();
+}
+
+void Listening::Stop() {
+  run_.Stop();
+  isEndNews_ = false;
+}
+
+void Listening::OnCommand(UINT command, const std::wstring& wavePath) {
+  Stop();
+  preview_.Stop();
+  command_ = command;
+  if (command == ID_LISTEN_STOP) return;
+  if (wavePath.empty()) return Tell(LoadResString(IDS_NOTHINGAPPLIES));
+  try {
+    Start(command, wavePath);
+  } catch (const std::exception&) {
+    Tell(LoadResString(IDS_NOTPLAYED));  // a map that memory does not hold twice
+  }
+}
+
+void Listening::Start(UINT command, const std::wstring& wavePath) {
+  ListenInput input;
+  input.What = WhatOf(command);
+  input.Part = SelectedPart();
+  resampler_ = settings_.ResamplerInUse();
+  input.Syllable = preview_.CollectInput({wavePath, map_, settings_.FrqType, resampler_, bank_.Files.Store, {}});
+  input.Syllable.Settings.Direct = false;
+  if (input.What == ListenTo::Compare) {
+    map_.CopySavedTo(input.Saved);
+    if (const UINT text = WhyNotComparable(input)) return Tell(LoadResString(text));
+  }
+  if (folder_.Path().empty()) folder_.Make();
+  isEndNews_ = true;
+  told_ = -1;
+  run_.Start(editor_, folder_.Path(), std::move(input));
+}
+
+FrameRange Listening::SelectedPart() const {
+  const std::vector<int> rows = frames_.SelectedRows();
+  if (rows.size() < 2) return {};
+  return {rows.front(), rows.back() - rows.front() + 1};
+}
+
+UINT Listening::WhyNotComparable(const ListenInput& input) const {
+  if (input.Syllable.Map.Frames.empty()) return IDS_LISTEN_NOCURVE;
+  if (!input.Saved.Loaded) return IDS_LISTEN_NOSAVED;
+  return input.Saved.Equals(input.Syllable.Map) ? IDS_LISTEN_SAME : 0;
+}
+
+bool Listening::TakeKey(const MSG& message) {
+  if (message.message != WM_KEYDOWN || message.wParam != VK_SPACE) return false;
+  const bool isRepeated = message.lParam & 0x40000000;
+  if (isRepeated) return isSpaceHeld_;
+  const bool isPlain = GetKeyState(VK_CONTROL) >= 0 && GetKeyState(VK_SHIFT) >= 0 && GetKeyState(VK_MENU) >= 0;
+  isSpaceHeld_ = isPlain && IsSounding();
+  if (isSpaceHeld_) Stop();
+  return isSpaceHeld_;
+}
+
+void Listening::OnTold() {
+  if (!isEndNews_) return;
+  if (!run_.IsRunning()) {
+    isEndNews_ = false;
+    return TellOfEnd();
+  }
+  const int sounding = run_.Sounding();
+  if (command_ != ID_LISTEN_COMPARE || sounding < 0 || sounding == told_) return;
+  told_ = sounding;
+  Tell(LoadResString(sounding == 0 ? IDS_LISTEN_SAVED : IDS_LISTEN_EDITED));
+}
+
+void Listening::TellOfEnd() const {
+  switch (run_.End()) {
+    case SoundEnd::Well:
+      if (waveOutGetNumDevs() > 0) return;  // the system takes a sound that nobody hears
+      [[fallthrough]];
+    case SoundEnd::NotPrepared:
+    case SoundEnd::NotPlayed: return Tell(LoadResString(IDS_NOTPLAYED));
+    case SoundEnd::NoWave: return Tell(LoadResString(IDS_LISTEN_NOWAVE));
+    case SoundEnd::Behind: return Tell(LoadResString(IDS_LISTEN_BEHIND));
+    case SoundEnd::NoCurve: {
+      const std::wstring fault = TextOfUnreadable(bank_, map_.Index());
+      return Tell(fault.empty() ? LoadResString(IDS_LISTEN_NOCURVE) : fault);
+    }
+    case SoundEnd::NotStarted:
+    case SoundEnd::Silent: {
+      const bool isThere = TextOfMissing(resampler_).empty();
+      return Tell(TextOf(ItemResult{isThere ? ItemEnd::NothingMade : ItemEnd::NotStarted}, resampler_));
+    }
+  }
+}
+
+// At the table, as the focus may be anywhere.
+void Listening::Tell(const std::wstring& text) const {
+  Balloon::Show(GetDlgItem(editor_, IDC_EDITOR_TABLE), text, CommandName(GetMenu(editor_), command_));
+}

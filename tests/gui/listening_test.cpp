@@ -1,0 +1,162 @@
+// Listening: what each command makes of the selected stretch, that it can be stopped, and what it says where there is
+// nothing to be heard. The test's sound device swallows what it is given; what would be heard lies in a scratch folder.
+#include <cmath>
+
+#include "gui/resamplerdouble.h"
+#include "native/tone.h"
+#include "pitch/pitchanalysis.h"
+#include "voicebank/sound.h"
+#include "voicebank/waveheader.h"
+
+namespace {
+
+constexpr std::size_t kHop = 256;
+
+struct Listen : DoubleTest {
+  // A second of 440 Hz and a map of as many frames.
+  void AddTone(const std::wstring& name, double mapHz) const {
+    AddSyllable(name, std::vector<double>(172, mapHz));
+    const std::vector<float> tone = SecondOfTone([](double) { return 440.0; }, 0.0, 1.0);
+    folder_.Write(name + L".wav", EncodeWaveFile(To16Bits(tone), 44100));
+  }
+
+  // Scratch folders of this process.
+  static std::vector<std::wstring> Scratches() {
+    const std::wstring temp = std::filesystem::temp_directory_path().wstring();
+    const std::wstring start = L"marlit_" + std::to_wstring(GetCurrentProcessId()) + L"_";
+    std::vector<std::wstring> folders;
+    for (const std::wstring& name : NamesIn(temp)) {
+      if (name.starts_with(start)) folders.push_back(PathIn(temp, name));
+    }
+    return folders;
+  }
+  static std::wstring Made(const std::wstring& name) {
+    for (const std::wstring& folder : Scratches()) {
+      if (FileExists(PathIn(folder, name))) return PathIn(folder, name);
+    }
+    return {};
+  }
+  // As the menu says when it is opened.
+  bool IsSounding() const {
+    SendMessageW(editor_, WM_MENUSELECT, MAKEWPARAM(0, 0xFFFF), 0);
+    return !IsGrey(ID_LISTEN_STOP);
+  }
+  // Presses the keys and waits for the end; what has been heard.
+  WaveHeader Hear(const std::vector<WORD>& keys, const std::wstring& name) const {
+    DeleteFileW(Made(name).c_str());
+    PressKeys(editor_, keys);
+    EXPECT_TRUE(Eventually([&] { return !Made(name).empty() && !IsSounding(); })) << name.c_str();
+    WaveHeader wave;
+    EXPECT_EQ(wave.LoadWav(Made(name), false), 0);
+    return wave;
+  }
+  // At a frame [Hz].
+  static double PitchOf(const WaveHeader& wave, std::size_t frame) {
+    const auto sound = SoundOfWave(wave.format, wave.samples);
+    return AnalysePitch(sound.value_or(Sound()).samples, wave.format.samplesPerSec, kHop).at(frame);
+  }
+  bool Says(const std::vector<WORD>& keys, int text) const {
+    PressKeys(editor_, keys);
+    return HasSaid(LoadResString(static_cast<UINT>(text)));
+  }
+  static Bytes Channel(const Bytes& stereo, std::size_t channel) {
+    Bytes bytes;
+    for (std::size_t i = 2 * channel; i + 1 < stereo.size(); i += 4) {
+      bytes.insert(bytes.end(), {stereo[i], stereo[i + 1]});
+    }
+    return bytes;
+  }
+
+  const std::vector<WORD> recording_ = {VK_CONTROL, VK_F5}, curve_ = {VK_SHIFT, VK_F5},
+                          both_ = {VK_CONTROL, VK_SHIFT, VK_F5}, compare_ = {VK_F9};
+};
+
+TEST_F(Listen, PlaysTheRecordingTheCurveOrBothOverTheSelectedStretch) {
+  AddTone(L"bank\\a", 220.0);
+  Start(Bank());
+  const std::set<std::wstring> names = NamesIn(Bank());
+  WaveHeader wave;
+  ASSERT_EQ(wave.Load(Wave(L"a"), false), 0);
+  EXPECT_EQ(Hear(recording_, L"recording.wav").samples, wave.samples) << "nothing is selected";
+  SelectFrames({10, 40});
+  const Bytes part = Hear(recording_, L"recording.wav").samples;
+  EXPECT_EQ(part, Bytes(wave.samples.begin() + 2 * 10 * kHop, wave.samples.begin() + 2 * 41 * kHop));
+  const WaveHeader curve = Hear(curve_, L"curve.wav");
+  EXPECT_EQ(curve.samples.size(), 2 * 31 * kHop);
+  EXPECT_NEAR(PitchOf(curve, 15), 220.0, 0.5);
+  const WaveHeader both = Hear(both_, L"both.wav");
+  EXPECT_EQ(both.format.channels, 2);
+  EXPECT_EQ(Channel(both.samples, 0), part);
+  EXPECT_EQ(Channel(both.samples, 1), curve.samples);
+  EXPECT_EQ(NamesIn(Bank()), names);
+  Leave();
+  EXPECT_TRUE(Scratches().empty());
+}
+
+TEST_F(Listen, RendersTheSavedCurveAndThenTheEditedOne) {
+  AddTone(L"bank\\a", 440.0);
+  Start(Bank());
+  Type(IDC_EDITOR_KEY, L"440");
+  SendItem(IDC_EDITOR_KEY, WM_KILLFOCUS);
+  Press(ID_FILE_SAVE);
+  EXPECT_TRUE(Says(compare_, IDS_LISTEN_SAME));
+  Press(ID_EDIT_SELECTALL);
+  Press(ID_FRAMES_DOUBLE);
+  const WaveHeader edited = Hear(compare_, L"edited.wav");
+  WaveHeader saved;
+  ASSERT_EQ(saved.LoadWav(Made(L"saved.wav"), false), 0);
+  EXPECT_NEAR(1200.0 * std::log2(PitchOf(saved, 80) / 440.0), 0.0, 30.0);
+  EXPECT_GT(std::fabs(1200.0 * std::log2(PitchOf(edited, 80) / 440.0)), 600.0) << "the wrong curve sings another note";
+  EXPECT_EQ(Column(2), L"*|") << "nothing was saved";
+}
+
+TEST_F(Listen, StopsBySpaceAndWithTheWindow) {
+  Install(L"resampler.exe");
+  folder_.Write(L"program\\note", SecondOfSilence());
+  Script(L"600 0 note");
+  AddTone(L"bank\\a", 440.0);
+  Start(Bank());
+  SetFirstFrame(L"220");
+  SelectFrames({3, 4, 5});
+  SetFocus(Item(IDC_EDITOR_FRAMES));
+  PressKeys(editor_, compare_);
+  EXPECT_TRUE(Eventually([this] { return IsSounding(); }));
+  PressKeys(editor_, {VK_SPACE});
+  EXPECT_TRUE(Eventually([this] { return !IsSounding(); }));
+  EXPECT_EQ(SelectedFrames(), (std::vector{3, 4, 5})) << "the key was no one else's";
+  std::vector<std::wstring> calls;
+  EXPECT_TRUE(Eventually([&] {
+    for (const std::wstring& line : TakeCalls()) calls.push_back(line);
+    return !calls.empty() && calls.back() == L"-";
+  }));
+  // The next command comes after it, and nothing of the stopped one does.
+  Hear(curve_, L"curve.wav");
+  EXPECT_EQ(Starts(calls) + Starts(TakeCalls()), 1);
+  EXPECT_TRUE(Made(L"saved.wav").empty());
+  PressKeys(editor_, {VK_SPACE});
+  EXPECT_TRUE(Eventually([this] { return SelectedFrames() != std::vector{3, 4, 5}; })) << "without a sound it is a key";
+  PressKeys(editor_, compare_);
+  EXPECT_TRUE(Eventually([this] { return IsSounding(); }));
+  Leave();
+  EXPECT_EQ(ExitCode(), 0);
+  EXPECT_TRUE(Scratches().empty());
+}
+
+TEST_F(Listen, SaysWhyThereIsNothingToBeHeard) {
+  AddTone(L"bank\\a", 220.0);
+  AddSyllable(L"bank\\b", {0.0, 0.0});  // its wave lacks its sound
+  AddSyllable(L"bank\\c", std::vector<double>(400, 220.0));
+  folder_.Write(L"bank\\c.wav", SecondOfSilence());
+  Start(Bank());
+  Select(1);
+  for (const auto& keys : {recording_, both_}) EXPECT_TRUE(Says(keys, IDS_LISTEN_NOWAVE));
+  EXPECT_TRUE(Says(curve_, IDS_LISTEN_NOCURVE));
+  Select(2);
+  SelectFrames({300, 310});
+  for (const auto& keys : {recording_, both_}) EXPECT_TRUE(Says(keys, IDS_LISTEN_BEHIND));
+  EXPECT_EQ(Hear(curve_, L"curve.wav").samples.size(), 2 * 11 * kHop) << "it needs no recording";
+  DeleteFileW(Wave(L"c").c_str());
+  EXPECT_EQ(Hear(curve_, L"curve.wav").samples.size(), 2 * 11 * kHop);
+}
+
+}  // namespace
