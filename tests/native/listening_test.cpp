@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <numeric>
 
 #include "native/testdata.h"
@@ -74,24 +75,28 @@ TEST(Tone, FollowsLevelsButNeverBeyondWhatAWaveHolds) {
   EXPECT_TRUE(std::ranges::all_of(loud, [](float sample) { return std::abs(sample) <= 32767.0f; }));
 }
 
-// A click is a step that is larger than those of the tone around it.
+// A click is a step that is larger than those of a steady tone as loud and as high.
 TEST(Tone, DoesNotClick) {
-  const double none = FrqNoPitch;
-  // A stretch with ends, a single frame, a gap shorter than the ramps, and a jump by an octave, all at a short hop.
-  std::vector<double> frequencies(400, none);
-  std::fill_n(frequencies.begin() + 50, 100, 200.0);
-  frequencies[170] = 200.0;
-  std::fill_n(frequencies.begin() + 200, 100, 200.0);
-  frequencies[230] = none;
-  std::fill_n(frequencies.begin() + 260, 40, 400.0);
-  constexpr SampleCount hop = 64;
+  constexpr SampleCount hop = 64;  // shorter than the ramps
+  std::vector<double> frequencies(400, FrqNoPitch);
+  std::fill_n(frequencies.begin() + 50, 250, 200.0);
+  frequencies[320] = 200.0;
+  std::fill_n(frequencies.begin() + 340, 30, 400.0);
+  std::fill_n(frequencies.begin() + 350, 10, 200.0);
   FrqMap map = MapOf(frequencies, 3000.0, hop);
-  for (std::size_t i = 231; i < map.Frames.size(); ++i) map.Frames[i].Amplitude = 9000.0;
-  const std::vector<float> tone = ToneOf(map);
-  const float calm = LargestStep(tone, 80 * hop, 120 * hop), loud = LargestStep(tone, 270 * hop, 290 * hop);
+  for (std::size_t i = 130; i < 150; ++i) map.Frames[i].Amplitude = i % 2 ? 2000.0 : 500.0;
+  // Gaps, behind which the voice is another time as loud, or as soft.
+  for (std::size_t i = 200; i < 300; ++i) {
+    if (i % 7 == 0) map.Frames[i].Frequency = FrqNoPitch;
+    map.Frames[i].Amplitude = i / 7 % 2 ? 9000.0 : 500.0;
+  }
+  const std::vector<float> tone = ToneOf(map), high = ToneOf(MapOf(std::vector<double>(100, 400.0), 3000.0, hop));
+  const float calm = LargestStep(tone, 80 * hop, 120 * hop);
   EXPECT_GT(calm, 0.0f);
-  EXPECT_LE(LargestStep(tone, 0, 226 * hop), 1.02f * calm);
-  EXPECT_LE(LargestStep(tone, 226 * hop, tone.size()), 1.02f * loud);
+  EXPECT_LE(LargestStep(tone, 0, 200 * hop), 1.02f * calm);
+  EXPECT_LE(LargestStep(tone, 200 * hop, 310 * hop), 3.06f * calm);
+  EXPECT_LE(LargestStep(tone, 310 * hop, 330 * hop), 1.02f * calm);
+  EXPECT_LE(LargestStep(tone, 330 * hop, tone.size()), 1.02f * LargestStep(high, 10 * hop, 90 * hop));
   // It begins and ends in silence, wherever it is cut.
   const std::vector<float> part = CurveTone(map, {100, 20}, 44100.0);
   ASSERT_EQ(part.size(), 20u * hop);
@@ -108,9 +113,10 @@ TEST(Tone, IsMadeOfAnyNumbers) {
     const std::vector<float> tone = ToneOf(map, rate);
     ASSERT_EQ(tone.size(), 6u * 4096);
     EXPECT_TRUE(std::ranges::all_of(tone, [](float sample) { return std::abs(sample) < 20000.0f; }));
-    std::ptrdiff_t rises = 0;
-    for (std::size_t i = 1; i < 4096; ++i) rises += tone[i - 1] < 0.0f && tone[i] >= 0.0f;
-    EXPECT_NEAR(static_cast<double>(rises) / 4096.0, 0.4, 0.01);
+    // A sine of 0.4 of the rate, which has room for no harmonic.
+    for (std::size_t i = 1000; i < 1100; ++i) {
+      EXPECT_NEAR(tone[i + 1] + tone[i - 1], 2.0 * std::cos(0.8 * std::numbers::pi) * tone[i], 1.0) << i;
+    }
   }
   EXPECT_TRUE(ToneOf(MapOf({55.0, 0.0, std::nan("")}, 3000.0)).empty());
   EXPECT_TRUE(ToneOf(MapOf({}, 3000.0)).empty());
