@@ -50,7 +50,6 @@ class FramePane {
   // The sample position of the frame that the user is at, -1 without one.
   SampleCount Position() const;
   int SelectedCount() const { return Frames().SelectedCount(); }
-  std::vector<int> SelectedRows() const { return Frames().SelectedRows(); }
   FrqCtrlSender Table() const;
 
   // To the dialog itself; it calls OnShowKey.
