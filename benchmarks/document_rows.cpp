@@ -145,35 +145,20 @@ class JournaledStroke : public Work {
 // A stroke of a hundred columns that snaps to the pitches of a recording, against the plain one.
 class SnappedStroke : public Work {
  public:
-<<<<<<< HEAD
-=======
   SnappedStroke() { Require(sound_.NearestAt(50, 300.0).has_value(), "nothing to snap to"); }
->>>>>>> 96a1241 (Measure a snapped stroke and its candidates)
   double Measured() override {
     return snapped_.Stroke([this](int row, double hz) { return sound_.NearestAt(row, hz).value_or(hz); });
   }
   double Yardstick() override { return bare_.Stroke(); }
 
  private:
-<<<<<<< HEAD
-  static SoundPitches Prepared() {
-    SoundPitches sound({voices::Sound({"", [](double) { return 290.0; }, [](double) { return 1.0; }}), 44100},
-                       voices::kHop);
-    Require(sound.NearestAt(50, 300.0).has_value(), "nothing to snap to");
-    return sound;
-=======
   static Sound Voice() {
     return {voices::Sound({"", [](double) { return 290.0; }, [](double) { return 1.0; }}), 44100};
->>>>>>> 96a1241 (Measure a snapped stroke and its candidates)
   }
 
   OpenDocument bare_;
   OpenDocument snapped_;
-<<<<<<< HEAD
-  SoundPitches sound_ = Prepared();
-=======
   SoundPitches sound_{Voice(), voices::kHop};
->>>>>>> 96a1241 (Measure a snapped stroke and its candidates)
 };
 
 }  // namespace

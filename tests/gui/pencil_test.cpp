@@ -18,7 +18,7 @@ constexpr int kCell = 10;  // pixels of a column and of a row at this zoom
 struct Pencil : ProgramTest {
   Pencil() {
     AddSyllable(L"a", std::vector<double>(kFrames, 330.0));
-    folder_.Write(L"a.wav", EncodeWaveFile(To16Bits(SecondOfTone([](double) { return kVoiceHz; }, 0.0, 1.0)), 44100));
+    WriteVoice(kVoiceHz);
     AddSyllable(L"b", std::vector<double>(kFrames / 3, 330.0));  // a third of its wave
     Start(folder_.Path());
     Select(0);
@@ -26,6 +26,10 @@ struct Pencil : ProgramTest {
   }
   ~Pencil() override { Shift(false); }
 
+  void WriteVoice(double hz) const {
+    const std::vector<float> samples = SecondOfTone([hz](double) { return hz; }, 0.0, 1.0);
+    folder_.Write(L"a.wav", EncodeWaveFile(To16Bits(samples), 44100));
+  }
   void BringToFront() const {
     EXPECT_TRUE(Eventually([this] { return SetForegroundWindow(editor_) && GetForegroundWindow() == editor_; }));
   }
@@ -74,10 +78,15 @@ TEST_F(Pencil, WithShiftSnapsToTheVoiceAndWithoutItOrAWaveOfTheMapItDoesNot) {
   EXPECT_TRUE(draws(0, kVoiceHz));
   EXPECT_EQ(CountNear(Pitches(0), 330.0), kFrames - 11);
   EXPECT_EQ(MenuText(ID_EDIT_UNDO), L"&Undo Stroke\tCtrl+Z");
+  WriteVoice(185.0);
+  EXPECT_TRUE(draws(0, 185.0)) << "the wave is another one now";
+  folder_.WriteText(L"a.wav", L"no wave");
+  EXPECT_TRUE(draws(0, NoteToHz(55)));
   Select(1);
   Draw();
   EXPECT_EQ(CountNear(Pitches(1), NoteToHz(55)), 11) << "the wave is longer than the map";
   Select(0);
+  WriteVoice(kVoiceHz);
   Shift(false);
   EXPECT_TRUE(draws(0, NoteToHz(55)));
 }
