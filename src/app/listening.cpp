@@ -56,7 +56,8 @@ void Listening::Start(UINT command, const std::wstring& wavePath) {
   input.Syllable.Settings.Direct = false;
   if (input.What == ListenTo::Compare) {
     map_.CopySavedTo(input.Saved);
-    if (const UINT text = WhyNotComparable(input)) return Tell(LoadResString(text));
+    const std::wstring fault = WhyNotComparable(input);
+    if (!fault.empty()) return Tell(fault);
   }
   if (folder_.Path().empty()) folder_.Make();
   isEndNews_ = true;
@@ -70,10 +71,10 @@ FrameRange Listening::SelectedPart() const {
   return {rows.front(), rows.back() - rows.front() + 1};
 }
 
-UINT Listening::WhyNotComparable(const ListenInput& input) const {
-  if (input.Syllable.Map.Frames.empty()) return IDS_LISTEN_NOCURVE;
-  if (!input.Saved.Loaded) return IDS_LISTEN_NOSAVED;
-  return input.Saved.Equals(input.Syllable.Map) ? IDS_LISTEN_SAME : 0;
+std::wstring Listening::WhyNotComparable(const ListenInput& input) const {
+  if (input.Syllable.Map.Frames.empty()) return TextOfNoCurve();
+  if (!input.Saved.Loaded) return LoadResString(IDS_LISTEN_NOSAVED);
+  return input.Saved.Equals(input.Syllable.Map) ? LoadResString(IDS_LISTEN_SAME) : std::wstring();
 }
 
 bool Listening::TakeKey(const MSG& message) {
@@ -90,7 +91,7 @@ void Listening::OnTold() {
   if (!isEndNews_) return;
   if (!run_.IsRunning()) {
     isEndNews_ = false;
-    return TellOfEnd();
+    return Tell(TextOfEnd());
   }
   const int sounding = run_.Sounding();
   if (command_ != ID_LISTEN_COMPARE || sounding < 0 || sounding == told_) return;
@@ -98,28 +99,32 @@ void Listening::OnTold() {
   Tell(LoadResString(sounding == 0 ? IDS_LISTEN_SAVED : IDS_LISTEN_EDITED));
 }
 
-void Listening::TellOfEnd() const {
+// Empty where all went well.
+std::wstring Listening::TextOfEnd() const {
   switch (run_.End()) {
     case SoundEnd::Well:
-      if (waveOutGetNumDevs() > 0) return;  // the system takes a sound that nobody hears
+      if (waveOutGetNumDevs() > 0) return {};  // the system takes a sound that nobody hears
       [[fallthrough]];
     case SoundEnd::NotPrepared:
-    case SoundEnd::NotPlayed: return Tell(LoadResString(IDS_NOTPLAYED));
-    case SoundEnd::NoWave: return Tell(LoadResString(IDS_LISTEN_NOWAVE));
-    case SoundEnd::Behind: return Tell(LoadResString(IDS_LISTEN_BEHIND));
-    case SoundEnd::NoCurve: {
-      const std::wstring fault = TextOfUnreadable(bank_, map_.Index());
-      return Tell(fault.empty() ? LoadResString(IDS_LISTEN_NOCURVE) : fault);
-    }
+    case SoundEnd::NotPlayed: return LoadResString(IDS_NOTPLAYED);
+    case SoundEnd::NoWave: return LoadResString(IDS_LISTEN_NOWAVE);
+    case SoundEnd::Behind: return LoadResString(IDS_LISTEN_BEHIND);
+    case SoundEnd::NoCurve: return TextOfNoCurve();
     case SoundEnd::NotStarted:
-    case SoundEnd::Silent: {
-      const bool isThere = TextOfMissing(resampler_).empty();
-      return Tell(TextOf(ItemResult{isThere ? ItemEnd::NothingMade : ItemEnd::NotStarted}, resampler_));
-    }
+    case SoundEnd::Silent: break;
   }
+  const bool isThere = TextOfMissing(resampler_).empty();
+  return TextOf(ItemResult{isThere ? ItemEnd::NothingMade : ItemEnd::NotStarted}, resampler_);
+}
+
+// A map that cannot be read has a reason of its own.
+std::wstring Listening::TextOfNoCurve() const {
+  const std::wstring fault = TextOfUnreadable(bank_, map_.Index());
+  return fault.empty() ? LoadResString(IDS_LISTEN_NOCURVE) : fault;
 }
 
 // At the table, as the focus may be anywhere.
 void Listening::Tell(const std::wstring& text) const {
+  if (text.empty()) return;
   Balloon::Show(GetDlgItem(editor_, IDC_EDITOR_TABLE), text, CommandName(GetMenu(editor_), command_));
 }

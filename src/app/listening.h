@@ -42,8 +42,11 @@ class Listening {
   void Start(UINT command, const std::wstring& wavePath);
   // Of no frames: the whole.
   FrameRange SelectedPart() const;
-  UINT WhyNotComparable(const ListenInput& input) const;
-  void TellOfEnd() const;
+  // Empty where it can be done.
+  std::wstring WhyNotComparable(const ListenInput& input) const;
+  std::wstring TextOfEnd() const;
+  std::wstring TextOfNoCurve() const;
+  // Nothing for an empty text.
   void Tell(const std::wstring& text) const;
 
   Voicebank& bank_;

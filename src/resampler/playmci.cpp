@@ -28,23 +28,24 @@ DWORD SendGuarded(const std::wstring& command, wchar_t* answer = nullptr) {
 
 }  // namespace
 
-DWORD PlayMci(const std::wstring& path, int from, int endTrim) {
+DWORD PlayMci(const std::wstring& path, int from, int endTrim, const std::wstring& alias) {
   // Drivers take it in the user's code page.
   const std::wstring file = NarrowForm(path).value_or(path);
-  if (const DWORD error = SendGuarded(L"open \"" + file + L"\" alias Utau")) return error;
+  if (const DWORD error = SendGuarded(L"open \"" + file + L"\" alias " + alias)) return error;
   wchar_t answer[kAnswerSize] = L"";
-  if (const DWORD error = SendGuarded(L"status Utau length", answer)) return error;
+  if (const DWORD error = SendGuarded(L"status " + alias + L" length", answer)) return error;
   const int length = static_cast<int>(std::wcstol(answer, nullptr, 10));
   const int to = endTrim < 0 ? from - endTrim : length - endTrim;
-  return SendGuarded(L"play Utau from " + std::to_wstring(from < 0 ? 0 : from) + L" to " + std::to_wstring(to));
+  return SendGuarded(L"play " + alias + L" from " + std::to_wstring(from < 0 ? 0 : from) + L" to " +
+                     std::to_wstring(to));
 }
 
-bool IsMciPlaying() {
+bool IsMciPlaying(const std::wstring& alias) {
   wchar_t mode[kAnswerSize] = L"";
-  mciSendStringW(L"status Utau mode", mode, kAnswerSize, nullptr);
+  mciSendStringW((L"status " + alias + L" mode").c_str(), mode, kAnswerSize, nullptr);
   return mode == std::wstring(L"playing");
 }
 
-DWORD CloseMci() {
-  return mciSendStringW(L"close Utau", nullptr, 0, nullptr);
+DWORD CloseMci(const std::wstring& alias) {
+  return mciSendStringW((L"close " + alias).c_str(), nullptr, 0, nullptr);
 }

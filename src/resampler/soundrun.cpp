@@ -12,6 +12,7 @@
 
 namespace {
 
+constexpr wchar_t kAlias[] = L"Listening";
 constexpr DWORD kPollMs = 50;
 constexpr DWORD kPauseMs = 300;  // between two files
 constexpr DWORD kLongestWaitMs = 10'000;
@@ -53,10 +54,10 @@ SoundEnd SoundRun::Shared::MakeAndPlay() {
 }
 
 bool SoundRun::Shared::Play(const std::wstring& file) const {
-  const bool isPlayed = PlayMci(file, 0, 0) == 0;
-  while (isPlayed && IsMciPlaying() && !IsStopped(kPollMs)) {
+  const bool isPlayed = PlayMci(file, 0, 0, kAlias) == 0;
+  while (isPlayed && IsMciPlaying(kAlias) && !IsStopped(kPollMs)) {
   }
-  CloseMci();
+  CloseMci(kAlias);
   return isPlayed;
 }
 

@@ -151,9 +151,8 @@ TEST(PartsOfWaves, AreCutAtTheirSamplesAndKeepTheirFormat) {
     const Bytes expected(wave.samples.begin() + 10 * stride, wave.samples.begin() + 17 * stride);
     EXPECT_EQ(read->samples, expected);
     EXPECT_EQ(read->extension, behind);
-    EXPECT_EQ(read->format.formatTag, tag);
-    EXPECT_EQ(read->format.samplesPerSec, 22050u);
-    EXPECT_EQ(read->format.bitsPerSample, bits);
+    EXPECT_EQ(std::tuple(read->format.formatTag, read->format.samplesPerSec, read->format.bitsPerSample),
+              std::tuple(tag, 22050u, bits));
     EXPECT_EQ(CutWave(wave, 90, 1000)->samples.size(), static_cast<std::size_t>(10 * stride));
     EXPECT_EQ(CutWave(wave, -5, 1)->samples.size(), static_cast<std::size_t>(stride));
     EXPECT_TRUE(CutWave(wave, 100, 200)->samples.empty());
