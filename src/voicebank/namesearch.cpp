@@ -1,0 +1,51 @@
+#include "voicebank/namesearch.h"
+
+#include <algorithm>
+
+#include "voicebank/namespelling.h"
+
+namespace {
+
+// How well a name fits; as it is written counts one more. 0 is not at all.
+constexpr std::uint8_t kInside = 1, kAtStart = 3, kWhole = 5, kBest = kWhole + 1;
+
+}  // namespace
+
+NameSearch::NameSearch(std::span<const std::wstring> names) {
+  for (const std::wstring& name : names) {
+    const std::wstring plain = PlainSpelling(name);
+    plain_.Add(plain);
+    romaji_.Add(RomajiSpelling(plain, false));
+  }
+}
+
+void NameSearch::Spelled::Add(std::wstring_view name) {
+  Text.append(name) += L'\n';
+  Ends.push_back(Text.size());
+}
+
+// Of several places in a name the best one counts.
+void NameSearch::Spelled::Rank(std::wstring_view part, std::uint8_t bonus, std::vector<std::uint8_t>& ranks) const {
+  std::size_t name = 0;
+  for (std::size_t at = 0; (at = Text.find(part, at)) != Text.npos; ++at) {
+    while (Ends[name] <= at) ++name;
+    const bool isStart = Text[at - 1] == L'\n', isEnd = Text[at + part.size()] == L'\n';
+    const std::uint8_t rank = isStart && isEnd ? kWhole : isStart ? kAtStart : kInside;
+    ranks[name] = std::max<std::uint8_t>(ranks[name], rank + bonus);
+  }
+}
+
+std::vector<int> NameSearch::Find(std::wstring_view part) const {
+  const std::wstring plain = PlainSpelling(part);
+  std::vector<std::uint8_t> ranks(plain_.Ends.size(), plain.empty() ? kInside : 0);
+  if (!plain.empty()) plain_.Rank(plain, 1, ranks);
+  const std::wstring romaji = HasKana(plain) ? std::wstring() : RomajiSpelling(plain, true);
+  if (!romaji.empty()) romaji_.Rank(romaji, 0, ranks);
+  std::vector<int> found;
+  for (std::uint8_t rank = kBest; rank > 0; --rank) {
+    for (std::size_t i = 0; i < ranks.size(); ++i) {
+      if (ranks[i] == rank) found.push_back(static_cast<int>(i));
+    }
+  }
+  return found;
+}
