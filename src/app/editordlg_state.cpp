@@ -5,6 +5,7 @@
 
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
+#include "app/finding.h"
 #include "app/gocommands.h"
 #include "app/helpcommands.h"
 #include "app/suggestedchanges.h"
@@ -83,6 +84,10 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
   };
   static constexpr auto reread = [](E& e, UINT id) {
     e.Edits.Tell(CommandName(GetMenu(e.Hwnd), id), e.Readings.Read());
+  };
+  static constexpr auto find = [](E& e, UINT) {
+    if (!IsWindowEnabled(e.Hwnd) || !IsWindow(e.FileList->Hwnd)) return;
+    FindSyllable(e.Hwnd, e.ToList(), e.Bank, e.FileList->Folder);
     e.UpdateState();
   };
   static constexpr auto goToSyllable = [](E& e, UINT id) {
@@ -119,7 +124,7 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_EDIT_REMOVEALL, RunEdit<&EditCommands::RemoveAll>, hasMaps},
       {ID_EDIT_CONVERT, Call<&E::OnMakeMaps>},
       {ID_EDIT_PUTBACK, Call<&E::OnPutBack>},
-      {ID_EDIT_FIND, nullptr},
+      {ID_EDIT_FIND, find, [](S s) { return s.rows > 0; }},
       {ID_EDIT_COPYCURVE, nullptr},
       {ID_EDIT_PASTECURVE, nullptr},
       {ID_EDIT_PASTESHAPE, nullptr},

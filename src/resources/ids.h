@@ -120,6 +120,15 @@
 #define IDS_LISTEN_SAME 674
 #define IDS_LISTEN_SAVED 675
 #define IDS_LISTEN_EDITED 676
+// Of the window that finds a syllable.
+#define IDS_FIND_SORT_FIRST 640  // in the order of the sorts of CFindDlg
+#define IDS_FIND_COUNT 645
+#define IDS_FIND_NONE 646
+#define IDS_TIP_FINDNAME 647
+#define IDS_TIP_FINDSORT 648
+#define IDS_TIP_FINDLIST 649
+#define IDS_TIP_FINDGO 650
+#define IDS_NAME_FINDLIST 651
 
 // Tips of controls, and their names for screen readers (tips.rc); what the table tells of a place (READ).
 #define IDS_TIP_FRAMES 530
@@ -423,6 +432,13 @@
 #define IDD_SUGGESTIONS 490
 #define IDC_SUGGESTIONS_LIST 1120
 #define IDC_SUGGESTIONS_SUM 1121
+
+// Finding a syllable.
+#define IDD_FIND 480
+#define IDC_FIND_NAME 1110
+#define IDC_FIND_SORT 1111
+#define IDC_FIND_LIST 1112
+#define IDC_FIND_COUNT 1113
 
 // Pictures.
 #define IDI_MARLIT 128

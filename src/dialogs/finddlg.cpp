@@ -1,0 +1,148 @@
+#include "dialogs/finddlg.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "base/path.h"
+#include "base/text.h"
+#include "window/subclass.h"
+
+namespace {
+
+// In the order of their names in the string table.
+enum Sort { kAll, kUnsaved, kMarked, kUnreadable, kWithoutMap, kSortCount };
+
+// The box leads on to the list below it.
+class NameBox : public CSubclassWindow {
+ public:
+  LRESULT OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override {
+    if (message != WM_KEYDOWN || wParam != VK_DOWN) return CSubclassWindow::OnMessage(window, message, wParam, lParam);
+    SetFocus(GetDlgItem(GetParent(window), IDC_FIND_LIST));
+    return 0;
+  }
+};
+
+void AddColumn(HWND view, int index, UINT title, int width) {
+  std::wstring text = LoadResString(title);
+  LVCOLUMNW column{};
+  column.mask = LVCF_TEXT | LVCF_WIDTH;
+  column.pszText = text.data();
+  column.cx = width;
+  SendMessageW(view, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&column));
+}
+
+}  // namespace
+
+INT_PTR CFindDlg::OnInitDialog(LPARAM) {
+  Chosen = -1;
+  CollectNames();
+  SetupColumns();
+  for (UINT sort = 0; sort < kSortCount; ++sort) {
+    const std::wstring name = LoadResString(IDS_FIND_SORT_FIRST + sort);
+    SendDlgItemMessageW(Hwnd, IDC_FIND_SORT, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
+  }
+  SendDlgItemMessageW(Hwnd, IDC_FIND_SORT, CB_SETCURSEL, kAll, 0);
+  SubclassControl<NameBox>(Item(IDC_FIND_NAME));
+  ListWhatFits();
+  return 1;
+}
+
+// Extensions are no part of a name: nearly all would have the same letters.
+void CFindDlg::CollectNames() {
+  const int count = Syllables->State().Entries;
+  Facts.clear();
+  std::vector<std::wstring> names;
+  for (int i = 0; i < count; ++i) {
+    Facts.push_back(Syllables->Facts(i));
+    names.push_back(PathWithoutExtension(FileNameOf(Facts.back().Path)));
+  }
+  Names = NameSearch(names);
+  InManyFolders = std::ranges::any_of(Facts, [&](const EntryFacts& each) {
+    return FolderOf(each.Path) != FolderOf(Facts.front().Path);
+  });
+}
+
+void CFindDlg::SetupColumns() const {
+  const HWND view = Item(IDC_FIND_LIST);
+  constexpr LPARAM kStyles = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
+  SendMessageW(view, LVM_SETEXTENDEDLISTVIEWSTYLE, kStyles, kStyles);
+  RECT client{};
+  GetClientRect(view, &client);
+  const int width = client.right - GetSystemMetrics(SM_CXVSCROLL);
+  const int folderWidth = InManyFolders ? width / 2 : 0;
+  AddColumn(view, 0, IDS_COLUMN_NAME, width - folderWidth);
+  if (InManyFolders) AddColumn(view, 1, IDS_KEPT_FOLDER, folderWidth);
+}
+
+bool CFindDlg::IsOfSort(int index, int sort) const {
+  const EntryFacts& facts = Facts[static_cast<std::size_t>(index)];
+  switch (sort) {
+    case kUnsaved: return facts.Edited;
+    case kMarked: return facts.Marked;
+    case kUnreadable: return facts.Unreadable;
+    case kWithoutMap: return !facts.HasMap;
+    default: return true;
+  }
+}
+
+// The texts are asked for when they are seen (OnNotify). The first row is selected, so that Enter goes to what fits
+// best without a detour.
+void CFindDlg::ListWhatFits() {
+  const auto sort = static_cast<int>(SendDlgItemMessageW(Hwnd, IDC_FIND_SORT, CB_GETCURSEL, 0, 0));
+  Rows = Names.Find(WindowText(Item(IDC_FIND_NAME)));
+  std::erase_if(Rows, [&](int index) { return !IsOfSort(index, sort); });
+  const HWND view = Item(IDC_FIND_LIST);
+  SendMessageW(view, LVM_SETITEMCOUNT, Rows.size(), 0);
+  ListView_SetItemState(view, -1, 0, LVIS_SELECTED);
+  ListView_SetItemState(view, 0, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+  ListView_EnsureVisible(view, 0, FALSE);
+  InvalidateRect(view, nullptr, TRUE);
+  const std::wstring count =
+      Rows.empty() ? LoadResString(IDS_FIND_NONE)
+                   : FormatText(LoadResString(IDS_FIND_COUNT).c_str(), Rows.size(), Facts.size());
+  SetDlgItemTextW(Hwnd, IDC_FIND_COUNT, count.c_str());
+  EnableWindow(Item(IDOK), !Rows.empty());
+}
+
+// As seen from the folder that was opened, which itself goes by its own name.
+std::wstring CFindDlg::FolderText(int index) const {
+  const std::wstring folder = FolderOf(Facts[static_cast<std::size_t>(index)].Path);
+  const std::wstring opened = PathIn(Folder, L"");
+  if (folder.starts_with(opened)) return folder.substr(opened.size());
+  return folder == Folder ? FileNameOf(folder) : folder;
+}
+
+LRESULT CFindDlg::OnNotify(WPARAM, NMHDR* header) {
+  if (header->idFrom != IDC_FIND_LIST) return 0;
+  if (header->code == NM_DBLCLK) OnOK();
+  if (header->code != LVN_GETDISPINFOW) return 0;
+  LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(header)->item;
+  const auto row = static_cast<std::size_t>(item.iItem);
+  if (!(item.mask & LVIF_TEXT) || row >= Rows.size()) return 0;
+  const int index = Rows[row];
+  const std::wstring text =
+      item.iSubItem == 0 ? FileNameOf(Facts[static_cast<std::size_t>(index)].Path) : FolderText(index);
+  lstrcpynW(item.pszText, text.c_str(), item.cchTextMax);
+  return 0;
+}
+
+LRESULT CFindDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
+  const bool isTyped = LOWORD(wParam) == IDC_FIND_NAME && code == EN_CHANGE;
+  const bool isChosen = LOWORD(wParam) == IDC_FIND_SORT && code == CBN_SELCHANGE;
+  if (!isTyped && !isChosen) return CDlgBase::OnCommand(wParam, code, control);
+  ListWhatFits();
+  return 0;
+}
+
+int CFindDlg::SelectedRow() const {
+  return ListView_GetNextItem(Item(IDC_FIND_LIST), -1, LVNI_SELECTED);
+}
+
+void CFindDlg::OnOK() {
+  const int row = SelectedRow();
+  if (row < 0 || row >= static_cast<int>(Rows.size())) return;
+  Chosen = Rows[static_cast<std::size_t>(row)];
+  ChosenPath = Facts[static_cast<std::size_t>(Chosen)].Path;
+  End(IDOK);
+}
