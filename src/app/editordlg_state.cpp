@@ -3,6 +3,7 @@
 
 #include <type_traits>
 
+#include "app/curveclipboard.h"
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
 #include "app/finding.h"
@@ -90,6 +91,12 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
     FindSyllable(e.Hwnd, e.ToList(), e.Bank, e.FileList->Folder);
     e.UpdateState();
   };
+  static constexpr auto curve = [](E& e, UINT id) {
+    const CurveWork work{e.Hwnd, e.Syllables, e.Map, e.Frames, e.Edits, e.Settings.FrqType};
+    if (id == ID_EDIT_COPYCURVE) return CopyCurve(work);
+    PasteCurve(work, id == ID_EDIT_PASTESHAPE ? PasteAs::Shape : PasteAs::Curve);
+    e.UpdateState();
+  };
   static constexpr auto goToSyllable = [](E& e, UINT id) {
     if (!GoToSyllable(id, e.ToList(), e.Bank))
       e.Edits.Tell(CommandName(GetMenu(e.Hwnd), id), LoadResString(IDS_NOWHERE));
@@ -125,9 +132,9 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
       {ID_EDIT_CONVERT, Call<&E::OnMakeMaps>},
       {ID_EDIT_PUTBACK, Call<&E::OnPutBack>},
       {ID_EDIT_FIND, find, [](S s) { return s.rows > 0; }},
-      {ID_EDIT_COPYCURVE, nullptr},
-      {ID_EDIT_PASTECURVE, nullptr},
-      {ID_EDIT_PASTESHAPE, nullptr},
+      {ID_EDIT_COPYCURVE, curve, [](S s) { return s.selectedHasMap; }},
+      {ID_EDIT_PASTECURVE, curve, [](S s) { return s.selectedHasMap; }},
+      {ID_EDIT_PASTESHAPE, curve, [](S s) { return s.selectedHasMap; }},
       {ID_FRAMES_DOUBLE, press},
       {ID_FRAMES_HALVE, press},
       {ID_FRAMES_TRIPLE, press},
@@ -244,6 +251,7 @@ LRESULT CEditorDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
 // Ctrl+Z belongs to a box that has something of its own to take back, and is not seen by the menu then.
 bool CEditorDlg::TranslateKey(const MSG& message) {
   if (Sounds.TakeKey(message)) return true;
+  if (TranslateClipboardKey(message)) return true;
   const bool isLetter = message.message == WM_KEYDOWN && (message.wParam == 'Z' || message.wParam == 'Y');
   if (!isLetter || GetKeyState(VK_CONTROL) >= 0 || GetKeyState(VK_MENU) < 0) return false;
   const bool redo = message.wParam == 'Y' || GetKeyState(VK_SHIFT) < 0;

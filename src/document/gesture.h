@@ -25,6 +25,8 @@ enum class Gesture : std::uint8_t {
   Ignore,
   ModifyAll,
   IgnoreAll,
+  PasteCurve,
+  PasteShape,
   Reread,
 };
 

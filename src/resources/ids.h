@@ -129,6 +129,9 @@
 #define IDS_TIP_FINDLIST 649
 #define IDS_TIP_FINDGO 650
 #define IDS_NAME_FINDLIST 651
+// Of curves on the clipboard.
+#define IDS_CURVE_EXPECTED 690
+#define IDS_CURVE_CLIPBOARD 691
 
 // Tips of controls, and their names for screen readers (tips.rc); what the table tells of a place (READ).
 #define IDS_TIP_FRAMES 530

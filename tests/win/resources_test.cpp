@@ -118,7 +118,7 @@ TEST_F(Resources, EveryTextIsThereInBothLanguagesWithTheSameArguments) {
   const std::wregex argument(L"%[0-9.]*[a-z]?");
   for (int id = IDS_DISCARD; id <= IDS_MAPCHANGED; ++id) {
     const bool isNone = (id > IDS_STEREO && id < IDS_UNDO) || (id > IDS_STEPLOST && id < IDS_GESTURE_FIRST) ||
-                        (id >= IDS_GESTURE_FIRST + kGestureCount && id < IDS_MAPCHANGED);
+                         (id >= IDS_GESTURE_FIRST + kGestureCount && id < IDS_MAPCHANGED);
     if (isNone) continue;
     const auto english = StringOf(id, kEnglish), japanese = StringOf(id, kJapanese);
     const auto arguments = [&](const std::wstring& text) {
