@@ -10,6 +10,6 @@ int main(int count, char** arguments) {
     std::fprintf(stderr, "usage: marlit_bench_native JSONFILE COMMAND32 [NAME]\n");
     return 2;
   }
-  return MeasureAndReport({CheckRows(), DocumentRows(), RenderRows(), SpectrumRows(arguments[2])},
+  return MeasureAndReport({CheckRows(), DocumentRows(), NameRows(), RenderRows(), SpectrumRows(arguments[2])},
                           count > 3 ? arguments[3] : "", arguments[1]);
 }

@@ -65,6 +65,9 @@ std::vector<Row> MrqRows();
 // Maps converted by the thousand, a large oto.ini, the levels of a long wave.
 std::vector<Row> VoicebankRows();
 
+// Syllables found by a part of their name, natively.
+std::vector<Row> NameRows();
+
 // How well notes are rendered, natively. Run from the root of the tree, where a script for Praat is looked for.
 std::vector<Row> RenderRows();
 

@@ -1,6 +1,7 @@
 #include "voicebank/namesearch.h"
 
 #include <algorithm>
+#include <array>
 
 #include "voicebank/namespelling.h"
 
@@ -8,6 +9,18 @@ namespace {
 
 // How well a name fits; as it is written counts one more. 0 is not at all.
 constexpr std::uint8_t kInside = 1, kAtStart = 3, kWhole = 5, kBest = kWhole + 1;
+
+// The names that fit, the best ones first, in two passes.
+std::vector<int> InOrder(const std::vector<std::uint8_t>& ranks) {
+  std::array<std::size_t, kBest + 1> counts{}, places{};
+  for (const std::uint8_t rank : ranks) ++counts[rank];
+  for (std::size_t rank = kBest; rank > 0; --rank) places[rank - 1] = places[rank] + counts[rank];
+  std::vector<int> found(places[0]);
+  for (std::size_t i = 0; i < ranks.size(); ++i) {
+    if (ranks[i] > 0) found[places[ranks[i]]++] = static_cast<int>(i);
+  }
+  return found;
+}
 
 }  // namespace
 
@@ -24,10 +37,10 @@ void NameSearch::Spelled::Add(std::wstring_view name) {
   Ends.push_back(Text.size());
 }
 
-// Of several places in a name the best one counts.
+// Of several places in a name the first one is the best.
 void NameSearch::Spelled::Rank(std::wstring_view part, std::uint8_t bonus, std::vector<std::uint8_t>& ranks) const {
   std::size_t name = 0;
-  for (std::size_t at = 0; (at = Text.find(part, at)) != Text.npos; ++at) {
+  for (std::size_t at = 0; (at = Text.find(part, at)) != Text.npos; at = Ends[name]) {
     while (Ends[name] <= at) ++name;
     const bool isStart = Text[at - 1] == L'\n', isEnd = Text[at + part.size()] == L'\n';
     const std::uint8_t rank = isStart && isEnd ? kWhole : isStart ? kAtStart : kInside;
@@ -41,11 +54,5 @@ std::vector<int> NameSearch::Find(std::wstring_view part) const {
   if (!plain.empty()) plain_.Rank(plain, 1, ranks);
   const std::wstring romaji = HasKana(plain) ? std::wstring() : RomajiSpelling(plain, true);
   if (!romaji.empty()) romaji_.Rank(romaji, 0, ranks);
-  std::vector<int> found;
-  for (std::uint8_t rank = kBest; rank > 0; --rank) {
-    for (std::size_t i = 0; i < ranks.size(); ++i) {
-      if (ranks[i] == rank) found.push_back(static_cast<int>(i));
-    }
-  }
-  return found;
+  return InOrder(ranks);
 }
