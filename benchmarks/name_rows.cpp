@@ -56,5 +56,5 @@ class FindNames : public Work {
 }  // namespace
 
 std::vector<Row> NameRows() {
-  return {RowOf<FindNames>("find_5000", "ms", 2.0)};
+  return {RowOf<FindNames>("find_5000", "ms", 2.5)};
 }

@@ -102,7 +102,7 @@ void PasteCurve(const CurveWork& work, PasteAs as) {
   const std::vector<int> selected = SelectedFrames(work);
   const int first = selected.empty() ? 0 : selected.front();
   const std::vector<int> frames = selected.size() > 1 ? selected : FramesFrom(first, work.Map.FrameCount());
-  if (frames.empty()) return Tell(work, IDS_NOTHINGAPPLIES);
+  if (frames.empty() || !work.Map) return Tell(work, IDS_NOTHINGAPPLIES);
   std::optional<std::vector<CurveRow>> rows;
   {
     const OpenedClipboard clipboard(work.Editor);

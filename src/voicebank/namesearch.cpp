@@ -13,7 +13,9 @@ constexpr std::uint8_t kInside = 1, kAtStart = 3, kWhole = 5, kBest = kWhole + 1
 // The names that fit, the best ones first, in two passes.
 std::vector<int> InOrder(const std::vector<std::uint8_t>& ranks) {
   std::array<std::size_t, kBest + 1> counts{}, places{};
-  for (const std::uint8_t rank : ranks) ++counts[rank];
+  for (const std::uint8_t rank : ranks) {
+    if (rank > 0) ++counts[rank];
+  }
   for (std::size_t rank = kBest; rank > 0; --rank) places[rank - 1] = places[rank] + counts[rank];
   std::vector<int> found(places[0]);
   for (std::size_t i = 0; i < ranks.size(); ++i) {

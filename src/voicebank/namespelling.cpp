@@ -130,8 +130,8 @@ std::wstring WithDoubled(const std::wstring& typed) {
   return text;
 }
 
-// One way to write what another one writes too: `From`, of which `Taken` letters become `To`, where one of the letters in
-// `Before` follows. Empty: whatever follows; "$": the end of what is typed.
+// One way to write what another one writes too: `From`, of which `Taken` letters become `To`, where one of the letters
+// in `Before` follows. Empty: whatever follows; "$": the end of what is typed.
 struct Spelling {
   std::wstring_view From;
   std::wstring_view Before;
