@@ -1,8 +1,9 @@
 // The pitch of a recorded voice, frame by frame: what a frequency map is made from, and what the check weighs one by.
 //
 // Candidates come from the normalised cross-correlation of the sound with itself (Talkin 1995, "A robust algorithm for
-// pitch tracking (RAPT)"). The one path through them that costs least is taken, with the costs of Boersma 1993
-// ("Accurate short-term analysis of the fundamental frequency and the harmonics-to-noise ratio of a sampled sound").
+// pitch tracking (RAPT)") and from its spectrum (candidatesearch.h); how likely each is has been learned
+// (candidatescore.h). The one path through them that costs least is taken, with the costs of Boersma 1993 ("Accurate
+// short-term analysis of the fundamental frequency and the harmonics-to-noise ratio of a sampled sound").
 #pragma once
 
 #include <memory>
@@ -10,10 +11,7 @@
 #include <vector>
 
 #include "base/sample.h"
-
-// The range that is searched [Hz].
-inline constexpr double kLowestVoiceHz = 60.0;
-inline constexpr double kHighestVoiceHz = 1200.0;
+#include "pitch/pitchsignals.h"
 
 struct PitchCandidate {
   double logHz;     // octaves over 1 Hz
@@ -54,13 +52,13 @@ class PitchSearch {
   double SupportAt(SampleCount sample, double hz, double cents) const;
 
  private:
-  struct Signals;
   const double rate_;
-  std::unique_ptr<const Signals> signals_;  // null where there is nothing to search
+  std::unique_ptr<const PitchSignals> signals_;  // null where there is nothing to search
 };
 
 // The pitch [Hz] of each frame, FrqNoPitch for none, on the path through their candidates that costs least. `seconds`
-// lie between two frames. Of a frame the first six candidates count.
+// lie between two frames. Of a frame the first ten candidates count. Within a voice the pitches are smoothed over some
+// milliseconds.
 std::vector<double> BestPitchPath(std::span<const PitchFrame> frames, double seconds);
 
 // The pitch [Hz] at the samples 0, `hop`, 2 * `hop` and so on, FrqNoPitch where there is none: as many as there are

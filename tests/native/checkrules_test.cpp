@@ -307,6 +307,17 @@ TEST(CheckByEar, SaysWhatIsWrongWithAStretchAndWhatItShouldBe) {
   }
 }
 
+// The same with a voice that is heard but for the frames 63 to 82, however well the sound bears out the map there.
+void ExpectUnheard(const std::string& text, const Samples& samples) {
+  Hearing hearing{256, 44100.0, std::ssize(samples), std::vector<HeardFrame>(173, {55.0f, 0.0f, 0})};
+  for (std::size_t i = 35; i < 138; ++i) {
+    if (i < 63 || i > 82) hearing.frames[i] = {220.0f, 1.0f, 0};
+  }
+  const PitchSearch search(samples, 44100);
+  ExpectMarks(text, 256, 6.5,
+              [&](auto* frames) { return MarkBySound(*frames, hearing, [&] { return &search; }).value(); });
+}
+
 // How well the sound bears out a pitch, on both sides of each figure.
 TEST(CheckByEar, MarksWhatTheSoundBearsOutByMoreThanTheMap) {
   ExpectHeard({"35x- 33x57 2x-=G57 68x57 35x-"}, Noisy(0.75, 0.397, 0.403));
@@ -315,10 +326,8 @@ TEST(CheckByEar, MarksWhatTheSoundBearsOutByMoreThanTheMap) {
   ExpectHeard({"35x- 33x57 2x61 68x57 35x-"}, Noisy(1.05, 0.397, 0.403));
   ExpectHeard({"34x- 2x-=? 101x-=G57 1x-=? 35x-"}, Noisy(0.21, 0.2, 0.8));
   ExpectHeard({"173x-"}, Noisy(0.225, 0.2, 0.8));
-  ExpectHeard({"35x- 28x57 20x45 55x57 35x-"}, Noisy(0.5));
-  ExpectHeard({"35x- 25x57 3x57=? 20x45=N 4x57=? 51x57 35x-"}, Noisy(0.52));
-  ExpectHeard({"35x- 103x57 35x-"}, Noisy(1.1));
-  ExpectHeard({"35x- 25x57 2x57=? 22x57=N 2x57=? 52x57 35x-"}, Noisy(1.2));
+  ExpectUnheard("35x- 28x57 20x45 55x57 35x-", Noisy(0.5));
+  ExpectUnheard("35x- 28x57 20x45=N 55x57 35x-", Noisy(0.52));
   ExpectHeard({"35x- 28x57 20x58.29 55x57 35x-"}, Harmonics({1, 0.5, 0.5}));
   ExpectHeard({"35x- 28x57 20x58.29=X57 55x57 35x-"}, Harmonics({1, 0.54, 0.54}));
   ExpectHeard({"35x- 103x69 35x-"}, Harmonics({0.25, 1, 0.125, 0.5}));

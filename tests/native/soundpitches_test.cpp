@@ -58,7 +58,7 @@ TEST(SoundPitches, ARecordingIsOfMapsOfItsLengthAlone) {
 
 // 70 s of one tone that rises by a note each ten seconds.
 TEST(SoundPitches, ALongRecordingIsSoughtAroundWhatIsAskedAndGivesTheSame) {
-  constexpr int kRate = 8000, kSeconds = 70;
+  constexpr int kRate = 16000, kSeconds = 70;
   const auto noteAt = [](double t) { return 200.0 * std::exp2(std::floor(t / 10.0) / 12.0); };
   Sound sound{{}, kRate};
   double phase = 0.0;

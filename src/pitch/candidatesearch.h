@@ -1,0 +1,77 @@
+// What a frame's pitch may be: candidates from the correlation and from the regularity of the spectrum, each with what
+// is heard of it, which is what its weight is judged by (candidatescore.h).
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+#include "pitch/harmonicview.h"
+#include "pitch/pitchsignals.h"
+#include "pitch/repetition.h"
+
+inline constexpr std::size_t kMostCandidates = 10;
+inline constexpr std::size_t kTraits = 48;
+
+// A level, as part of the loudest one, under which there is no voice: -33 dB.
+inline constexpr double kSilentLevel = 0.0211;
+
+// What is heard of a candidate, in numbers of the size of one.
+using Traits = std::array<float, kTraits>;
+
+struct FoundPitch {
+  double logHz;  // octaves over 1 Hz
+  double correlation;
+  Traits traits;
+};
+
+// [octaves over 1 Hz]
+struct LogRange {
+  double lowest, highest;
+  bool Holds(double logHz) const { return logHz >= lowest && logHz <= highest; }
+};
+
+// Candidates are sought in a coarse signal and weighed in the whole one: between two lags of the coarse one the true
+// height of a peak cannot be told, and a period of 26.5 samples would lose against twice its length.
+class CandidateSearch {
+ public:
+  explicit CandidateSearch(const PitchSignals& signals);  // which outlive it
+
+  // The level at a moment, as part of the loudest one.
+  double LevelAt(double seconds) const;
+  // Those at a moment, kMostCandidates at most, without an order. What lies outside the range is among them, since it
+  // tells whether there is a voice, but leaves room for what lies inside.
+  const std::vector<FoundPitch>& At(double seconds, const LogRange& range);
+
+ private:
+  struct Place {
+    double lag;  // [s]
+    double height;
+  };
+  struct Surroundings {
+    double seconds;
+    const HarmonicView& view;
+    double level;
+    std::array<double, 4> changes;   // of the level, before and after
+    double high;                     // what lies above the coarse signal
+    double correlation, regularity;  // the highest of all candidates
+  };
+  void Correlate(double seconds);
+  void AddRepeats(const LogRange& range);
+  void AddRegular(const HarmonicView& view);
+  bool IsNew(double lag) const;
+  void AddLines(const HarmonicView& view);
+  void AddPlace(double lag);
+  double CorrelationNear(double lag) const;
+  Surroundings SurroundingsAt(double seconds);
+  void Describe(FoundPitch& one, const Surroundings& around);
+
+  const Repetition& coarse_;
+  const Repetition& fine_;
+  const double loudest_;
+  const std::ptrdiff_t shortest_;    // lag
+  std::vector<double> correlation_;  // of the coarse signal at the shortest lag and on
+  HarmonicViews views_;
+  std::vector<Place> places_;
+  std::vector<FoundPitch> found_;
+};
