@@ -124,6 +124,32 @@ TEST_F(Listen, RendersTheSavedCurveAndThenTheEditedOne) {
   EXPECT_EQ(Column(2), L"*|") << "nothing was saved";
 }
 
+// Play takes the entry as it was saved.
+TEST_F(Listen, RendersEditsOfMapsThatShareAFileToo) {
+  Install(L"moresampler.exe");
+  folder_.Write(L"program\\note", SecondOfSilence());
+  Script(L"300 0 note");
+  folder_.Write(L"bank\\a.wav", SecondOfSilence());
+  MrqEntry saved;
+  saved.Hop = static_cast<SampleCount>(kHop);
+  saved.Frequencies = {220.0, 220.0};
+  MrqStore store;
+  store.AddFolder(Bank());
+  ASSERT_EQ(store.SaveEntry(Bank() + L"\\a", saved), 0);
+  Start(Bank());
+  SetFirstFrame(L"330");
+  PressInEditor(compare_);
+  std::set<double> rendered;
+  EXPECT_TRUE(Eventually([&] {
+    MrqStore beside;
+    for (const std::wstring& folder : Scratches()) {
+      beside.LoadFolder(folder);
+      if (const auto entry = beside.Find(PathIn(folder, L"a"))) rendered.insert(entry->Frequencies.at(0));
+    }
+    return rendered == std::set{220.0, 330.0};
+  }));
+}
+
 TEST_F(Listen, StopsBySpaceAndWithTheWindow) {
   Install(L"resampler.exe");
   folder_.Write(L"program\\note", SecondOfSilence());
