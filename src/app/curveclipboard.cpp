@@ -77,6 +77,13 @@ std::vector<int> FramesFrom(int first, SampleCount count) {
   return frames;
 }
 
+// How many rows can matter from a frame on; 0 where no sample position leads to it.
+std::size_t RoomIn(const CurveWork& work, int first) {
+  const std::lock_guard reading(work.Syllables);
+  const FrqMap* const map = work.Map.Map();
+  return map && map->PositionOf(first) >= 0 ? MostCurveRows(*map) : 0;
+}
+
 bool IsTextBox(HWND window) {
   wchar_t name[8] = L"";
   GetClassNameW(window, name, 8);
@@ -102,15 +109,12 @@ void PasteCurve(const CurveWork& work, PasteAs as) {
   const std::vector<int> selected = SelectedFrames(work);
   const int first = selected.empty() ? 0 : selected.front();
   const std::vector<int> frames = selected.size() > 1 ? selected : FramesFrom(first, work.Map.FrameCount());
-  if (frames.empty() || !work.Map) return Tell(work, IDS_NOTHINGAPPLIES);
+  const std::size_t most = frames.empty() ? 0 : RoomIn(work, frames.front());
+  if (most == 0) return Tell(work, IDS_NOTHINGAPPLIES);
   std::optional<std::vector<CurveRow>> rows;
   {
     const OpenedClipboard clipboard(work.Editor);
     if (!clipboard) return Tell(work, IDS_CURVE_CLIPBOARD);
-    const std::size_t most = [&] {
-      const std::lock_guard reading(work.Syllables);
-      return MostCurveRows(*work.Map.Map());
-    }();
     rows = RowsInClipboard(most);
   }
   if (!rows) return Tell(work, IDS_CURVE_EXPECTED);

@@ -23,7 +23,7 @@ constexpr WORD kEnglish = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
 constexpr WORD kJapanese = 1041;
 constexpr int kDialogs[] = {IDD_EDITOR,        IDD_ABOUT,      IDD_OPTION,    IDD_CREATEFRQ, IDD_THUMBNAIL,
                             IDD_OPTIONVS4UFRQ, IDD_CONVERT,    IDD_CHECK,     IDD_MODIFY,    IDD_VIRTUALSTORE,
-                            IDD_INITMRQ,       IDD_INITMRQALL, IDD_MAPCHANGED};
+                            IDD_INITMRQ,       IDD_INITMRQALL, IDD_MAPCHANGED, IDD_FIND};
 
 // The editor's form is not shown without the controls that are our own.
 struct Resources : testing::Test {
