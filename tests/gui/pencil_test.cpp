@@ -3,10 +3,10 @@
 #include <cmath>
 
 #include "base/note.h"
-#include "voicebank/sound.h"
 #include "frqctrl/frqctrlmessages.h"
 #include "gui/program.h"
 #include "native/tone.h"
+#include "voicebank/sound.h"
 
 namespace {
 
@@ -39,6 +39,7 @@ struct Pencil : ProgramTest {
   }
   // From column 10 to 20, two semitones below the voice.
   void Draw() const {
+    SendItem(IDC_EDITOR_TABLE, WM_VSCROLL, SB_BOTTOM);
     RECT client{};
     GetClientRect(Item(IDC_EDITOR_TABLE), &client);
     const int y = client.bottom - (55 - 24) * kCell - kCell / 2;
@@ -94,6 +95,7 @@ TEST_F(Pencil, WithShiftSnapsToTheVoiceAndWithoutItOrAWaveOfTheMapItDoesNot) {
 TEST_F(Pencil, DotsAreSeenWhileShiftIsDownAndTheMouseOverTheTable) {
   const RECT table = Place(Item(IDC_EDITOR_TABLE));
   SetCursorPos(table.left + 200, table.top + 100);
+  FrqCtrlSender(Item(IDC_EDITOR_TABLE)).Centre();
   for (const int view : {0, 1}) {
     SendItem(IDC_EDITOR_TABLE, FCM_SETVIEWMODE, static_cast<WPARAM>(view));
     FrqCtrlSender(Item(IDC_EDITOR_TABLE)).DropLayer();
