@@ -44,8 +44,7 @@ void CEditorDlg::OnSetMap(FrqMap* saved, FrqMap* map) {
   Map.Set(saved, map);
   Table().SetMaps(saved, map);
   Frames.ShowFrames();
-  // At the begin of the map, where nothing moves if the curve is in view.
-  Table().ShowFrames(0, Map.FrameCount() - 1);
+  Table().ShowCurve();
   Table().RepaintNow();
   UpdateState();
   TellIfUnreadable(Item(IDC_EDITOR_TABLE), Bank, Map.Index());

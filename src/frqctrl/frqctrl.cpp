@@ -67,6 +67,9 @@ LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case FCM_SHOWFRAMES: Viewport.ShowFrames(number, static_cast<SampleCount>(lParam)); break;
     case FCM_FIT: Viewport.Fit(); break;
     case FCM_CENTRE: Viewport.Centre(); break;
+    case FCM_SHOWCURVE:
+      if (Model.FollowsCurve) Viewport.ShowFrames(0, Model.ColumnCount() - 1);
+      break;
     case FCM_ZOOMINPLACE: Viewport.ZoomInPlace(on); break;
     case FCM_SETSELECTION: SetSelection(reinterpret_cast<const int*>(lParam), wParam); break;
     case FCM_STEPZOOM: Viewport.StepZoom(on); break;

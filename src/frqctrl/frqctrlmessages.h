@@ -44,6 +44,7 @@ enum FrqCtrlMessage : UINT {
   FCM_FIT = 32813,
   FCM_CENTRE = 32814,
   FCM_ZOOMINPLACE = 32815,  // down
+  FCM_SHOWCURVE = 32816,
 };
 
 // Notification codes of the WM_COMMAND that the control sends to its parent.
@@ -73,6 +74,8 @@ class FrqCtrlSender {
   // The view made for the curve (TableModel).
   void Fit() const { Send(FCM_FIT); }
   void Centre() const { Send(FCM_CENTRE); }
+  // The curve comes into view, once a view was made for one; a table that was scrolled by hand alone stays as it is.
+  void ShowCurve() const { Send(FCM_SHOWCURVE); }
   void ZoomInPlace(bool down) const { Send(FCM_ZOOMINPLACE, down); }
   void SetSelection(std::span<const int> frames) const {
     Send(FCM_SETSELECTION, frames.size(), frames.empty() ? 0 : Pointer(frames.data()));

@@ -6,15 +6,21 @@
 #include "frqmap/mapediting.h"
 
 void TableKeys::OnFocus(bool has) {
-  HasFocus = has;
-  if (has && Model.CaretColumn < 0) Anchor = StartColumn();
-  Model.CaretColumn = has ? (Model.CaretColumn < 0 ? Anchor : Model.CaretColumn) : -1;
-  Host.Repaint();
+  const bool isShown = Model.CaretColumn >= 0;
+  if (has && GetKeyState(VK_TAB) < 0) {
+    ShowCaret();
+  } else if (!has) {
+    Model.CaretColumn = -1;
+  }
+  if (isShown != (Model.CaretColumn >= 0)) Host.Repaint();
+}
+
+void TableKeys::ShowCaret() {
+  if (Model.CaretColumn < 0) Model.CaretColumn = Anchor = StartColumn();
 }
 
 void TableKeys::Forget() {
-  Model.CaretColumn = -1;
-  if (HasFocus) Model.CaretColumn = Anchor = StartColumn();
+  if (Model.CaretColumn >= 0) Model.CaretColumn = Anchor = StartColumn();
 }
 
 SampleCount TableKeys::StartColumn() const {
@@ -37,6 +43,7 @@ bool TableKeys::OnKey(WPARAM key, bool isShift, bool isControl) {
     case VK_NEXT:
     case VK_HOME:
     case VK_END:
+      ShowCaret();
       if (const SampleCount column = Target(key, isControl); column >= 0) MoveTo(column, isShift);
       return true;
     default: return false;

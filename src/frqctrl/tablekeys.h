@@ -18,7 +18,8 @@ class TableKeys {
   TableKeys(TableModel& model, TableViewport& viewport, TableHost& host)
       : Model(model), Viewport(viewport), Host(host) {}
 
-  // The caret is seen while the table has the focus: at the selection, or at the first column in view.
+  // The caret is seen while the table has the focus, once that has come by Tab or a key was used: at the selection, or
+  // at the first column in view.
   void OnFocus(bool has);
   // Another map: the caret begins anew.
   void Forget();
@@ -26,6 +27,7 @@ class TableKeys {
   bool OnKey(WPARAM key, bool isShift, bool isControl);
 
  private:
+  void ShowCaret();
   SampleCount Target(WPARAM key, bool isControl) const;
   void MoveTo(SampleCount column, bool extend);
   SampleCount StartColumn() const;
@@ -34,5 +36,4 @@ class TableKeys {
   TableViewport& Viewport;
   TableHost& Host;
   SampleCount Anchor = -1;  // of a selection that Shift stretches
-  bool HasFocus = false;
 };

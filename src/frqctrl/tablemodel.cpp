@@ -171,7 +171,7 @@ bool TableModel::Fit() {
   };
   Geometry.Zoom = kZoomCount - 1;
   while (Geometry.Zoom > 0 && !isAllSeen()) --Geometry.Zoom;
-  BarsStepBack = true;
+  FollowsCurve = true;
   // What is too long is seen from its begin.
   const double middle = std::min((extent->First + extent->Last) / 2.0, extent->First + ColumnsInView() / 2.0);
   PlaceAt((plot.left + plot.right) / 2.0, (plot.top + plot.bottom) / 2.0, middle,
@@ -183,7 +183,7 @@ bool TableModel::Centre() {
   const std::optional<Extent> extent = ExtentAtWork();
   if (!extent) return false;
   const PixelRect& plot = Geometry.PlotRect;
-  BarsStepBack = true;
+  FollowsCurve = true;
   PlaceAt((plot.left + plot.right) / 2.0, (plot.top + plot.bottom) / 2.0, (extent->First + extent->Last) / 2.0,
           (extent->LowestNote + extent->HighestNote) / 2);
   return true;
@@ -203,6 +203,6 @@ bool TableModel::ZoomInPlace(bool down) {
   const double y = plot.bottom - (note + 0.5 - Geometry.BottomNote) * Geometry.RowHeight();
   SetZoom(zoom);
   PlaceAt(std::clamp<double>(x, plot.left, plot.right), std::clamp<double>(y, plot.top, plot.bottom), column, note);
-  BarsStepBack = true;
+  FollowsCurve = true;
   return true;
 }

@@ -35,10 +35,11 @@ struct TableModel {
   PixelRect AverageGrip;         // where the average line can be taken hold of, see HoldAverageAt
   SampleCount CaretColumn = -1;  // of the keys; -1 while the table has no focus
   int RulerY = -1;               // of the line at the mouse; -1 for none
-  bool BarsStepBack = false;     // once a view was made for the curve: level bars in its way are paler
-  int ViewMode = 0;              // 0 grid, 1 spectrum
-  int Brightness = 0;            // Brightest to Darkest
-  int ColorTable = 0;            // 0 to ColorTableCount - 1
+  // Once a view was made for the curve: that of another map comes into view too, and level bars in its way are paler.
+  bool FollowsCurve = false;
+  int ViewMode = 0;    // 0 grid, 1 spectrum
+  int Brightness = 0;  // Brightest to Darkest
+  int ColorTable = 0;  // 0 to ColorTableCount - 1
 
   // The setters with a result refuse what is out of range: they answer false and change nothing.
   bool SetViewMode(int mode);

@@ -155,7 +155,7 @@ void TablePainter::DrawAmplitude(PixelBitmap& pixels) const {
   WalkFrames(Model.Geometry, *Model.Map, [&](const FrqFrame& frame, double x) {
     const int right = std::min(plot.right, static_cast<int>(barWidth + x));
     const int top = ToPixel(plot.bottom - frame.Amplitude * scale);
-    const bool isInTheWay = Model.BarsStepBack && frame.Frequency > FrqNoPitch &&
+    const bool isInTheWay = Model.FollowsCurve && frame.Frequency > FrqNoPitch &&
                             Model.Geometry.FrequencyToY(frame.Frequency, plot.bottom) >= top;
     pixels.Fill({static_cast<int>(x), top, right, plot.bottom}, isInTheWay ? paler : Colors[ColorAmplitude]);
   });

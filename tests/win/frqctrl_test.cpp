@@ -136,11 +136,14 @@ TEST_F(FrqCtrlTest, KeysSelectFramesAndTheCaretIsSeenWithTheFocusAlone) {
   };
   const auto before = picture();
   SendMessageW(control_, WM_SETFOCUS, 0, 0);
-  EXPECT_NE(picture(), before) << "the caret";
+  EXPECT_EQ(picture(), before) << "a focus that came with the window says nothing";
   EXPECT_EQ(Send(WM_GETDLGCODE, 0) & DLGC_WANTARROWS, DLGC_WANTARROWS);
   using Run = std::pair<std::size_t, std::ptrdiff_t>;
   press(VK_RIGHT);
   EXPECT_EQ(selected(), Run(1, 1));
+  const auto withCaret = picture();
+  SendMessageW(control_, WM_KILLFOCUS, 0, 0);
+  EXPECT_NE(picture(), withCaret) << "the caret goes with the focus";
   EXPECT_EQ(HIWORD(told.back().first), FCN_SELECTIONCHANGED);
   for (int i = 0; i < 3; ++i) press(VK_RIGHT, true);
   EXPECT_EQ(selected(), Run(1, 4));
