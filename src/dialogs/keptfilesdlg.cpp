@@ -7,6 +7,7 @@
 
 #include "base/path.h"
 #include "base/text.h"
+#include "window/listcolumns.h"
 
 namespace {
 
@@ -43,19 +44,8 @@ INT_PTR CKeptFilesDlg::OnInitDialog(LPARAM) {
 
 void CKeptFilesDlg::SetupColumns() const {
   const HWND view = Item(IDC_KEPTFILES_LIST);
-  constexpr LPARAM kStyles = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
-  SendMessageW(view, LVM_SETEXTENDEDLISTVIEWSTYLE, kStyles, kStyles);
-  for (std::size_t i = 0; i < kColumns.size(); ++i) {
-    RECT width{0, 0, kColumns[i].Width, 0};
-    MapDialogRect(Hwnd, &width);
-    std::wstring title = LoadResString(kColumns[i].Title);
-    LVCOLUMNW column{};
-    column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
-    column.pszText = title.data();
-    column.cx = width.right;
-    column.fmt = kColumns[i].Format;
-    SendMessageW(view, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
-  }
+  PrepareReport(view);
+  for (const Column& column : kColumns) AppendColumn(Hwnd, view, column.Title, column.Width, column.Format);
 }
 
 // The texts are asked for when they are seen (OnNotify): a job keeps a thousand maps.

@@ -12,6 +12,15 @@ namespace {
 
 constexpr wchar_t kPlacementValue[] = L"ModifyFailureDlg";
 
+constexpr UINT_PTR kFrontTimer = 1;
+constexpr UINT kFrontMs = 300;
+
+bool IsProgramInFront() {
+  DWORD process = 0;
+  GetWindowThreadProcessId(GetForegroundWindow(), &process);
+  return process == GetCurrentProcessId();
+}
+
 }  // namespace
 
 INT_PTR CModifyFailureDlg::OnInitDialog(LPARAM) {
@@ -24,6 +33,7 @@ INT_PTR CModifyFailureDlg::OnInitDialog(LPARAM) {
   SetFocus(Item(IDC_MODIFY_MODIFY));
   if (!RestoreWindowPlacement(Hwnd, kPlacementValue)) PlaceBesideWork();
   Words.Follow();
+  SetTimer(Hwnd, kFrontTimer, kFrontMs, nullptr);
   return 0;
 }
 
@@ -36,7 +46,8 @@ void CModifyFailureDlg::PlaceBesideWork() const {
 
 INT_PTR CModifyFailureDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_MOVE) Words.Follow();
-  if (message == WM_ACTIVATEAPP) Words.ShowWhileInFront(wParam != 0);
+  // No message tells a thread that another program has come to the front of another thread's window.
+  if (message == WM_TIMER && wParam == kFrontTimer) Words.ShowWhileInFront(IsProgramInFront());
   return CTemplateDlg::OnDialogMessage(message, wParam, lParam);
 }
 

@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "window/clearplace.h"
+#include "window/listcolumns.h"
 
 namespace {
 
@@ -27,18 +28,8 @@ constexpr std::array kColumns = {
 
 INT_PTR CSuggestionsDlg::OnInitDialog(LPARAM) {
   const HWND view = Item(IDC_SUGGESTIONS_LIST);
-  constexpr LPARAM kStyles = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
-  SendMessageW(view, LVM_SETEXTENDEDLISTVIEWSTYLE, kStyles, kStyles);
-  for (std::size_t i = 0; i < kColumns.size(); ++i) {
-    RECT width{0, 0, kColumns[i].Width, 0};
-    MapDialogRect(Hwnd, &width);
-    std::wstring title = LoadResString(kColumns[i].Title);
-    LVCOLUMNW column{};
-    column.mask = LVCF_TEXT | LVCF_WIDTH;
-    column.pszText = title.data();
-    column.cx = width.right;
-    SendMessageW(view, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
-  }
+  PrepareReport(view);
+  for (const Column& column : kColumns) AppendColumn(Hwnd, view, column.Title, column.Width);
   SendMessageW(view, LVM_SETITEMCOUNT, Lines.size(), 0);
   const int count = static_cast<int>(Lines.size());
   PlaceClearOf(Hwnd, {List, ParentWindow}, 0);

@@ -1,5 +1,7 @@
 #include "window/standingtip.h"
 
+#include <utility>
+
 #include "window/tipwindow.h"
 
 namespace {
@@ -20,7 +22,7 @@ void StandingTip::Show(HWND below, const std::wstring& text) {
   }
   TTTOOLINFOW tool = TrackedTool(below, text_);
   SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
-  ShowWhileInFront(!text_.empty());
+  ShowWhileInFront(true);
 }
 
 void StandingTip::Follow() const {
@@ -30,10 +32,10 @@ void StandingTip::Follow() const {
   SendMessageW(tip_, TTM_TRACKPOSITION, 0, MAKELPARAM(window.left, window.bottom + kGap));
 }
 
-void StandingTip::ShowWhileInFront(bool isInFront) const {
-  if (!tip_) return;
-  std::wstring text = text_;
-  TTTOOLINFOW tool = TrackedTool(below_, text);
+void StandingTip::ShowWhileInFront(bool isInFront) {
+  const bool isShown = isInFront && !text_.empty();
+  if (!tip_ || isShown == std::exchange(isShown_, isShown)) return;
+  TTTOOLINFOW tool = TrackedTool(below_, text_);
   Follow();
-  SendMessageW(tip_, TTM_TRACKACTIVATE, isInFront && !text_.empty(), reinterpret_cast<LPARAM>(&tool));
+  SendMessageW(tip_, TTM_TRACKACTIVATE, isShown, reinterpret_cast<LPARAM>(&tool));
 }

@@ -13,14 +13,19 @@ class StandingTip {
 
   // On the thread of the window, which the tip goes with. Empty text is none.
   void Show(HWND below, const std::wstring& text);
-  // The window has moved, or its program has come to the front or left it: the tip of one behind would lie over others.
+  // The window has moved.
   void Follow() const;
-  void ShowWhileInFront(bool isInFront) const;
+  // A tip lies over all windows: that of a program that is not in front is hidden.
+  void ShowWhileInFront(bool isInFront);
   // The window goes.
-  void Forget() { tip_ = nullptr; }
+  void Forget() {
+    tip_ = nullptr;
+    isShown_ = false;
+  }
 
  private:
   HWND below_ = nullptr;
   HWND tip_ = nullptr;
+  bool isShown_ = false;
   std::wstring text_;
 };
