@@ -66,7 +66,12 @@ class SwitchSyllables : public Work {
     return ms;
   }
 
- private:
+ protected:
+  const FrqMap map_ = LongMap(5000);
+  HWND bareList_ = nullptr;
+  ScratchFolder folder_;
+  RunningProgram program_;
+
   void FillBareList() const {
     SendMessageW(bareList_, WM_SETREDRAW, FALSE, 0);
     SendMessageW(bareList_, LB_RESETCONTENT, 0, 0);
@@ -76,12 +81,57 @@ class SwitchSyllables : public Work {
     SendMessageW(bareList_, WM_SETREDRAW, TRUE, 0);
   }
 
-  const FrqMap map_ = LongMap(5000);
+ private:
   std::vector<std::wstring> texts_;
-  ScratchFolder folder_;
-  HWND bareList_ = nullptr;
   bool back_ = false;
-  RunningProgram program_;
+};
+
+// Twelve selected frames moved by an octave, up and down in turn, from the command of the key to the paint; against as
+// many rows of a bare list box, the paint of the table, and a menu's worth of sends.
+class KeyOctave : public SwitchSyllables {
+ public:
+  // Edits would hold up the end of the program by a question.
+  ~KeyOctave() override { program_.List().SetEdited(0, false); }
+
+  double Measured() override {
+    const HWND editor = program_.Editor(), list = GetDlgItem(editor, IDC_EDITOR_FRAMES);
+    const FrqMap& map = *program_.List().Map(0);
+    double ms = 0.0;
+    up_ = !up_;
+    program_.RunInEditor([&] {
+      SendMessageW(list, LB_SETSEL, FALSE, -1);
+      SendMessageW(list, LB_SELITEMRANGE, TRUE, MAKELPARAM(kFirst, kFirst + kRows - 1));
+      const double before = map.Frames[kFirst].Frequency;
+      ms = MillisecondsOf([&] {
+        SendMessageW(editor, WM_COMMAND, up_ ? ID_FRAMES_DOUBLE : ID_FRAMES_HALVE, 0);
+        UpdateWindow(list);
+      });
+      Require(map.Frames[kFirst].Frequency == before * (up_ ? 2.0 : 0.5), "the frames keep their octave");
+    });
+    return ms;
+  }
+
+  double Yardstick() override {
+    const FrqCtrlSender table(GetDlgItem(program_.Editor(), IDC_EDITOR_TABLE));
+    double ms = 0.0;
+    program_.RunInEditor([&] {
+      if (SendMessageW(bareList_, LB_GETCOUNT, 0, 0) == 0) SwitchSyllables::FillBareList();
+      ms = MillisecondsOf([&] {
+        for (WPARAM row = kFirst; row < kFirst + kRows; ++row) {
+          SendMessageW(bareList_, LB_DELETESTRING, row, 0);
+          SendMessageW(bareList_, LB_INSERTSTRING, row, reinterpret_cast<LPARAM>(L"220.00000000"));
+        }
+        UpdateWindow(bareList_);
+        table.RepaintNow();
+        SendAcross(program_.ListWindow());
+      });
+    });
+    return ms;
+  }
+
+ private:
+  static constexpr int kFirst = 100, kRows = 12;
+  bool up_ = false;
 };
 
 // The menu's state in a large voicebank, against as many sends from thread to thread as it takes.
@@ -170,6 +220,7 @@ class OpenVoicebank : public Work {
 
 std::vector<Row> EditorRows(const std::wstring& voicebank) {
   return {RowOf<SwitchSyllables>("switch_syllables", "ms", 2.0),
+          RowOf<KeyOctave>("key_octave", "ms", 1.5),
           {"update_state", "ms", 2.0, [voicebank] { return std::make_unique<RefreshState>(voicebank); }},
           {"open_voicebank", "ms", 2.0, [voicebank] { return std::make_unique<OpenVoicebank>(voicebank); }}};
 }

@@ -11,7 +11,8 @@ constexpr int kNames = 5000;
 
 // Strings of four kana, as continuous recordings are named, each of which comes once.
 std::vector<std::wstring> KanaNames() {
-  constexpr std::wstring_view kKana = L"あいうえおかきくけこさしすせそたちつてとなにぬねのはひふへほまみむめもやゆよらりるれろわん";
+  constexpr std::wstring_view kKana =
+      L"あいうえおかきくけこさしすせそたちつてとなにぬねのはひふへほまみむめもやゆよらりるれろわん";
   std::vector<std::wstring> names;
   for (std::size_t i = 0; i < kNames; ++i) {
     std::wstring name = L"_";

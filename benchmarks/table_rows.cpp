@@ -129,6 +129,16 @@ class RebuildAgainstFills : public Table {
 };
 
 // A column is drawn and shown.
+// The view made for the curve, from the key to its paint, against the paint of that view by itself.
+class FitView : public Table {
+ public:
+  using Table::Table;
+  double Measured() override {
+    return MillisecondsOf([this] { FrqCtrlSender(window_).Fit(); });
+  }
+  double Yardstick() override { return Rebuild(); }
+};
+
 class Stroke : public Table {
  public:
   using Table::Table;
@@ -155,5 +165,6 @@ Row TableRow(const char* name, double aim, int width, int height) {
 std::vector<Row> TableRows() {
   return {TableRow<RebuildAgainstCopy>("layer_650", 60.0, 650, 560),
           TableRow<RebuildAgainstCopy>("layer_1900", 15.0, 1900, 1000),
-          TableRow<RebuildAgainstFills>("layer_fills", 0.05, 1900, 1000), TableRow<Stroke>("stroke", 10.0, 1900, 1000)};
+          TableRow<RebuildAgainstFills>("layer_fills", 0.05, 1900, 1000), TableRow<Stroke>("stroke", 10.0, 1900, 1000),
+          TableRow<FitView>("fit", 1.5, 650, 560)};
 }
