@@ -11,7 +11,6 @@ what one of them says, which counts neither way, as the two frames beside it do 
 `suggested` of those that were found, `files` are those with a mark where the map is right.
 """
 
-import argparse
 import json
 import os
 import subprocess
@@ -192,12 +191,8 @@ def print_table(table, tallies, worst):
 
 
 def arguments():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--program", default=waves.TREE / "build" / "native-bench" / "bin" / "marks_of_maps")
+    parser = measure.common_arguments("--program", "marks_of_maps")
     parser.add_argument("--alone", action="store_true")
-    parser.add_argument("--worst", type=int, default=0)
-    parser.add_argument("--aside", action="store_true")
-    parser.add_argument("--bench", nargs="+")
     return parser.parse_args()
 
 

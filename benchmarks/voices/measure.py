@@ -164,14 +164,20 @@ def report_rows(table, file, beginning, of=ROWS):
         out.write(json.dumps(rows, indent=2) + "\n")
 
 
-def arguments():
+def common_arguments(option, program):
+    """A parser for what each measure takes: the program of ours that it runs, and what it shows of it."""
     parser = argparse.ArgumentParser()
-    parser.add_argument("--ours", default=waves.TREE / "build" / "native-bench" / "bin" / "pitch_of_waves")
-    parser.add_argument("--quick", action="store_true")
+    parser.add_argument(option, default=waves.TREE / "build" / "native-bench" / "bin" / program)
     parser.add_argument("--worst", type=int, default=0)
-    parser.add_argument("--of", default=OURS)
     parser.add_argument("--aside", action="store_true")
     parser.add_argument("--bench", nargs="+")
+    return parser
+
+
+def arguments():
+    parser = common_arguments("--ours", "pitch_of_waves")
+    parser.add_argument("--quick", action="store_true")
+    parser.add_argument("--of", default=OURS)
     return parser.parse_args()
 
 

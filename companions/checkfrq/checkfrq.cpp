@@ -5,7 +5,7 @@
 #include <exception>
 #include <iterator>
 #include <optional>
-#include <string_view>
+#include <string>
 #include <type_traits>
 
 #include "base/filesystem.h"
@@ -13,26 +13,27 @@
 #include "base/wordhash.h"
 #include "check/checkrules.h"
 #include "check/soundrules.h"
+#include "frqmap/frqtype.h"
 #include "hearings.h"
-#include "recording.h"
 
 namespace {
 
 Hearings* present = nullptr;
 
-std::u16string_view MapPathIn(const CheckFrameRecord& frames) {
-  const auto* const end = std::find(std::begin(frames.MapPath), std::end(frames.MapPath), u'\0');
-  return {std::begin(frames.MapPath), end};
+// Of the wave that a map is of, whether it is there or not; empty for a map path that is not a full one.
+std::wstring WavePathOf(const CheckFrameRecord& map) {
+  const auto* const end = std::find(std::begin(map.MapPath), std::end(map.MapPath), u'\0');
+  std::wstring path = WavePathFromMapW(std::wstring(std::begin(map.MapPath), end));
+  const bool isFull = path.starts_with(L"\\\\") || (path.size() > 2 && path[1] == L':' && path[2] == L'\\');
+  return isFull ? path : std::wstring();
 }
 
 // By the file of this very library: another one hears otherwise.
 std::uint64_t Edition() {
   HMODULE own = nullptr;
-  wchar_t path[MAX_PATH];
   GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                      reinterpret_cast<const wchar_t*>(&present), &own);
-  const DWORD length = GetModuleFileNameW(own, path, MAX_PATH);
-  const auto facts = length < MAX_PATH ? Disk().FactsOf(path) : std::nullopt;
+  const auto facts = Disk().FactsOf(ModulePath(own));
   WordHash hash;
   if (facts) hash.Add(static_cast<std::uint64_t>(facts->Size)), hash.Add(static_cast<std::uint64_t>(facts->Written));
   return hash.Value();
@@ -45,7 +46,7 @@ Hearings& Present() {
 
 // None without a recording that the map is of.
 std::optional<std::int32_t> MarkByEar(CheckFrameRecord& frames) {
-  const std::wstring path = WaveOfMap(MapPathIn(frames));
+  const std::wstring path = WavePathOf(frames);
   if (path.empty() || frames.Hop <= 0) return std::nullopt;
   Hearings::Heard heard = Present().Of(path, frames.Hop);
   if (!heard.wave || !IsMapOf(frames, heard.wave->hearing)) return std::nullopt;

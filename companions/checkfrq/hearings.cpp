@@ -14,7 +14,7 @@
 #include "base/path.h"
 #include "base/text.h"
 #include "base/wordhash.h"
-#include "recording.h"
+#include "voicebank/soundfile.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ int ThreadCount() {
 // None of a wave that cannot be listened to, or that somebody is writing.
 Hearings::Heard Listen(const std::wstring& path, SampleCount hop, double mostSeconds) {
   const std::optional<FileFacts> facts = Disk().FactsOf(path);
-  std::optional<Sound> sound = facts ? ReadRecording(path, mostSeconds) : std::nullopt;
+  std::optional<Sound> sound = facts ? ReadSound(path, mostSeconds) : std::nullopt;
   if (!sound || Disk().FactsOf(path) != facts) return {};
   auto search = std::make_unique<const PitchSearch>(sound->samples, sound->rate);
   const std::size_t samples = sound->samples.size();
@@ -105,7 +105,7 @@ Hearings::Heard Hearings::Of(const std::wstring& wavePath, SampleCount hop) {
 }
 
 Hearings::Search Hearings::SearchOf(const std::wstring& wavePath) {
-  const std::optional<Sound> sound = ReadRecording(wavePath, kMostSeconds);
+  const std::optional<Sound> sound = ReadSound(wavePath, kMostSeconds);
   return sound ? std::make_unique<const PitchSearch>(sound->samples, sound->rate) : nullptr;
 }
 

@@ -24,12 +24,12 @@ constexpr int kEditMenu = 1;         // its place in the menu bar
 
 // The templates leave out what only a mouse could reach.
 void TakeIntoTabOrder(HWND dialog) {
-  for (int id = IDC_EDITOR_TRIPLE; id <= IDC_EDITOR_KEYFROMSELECTION; ++id) {
-    const HWND button = GetDlgItem(dialog, id);
-    SetWindowLongW(button, GWL_STYLE, GetWindowLongW(button, GWL_STYLE) | WS_TABSTOP);
-  }
-  const HWND table = GetDlgItem(dialog, IDC_EDITOR_TABLE);
-  SetWindowLongW(table, GWL_STYLE, GetWindowLongW(table, GWL_STYLE) | WS_TABSTOP);
+  const auto take = [dialog](int id) {
+    const HWND control = GetDlgItem(dialog, id);
+    SetWindowLongW(control, GWL_STYLE, GetWindowLongW(control, GWL_STYLE) | WS_TABSTOP);
+  };
+  for (int id = IDC_EDITOR_TRIPLE; id <= IDC_EDITOR_KEYFROMSELECTION; ++id) take(id);
+  take(IDC_EDITOR_TABLE);
 }
 
 void PrepareBoxes(HWND dialog) {

@@ -1,6 +1,7 @@
 #include "app/gocommands.h"
 
 #include "resources/ids.h"
+#include "window/waitcursor.h"
 
 namespace {
 
@@ -16,6 +17,7 @@ bool IsWanted(UINT command, Voicebank& bank, int index) {
 }  // namespace
 
 bool GoToSyllable(UINT command, const FileListSender& list, Voicebank& bank) {
+  const WaitCursor waiting;
   const int count = bank.Maps.State().Entries, from = bank.Maps.Current();
   for (int step = 1; step <= count; ++step) {
     const int index = (from + step) % count;

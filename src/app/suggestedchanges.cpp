@@ -61,8 +61,15 @@ bool ShowSuggestions(HWND editor, const FileListSender& list, Document& syllable
   dialog.Show = [&](std::size_t line) {
     const MarkedRun& run = runs[line];
     list.SelectSyllable(run.Index);
-    const MapPair maps = syllables.Maps(run.Index);
-    if (maps.Map) frames.ShowMarks(maps.Map->PositionOf(run.First), maps.Map->PositionOf(run.Last));
+    SampleCount first = 0, last = -1;
+    {
+      const std::lock_guard reading(syllables);
+      if (const FrqMap* const map = syllables.Maps(run.Index).Map) {
+        first = map->PositionOf(run.First);
+        last = map->PositionOf(run.Last);
+      }
+    }
+    if (first <= last) frames.ShowMarks(first, last);
   };
   if (dialog.Run(false) != IDOK) return true;
   list.Modify(-1, 0);

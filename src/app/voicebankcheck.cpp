@@ -9,16 +9,10 @@ namespace {
 
 constexpr ULONGLONG kPaintMs = 100;
 
-int CountOfMaps(const Document& syllables) {
-  int count = 0;
-  for (int index = 0; index < syllables.State().Entries; ++index) count += syllables.Facts(index).HasMap ? 1 : 0;
-  return count;
-}
-
 }  // namespace
 
 VoicebankCheck::VoicebankCheck(Voicebank& bank, HWND editor)
-    : bank_(bank), syllables_(bank.Maps), editor_(editor), progress_(editor, CountOfMaps(bank.Maps)) {
+    : bank_(bank), syllables_(bank.Maps), editor_(editor), progress_(editor, bank.Maps.State().Maps) {
   sum_.Maps = progress_.Count();
 }
 

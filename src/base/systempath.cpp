@@ -31,7 +31,11 @@ std::wstring FullPathOf(const std::wstring& path) {
 }
 
 std::wstring ProgramPath() {
-  return PlainPath(TextOf([](DWORD size, wchar_t* text) { return GetModuleFileNameW(nullptr, text, size); }));
+  return ModulePath(nullptr);
+}
+
+std::wstring ModulePath(HMODULE module) {
+  return PlainPath(TextOf([=](DWORD size, wchar_t* text) { return GetModuleFileNameW(module, text, size); }));
 }
 
 std::wstring TemporaryPath() {

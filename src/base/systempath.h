@@ -2,6 +2,7 @@
 // them.
 #pragma once
 
+#include <windows.h>
 #include <shtypes.h>
 
 #include <string>
@@ -12,6 +13,9 @@ std::wstring FullPathOf(const std::wstring& path);
 
 // Of this program.
 std::wstring ProgramPath();
+
+// Of a program or library that is loaded.
+std::wstring ModulePath(HMODULE module);
 
 // The folder that all temporary files share.
 std::wstring TemporaryPath();

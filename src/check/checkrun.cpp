@@ -43,8 +43,7 @@ void CheckLibrary::ModuleTraits::Close(Type module) {
 
 CheckLibrary::Verdict CheckLibrary::Judge(const CheckFrqSettings& settings, const CheckQuery& query) const {
   int result = 0;
-  const bool returned =
-      HasReturned([&] { result = entry_(&settings, query.Frames.get(), query.Regions.get()); });
+  const bool returned = HasReturned([&] { result = entry_(&settings, query.Frames.get(), query.Regions.get()); });
   if (!returned) return Verdict::Failed;
   return result < 0 ? Verdict::Stopped : Verdict::Judged;
 }

@@ -4,7 +4,6 @@
 
 namespace {
 
-constexpr double kSupportReach = 50.0;   // [cents]
 constexpr double kSilentStrength = 1.0;  // of there being no voice, where it is too silent for any
 
 }  // namespace

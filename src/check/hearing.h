@@ -9,6 +9,9 @@
 #include "base/sample.h"
 #include "pitch/pitchanalysis.h"
 
+// A pitch counts as borne out by a repetition that is so near [cents].
+inline constexpr double kSupportReach = 50.0;
+
 struct HeardFrame {
   float hz;               // FrqNoPitch where there is no voice
   float support;          // how well the sound repeats itself after that period, -1 to 1; 0 without a voice

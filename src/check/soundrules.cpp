@@ -15,7 +15,6 @@ namespace {
 
 // The figures below come from measuring what they find and what they mark in vain: benchmarks/voices/check.py.
 
-constexpr double kAgreement = 50.0;    // [cents] between the map and what is heard
 constexpr double kFarEnough = 120.0;   // [cents] beyond that are an error, and not another view of a glide
 constexpr SampleCount kLooseness = 2;  // [frames] that an analysis may be early or late
 constexpr double kSmoothStep = 150.0;  // [cents] from frame to frame
@@ -130,7 +129,7 @@ class SoundCheck {
     const PitchSearch* const search = search_();
     if (!search) throw NoSound();
     double sum = 0.0;
-    for (SampleCount i = first; i < end; ++i) sum += search->SupportAt(i * hop_, Map(i), kAgreement);
+    for (SampleCount i = first; i < end; ++i) sum += search->SupportAt(i * hop_, Map(i), kSupportReach);
     return sum / (end - first);
   }
 

@@ -94,6 +94,9 @@ LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case FCM_GETBRIGHTNESS: return Model.Brightness;
     case FCM_SETCOLORTABLE: SetColorTable(number); break;
     case FCM_GETCOLORTABLE: return Model.ColorTable;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS: Keys.OnFocus(message == WM_SETFOCUS); break;
+    case WM_GETDLGCODE: return DLGC_WANTARROWS;
     // For the themed buttons in it, which draw what is behind them.
     case WM_PRINTCLIENT: PrintInto(reinterpret_cast<HDC>(wParam)); break;
     case WM_CAPTURECHANGED: OnCaptureChanged(reinterpret_cast<HWND>(lParam)); break;
@@ -291,20 +294,6 @@ LRESULT CFrqCtrl::OnMouseWheel(WPARAM keys, int x, int y, int delta) {
     PostMessageW(under, WM_MOUSEWHEEL, MAKEWPARAM(keys, delta), MAKELPARAM(x, y));
   }
   return 0;
-}
-
-LRESULT CFrqCtrl::OnSetFocus(HWND) {
-  Keys.OnFocus(true);
-  return 0;
-}
-
-LRESULT CFrqCtrl::OnKillFocus(HWND) {
-  Keys.OnFocus(false);
-  return 0;
-}
-
-LRESULT CFrqCtrl::OnGetDlgCode() {
-  return DLGC_WANTARROWS;
 }
 
 LRESULT CFrqCtrl::OnKeyDown(WPARAM key, UINT low, UINT high) {

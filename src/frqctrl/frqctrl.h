@@ -54,9 +54,6 @@ class CFrqCtrl : public CCtrlBase, private TableHost {
   LRESULT OnRButtonUp(WPARAM keys, int x, int y) override;
   LRESULT OnMouseWheel(WPARAM keys, int x, int y, int delta) override;
   LRESULT OnCtlColorStatic(HWND control, HDC dc) override;
-  LRESULT OnSetFocus(HWND other) override;
-  LRESULT OnKillFocus(HWND other) override;
-  LRESULT OnGetDlgCode() override;
   LRESULT OnKeyDown(WPARAM key, UINT low, UINT high) override;
   LRESULT OnTimer(UINT_PTR timer, LPARAM lParam) override;
 

@@ -106,12 +106,8 @@ void TableTip::Hide() {
 
 void TableTip::Show(HWND table, POINT mouse, const std::wstring& text) {
   text_ = text;
-  if (!tip_) {
-    tip_ = CreateTipWindow(table, kWidestText);
-    if (!tip_) return;
-    TTTOOLINFOW tool = ToolOf(tip_, text_);
-    SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-  }
+  if (!tip_) tip_ = CreateTrackedTip(table, kWidestText, text_);
+  if (!tip_) return;
   TTTOOLINFOW tool = ToolOf(tip_, text_);
   SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
   Place(mouse);

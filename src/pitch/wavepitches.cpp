@@ -3,18 +3,11 @@
 #include <exception>
 #include <utility>
 
-#include "voicebank/waveheader.h"
+#include "voicebank/soundfile.h"
 
 namespace {
 
-// What is made of a wave takes several times its bytes for a while, in a process of 32 bits.
-constexpr std::uint32_t kMostBytes = 32 << 20;
-
-std::optional<Sound> ReadSound(const std::wstring& path) {
-  WaveHeader wave;
-  if (wave.Load(path, true) != 0 || wave.dataSize > kMostBytes || wave.Load(path, false) != 0) return std::nullopt;
-  return SoundOfWave(wave.format, wave.samples);
-}
+constexpr double kMostSeconds = 3600.0;
 
 }  // namespace
 
@@ -42,7 +35,7 @@ SoundPitches* WavePitches::Loaded(SampleCount hop, SampleCount frameCount) {
 
 void WavePitches::Read(SampleCount hop) {
   try {
-    if (std::optional<Sound> sound = ReadSound(path_)) sound_.emplace(std::move(*sound), hop);
+    if (std::optional<Sound> sound = ReadSound(path_, kMostSeconds)) sound_.emplace(std::move(*sound), hop);
   } catch (const std::exception&) {
     sound_.reset();  // without memory
   }

@@ -47,17 +47,15 @@ void CALLBACK OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
 void Balloon::Show(HWND place, const std::wstring& text, const std::wstring& title) {
   Hide();
   const HWND owner = GetAncestor(place, GA_ROOT);
-  shown.Tip = CreateTipWindow(owner, kWidestText, TTS_BALLOON);
-  if (!shown.Tip) return;
   std::wstring copy = text;
+  shown.Tip = CreateTrackedTip(owner, kWidestText, copy, TTS_BALLOON);
+  if (!shown.Tip) return;
   TTTOOLINFOW tool = TrackedTool(owner, copy);
   const std::wstring head = title.empty() ? LoadResString(IDS_NAME) : title;
-  SendMessageW(shown.Tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
   SendMessageW(shown.Tip, TTM_SETTITLEW, TTI_INFO, reinterpret_cast<LPARAM>(head.c_str()));
   RECT rect{};
   GetWindowRect(place, &rect);
-  SendMessageW(shown.Tip, TTM_TRACKPOSITION, 0,
-               MAKELPARAM((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2));
+  SendMessageW(shown.Tip, TTM_TRACKPOSITION, 0, MAKELPARAM((rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2));
   SendMessageW(shown.Tip, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
   shown.Timer = SetTimer(nullptr, 0, kShownMs, OnTimer);
   shown.Hook = SetWindowsHookExW(WH_GETMESSAGE, OnTaken, nullptr, GetCurrentThreadId());

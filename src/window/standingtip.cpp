@@ -14,12 +14,8 @@ constexpr int kGap = 2;
 void StandingTip::Show(HWND below, const std::wstring& text) {
   below_ = below;
   text_ = text;
-  if (!tip_) {
-    tip_ = CreateTipWindow(below, kWidest);
-    if (!tip_) return;
-    TTTOOLINFOW tool = TrackedTool(below, text_);
-    SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-  }
+  if (!tip_) tip_ = CreateTrackedTip(below, kWidest, text_);
+  if (!tip_) return;
   TTTOOLINFOW tool = TrackedTool(below, text_);
   SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
   ShowWhileInFront(true);

@@ -7,8 +7,8 @@
 
 #include <string>
 
-// Goes with its owner. `shape`: of the TTS_ styles, beyond those of all. Lines are broken at `widest` pixels. Null if the
-// system makes none.
+// Goes with its owner. `shape`: of the TTS_ styles, beyond those of all. Lines are broken at `widest` pixels. Null if
+// the system makes none.
 inline HWND CreateTipWindow(HWND owner, int widest, DWORD shape = 0) {
   const HWND tip =
       CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP | shape, 0, 0, 0,
@@ -26,6 +26,15 @@ inline TTTOOLINFOW TrackedTool(HWND owner, std::wstring& text) {
   tool.uId = 1;
   tool.lpszText = text.data();
   return tool;
+}
+
+// A tip with that tool, whose owner is the top-level window that `owner` belongs to. Null if the system makes none.
+inline HWND CreateTrackedTip(HWND owner, int widest, std::wstring& text, DWORD shape = 0) {
+  const HWND tip = CreateTipWindow(owner, widest, shape);
+  if (!tip) return nullptr;
+  TTTOOLINFOW tool = TrackedTool(GetWindow(tip, GW_OWNER), text);
+  SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  return tip;
 }
 
 // No tip comes while the user presses or draws.

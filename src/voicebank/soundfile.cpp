@@ -1,0 +1,20 @@
+#include "voicebank/soundfile.h"
+
+#include <cstdint>
+
+#include "voicebank/waveheader.h"
+
+namespace {
+
+constexpr std::uint32_t kMostBytes = 32 << 20;
+
+}  // namespace
+
+std::optional<Sound> ReadSound(const std::wstring& path, double mostSeconds) {
+  WaveHeader wave;
+  if (wave.Load(path, true) != 0 || wave.dataSize > kMostBytes || wave.LengthSeconds() > mostSeconds ||
+      wave.Load(path, false) != 0) {
+    return std::nullopt;
+  }
+  return SoundOfWave(wave.format, wave.samples);
+}
