@@ -1,7 +1,6 @@
 #include "app/voicebankscan.h"
 
 #include <windows.h>
-#include <shlwapi.h>
 
 #include <algorithm>
 #include <utility>
@@ -10,18 +9,7 @@
 #include "base/path.h"
 #include "base/systempath.h"
 #include "voicebank/otoini.h"
-
-namespace {
-
-bool IsSoundFile(const std::wstring& name) {
-  const wchar_t* const extension = PathFindExtensionW(name.c_str());
-  for (const wchar_t* const known : {L".wav", L".wave", L".aif", L".aiff"}) {
-    if (lstrcmpiW(extension, known) == 0) return true;
-  }
-  return false;
-}
-
-}  // namespace
+#include "voicebank/waveheader.h"
 
 void VoicebankScan::AddVoicebank(const std::wstring& folder) {
   const FolderListing* const listing = AddFolder(folder);

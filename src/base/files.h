@@ -11,7 +11,7 @@
 // The bytes of a file; none if it cannot be opened or read, or is larger than 64 MiB: a map of six hours.
 std::optional<Bytes> ReadWholeFile(const std::wstring& path);
 
-// Writes the file in place, with these bytes as its whole content. False, with the reason in GetLastError, if it
+// Writes the file in place, with these bytes as its whole content. False, with the reason in Disk().LastError, if it
 // cannot be opened, which leaves it as it was, or not written to the end, which leaves it as far as it got.
 bool WriteWholeFile(const std::wstring& path, ByteSpan bytes);
 
@@ -19,6 +19,6 @@ bool WriteWholeFile(const std::wstring& path, ByteSpan bytes);
 bool FileExists(const std::wstring& path);
 bool FolderExists(const std::wstring& path);
 
-// Whether a file is marked read-only; GetLastError then says that access is denied. Windows refuses to write one by
+// Whether a file is marked read-only; Disk().LastError then says that access is denied. Windows refuses to write one by
 // itself. Wine leaves that to the host system, where an administrator may write any file: the mark must hold there too.
 bool RefuseReadOnly(const std::wstring& path);

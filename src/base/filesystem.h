@@ -59,10 +59,10 @@ class FileSystem {
   // An empty one.
   virtual bool RemoveFolder(const std::wstring& path) = 0;
 
-  // The system's code for what failed last on this thread, in this file system or a stream of it.
+  // The code of Windows for what failed last on this thread, in this file system or a stream of it.
   virtual std::uint32_t LastError() const = 0;
   virtual void SetLastError(std::uint32_t error) = 0;
 };
 
-// The files of the machine. There are none in the native build.
+// The files of the machine.
 FileSystem& Disk();

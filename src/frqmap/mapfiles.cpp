@@ -1,7 +1,5 @@
 #include "frqmap/mapfiles.h"
 
-#include <windows.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -13,7 +11,7 @@
 #include "frqmap/levels.h"
 #include "frqmap/mrqmap.h"
 #include "frqmap/pmk.h"
-#include "frqmap/vslib.h"
+#include "frqmap/projectmap.h"
 #include "frqmap/wavelevels.h"
 
 namespace {
@@ -21,6 +19,8 @@ namespace {
 std::wstring WithExtension(const std::wstring& path, std::wstring_view extension) {
   return path.substr(0, path.rfind(L'.')).append(extension);
 }
+
+constexpr std::uint32_t kInvalidData = 13;  // ERROR_INVALID_DATA
 
 using Decoder = std::optional<FrqMap> (*)(ByteSpan);
 
@@ -57,7 +57,7 @@ std::optional<FrqMap> ReadPmkAndLevels(const std::wstring& path) {
 // A map that its kind cannot hold leaves the file as it was, and says why in the system's words.
 int WriteMap(const std::wstring& path, const std::optional<Bytes>& file) {
   if (file) return WriteInPlace(Disk(), path, *file) ? 0 : -1;
-  SetLastError(ERROR_INVALID_DATA);
+  Disk().SetLastError(kInvalidData);
   return -1;
 }
 
@@ -145,7 +145,7 @@ int RestoreMapFile(const std::wstring& mapPath, ByteSpan kept, MrqStore* store) 
   if (FrqTypeFromPathW(mapPath) != FrqTypeMrq) return WriteInPlace(Disk(), mapPath, kept) ? 0 : -1;
   const std::optional<MrqEntry> entry = DecodeMrqEntry(kept);
   if (entry && store) return store->SaveEntry(MrqKey(mapPath), *entry);
-  SetLastError(ERROR_INVALID_DATA);
+  Disk().SetLastError(kInvalidData);
   return -1;
 }
 

@@ -23,7 +23,7 @@ bool KeepMapFile(const std::wstring& mapPath, const MrqStore* store);
 bool DeleteMapFile(const std::wstring& mapPath, MrqStore* store, bool keepEntry);
 
 // Brings a map back as the guard has kept it: the bytes of a file, or of an entry with its head. 0, or -1 with the
-// reason in GetLastError. `store` may be null without .mrq.
+// reason in Disk().LastError. `store` may be null without .mrq.
 int RestoreMapFile(const std::wstring& mapPath, ByteSpan kept, MrqStore* store);
 
 // FrqMap::Load and Save on the map file of a wave.

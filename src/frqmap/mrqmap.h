@@ -14,7 +14,7 @@ std::wstring MrqKey(const std::wstring& mapPath);
 int LoadMrq(FrqMap& map, const std::wstring& mapPath, const MrqStore* store);
 
 // Keeps the map in the store, not rounded, and writes it to the file. 0, or -1 without a store or if the file cannot be
-// written, with the reason in GetLastError; the store keeps it all the same.
+// written, with the reason in Disk().LastError; the store keeps it all the same.
 int SaveMrq(const FrqMap& map, const std::wstring& mapPath, MrqStore* store);
 
 bool MrqExists(const std::wstring& mapPath, const MrqStore& store);

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/path.h"
+#include "base/utf16.h"
 
 namespace {
 
@@ -21,16 +22,14 @@ std::wstring MrqPathOf(const std::wstring& key) {
 
 // The name in the file; what stands behind a last dot of the key is lost on the way.
 std::u16string NameOf(const std::wstring& key) {
-  const std::wstring name = PathWithExtension(FileNameOf(key), L".wav");
-  return std::u16string(name.begin(), name.end());
+  return Utf16Of(PathWithExtension(FileNameOf(key), L".wav"));
 }
 
 // Empty if the path becomes too long, or if the name leads out of the folder: a wave elsewhere must not be changed for
 // what this file says. Some writers let a zero end the name.
 std::wstring KeyOf(const std::wstring& folder, const std::u16string& name) {
   if (!IsPlainMrqName(name)) return {};
-  const auto end = std::ranges::find(name, u'\0');
-  return PathWithoutExtension(PathSeenFrom(folder, std::wstring(name.begin(), end)));
+  return PathWithoutExtension(PathSeenFrom(folder, WideOf(name.substr(0, name.find(u'\0')))));
 }
 
 }  // namespace

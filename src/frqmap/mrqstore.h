@@ -43,7 +43,7 @@ class MrqStore {
   // In memory alone. Always 0.
   int SetEntry(const std::wstring& key, MrqEntry entry);
 
-  // Writes the entry to the file of its folder. 0, or -1 with the reason in GetLastError and the entry still in memory.
+  // Writes the entry to the file of its folder. 0, or -1 with the reason in Disk().LastError and the entry still in memory.
   int WriteEntry(const std::wstring& key);
 
   // Both at once. What is written is this entry, even if a thread that loads the folder meanwhile has just put the old

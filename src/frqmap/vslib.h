@@ -13,10 +13,8 @@
 #include <string>
 
 #include "frqmap/frqmap.h"
+#include "frqmap/projectmap.h"
 #include "frqmap/vsproject.h"
-
-// Whether the library can be given this path, of a file that is there or is to be made beside others.
-bool CanLibraryOpen(const std::wstring& path);
 
 // A project that the library has open; 0 is none.
 using VsHandle = std::uint32_t;
@@ -112,10 +110,3 @@ class CVsLib : public VsProject {
   bool wasPointRefused_ = false;
   bool hasCrashed_ = false;  // the library, on the project at work
 };
-
-// FrqMap::Load and Save for this kind. The project's data stay in the map, the file is not held open. A save needs the
-// file to be there: it opens the project again, puts the map's control points into it and saves it. The frames as such
-// are never saved, so that only edits that reached the project do. A save that fails, also for a point that the library
-// refuses, leaves the file as it was and a reason in GetLastError.
-int LoadVs4ufrq(FrqMap& map, const std::wstring& path);
-int SaveVs4ufrq(const FrqMap& map, const std::wstring& path);

@@ -19,7 +19,7 @@ enum class KeptBecause : std::uint32_t { Saved, MadeAnew, Converted, Removed, Pu
 
 // A map that is kept.
 struct KeptMap {
-  std::wstring MapPath;  // of an entry of desc.mrq the name that it would have as a file of its own
+  std::wstring MapPath;   // of an entry of desc.mrq the name that it would have as a file of its own
   std::int64_t Time = 0;  // seconds since 1970
   KeptBecause Because = KeptBecause::Saved;
   std::uint32_t Size = 0;  // bytes

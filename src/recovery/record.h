@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/bytes.h"
+#include "base/utf16.h"
 #include "base/wordhash.h"
 
 inline constexpr std::size_t kSealBytes = 16;
@@ -49,15 +50,16 @@ inline Bytes ReadBlock(ByteReader& reader) {
 
 // In UTF-16.
 inline void WriteText(ByteWriter& writer, const std::wstring& text) {
-  writer.Write(static_cast<std::uint32_t>(text.size()));
-  for (const wchar_t unit : text) writer.Write(static_cast<char16_t>(unit));
+  const std::u16string units = Utf16Of(text);
+  writer.Write(static_cast<std::uint32_t>(units.size()));
+  for (const char16_t unit : units) writer.Write(unit);
 }
 
 inline std::wstring ReadText(ByteReader& reader) {
   const auto size = reader.Read<std::uint32_t>();
-  std::wstring text;
-  if (!reader.Holds(size, sizeof(char16_t))) return text;
-  text.resize(size);
-  for (wchar_t& unit : text) unit = static_cast<wchar_t>(reader.Read<char16_t>());
-  return text;
+  std::u16string units;
+  if (!reader.Holds(size, sizeof(char16_t))) return {};
+  units.resize(size);
+  for (char16_t& unit : units) unit = reader.Read<char16_t>();
+  return WideOf(units);
 }

@@ -39,11 +39,16 @@ std::int64_t Recovery::PresentTime() {
 }
 
 Recovery::Recovery(FileSystem& files, const std::wstring& root, std::uint32_t process, Clock clock)
+    : Recovery(files, root, process, Limits(), clock) {}
+
+Recovery::Recovery(FileSystem& files, const std::wstring& root, std::uint32_t process, const Limits& limits,
+                   Clock clock)
     : files_(files),
       root_(root),
       clock_(clock),
+      limits_(limits),
       own_{PathIn(root, RunName(process, clock())), clock()},
-      kept_(files, root, own_.Folder),
+      kept_(files, root, own_.Folder, limits.Kept),
       writes_(files, own_.Folder) {}
 
 void Recovery::Start() {
@@ -61,8 +66,8 @@ void Recovery::Start() {
   std::ranges::sort(ended, std::ranges::greater(), &Run::Start);
   int kept = 1;  // this run
   for (const Run& run : ended) {
-    const bool isOld = run.Start < clock_() - kMostDays * kDay;
-    if (isOld || !HoldsKept(run) || kept++ >= kMostRuns) RemoveFiles(run.Folder);
+    const bool isOld = run.Start < clock_() - limits_.MostDays * kDay;
+    if (isOld || !HoldsKept(run) || kept++ >= limits_.MostRuns) RemoveFiles(run.Folder);
   }
 }
 
@@ -89,7 +94,7 @@ bool Recovery::Settle(Run& run) {
   run.Mark = files_.Open(mark, FileMode::Own);
   if (!run.Mark) return false;
   const bool isMended = WriteLog::Mend(files_, run.Folder);
-  const bool isOld = run.Start < clock_() - kMostDays * kDay;
+  const bool isOld = run.Start < clock_() - limits_.MostDays * kDay;
   const std::optional<FileFacts> journal = files_.FactsOf(PathIn(run.Folder, kJournal));
   if (journal && journal->Size > 0 && !isOld) return true;
   run.Mark.reset();

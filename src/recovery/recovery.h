@@ -18,14 +18,19 @@
 
 class Recovery : public FileGuard {
  public:
-  static constexpr int kMostRuns = 5;   // whose kept maps stay
-  static constexpr int kMostDays = 30;  // after which nothing stays
-  using Clock = std::int64_t (*)();     // seconds since 1970
+  struct Limits {
+    int MostRuns = 5;   // whose kept maps stay
+    int MostDays = 30;  // after which nothing stays
+    KeptLimits Kept = {};
+  };
+  using Clock = std::int64_t (*)();  // seconds since 1970
   static std::int64_t PresentTime();
 
   // `root`: the folder for all runs; empty if there is none to be had: then nothing is kept, and the program runs all
   // the same. `process`: the number of this one. Makes nothing yet.
   Recovery(FileSystem& files, const std::wstring& root, std::uint32_t process, Clock clock = &PresentTime);
+  Recovery(FileSystem& files, const std::wstring& root, std::uint32_t process, const Limits& limits,
+           Clock clock = &PresentTime);
 
   // Makes the folder of this run and deals with what others have left. Before any map is read.
   void Start();
@@ -70,6 +75,7 @@ class Recovery : public FileGuard {
   FileSystem& files_;
   const std::wstring root_;
   const Clock clock_;
+  const Limits limits_;
   const Run own_;
   std::unique_ptr<FileStream> mark_;  // none: this run keeps nothing
   std::vector<Run> dead_;             // with a journal

@@ -1,7 +1,22 @@
 #include "resampler/resamplerkind.h"
 
-#include <windows.h>
-#include <shlwapi.h>
+#include <string_view>
+
+#include "base/wildcard.h"
+
+namespace {
+
+// As the shell finds it: behind the last separator that something follows, and a drive's colon is one.
+std::wstring_view NamePart(std::wstring_view path) {
+  std::size_t start = 0;
+  for (std::size_t i = 0; i + 1 < path.size(); ++i) {
+    const bool separates = path[i] == L'\\' || path[i] == L'/' || path[i] == L':';
+    if (separates && path[i + 1] != L'\\' && path[i + 1] != L'/') start = i + 1;
+  }
+  return path.substr(start);
+}
+
+}  // namespace
 
 FrqType GetResamplerKind(const std::wstring& path) {
   static constexpr struct {
@@ -11,9 +26,9 @@ FrqType GetResamplerKind(const std::wstring& path) {
       {L"vs4u*.exe", FrqTypeVs4ufrq}, {L"model4*.exe", FrqTypeFrc},      {L"tips*.exe", FrqTypePmk},
       {L"w4u*.exe", FrqTypeDio},      {L"moresampler*.exe", FrqTypeMrq},
   };
-  const wchar_t* const name = PathFindFileNameW(path.c_str());
+  const std::wstring_view name = NamePart(path);
   for (const auto& family : kFamilies) {
-    if (PathMatchSpecW(name, family.wildcard)) return family.kind;
+    if (FitsPattern(name, family.wildcard)) return family.kind;
   }
   return FrqTypeFrq;
 }

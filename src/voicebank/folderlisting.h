@@ -20,11 +20,14 @@ class FolderListing {
   const std::vector<std::wstring>& Files() const { return files_; }
   const std::vector<std::wstring>& Folders() const { return folders_; }
 
-  // Low 32 bits of a file's size, none if there is no such file. Names are compared as the file system does, without
-  // regard to case.
+  // Low 32 bits of a file's size, none if there is no such file. Names are compared as the file system does: on
+  // Windows without regard to case.
   std::optional<std::uint32_t> SizeOf(const std::wstring& name) const;
 
  private:
+  // The one form of all names that the file system takes for the same.
+  static std::wstring Folded(std::wstring name);
+
   std::vector<std::wstring> files_;
   std::vector<std::wstring> folders_;
   std::unordered_map<std::wstring, std::uint32_t> sizes_;  // by folded name

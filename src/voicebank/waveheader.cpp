@@ -1,17 +1,16 @@
 #include "voicebank/waveheader.h"
 
-#include <windows.h>
-#include <shlwapi.h>
-
 #include <algorithm>
 #include <cstring>
 #include <initializer_list>
+#include <memory>
 #include <new>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include "base/files.h"
-#include "base/handle.h"
+#include "base/filesystem.h"
 #include "base/path.h"
 
 namespace {
@@ -21,11 +20,8 @@ namespace {
 // own code page everywhere. A wave that is open in a wave editor is read as well.
 class FileSource : public ByteSource {
  public:
-  explicit FileSource(const std::wstring& path)
-      : file_(CreateFileW(ApiPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                          OPEN_EXISTING, 0, nullptr)) {
-    LARGE_INTEGER size{};
-    if (file_ && GetFileSizeEx(file_.get(), &size)) size_ = size.QuadPart;
+  explicit FileSource(const std::wstring& path) : file_(Disk().Open(path, FileMode::Read)) {
+    if (file_) size_ = file_->Size();
   }
 
   std::int64_t Size() const override { return size_; }
@@ -47,15 +43,13 @@ class FileSource : public ByteSource {
  private:
   static constexpr std::size_t kBlock = 16384;
 
-  std::size_t ReadFileAt(std::int64_t position, void* target, std::size_t size) const {
-    LARGE_INTEGER move;
-    move.QuadPart = position;
-    DWORD got = 0;
-    if (!SetFilePointerEx(file_.get(), move, nullptr, FILE_BEGIN)) return 0;
-    return ReadFile(file_.get(), target, static_cast<DWORD>(size), &got, nullptr) ? got : 0;
+  std::size_t ReadFileAt(std::int64_t position, void* target, std::size_t size) {
+    const std::int64_t left = position < 0 ? 0 : std::max<std::int64_t>(size_ - position, 0);
+    const auto there = static_cast<std::size_t>(std::min<std::int64_t>(left, static_cast<std::int64_t>(size)));
+    return there > 0 && file_->ReadAt(position, {static_cast<std::uint8_t*>(target), there}) ? there : 0;
   }
 
-  FileHandle file_;
+  const std::unique_ptr<FileStream> file_;
   std::int64_t size_ = 0;
   std::int64_t blockStart_ = 0;
   std::vector<char> block_;
@@ -72,15 +66,21 @@ std::optional<DecodedWave> DecodeIfItFits(Decode decode) {
   return std::nullopt;
 }
 
-bool HasExtension(const std::wstring& path, std::initializer_list<const wchar_t*> known) {
-  const wchar_t* const extension = PathFindExtensionW(path.c_str());
-  return std::any_of(known.begin(), known.end(), [=](const wchar_t* e) { return lstrcmpiW(extension, e) == 0; });
+// Extensions are plain ASCII, so no locale has a say.
+bool HasExtension(const std::wstring& path, std::initializer_list<std::wstring_view> known) {
+  std::wstring extension = path.substr(PathWithoutExtension(path).size());
+  for (wchar_t& c : extension) c = c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
+  return std::ranges::find(known, extension) != known.end();
 }
 
 }  // namespace
 
 void WaveHeader::Reset() {
   *this = WaveHeader();
+}
+
+bool IsSoundFile(const std::wstring& path) {
+  return HasExtension(path, {L".wav", L".wave", L".aif", L".aiff"});
 }
 
 int WaveHeader::Load(const std::wstring& path, bool headerOnly) {

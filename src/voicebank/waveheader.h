@@ -7,6 +7,9 @@
 
 #include "voicebank/wavefile.h"
 
+// Whether the name is one of a wave that can be read: .wav and .wave, .aif and .aiff, without regard to case.
+bool IsSoundFile(const std::wstring& path);
+
 class WaveHeader {
  public:
   WaveFormat format;

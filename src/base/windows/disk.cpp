@@ -104,11 +104,10 @@ class DiskStream : public FileStream {
 FileHandle OpenOnce(const std::wstring& path, FileMode mode) {
   constexpr DWORD kAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   const bool reads = mode == FileMode::Read;
-  return FileHandle(CreateFileW(ApiPath(path).c_str(), reads ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE,
-                                mode == FileMode::Own ? FILE_SHARE_READ : kAll, nullptr,
-                                reads ? OPEN_EXISTING : OPEN_ALWAYS,
-                                reads ? FILE_ATTRIBUTE_NORMAL : FILE_ATTRIBUTE_NORMAL | FILE_FLAG_WRITE_THROUGH,
-                                nullptr));
+  return FileHandle(
+      CreateFileW(ApiPath(path).c_str(), reads ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE,
+                  mode == FileMode::Own ? FILE_SHARE_READ : kAll, nullptr, reads ? OPEN_EXISTING : OPEN_ALWAYS,
+                  reads ? FILE_ATTRIBUTE_NORMAL : FILE_ATTRIBUTE_NORMAL | FILE_FLAG_WRITE_THROUGH, nullptr));
 }
 
 // Who reads a map may well do so without letting others write, and is through in a moment.

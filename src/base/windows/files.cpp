@@ -24,9 +24,8 @@ bool WriteAll(HANDLE file, ByteSpan bytes) {
 }  // namespace
 
 std::optional<Bytes> ReadWholeFile(const std::wstring& path) {
-  const FileHandle file(
-      CreateFileW(ApiPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
-                  nullptr));
+  const FileHandle file(CreateFileW(ApiPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
   LARGE_INTEGER size{};
   if (!file || !GetFileSizeEx(file.get(), &size) || size.QuadPart > kLargestFile) return std::nullopt;
 

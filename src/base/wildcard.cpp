@@ -1,0 +1,28 @@
+#include "base/wildcard.h"
+
+namespace {
+
+wchar_t Lower(wchar_t c) {
+  return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
+}
+
+}  // namespace
+
+// From the last "*" on the name is tried one character further, as often as that may help.
+bool FitsPattern(std::wstring_view name, std::wstring_view pattern) {
+  std::size_t n = 0, p = 0, star = pattern.npos, resume = 0;
+  while (n < name.size()) {
+    if (p < pattern.size() && pattern[p] == L'*') {
+      star = p++;
+      resume = n;
+    } else if (p < pattern.size() && (pattern[p] == L'?' || Lower(pattern[p]) == Lower(name[n]))) {
+      ++n, ++p;
+    } else if (star != pattern.npos) {
+      p = star + 1;
+      n = ++resume;
+    } else {
+      return false;
+    }
+  }
+  return pattern.find_first_not_of(L'*', p) == pattern.npos;
+}

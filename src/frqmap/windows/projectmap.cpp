@@ -1,0 +1,27 @@
+#include "frqmap/projectmap.h"
+
+#include "frqmap/vslib.h"
+
+namespace {
+
+// The notes that a project made from another map is analysed between, whatever the settings for new maps: C2 to B5.
+constexpr int kLowestNote = 36;
+constexpr int kSemitones = 48;
+
+}  // namespace
+
+int MapFromProject(const std::wstring& project, FrqType kind, MrqStore* store) {
+  CVsLib library;
+  switch (kind) {
+    case FrqTypeFrq:
+    case FrqTypeFrc:
+    case FrqTypeDio: return library.ExportMap(project, kind, nullptr);
+    case FrqTypeMrq: return library.ExportMap(project, kind, store);
+    case FrqTypePmk: return library.ExportPmk(project);
+    default: return -1;
+  }
+}
+
+int ProjectFromMap(const std::wstring& wave, FrqType kind, MrqStore* store) {
+  return CVsLib().CreateFile(wave, kLowestNote, kSemitones, true, kind, store);
+}
