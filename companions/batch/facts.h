@@ -13,7 +13,7 @@
 // Of one map that is there.
 struct MapFacts {
   FrqType Kind = FrqTypeUnknown;
-  MapFault Fault{};        // none: it can be read, and the rest is told
+  MapFault Fault{};  // none: it can be read, and the rest is told
   SampleCount Frames = 0;
   SampleCount Hop = 0;     // samples per frame
   SampleCount Voiced = 0;  // frames with a pitch

@@ -1,0 +1,101 @@
+#include "batch/banks.h"
+
+#include <algorithm>
+
+#include "base/path.h"
+#include "base/utf8.h"
+#include "base/wildcard.h"
+#include "frqmap/mapfiles.h"
+#include "frqmap/mrqmap.h"
+#include "voicebank/waveheader.h"
+
+namespace {
+
+constexpr int kDeepest = 32;  // folders in folders; links may go in circles
+
+bool IsBank(const FolderListing& listing) {
+  return std::ranges::any_of(listing.Files(), [](const std::wstring& name) {
+    return IsSoundFile(name) || name == L"oto.ini" || name == L"character.txt";
+  });
+}
+
+std::vector<std::wstring> FoldersIn(const std::wstring& folder, const FolderListing& listing) {
+  std::vector<std::wstring> folders = listing.Folders();
+  std::ranges::sort(folders);
+  for (std::wstring& name : folders) name = PathIn(folder, name);
+  return folders;
+}
+
+void FindBelow(const std::wstring& folder, int depth, std::vector<std::unique_ptr<Bank>>& banks) {
+  const auto listing = depth > kDeepest ? std::nullopt : FolderListing::Read(folder);
+  if (!listing) return;
+  const bool isBank = IsBank(*listing);
+  if (isBank) banks.push_back(std::make_unique<Bank>(folder));
+  for (const std::wstring& inside : FoldersIn(folder, *listing)) {
+    // The folders directly in a bank are part of it.
+    const auto below = isBank ? FolderListing::Read(inside) : std::nullopt;
+    if (!isBank) FindBelow(inside, depth + 1, banks);
+    if (!below) continue;
+    for (const std::wstring& deeper : FoldersIn(inside, *below)) FindBelow(deeper, depth + 2, banks);
+  }
+}
+
+}  // namespace
+
+Bank::Bank(std::wstring folder) : folder_(std::move(folder)) {
+  const FolderListing* const listing = listed_.Find(folder_);
+  if (!listing) return;
+  AddWavesOf(folder_, *listing);
+  for (const std::wstring& inside : FoldersIn(folder_, *listing)) {
+    if (const FolderListing* const below = listed_.Find(inside)) AddWavesOf(inside, *below);
+  }
+}
+
+void Bank::AddWavesOf(const std::wstring& folder, const FolderListing& listing) {
+  folders_.push_back(folder);
+  std::vector<std::wstring> names = listing.Files();
+  std::erase_if(names, [](const std::wstring& name) { return !IsSoundFile(name); });
+  std::ranges::sort(names);
+  for (const std::wstring& name : names) waves_.push_back(PathIn(folder, name));
+}
+
+std::wstring Bank::NameOf(const std::wstring& wave) const {
+  const std::wstring inside = PathIn(folder_, L"");
+  return wave.starts_with(inside) ? wave.substr(inside.size()) : wave;
+}
+
+void Bank::KeepOnly(const std::string& pattern) {
+  if (pattern.empty()) return;
+  std::wstring wide = WideOf(pattern);
+  std::ranges::replace(wide, L'/', L'\\');
+  std::erase_if(waves_, [&](const std::wstring& wave) {
+    const std::wstring name = NameOf(wave);
+    const bool fits = FitsPattern(name, wide) || FitsPattern(FileNameOf(name), wide) ||
+                      FitsPattern(PathWithoutExtension(FileNameOf(name)), wide);
+    return !fits;
+  });
+}
+
+bool Bank::HasMap(const std::wstring& wave, FrqType kind) {
+  const std::wstring map = MapPathFromWaveW(wave, kind);
+  if (kind == FrqTypeMrq) return MrqExists(map, Entries());
+  const std::lock_guard lock(listing_);
+  return listed_.SizeOf(map).has_value();
+}
+
+MrqStore& Bank::Entries() {
+  std::call_once(loading_, [this] {
+    for (const std::wstring& folder : folders_) entries_.LoadFolder(folder);
+  });
+  return entries_;
+}
+
+std::vector<std::unique_ptr<Bank>> FindBanks(const std::wstring& folder, bool recursive) {
+  std::vector<std::unique_ptr<Bank>> banks;
+  if (recursive) {
+    FindBelow(folder, 0, banks);
+  } else {
+    banks.push_back(std::make_unique<Bank>(folder));
+  }
+  return banks;
+}

@@ -1,0 +1,49 @@
+// The banks that a call is for: which folders, which waves in them, and which maps are beside those.
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "frqmap/frqtype.h"
+#include "frqmap/mrqstore.h"
+#include "voicebank/folderlisting.h"
+
+// A voicebank: the waves of a folder and of the folders directly in it, as the windows show them. Any thread may ask.
+class Bank {
+ public:
+  // Empty without a folder that can be listed.
+  explicit Bank(std::wstring folder);
+
+  const std::wstring& Folder() const { return folder_; }
+  // In full; folder by folder, and by their names in each.
+  const std::vector<std::wstring>& Waves() const { return waves_; }
+  // The path of a wave as seen from the folder.
+  std::wstring NameOf(const std::wstring& wave) const;
+  void KeepOnly(const std::string& pattern);
+
+  // Whether there is a map: a file, or an entry of desc.mrq.
+  bool HasMap(const std::wstring& wave, FrqType kind);
+  // The entries of all desc.mrq of the bank, which are read when they are first asked for.
+  MrqStore& Entries();
+
+ private:
+  void AddWavesOf(const std::wstring& folder, const FolderListing& listing);
+
+  const std::wstring folder_;
+  std::vector<std::wstring> folders_;
+  std::vector<std::wstring> waves_;
+  ListedFolders listed_;
+  std::mutex listing_;
+  std::once_flag loading_;
+  MrqStore entries_;
+};
+
+// All kinds, in the order of their numbers.
+inline constexpr FrqType kAllKinds[] = {FrqTypeFrq, FrqTypeVs4ufrq, FrqTypeFrc, FrqTypePmk, FrqTypeDio, FrqTypeMrq};
+
+// The bank of a folder, or with `recursive` all below it: a folder with waves, or with a file that only banks have.
+// What lies in folders of folders of one is a bank of its own.
+std::vector<std::unique_ptr<Bank>> FindBanks(const std::wstring& folder, bool recursive);

@@ -1,0 +1,90 @@
+#include "batch/console.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+#include "base/utf8.h"
+#include "batch/machine.h"
+
+std::string Printable(std::wstring_view text) {
+  std::wstring shown(text);
+  std::ranges::replace_if(
+      shown, [](wchar_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); }, L'\uFFFD');
+  return Utf8Of(shown);
+}
+
+std::string Grouped(std::size_t number) {
+  std::string digits = std::to_string(number);
+  for (std::size_t i = digits.size(); i > 3; i -= 3) digits.insert(i - 3, 1, ',');
+  return digits;
+}
+
+std::string Counted(std::size_t number, std::string noun) {
+  if (number != 1) noun += 's';
+  return Grouped(number) + ' ' + noun;
+}
+
+std::string DurationText(double seconds) {
+  const auto whole = static_cast<long>(std::ceil(std::max(seconds, 0.0)));
+  std::array<char, 48> text{};
+  if (whole < 60) {
+    std::snprintf(text.data(), text.size(), "%ld s", whole);
+  } else if (whole < 3600) {
+    std::snprintf(text.data(), text.size(), "%ld min %02ld s", whole / 60, whole % 60);
+  } else {
+    std::snprintf(text.data(), text.size(), "%ld h %02ld min", whole / 3600, whole / 60 % 60);
+  }
+  return text.data();
+}
+
+Console::Console(bool isJson) : isJson_(isJson), showsProgress_(IsTerminal(stderr)) {}
+
+Console::~Console() {
+  HideProgress();
+}
+
+bool Console::Write(std::string_view text) {
+  if (isClosed_ || text.empty()) return !isClosed_;
+  if (isShown_ && IsTerminal(stdout)) HideProgress();
+  // At once, so that who reads along sees each result when it is there.
+  isClosed_ = std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0;
+  return !isClosed_;
+}
+
+void Console::Say(std::string_view line) {
+  HideProgress();
+  std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+}
+
+void Console::BeginProgress(std::string doing, std::size_t total) {
+  doing_ = std::move(doing);
+  total_ = total;
+  began_ = shown_ = Clock::now();
+}
+
+void Console::Progress(std::size_t done) {
+  constexpr auto kBetween = std::chrono::milliseconds(200);
+  const Clock::time_point now = Clock::now();
+  if (!showsProgress_ || done == 0 || done >= total_ || now - shown_ < kBetween) return;
+  shown_ = now;
+  const double soFar = std::chrono::duration<double>(now - began_).count();
+  const double left = soFar / static_cast<double>(done) * static_cast<double>(total_ - done);
+  HideProgress();
+  std::fprintf(stderr, "%s: %s of %s, %s left", doing_.c_str(), Grouped(done).c_str(), Grouped(total_).c_str(),
+               DurationText(left).c_str());
+  std::fflush(stderr);
+  isShown_ = true;
+}
+
+void Console::EndProgress() {
+  HideProgress();
+  total_ = 0;
+}
+
+void Console::HideProgress() {
+  if (!isShown_) return;
+  std::fputs("\r\x1b[K", stderr);
+  isShown_ = false;
+}

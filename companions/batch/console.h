@@ -1,0 +1,59 @@
+// What the program says: results on the standard output, as lines for people or as lines of JSON, and faults, progress
+// and the sum on the other one, so that a pipe gets results alone.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include <nlohmann/json.hpp>
+
+// Keys stay in the order in which they were set.
+using Json = nlohmann::ordered_json;
+
+// UTF-8 for a terminal or a file: control characters, which a name may hold, and bytes that are no text become U+FFFD.
+std::string Printable(std::wstring_view text);
+
+// "1,234 maps", "1 map".
+std::string Counted(std::size_t number, std::string noun);
+// "1,234".
+std::string Grouped(std::size_t number);
+
+// "4 s", "2 min 05 s", "1 h 12 min".
+std::string DurationText(double seconds);
+
+class Console {
+ public:
+  explicit Console(bool isJson);
+  ~Console();
+  Console(const Console&) = delete;
+  Console& operator=(const Console&) = delete;
+
+  bool IsJson() const { return isJson_; }
+
+  // A piece of the result, with its line breaks. False when nobody reads on.
+  bool Write(std::string_view text);
+  bool IsClosed() const { return isClosed_; }
+
+  // A line on the other output.
+  void Say(std::string_view line);
+
+  // How far the work is. Shown on a terminal alone, and not more often than somebody can read.
+  void BeginProgress(std::string doing, std::size_t total);
+  void Progress(std::size_t done);
+  void EndProgress();
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  void HideProgress();
+
+  const bool isJson_;
+  const bool showsProgress_;
+  bool isClosed_ = false;
+  std::string doing_;
+  std::size_t total_ = 0;
+  Clock::time_point began_, shown_;
+  bool isShown_ = false;
+};

@@ -1,0 +1,144 @@
+#include "batch/context.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <thread>
+
+#include "base/filesystem.h"
+#include "base/notename.h"
+#include "base/utf8.h"
+#include "batch/machine.h"
+
+namespace {
+
+// One that cannot be listed, or is none, has no listing.
+std::string WhyNoBank(const std::wstring& folder) {
+  const std::optional<FileFacts> facts = Disk().FactsOf(folder);
+  if (!facts) return LastFault();
+  if (!facts->IsFolder) return "is a file, not a folder";
+  return FolderListing::Read(folder) ? "no waves there" : "cannot be listed: access denied";
+}
+
+std::string NameOfTask(const Bank& bank, const std::wstring& wave, bool isOneOfMany) {
+  const std::string name = Printable(TypedForm(bank.NameOf(wave)));
+  return isOneOfMany ? Printable(TypedForm(bank.Folder())) + '/' + name : name;
+}
+
+}  // namespace
+
+Tally& Tally::operator+=(const Tally& other) {
+  Syllables += other.Syllables;
+  Maps += other.Maps;
+  Found += other.Found;
+  Affected += other.Affected;
+  Frames += other.Frames;
+  Failed += other.Failed;
+  return *this;
+}
+
+int Context::Threads() const {
+  if (Call.Jobs > 0) return Call.Jobs;
+  return static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
+}
+
+void Context::Fail(const std::string& line) {
+  ++Sum.Failed;
+  if (Out.IsJson()) Out.Write(LineOf({{"type", "fault"}, {"text", line}}));
+  Out.Say("marlit-batch: " + line);
+}
+
+ExitCode Context::End() const {
+  if (Stop || Out.IsClosed() || Sum.Failed > 0) return ExitCode::Failed;
+  return Sum.Found > 0 ? ExitCode::Found : ExitCode::Done;
+}
+
+std::vector<std::unique_ptr<Bank>> BanksOf(Context& context) {
+  std::vector<std::unique_ptr<Bank>> banks;
+  for (const std::string& typed : context.Call.Folders) {
+    const std::wstring folder = FullPathOfTyped(typed);
+    std::vector<std::unique_ptr<Bank>> found = FindBanks(folder, context.Call.Recursive);
+    std::erase_if(found, [](const auto& bank) { return bank->Waves().empty(); });
+    if (found.empty()) context.Fail(Printable(TypedForm(folder)) + ": " + WhyNoBank(folder));
+    for (auto& bank : found) {
+      bank->KeepOnly(context.Call.Only);
+      if (!bank->Waves().empty()) banks.push_back(std::move(bank));
+    }
+  }
+  return banks;
+}
+
+std::vector<WaveTask> TasksOf(const std::vector<std::unique_ptr<Bank>>& banks) {
+  std::vector<WaveTask> tasks;
+  for (const auto& bank : banks) {
+    for (const std::wstring& wave : bank->Waves()) {
+      tasks.push_back({*bank, wave, NameOfTask(*bank, wave, banks.size() > 1)});
+    }
+  }
+  return tasks;
+}
+
+void ForEachWave(Context& context, const std::vector<std::unique_ptr<Bank>>& banks, const std::string& doing,
+                 const std::function<Outcome(const WaveTask&)>& work) {
+  WorkThrough<Outcome>(context, banks, doing, work, [&](Outcome&& outcome) {
+    context.Sum += outcome.Sum;
+    for (const std::string& fault : outcome.Faults) context.Fail(fault);
+    return context.Out.Write(outcome.Lines);
+  });
+}
+
+std::string FaultText(std::uint32_t error) {
+  switch (error) {
+    case 2: return "not found";
+    case 3: return "no such folder";
+    case 4: return "too many open files";
+    case 5: return "access denied";
+    case 8: return "out of memory";
+    case 13: return "this kind cannot hold the map";
+    case 19: return "the disk is write-protected";
+    case 32:
+    case 33: return "in use by another program";
+    case 38: return "the file ends too early";
+    case 112: return "the disk is full";
+    case 206: return "the path is too long";
+    case 223: return "the file is too large";
+    case 1392: return "the file is damaged";
+    default: return "system error " + std::to_string(error);
+  }
+}
+
+std::string LastFault() {
+  return FaultText(Disk().LastError());
+}
+
+std::string FaultText(const MapFault& fault) {
+  switch (fault.Why) {
+    case MapFault::None: return "";
+    case MapFault::Refused: return FaultText(fault.Error);
+    case MapFault::CutShort: return "cut short";
+    case MapFault::Foreign: return "no map of its kind";
+    case MapFault::NoLibrary: return "needs a library that is not there";
+    case MapFault::NoNarrowPath: return "its library cannot be given the path";
+  }
+  return "";
+}
+
+std::string LineOf(const Json& json) {
+  return json.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+std::string KindName(FrqType kind) {
+  return Utf8Of(FrqExtensionW(kind).substr(1));
+}
+
+std::string NoteText(double hz) {
+  if (!(hz > FrqNoPitch)) return "-";
+  const double note = 69.0 + 12.0 * std::log2(hz / 440.0);
+  const int whole = static_cast<int>(std::lround(note));
+  const std::wstring name = NoteNameFromNumber(whole);
+  const int cents = static_cast<int>(std::lround(100.0 * (note - whole)));
+  std::array<char, 16> text{};
+  std::snprintf(text.data(), text.size(), cents == 0 ? "" : " %+d", cents);
+  return name.empty() ? std::to_string(std::lround(hz)) + " Hz" : Utf8Of(name) + text.data();
+}

@@ -1,0 +1,99 @@
+// What a command works with: the call, what it says, and what it has come to.
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "batch/banks.h"
+#include "batch/console.h"
+#include "batch/order.h"
+#include "batch/workers.h"
+#include "frqmap/mapfault.h"
+
+// What came of a run, in numbers. Added up in the order of the waves.
+struct Tally {
+  std::size_t Syllables = 0;
+  std::size_t Maps = 0;      // looked at, made or changed
+  std::size_t Found = 0;     // findings
+  std::size_t Affected = 0;  // syllables with any
+  std::size_t Frames = 0;    // changed by a fix
+  std::size_t Failed = 0;    // could not be read or written
+
+  Tally& operator+=(const Tally& other);
+};
+
+// Of one wave: lines for the output, lines for the other one, and its share of the numbers.
+struct Outcome {
+  std::string Lines;
+  std::vector<std::string> Faults;
+  Tally Sum;
+};
+
+enum class ExitCode { Done = 0, Found = 1, WrongCall = 2, Failed = 3 };
+
+struct Context {
+  const Order& Call;
+  Console& Out;
+  const std::atomic<bool>& Stop;  // the user has asked for the end
+  Tally Sum{};
+
+  int Threads() const;
+  // A fault of one file, which the run goes on from.
+  void Fail(const std::string& line);
+  // What the numbers come to.
+  ExitCode End() const;
+};
+
+// One wave of a bank, for a command.
+struct WaveTask {
+  Bank& Of;
+  const std::wstring& Wave;
+  std::string Name;  // for people, with the bank's folder where there are several
+};
+
+// The banks of the folders of a call; those without a wave, or that are none, are told.
+std::vector<std::unique_ptr<Bank>> BanksOf(Context& context);
+
+// All waves of the banks, in order.
+std::vector<WaveTask> TasksOf(const std::vector<std::unique_ptr<Bank>>& banks);
+
+// Has `work(task)` done for each wave of the banks, on as many threads as the call allows, and what came of it taken in
+// order by `take(result)`, which gives whether to go on. `doing`: for the progress.
+template <typename Result, typename Work, typename Take>
+void WorkThrough(Context& context, const std::vector<std::unique_ptr<Bank>>& banks, const std::string& doing,
+                 const Work& work, const Take& take) {
+  const std::vector<WaveTask> tasks = TasksOf(banks);
+  context.Out.BeginProgress(doing, tasks.size());
+  std::atomic<bool> ends = false;
+  const auto doOne = [&](std::size_t index) -> Result {
+    if (context.Stop) ends = true;
+    return work(tasks[index]);
+  };
+  const auto takeOne = [&](std::size_t index, Result&& result) {
+    if (!take(std::move(result)) || context.Stop) ends = true;
+    context.Out.Progress(index + 1);
+  };
+  RunInOrder<Result>(tasks.size(), context.Threads(), ends, doOne, takeOne);
+  context.Out.EndProgress();
+  if (context.Stop) context.Out.Say("marlit-batch: ended early, as asked; what was begun is finished");
+}
+
+// The same for a command that puts out lines.
+void ForEachWave(Context& context, const std::vector<std::unique_ptr<Bank>>& banks, const std::string& doing,
+                 const std::function<Outcome(const WaveTask&)>& work);
+
+// The system's reason for what failed last in a file, in words: "access denied".
+std::string LastFault();
+std::string FaultText(std::uint32_t error);
+// Why a map cannot be read.
+std::string FaultText(const MapFault& fault);
+
+// A line of JSON, with its end.
+std::string LineOf(const Json& json);
+// As users write kinds: "frq".
+std::string KindName(FrqType kind);
+// As the windows write notes, with the cents above or below: "A3 +12".
+std::string NoteText(double hz);

@@ -1,0 +1,47 @@
+// convert: the maps of one kind as maps of another, which are made anew; the first stay.
+#include "frqmap/convert.h"
+
+#include "batch/commands.h"
+#include "batch/keeping.h"
+#include "batch/mapchange.h"
+#include "batch/survey.h"
+#include "frqmap/mapfiles.h"
+
+namespace {
+
+Outcome ConvertOne(const Context& context, const WaveTask& task) {
+  const Order& call = context.Call;
+  Outcome outcome;
+  outcome.Sum.Syllables = 1;
+  if (!task.Of.HasMap(task.Wave, call.From)) return outcome;
+  FrqMap map;
+  const std::optional<MapFacts> facts = LookAtMap(task.Of, task.Wave, call.From, map);
+  if (!facts || facts->Fault.Why != MapFault::None) {
+    outcome.Faults.push_back(task.Name + ": the " + KindName(call.From) + " map cannot be read" +
+                             (facts ? ": " + FaultText(facts->Fault) : ""));
+    return outcome;
+  }
+  if (!call.IsDryRun) {
+    const bool usesEntries = call.From == FrqTypeMrq || call.To == FrqTypeMrq;
+    MrqStore* const entries = usesEntries ? &task.Of.Entries() : nullptr;
+    if (ConvertMap(task.Wave, call.From, call.To, entries) != 0) {
+      outcome.Faults.push_back(WriteFault(task, call.To));
+      return outcome;
+    }
+  }
+  outcome.Sum.Maps = 1;
+  outcome.Lines = LineOfChange(context, task, call.To, "from " + KindName(call.From));
+  return outcome;
+}
+
+}  // namespace
+
+void ConvertMaps(Context& context, Keeping& keeping) {
+  if (context.Call.From == FrqTypeVs4ufrq || context.Call.To == FrqTypeVs4ufrq) {
+    return context.Fail("maps of the kind vs4ufrq are read and made by a library that this program does not use");
+  }
+  const auto banks = BanksOf(context);
+  const KeptBecauseScope because(keeping.Safety(), KeptBecause::Converted);
+  ForEachWave(context, banks, "converting", [&](const WaveTask& task) { return ConvertOne(context, task); });
+  SayChanges(context, "converted");
+}

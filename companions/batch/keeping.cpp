@@ -1,0 +1,56 @@
+#include "batch/keeping.h"
+
+#include <algorithm>
+#include <map>
+
+#include "base/path.h"
+#include "batch/machine.h"
+
+namespace {
+
+// A run is often one bank of many, so that more of them count than of the windows.
+constexpr Recovery::Limits kLimits = {200, 30, {std::int64_t{1} << 30, std::int64_t{16} << 20}};
+
+class WithoutOld : public FileGuard {
+ public:
+  explicit WithoutOld(FileGuard& guard) : guard_(guard) {}
+  void Begin(const FileChange& change) override { guard_.Begin(change); }
+  void End() override { guard_.End(); }
+  void Mend(const std::wstring& path) override { guard_.Mend(path); }
+  bool Wants(const std::wstring&) override { return false; }
+  bool Keep(const std::wstring&, ByteSpan) override { return true; }
+
+ private:
+  FileGuard& guard_;
+};
+
+}  // namespace
+
+Keeping::Keeping(bool keepsOld) : safety_(Disk(), KeepingFolder(), ProcessNumber(), kLimits) {
+  safety_.Start();
+  if (!keepsOld) withoutOld_ = std::make_unique<WithoutOld>(safety_);
+  SetPresentGuard(keepsOld ? static_cast<FileGuard*>(&safety_) : withoutOld_.get());
+}
+
+Keeping::~Keeping() {
+  SetPresentGuard(nullptr);
+  safety_.Close();
+}
+
+bool Keeping::HasRoom() {
+  return !safety_.TakeKeepFailure();
+}
+
+std::vector<Keeping::Run> Keeping::RunsBelow(const std::wstring& folder) {
+  std::map<std::wstring, Run> runs;  // by their folders
+  for (KeptMap& kept : safety_.Kept().List()) {
+    if (!kept.MapPath.starts_with(PathIn(folder, L""))) continue;
+    Run& run = runs[FolderOf(kept.File)];
+    run.Time = run.Maps.empty() ? kept.Time : std::min(run.Time, kept.Time);
+    run.Maps.push_back(std::move(kept));
+  }
+  std::vector<Run> sorted;
+  for (auto& [path, run] : runs) sorted.push_back(std::move(run));
+  std::ranges::sort(sorted, std::ranges::greater(), &Run::Time);
+  return sorted;
+}

@@ -1,0 +1,37 @@
+// What the program asks of the system beyond files. Each system has a source of its own behind this.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+#include "frqmap/frqtype.h"
+
+class MrqStore;
+
+// A path as somebody typed it, in full and as the program keeps paths.
+std::wstring FullPathOfTyped(const std::string& typed);
+
+// The path for the standard library.
+std::filesystem::path FilesystemPath(const std::wstring& path);
+
+// A path, or a part of one, as users of the system write it, for people to read.
+std::wstring TypedForm(std::wstring path);
+
+// The program's own folder for what it keeps; empty if there is no place for one.
+std::wstring KeepingFolder();
+
+std::uint32_t ProcessNumber();
+
+// Text is UTF-8 from then on, and a pipe that closes makes a write fail.
+void PrepareOutput();
+bool IsTerminal(std::FILE* file);
+
+// Called on any thread when the user asks the program to end. What it does must be safe in a signal handler.
+void WhenInterrupted(void (*handler)());
+
+// Has a resampler make the map of a wave, as the windows do. False with the reason if it could not be run or ended
+// badly.
+bool RunResampler(const std::wstring& resampler, const std::wstring& wave, FrqType kind, MrqStore& store,
+                  std::string& reason);

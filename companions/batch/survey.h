@@ -1,0 +1,13 @@
+// What is known of a wave and its maps: read once, for a list and for a report.
+#pragma once
+
+#include <optional>
+
+#include "batch/banks.h"
+#include "batch/facts.h"
+
+// Of the map of one kind; none without a map. `map` is filled where the map can be read.
+std::optional<MapFacts> LookAtMap(Bank& bank, const std::wstring& wave, FrqType kind, FrqMap& map);
+
+// Of all maps that are there, or of one kind.
+SyllableFacts LookAtSyllable(Bank& bank, const std::wstring& wave, std::optional<FrqType> kind);
