@@ -9,7 +9,7 @@
 #include "batch/curvesvg.h"
 #include "batch/html.h"
 #include "batch/reportpage.h"
-#include "batch/utf8.h"
+#include "base/utf8.h"
 #include "frqmap/checkmark.h"
 #include "testdata.h"
 
