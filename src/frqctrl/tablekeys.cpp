@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <span>
 
 #include "frqmap/mapediting.h"
 
@@ -27,10 +28,11 @@ SampleCount TableKeys::StartColumn() const {
   const std::lock_guard reading(Host.Editing());
   const SampleCount count = Model.ColumnCount();
   if (count == 0) return -1;
-  const auto& frames = Model.Map->Frames;
-  const auto selected = std::ranges::find_if(frames, [](const FrqFrame& frame) { return frame.Selected; });
-  if (selected != frames.end()) return static_cast<SampleCount>(selected - frames.begin());
-  return std::clamp(Model.Geometry.ScrollColumn, 0, count - 1);
+  const SampleCount first = std::clamp(Model.Geometry.ScrollColumn, 0, count - 1);
+  const SampleCount columns = std::clamp(Model.ColumnsInView(), 0, count - first);
+  const auto inView = std::span(Model.Map->Frames).subspan(first, columns);
+  const auto selected = std::ranges::find_if(inView, [](const FrqFrame& frame) { return frame.Selected; });
+  return selected == inView.end() ? first : first + static_cast<SampleCount>(selected - inView.begin());
 }
 
 bool TableKeys::OnKey(WPARAM key, bool isShift, bool isControl) {

@@ -18,8 +18,8 @@ class TableKeys {
   TableKeys(TableModel& model, TableViewport& viewport, TableHost& host)
       : Model(model), Viewport(viewport), Host(host) {}
 
-  // The caret is seen while the table has the focus, once that has come by Tab or a key was used: at the selection, or
-  // at the first column in view.
+  // The caret is seen while the table has the focus, once that has come by Tab or a key was used. It begins at the
+  // first selected column in view, or else at the first one in view.
   void OnFocus(bool has);
   // Another map: the caret begins anew.
   void Forget();

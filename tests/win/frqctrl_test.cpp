@@ -162,7 +162,12 @@ TEST_F(FrqCtrlTest, KeysSelectFramesAndTheCaretIsSeenWithTheFocusAlone) {
   EXPECT_EQ(selected().first + static_cast<std::size_t>(selected().second), std::size_t{kFrameCount});
   EXPECT_GT(selected().second, 20) << "a page";
 
+  press(VK_END);
+  SendMessageW(control_, WM_KILLFOCUS, 0, 0);
   control.SetScrollColumn(0);
+  SendMessageW(control_, WM_SETFOCUS, 0, 0);
+  press(VK_RIGHT);
+  EXPECT_EQ(selected(), Run(1, 1)) << "a caret that comes begins in view, wherever the selection is";
   SendMessageW(control_, WM_KILLFOCUS, 0, 0);
   FrqMap empty;
   Show(nullptr, &empty);
