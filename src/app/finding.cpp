@@ -3,7 +3,7 @@
 #include "dialogs/finddlg.h"
 
 // The list goes on meanwhile and may have opened another folder, as another program may ask it to.
-void FindSyllable(HWND editor, const FileListSender& list, const Voicebank& bank, const std::wstring& folder) {
+void FindSyllable(HWND editor, const FileListSender& list, Voicebank& bank, const std::wstring& folder) {
   CFindDlg dialog;
   dialog.ParentWindow = editor;
   dialog.Syllables = &bank.Maps;

@@ -9,4 +9,4 @@
 #include "app/voicebank.h"
 
 // Runs the window to its end. `folder`: what the voicebank was opened from.
-void FindSyllable(HWND editor, const FileListSender& list, const Voicebank& bank, const std::wstring& folder);
+void FindSyllable(HWND editor, const FileListSender& list, Voicebank& bank, const std::wstring& folder);

@@ -7,6 +7,7 @@
 #include "base/path.h"
 #include "base/text.h"
 #include "window/subclass.h"
+#include "window/waitcursor.h"
 
 namespace {
 
@@ -75,6 +76,17 @@ void CFindDlg::SetupColumns() const {
   if (InManyFolders) AddColumn(view, 1, IDS_KEPT_FOLDER, folderWidth);
 }
 
+// The first time that those are asked for whose maps cannot be read. A map that was read stays in memory, as one does
+// whose syllable was chosen.
+void CFindDlg::ReadMaps() {
+  const WaitCursor waiting;
+  for (int i = 0; i < static_cast<int>(Facts.size()); ++i) {
+    EntryFacts& facts = Facts[static_cast<std::size_t>(i)];
+    if (facts.HasMap) facts.Unreadable = !Syllables->EnsureLoaded(i, Document::OnFailure::KeepSaved);
+  }
+  AreMapsRead = true;
+}
+
 bool CFindDlg::IsOfSort(int index, int sort) const {
   const EntryFacts& facts = Facts[static_cast<std::size_t>(index)];
   switch (sort) {
@@ -90,6 +102,7 @@ bool CFindDlg::IsOfSort(int index, int sort) const {
 // best without a detour.
 void CFindDlg::ListWhatFits() {
   const auto sort = static_cast<int>(SendDlgItemMessageW(Hwnd, IDC_FIND_SORT, CB_GETCURSEL, 0, 0));
+  if (sort == kUnreadable && !AreMapsRead) ReadMaps();
   Rows = Names.Find(WindowText(Item(IDC_FIND_NAME)));
   std::erase_if(Rows, [&](int index) { return !IsOfSort(index, sort); });
   const HWND view = Item(IDC_FIND_LIST);

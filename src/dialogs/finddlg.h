@@ -1,7 +1,7 @@
 // CFindDlg: the window that finds a syllable by a part of its name, or by what is to be done to it.
 //
-// What is listed is the voicebank as it was when the window came. It changes nothing; to go to what was chosen is its
-// owner's business.
+// What is listed is the voicebank as it was when the window came. It changes nothing but that maps may be read: which
+// ones cannot be is known only then. To go to what was chosen is its owner's business.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@
 class CFindDlg : public CTemplateDlg<CFindDlg, IDD_FIND> {
  public:
   // Set before Run: the syllables, and the folder that they were opened from.
-  const Document* Syllables = nullptr;
+  Document* Syllables = nullptr;
   std::wstring Folder;
 
   // If Run gives IDOK: the syllable and its path, which tells whether the same voicebank is open yet.
@@ -30,6 +30,7 @@ class CFindDlg : public CTemplateDlg<CFindDlg, IDD_FIND> {
  private:
   void CollectNames();
   void SetupColumns() const;
+  void ReadMaps();
   void ListWhatFits();
   bool IsOfSort(int index, int sort) const;
   std::wstring FolderText(int index) const;
@@ -38,5 +39,6 @@ class CFindDlg : public CTemplateDlg<CFindDlg, IDD_FIND> {
   std::vector<EntryFacts> Facts;  // of all syllables
   NameSearch Names;
   bool InManyFolders = false;
+  bool AreMapsRead = false;
   std::vector<int> Rows;  // the syllables that are listed
 };
