@@ -5,6 +5,7 @@
 
 #include "app/editordlg.h"
 #include "app/filelistdlg.h"
+#include "app/gocommands.h"
 #include "app/voicebankcheck.h"
 #include "app/words.h"
 #include "base/text.h"
@@ -53,6 +54,7 @@ void CFileListDlg::FindFailure(FindFailureRecord& record) const {
   record.Sample = found->Sample;
   record.Found = true;
   if (record.Show) LocateFailure(record.Index, record.Sample);
+  if (record.Show == kShowWithBar) Windows.MoveModifyBar(record.Index, record.Sample);
 }
 
 // The syllable comes first, so that the run is selected in its own map.

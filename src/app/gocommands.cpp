@@ -29,7 +29,7 @@ bool GoToSyllable(UINT command, const FileListSender& list, Voicebank& bank) {
 }
 
 bool GoToMark(bool forward, const FileListSender& list, int index, SampleCount sample) {
-  FindFailureRecord record{index, sample, forward, true, false};
+  FindFailureRecord record{index, sample, forward, kShowWithBar, false};
   list.FindFailure(record);
   return record.Found && (record.Index != index || record.Sample != sample);
 }

@@ -3,9 +3,14 @@
 
 #include <windows.h>
 
+#include <cstdint>
+
 #include "app/messages.h"
 #include "app/voicebank.h"
 #include "base/sample.h"
+
+// For FindFailureRecord::Show. Who else asks the list for a run leaves the bar where it is.
+constexpr std::uint8_t kShowWithBar = 2;
 
 // From the syllable that is shown, as the user would choose the next one in the list. `command`: ID_GO_NEXTUNSAVED,
 // ID_GO_NEXTUNREADABLE or ID_GO_NEXTMISSING. False if there is none; another map is read for the second where nobody

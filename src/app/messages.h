@@ -84,7 +84,7 @@ struct FindFailureRecord {
   std::int32_t Index;    // in: where to start, negative for the first in the direction; out: where it was found
   std::int32_t Sample;   // in: position to start after, negative for the start of that syllable; out: position found
   std::uint8_t Forward;  // direction
-  std::uint8_t Show;     // also select the syllable and show the run of marks
+  std::uint8_t Show;     // also select the syllable and show the run of marks; kShowWithBar: the bar goes there too
   std::uint8_t Found;    // out
 };
 

@@ -39,6 +39,12 @@ void SideWindows::ShowModifyBar(bool show, HWND list) {
   StartWindow(ModifyBarThread, ready.get());
 }
 
+// Posted, as the bar may be waiting for the list.
+void SideWindows::MoveModifyBar(int index, SampleCount sample) const {
+  const HWND bar = ModifyBar.Hwnd;
+  if (bar) PostMessageW(bar, CModifyFailureDlg::kMoveMessage, static_cast<WPARAM>(index), sample);
+}
+
 unsigned WINAPI SideWindows::ThumbnailThread(void* windows) {
   auto& self = *static_cast<SideWindows*>(windows);
   self.Thumbnail.Run(false);

@@ -48,6 +48,10 @@ INT_PTR CModifyFailureDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM l
   if (message == WM_MOVE) Words.Follow();
   // No message tells a thread that another program has come to the front of another thread's window.
   if (message == WM_TIMER && wParam == kFrontTimer) Words.ShowWhileInFront(IsProgramInFront());
+  if (message == kMoveMessage) {
+    MoveTo(static_cast<int>(wParam), static_cast<int>(lParam));
+    return TRUE;
+  }
   return CTemplateDlg::OnDialogMessage(message, wParam, lParam);
 }
 
@@ -76,10 +80,14 @@ bool CModifyFailureDlg::ShowNext(bool forward) {
   FindFailureRecord record{Index, Sample, forward, true, false};
   ToList().FindFailure(record);
   if (!record.Found) return false;
-  Index = record.Index;
-  Sample = record.Sample;
-  if (TextOfRun) Words.Show(Hwnd, TextOfRun(Index, Sample));
+  MoveTo(record.Index, record.Sample);
   return true;
+}
+
+void CModifyFailureDlg::MoveTo(int index, int sample) {
+  Index = index;
+  Sample = sample;
+  if (TextOfRun) Words.Show(Hwnd, TextOfRun(Index, Sample));
 }
 
 // The way goes round: from the only run it leads back to it.

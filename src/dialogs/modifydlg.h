@@ -16,6 +16,9 @@
 
 class CModifyFailureDlg : public CTemplateDlg<CModifyFailureDlg, IDD_MODIFY> {
  public:
+  // The run at a sample position of a syllable is shown already: the bar is at it from now on.
+  static constexpr UINT kMoveMessage = WM_APP + 0x100;  // index, sample position
+
   // Set before Run: the window of the list, and an event that is set when this window has come.
   HWND List = nullptr;
   HWND Commands = nullptr;  // the window whose keys act here too
@@ -31,6 +34,7 @@ class CModifyFailureDlg : public CTemplateDlg<CModifyFailureDlg, IDD_MODIFY> {
 
  private:
   bool ShowNext(bool forward);
+  void MoveTo(int index, int sample);
   void PressNext(bool forward, int button);
   void ShowNextOrEnd();
   void PlaceBesideWork() const;

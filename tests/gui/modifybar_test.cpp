@@ -126,6 +126,10 @@ TEST_F(ModifyBar, SaysWhichRunOfHowManyItIsAtAndWhyAndKeepsClearOfTheWork) {
   PressButton(IDC_MODIFY_NEXT);
   EXPECT_TRUE(says(L"3 of 4, e.wav.")) << WordsOfBar().c_str();
   EXPECT_NE(WordsOfBar().find(L"A4"), std::wstring::npos) << "what is suggested";
+  Press(ID_GO_PREVIOUSMARK);
+  EXPECT_TRUE(says(L"2 of 4, b.wav.")) << "a run that the editor has gone to";
+  PressButton(IDC_MODIFY_NEXT);
+  EXPECT_TRUE(says(L"3 of 4, e.wav.")) << "and from there on";
   EXPECT_EQ(LOWORD(SendMessageW(Bar(), DM_GETDEFID, 0, 0)), IDC_MODIFY_MODIFY);
   RECT bar{}, window{}, shared{};
   GetWindowRect(Bar(), &bar);
