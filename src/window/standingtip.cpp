@@ -18,6 +18,7 @@ void StandingTip::Show(HWND below, const std::wstring& text) {
   if (!tip_) return;
   TTTOOLINFOW tool = TrackedTool(below, text_);
   SendMessageW(tip_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
+  if (!text_.empty()) isShown_ = false;  // words that stand already are painted when they come once more
   ShowWhileInFront(true);
 }
 
