@@ -54,8 +54,13 @@ void CDlgBase::RunLoop() {
 }
 
 bool CDlgBase::TranslateAccelerators(MSG& message) {
-  return std::ranges::any_of(Accelerators,
-                             [&](HACCEL table) { return TranslateAcceleratorW(Hwnd, table, &message) != 0; });
+  const bool isTaken = std::ranges::any_of(
+      Accelerators, [&](HACCEL table) { return TranslateAcceleratorW(Hwnd, table, &message) != 0; });
+  // Where the system does not see the key that was pressed with Alt, it opens the menu when Alt is let go.
+  if (isTaken && message.message == WM_SYSKEYDOWN) {
+    DefWindowProcW(Hwnd, WM_SYSKEYDOWN, message.wParam, message.lParam);
+  }
+  return isTaken;
 }
 
 bool CDlgBase::TranslateKey(const MSG&) {

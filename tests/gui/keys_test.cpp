@@ -16,6 +16,11 @@ struct DailyKeys : CheckTest {
       return done();
     })) << keys.back();
   }
+  bool IsInMenu() const {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof(info);
+    return GetGUIThreadInfo(GetWindowThreadProcessId(editor_, nullptr), &info) && (info.flags & GUI_INMENUMODE);
+  }
   int Shown() const { return ListView_GetNextItem(GetDlgItem(list_, IDC_LIST_FILES), -1, LVNI_SELECTED); }
 };
 
@@ -25,6 +30,8 @@ TEST_F(DailyKeys, ChangeTheSelectedFramesAndPlaceTheView) {
   SelectFrames({1, 2});
   const auto is = [this](double hz) { return [this, hz] { return std::abs(Hz(1) - hz) < 1e-9 && Hz(0) == 100.0; }; };
   PressUntil({VK_MENU, VK_UP}, is(200.0));
+  Sleep(100);
+  EXPECT_FALSE(IsInMenu()) << "Alt let go opens no menu behind a key";
   PressUntil({VK_MENU, VK_DOWN}, is(100.0));
   PressUntil({VK_MENU, VK_SHIFT, VK_UP}, is(300.0));
   PressUntil({VK_MENU, VK_SHIFT, VK_DOWN}, is(100.0));
