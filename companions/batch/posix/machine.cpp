@@ -13,6 +13,7 @@
 
 #include "base/path.h"
 #include "base/posix/nativepath.h"
+#include "base/utf8.h"
 #include "frqmap/mapfiles.h"
 #include "frqmap/mrqstore.h"
 
@@ -48,8 +49,7 @@ std::filesystem::path FilesystemPath(const std::wstring& path) {
 }
 
 std::wstring TypedForm(std::wstring path) {
-  std::ranges::replace(path, L'\\', L'/');
-  return path;
+  return WideOf(NativePath(path));
 }
 
 std::wstring KeepingFolder() {
