@@ -46,7 +46,7 @@ constexpr std::array kTexts = std::to_array<NamedText>({
     {"key", {"Key", "キー"}},
     {"range", {"Range", "音域"}},
     {"range-sort", {"Sorts by the lowest pitch", "最も低い音高で並べ替えます"}},
-    {"seconds", {"Length (s)", "長さ(秒)"}},
+    {"seconds", {"Seconds", "秒数"}},
     {"seconds-unit", {" s", " 秒"}},
     {"frames", {"Frames", "フレーム"}},
     {"voiced", {"Voiced", "有声"}},
