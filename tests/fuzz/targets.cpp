@@ -6,6 +6,8 @@
 #include <cstring>
 #include <map>
 
+#include "batch/curvecsv.h"
+#include "batch/pitchtier.h"
 #include "check/checkrules.h"
 #include "companions/resampler/arguments.h"
 #include "frqmap/dio.h"
@@ -273,4 +275,21 @@ void CommandLine(ByteSpan file) {
   Expect(again && again->note && again->input == wave && again->output == output);
   Expect(std::fabs(again->note->lengthMs / note.lengthMs - 1.0) < 1e-5 && again->note->hz == hz);
   Expect(again->note->modulation == settings.Modulation && again->note->pitchBend == std::vector{0.0, 0.0});
+}
+
+// As a table and as a tier: what is read goes in order, comes back from a table of ours, and lies in a map within its
+// limits.
+void Curve(ByteSpan file) {
+  for (const auto read : {ReadCurveCsv, ReadPitchTier}) {
+    const CurveReading reading = read({reinterpret_cast<const char*>(file.data()), file.size()});
+    Expect((reading.Fault.Why == CurveFault::None) != reading.Points.empty());
+    if (reading.Points.empty()) continue;
+    Expect(std::ranges::is_sorted(reading.Points, {}, &CurvePoint::Seconds));
+    Expect(ReadCurveCsv(CurveCsv(reading.Points)).Points == reading.Points);
+    const auto map = MapOfPoints(reading.Points, FrqTypePmk, 100);
+    if (!map) continue;
+    const double most = MaxFrequencyOfKind(FrqTypePmk);
+    Expect(
+        std::ranges::all_of(map->Frames, [&](const FrqFrame& f) { return f.Frequency >= 55 && f.Frequency <= most; }));
+  }
 }
