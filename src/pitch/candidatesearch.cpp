@@ -35,6 +35,7 @@ class Writer {
 double ClearnessOf(double correlation) {
   return -0.25 * std::log2(std::max(1.004 - correlation, 0.0005));
 }
+const double kUnclear = ClearnessOf(0.0);
 
 }  // namespace
 
@@ -55,29 +56,34 @@ double CandidateSearch::LevelAt(double seconds) const {
 const std::vector<FoundPitch>& CandidateSearch::At(double seconds, const LogRange& range) {
   places_.clear();
   found_.clear();
+  facts_.clear();
   Correlate(seconds);
   AddRepeats(range);
-  AddRegular(views_.Near(seconds));
-  AddLines(views_.Near(seconds));
+  const HarmonicView& view = views_.Near(seconds);
+  AddRegular(view);
+  AddLines(view);
   const double ratio = fine_.Rate() / coarse_.Rate();
   const auto reach = std::clamp<std::ptrdiff_t>(std::lround(0.75 * ratio), 1, kMostReach);
   const auto centre = static_cast<std::ptrdiff_t>(seconds * fine_.Rate());
   for (const Place& place : places_) {
     const Repeat repeat = BestNear(fine_, centre, place.lag * fine_.Rate(), reach);
-    const double logHz = std::log2(fine_.Rate() / repeat.lag);
-    const auto isSame = [&](const FoundPitch& one) { return std::abs(one.logHz - logHz) < kSameOctaves; };
-    if (std::ranges::none_of(found_, isSame)) found_.push_back({logHz, repeat.correlation, {}});
+    AddFound(std::log2(fine_.Rate() / repeat.lag), repeat.correlation, view);
   }
   const Surroundings around = SurroundingsAt(seconds);
-  for (FoundPitch& one : found_) Describe(one, around);
+  for (std::size_t i = 0; i < found_.size(); ++i) Describe(i, around);
   return found_;
 }
 
+void CandidateSearch::AddFound(double logHz, double correlation, const HarmonicView& view) {
+  const auto isSame = [&](const FoundPitch& one) { return std::abs(one.logHz - logHz) < kSameOctaves; };
+  if (std::ranges::any_of(found_, isSame)) return;
+  const double hz = std::exp2(logHz);
+  found_.push_back({logHz, correlation, {}});
+  facts_.push_back({hz, ClearnessOf(correlation), views_.RegularityAt(view, 1.0 / hz)});
+}
+
 void CandidateSearch::Correlate(double seconds) {
-  const auto centre = static_cast<std::ptrdiff_t>(seconds * coarse_.Rate());
-  for (std::size_t i = 0; i < correlation_.size(); ++i) {
-    correlation_[i] = coarse_.At(centre, shortest_ + static_cast<std::ptrdiff_t>(i));
-  }
+  coarse_.AtEach(static_cast<std::ptrdiff_t>(seconds * coarse_.Rate()), shortest_, correlation_);
 }
 
 // The highest peaks of the correlation, those within the range first.
@@ -101,27 +107,29 @@ bool CandidateSearch::IsNew(double lag) const {
 }
 
 void CandidateSearch::AddRegular(const HarmonicView& view) {
-  std::vector<Place> regular;
+  peaks_.clear();
   const auto first = static_cast<std::size_t>(coarse_.Rate() / kHighestVoiceHz);
   const auto last = std::min(static_cast<std::size_t>(coarse_.Rate() / kLowestVoiceHz) + 1, kViewBins - 2);
   for (std::size_t i = std::max<std::size_t>(first, 1); i <= last; ++i) {
     const float before = view.regularity[i - 1], here = view.regularity[i], after = view.regularity[i + 1];
     if (here <= 0.0f || here < before || here <= after) continue;
     const Peak peak = PeakOf(before, here, after);
-    regular.push_back({(static_cast<double>(i) + peak.offset) / coarse_.Rate(), peak.height});
+    peaks_.push_back({(static_cast<double>(i) + peak.offset) / coarse_.Rate(), peak.height});
   }
-  std::ranges::sort(regular, std::greater(), &Place::height);
-  if (regular.size() > kMostRegular) regular.resize(kMostRegular);
-  for (const Place& place : regular) AddPlace(place.lag);
+  AddHighest(kMostRegular);
 }
 
-void CandidateSearch::AddPlace(double lag) {
-  if (places_.size() < kMostCandidates && IsNew(lag)) places_.push_back({lag, 0.0});
+// Of the peaks so many, where there is room for them.
+void CandidateSearch::AddHighest(std::size_t most) {
+  std::ranges::sort(peaks_, std::greater(), &Place::height);
+  for (const Place& peak : std::span(peaks_).first(std::min(peaks_.size(), most))) {
+    if (places_.size() < kMostCandidates && IsNew(peak.lag)) places_.push_back({peak.lag, 0.0});
+  }
 }
 
 // The strongest lines of the spectrum: in breath the first harmonic may be all that is left of a voice.
 void CandidateSearch::AddLines(const HarmonicView& view) {
-  std::vector<Place> lines;
+  peaks_.clear();
   const double binsPerHz = static_cast<double>(kFftLength) / coarse_.Rate();
   const auto first = static_cast<std::size_t>(kLowestVoiceHz * binsPerHz);
   const auto last = std::min(static_cast<std::size_t>(kHighestVoiceHz * binsPerHz), kViewBins - 2);
@@ -129,73 +137,76 @@ void CandidateSearch::AddLines(const HarmonicView& view) {
     const float before = view.levels[i - 1], here = view.levels[i], after = view.levels[i + 1];
     if (here < before || here <= after) continue;
     const Peak peak = PeakOf(before, here, after);
-    lines.push_back({binsPerHz / (static_cast<double>(i) + peak.offset), peak.height});
+    peaks_.push_back({binsPerHz / (static_cast<double>(i) + peak.offset), peak.height});
   }
-  std::ranges::sort(lines, std::greater(), &Place::height);
-  for (const Place& place : std::span(lines).first(std::min(lines.size(), kMostLines))) AddPlace(place.lag);
+  AddHighest(kMostLines);
 }
 
-// That of a candidate near a lag [s], or that of the coarse signal; 0 outside the lags that there are.
-double CandidateSearch::CorrelationNear(double lag) const {
-  const double logHz = -std::log2(lag);
-  for (const FoundPitch& one : found_) {
-    if (std::abs(one.logHz - logHz) < kNearOctaves) return one.correlation;
+// That of a candidate near a pitch and its lag [s], or that of the coarse signal, as of one that does not repeat itself
+// outside the lags that there are.
+double CandidateSearch::ClearnessNear(double logHz, double lag) const {
+  for (std::size_t i = 0; i < found_.size(); ++i) {
+    if (std::abs(found_[i].logHz - logHz) < kNearOctaves) return facts_[i].clearness;
   }
-  const std::ptrdiff_t place = std::lround(lag * coarse_.Rate()) - shortest_;
-  if (place < 1 || place + 1 >= std::ssize(correlation_)) return 0.0;
+  const std::ptrdiff_t place = static_cast<std::ptrdiff_t>(lag * coarse_.Rate() + 0.5) - shortest_;
+  if (place < 1 || place + 1 >= std::ssize(correlation_)) return kUnclear;
   const double* at = &correlation_[static_cast<std::size_t>(place)];
-  return std::max({at[-1], at[0], at[1]});
+  return ClearnessOf(std::max({at[-1], at[0], at[1]}));
 }
 
 // What is heard at a moment, whatever its pitch may be.
 CandidateSearch::Surroundings CandidateSearch::SurroundingsAt(double seconds) {
   constexpr double kApart[] = {-0.04, -0.02, 0.02, 0.04};  // [s]
+  constexpr std::ptrdiff_t kOtherSteps[] = {-4, -2, 2, 4};
   const auto decades = [&](double at) { return std::log2(std::max(LevelAt(at), 1e-3)) / 5.0; };
   const double power = coarse_.PowerAt(static_cast<std::ptrdiff_t>(seconds * coarse_.Rate()));
   const double withHigh = fine_.PowerAt(static_cast<std::ptrdiff_t>(seconds * fine_.Rate()));
-  Surroundings around{seconds, views_.Near(seconds), decades(seconds), {}, 0.0, 0.0, 0.0};
+  Surroundings around{views_.Near(seconds), {}, decades(seconds), {}, 0.0, kUnclear, 0.0};
+  for (std::size_t i = 0; i < around.others.size(); ++i) around.others[i] = &views_.Near(seconds, kOtherSteps[i]);
   for (std::size_t i = 0; i < around.changes.size(); ++i) {
     around.changes[i] = decades(seconds + kApart[i]) - around.level;
   }
   around.high = std::log2((withHigh + 1e-9) / (power + 1e-9)) / 4.0;
-  for (const FoundPitch& one : found_) {
-    around.correlation = std::max(around.correlation, one.correlation);
-    around.regularity =
-        std::max<double>(around.regularity, views_.RegularityAt(around.view, std::exp2(-one.logHz)));
+  for (const Facts& one : facts_) {
+    around.clearness = std::max(around.clearness, one.clearness);
+    around.regularity = std::max(around.regularity, one.regularity);
   }
   return around;
 }
 
 // Their order is that of the weights that were learned.
-void CandidateSearch::Describe(FoundPitch& one, const Surroundings& around) {
-  constexpr double kOtherLags[] = {0.5, 1.5, 2.0, 3.0, 1.0 / 3.0, 2.0 / 3.0};
+void CandidateSearch::Describe(std::size_t place, const Surroundings& around) {
+  struct Part {
+    double lag, octaves;  // of a lag, and how much higher its pitch is
+  };
+  static const Part kOthers[] = {{0.5, 1.0}, {1.5, -std::log2(1.5)}, {2.0, -1.0}, {3.0, -std::log2(3.0)},
+                                 {1.0 / 3.0, std::log2(3.0)}, {2.0 / 3.0, std::log2(1.5)}};
   constexpr double kOtherHarmonics[] = {1.0 / 3, 2.0 / 3, 4.0 / 3, 5.0 / 3, 6.5, 7.0, 8.0};
-  const double hz = std::exp2(one.logHz), lag = 1.0 / hz;
+  FoundPitch& one = found_[place];
+  const auto& [hz, clearness, regularity] = facts_[place];
+  const double lag = 1.0 / hz;
   Writer out(one.traits);
   out.Put((one.logHz - 8.0) / 2.0);
   out.Put(around.level);
   for (const double change : around.changes) out.Put(change);
   out.Put(around.high);
 
-  const double clearness = ClearnessOf(one.correlation), clearest = ClearnessOf(around.correlation);
   out.Put(clearness);
-  out.Put(clearest - clearness);
-  out.Put(clearest);
-  for (const double part : kOtherLags) out.Put(ClearnessOf(CorrelationNear(part * lag)));
+  out.Put(around.clearness - clearness);
+  out.Put(around.clearness);
+  for (const Part& part : kOthers) out.Put(ClearnessNear(one.logHz + part.octaves, part.lag * lag));
 
-  const double regularity = views_.RegularityAt(around.view, lag);
   out.Put(regularity);
   out.Put(around.regularity - regularity);
   out.Put(around.regularity);
-  for (const double part : kOtherLags) out.Put(views_.RegularityAt(around.view, part * lag));
+  for (const Part& part : kOthers) out.Put(views_.RegularityAt(around.view, part.lag * lag));
 
   for (int half = 1; half <= 12; ++half) out.Put(views_.LevelAt(around.view, 0.5 * half * hz));
   for (const double times : kOtherHarmonics) out.Put(views_.LevelAt(around.view, times * hz));
 
-  for (const std::ptrdiff_t steps : {-4, -2, 2, 4}) {
-    const HarmonicView& other = views_.Near(around.seconds, steps);
+  for (const HarmonicView* const other : around.others) {
     float highest = -1.0f;
-    for (const double near : {0.97, 1.0, 1.03}) highest = std::max(highest, views_.RegularityAt(other, near * lag));
+    for (const double near : {0.97, 1.0, 1.03}) highest = std::max(highest, views_.RegularityAt(*other, near * lag));
     out.Put(highest);
   }
 }

@@ -48,23 +48,28 @@ class CandidateSearch {
     double lag;  // [s]
     double height;
   };
+  // What is needed of a candidate more than once.
+  struct Facts {
+    double hz, clearness, regularity;
+  };
   struct Surroundings {
-    double seconds;
     const HarmonicView& view;
+    std::array<const HarmonicView*, 4> others;  // before and after
     double level;
-    std::array<double, 4> changes;   // of the level, before and after
-    double high;                     // what lies above the coarse signal
-    double correlation, regularity;  // the highest of all candidates
+    std::array<double, 4> changes;  // of the level, before and after
+    double high;                    // what lies above the coarse signal
+    double clearness, regularity;   // the highest of all candidates
   };
   void Correlate(double seconds);
   void AddRepeats(const LogRange& range);
   void AddRegular(const HarmonicView& view);
   bool IsNew(double lag) const;
   void AddLines(const HarmonicView& view);
-  void AddPlace(double lag);
-  double CorrelationNear(double lag) const;
+  void AddHighest(std::size_t most);
+  void AddFound(double logHz, double correlation, const HarmonicView& view);
+  double ClearnessNear(double logHz, double lag) const;
   Surroundings SurroundingsAt(double seconds);
-  void Describe(FoundPitch& one, const Surroundings& around);
+  void Describe(std::size_t place, const Surroundings& around);
 
   const Repetition& coarse_;
   const Repetition& fine_;
@@ -72,6 +77,7 @@ class CandidateSearch {
   const std::ptrdiff_t shortest_;    // lag
   std::vector<double> correlation_;  // of the coarse signal at the shortest lag and on
   HarmonicViews views_;
-  std::vector<Place> places_;
+  std::vector<Place> places_, peaks_;
   std::vector<FoundPitch> found_;
+  std::vector<Facts> facts_;  // of those found
 };

@@ -42,9 +42,9 @@ double CostOfStep(const Candidate& from, const Candidate& to, double scale) {
 // than kCostSeconds need it.
 std::vector<std::size_t> BestPath(const std::vector<Candidates>& frames, double scale) {
   std::vector<std::array<std::uint8_t, kMostCandidates + 1>> cameFrom(frames.size());
-  std::vector<double> scores(1, 0.0);
+  std::vector<double> scores(1, 0.0), next;
   for (std::size_t i = 0; i < frames.size(); ++i) {
-    std::vector<double> next;
+    next.clear();
     for (std::size_t k = 0; k < frames[i].size(); ++k) {
       double best = -std::numeric_limits<double>::infinity();
       for (std::size_t from = 0; from < scores.size(); ++from) {
@@ -55,7 +55,7 @@ std::vector<std::size_t> BestPath(const std::vector<Candidates>& frames, double 
       }
       next.push_back(best + frames[i][k].strength);
     }
-    scores = std::move(next);
+    std::swap(scores, next);
   }
   std::vector<std::size_t> path(frames.size());
   std::size_t at = static_cast<std::size_t>(std::ranges::max_element(scores) - scores.begin());
@@ -120,10 +120,13 @@ std::vector<PitchFrame> PitchSearch::Candidates(SampleCount hop, SampleCount fir
     const LogRange range = RangeOf(constraint, i);
     const std::vector<FoundPitch>& found = search.At(seconds, range);
     const std::vector<double> strengths = StrengthsOf(found);
+    std::vector<PitchCandidate>& pitches = frames[i].pitches;
+    pitches.reserve(found.size());
     for (std::size_t k = 0; k < found.size(); ++k) {
-      if (range.Holds(found[k].logHz)) frames[i].pitches.push_back({found[k].logHz, strengths[k]});
+      if (!range.Holds(found[k].logHz)) continue;
+      const auto place = std::ranges::upper_bound(pitches, strengths[k], std::greater(), &PitchCandidate::strength);
+      pitches.insert(place, {found[k].logHz, strengths[k]});
     }
-    std::ranges::stable_sort(frames[i].pitches, std::greater(), &PitchCandidate::strength);
   }
   return frames;
 }
@@ -133,11 +136,10 @@ double PitchSearch::SupportAt(SampleCount sample, double hz, double cents) const
   const Repetition& fine = signals_->fine;
   const double lag = fine.Rate() / hz, share = std::exp2(cents / 1200.0);
   const auto centre = static_cast<std::ptrdiff_t>(sample / rate_ * fine.Rate());
-  double best = -1.0;
-  for (std::ptrdiff_t at = std::lround(lag / share); at <= std::lround(lag * share); ++at) {
-    best = std::max(best, fine.At(centre, at));
-  }
-  return best;
+  const std::ptrdiff_t first = std::lround(lag / share), last = std::lround(lag * share);
+  std::vector<double> correlations(static_cast<std::size_t>(last - first + 1));
+  fine.AtEach(centre, first, correlations);
+  return std::ranges::max(correlations);
 }
 
 std::vector<double> BestPitchPath(std::span<const PitchFrame> frames, double seconds) {
@@ -146,8 +148,10 @@ std::vector<double> BestPitchPath(std::span<const PitchFrame> frames, double sec
   std::vector<Candidates> candidates;
   candidates.reserve(frames.size());
   for (const PitchFrame& frame : frames) {
-    Candidates& own = candidates.emplace_back(1, Candidate{0.0, frame.voiceless, false});
     const std::size_t count = std::min(frame.pitches.size(), kMostCandidates);
+    Candidates& own = candidates.emplace_back();
+    own.reserve(count + 1);
+    own.push_back({0.0, frame.voiceless, false});
     for (const PitchCandidate& one : std::span(frame.pitches).first(count)) {
       own.push_back({one.logHz, one.strength, true});
     }

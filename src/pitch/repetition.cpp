@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <numbers>
+#include <span>
 #include <utility>
 
 namespace {
@@ -11,15 +13,44 @@ namespace {
 constexpr double kRumbleHz = 45.0;
 constexpr double kLeastWindow = 0.010;  // [s]; a lower pitch is compared over one whole period
 
-// In four sums, so that an addition need not wait for the one before.
-float DotProduct(const float* a, const float* b, std::ptrdiff_t count) {
-  float sums[4] = {};
+constexpr std::size_t kTogether = 4;
+
+// A stretch of a signal and one that it is held against.
+struct Pair {
+  const float* a;
+  const float* b;
+  std::ptrdiff_t count;
+};
+
+using Four [[gnu::vector_size(16)]] = float;
+
+Four FourAt(const float* from) {
+  Four four;
+  std::memcpy(&four, from, sizeof(four));
+  return four;
+}
+
+// The sums of products of some pairs. Each is taken in four sums, and those of four pairs side by side, so that an
+// addition need not wait for the one before.
+void DotProducts(const Pair (&pairs)[kTogether], float (&products)[kTogether]) {
+  const auto& [p, q, r, s] = pairs;
+  const std::ptrdiff_t common = std::min({p.count, q.count, r.count, s.count});
+  Four sums[kTogether] = {};
   std::ptrdiff_t i = 0;
-  for (; i + 4 <= count; i += 4) {
-    for (std::ptrdiff_t k = 0; k < 4; ++k) sums[k] += a[i + k] * b[i + k];
+  for (; i + 4 <= common; i += 4) {
+    sums[0] += FourAt(p.a + i) * FourAt(p.b + i);
+    sums[1] += FourAt(q.a + i) * FourAt(q.b + i);
+    sums[2] += FourAt(r.a + i) * FourAt(r.b + i);
+    sums[3] += FourAt(s.a + i) * FourAt(s.b + i);
   }
-  for (; i < count; ++i) sums[0] += a[i] * b[i];
-  return (sums[0] + sums[1]) + (sums[2] + sums[3]);
+  for (std::size_t pair = 0; pair < kTogether; ++pair) {
+    const auto& [a, b, count] = pairs[pair];
+    Four own = sums[pair];
+    std::ptrdiff_t rest = i;
+    for (; rest + 4 <= count; rest += 4) own += FourAt(a + rest) * FourAt(b + rest);
+    for (; rest < count; ++rest) own[0] += a[rest] * b[rest];
+    products[pair] = (own[0] + own[1]) + (own[2] + own[3]);
+  }
 }
 
 }  // namespace
@@ -55,12 +86,19 @@ Signal Decimated(const Signal& signal, std::ptrdiff_t factor) {
     taps.push_back(
         static_cast<float>(kPassband / static_cast<double>(factor) * hann * (i == 0 ? 1.0 : std::sin(x) / x)));
   }
-  Signal padded(static_cast<std::size_t>(half));
-  padded.insert(padded.end(), signal.begin(), signal.end());
-  padded.resize(padded.size() + static_cast<std::size_t>(half));
-  Signal out;
-  for (std::ptrdiff_t first = 0; first < std::ssize(signal); first += factor) {
-    out.push_back(DotProduct(padded.data() + first, taps.data(), std::ssize(taps)));
+  Signal padded(signal.size() + 2 * static_cast<std::size_t>(half));
+  std::ranges::copy(signal, padded.begin() + half);
+  const std::ptrdiff_t count = (std::ssize(signal) + factor - 1) / factor;
+  Signal out(static_cast<std::size_t>(count));
+  for (std::ptrdiff_t at = 0; at < count; at += kTogether) {
+    Pair pairs[kTogether];
+    for (std::size_t k = 0; k < kTogether; ++k) {
+      const std::ptrdiff_t own = std::min(at + static_cast<std::ptrdiff_t>(k), count - 1);
+      pairs[k] = {padded.data() + own * factor, taps.data(), std::ssize(taps)};
+    }
+    float products[kTogether];
+    DotProducts(pairs, products);
+    std::copy_n(products, std::min<std::ptrdiff_t>(kTogether, count - at), out.begin() + at);
   }
   return out;
 }
@@ -87,17 +125,35 @@ double Repetition::LoudestPower(std::ptrdiff_t step) const {
   return loudest;
 }
 
-double Repetition::At(std::ptrdiff_t centre, std::ptrdiff_t lag) const {
-  const std::ptrdiff_t window = std::max(LeastWindow(), lag);
-  const std::ptrdiff_t room = Size() - lag - window;
-  if (room < 0) return 0.0;
-  const std::ptrdiff_t first = std::clamp<std::ptrdiff_t>(centre - (lag + window) / 2, 0, room);
-  const double noise = noisePower_ * static_cast<double>(window);
-  const double energies = (Energy(first, first + window) + noise) * (Energy(first + lag, first + lag + window) + noise);
-  if (!(energies > 0.0)) return 0.0;
-  return DotProduct(&signal_[static_cast<std::size_t>(first)], &signal_[static_cast<std::size_t>(first + lag)],
-                    window) /
-         std::sqrt(energies);
+Repetition::Windows Repetition::WindowsOf(std::ptrdiff_t centre, std::ptrdiff_t lag) const {
+  const std::ptrdiff_t length = std::max(LeastWindow(), lag);
+  const std::ptrdiff_t room = Size() - lag - length;
+  if (room < 0) return {0, 0, 0.0};
+  const std::ptrdiff_t first = std::clamp<std::ptrdiff_t>(centre - (lag + length) / 2, 0, room);
+  const double noise = noisePower_ * static_cast<double>(length);
+  return {first, length,
+          (Energy(first, first + length) + noise) * (Energy(first + lag, first + lag + length) + noise)};
+}
+
+void Repetition::AtEach(std::ptrdiff_t centre, std::ptrdiff_t lag, std::span<double> correlations) const {
+  const float* const samples = signal_.data();
+  while (!correlations.empty()) {
+    const std::size_t count = std::min(correlations.size(), kTogether);
+    Pair pairs[kTogether] = {};
+    double energies[kTogether] = {};
+    for (std::size_t k = 0; k < count; ++k, ++lag) {
+      const Windows windows = WindowsOf(centre, lag);
+      pairs[k] = {samples + windows.first, samples + windows.first + lag, windows.length};
+      energies[k] = windows.energies;
+    }
+    std::fill(pairs + count, pairs + kTogether, pairs[0]);
+    float products[kTogether];
+    DotProducts(pairs, products);
+    for (std::size_t k = 0; k < count; ++k) {
+      correlations[k] = energies[k] > 0.0 ? products[k] / std::sqrt(energies[k]) : 0.0;
+    }
+    correlations = correlations.subspan(count);
+  }
 }
 
 Peak PeakOf(double before, double middle, double after) {
@@ -110,7 +166,7 @@ Repeat BestNear(const Repetition& signal, std::ptrdiff_t centre, double nearLag,
   const std::ptrdiff_t first = std::lround(nearLag) - reach - 1;
   std::array<double, 2 * kMostReach + 3> around{};
   const auto end = around.begin() + 2 * reach + 3;
-  for (auto at = around.begin(); at != end; ++at) *at = signal.At(centre, first + (at - around.begin()));
+  signal.AtEach(centre, first, {around.begin(), end});
   const auto top = std::max_element(around.begin() + 1, end - 1);
   const Peak peak = PeakOf(top[-1], top[0], top[1]);
   return {static_cast<double>(first + (top - around.begin())) + peak.offset, peak.height};

@@ -30,11 +30,16 @@ class Repetition {
   // Taken as part of every window, so that what is next to silent correlates less.
   void SetNoisePower(double power) { noisePower_ = power; }
 
-  // The correlation of two windows of one lag, or of 10 ms where that is longer, that lie `lag` samples apart and on
-  // both sides of a sample; -1 to 1. Near the ends of the signal they are moved inside.
-  double At(std::ptrdiff_t centre, std::ptrdiff_t lag) const;
+  // For each lag from `lag` on, the correlation of two windows of that lag, or of 10 ms where that is longer, that lie
+  // so many samples apart and on both sides of a sample; -1 to 1. Near the ends of the signal they are moved inside.
+  void AtEach(std::ptrdiff_t centre, std::ptrdiff_t lag, std::span<double> correlations) const;
 
  private:
+  struct Windows {
+    std::ptrdiff_t first, length;  // of the first of the two; a length of 0 if the signal is too short
+    double energies;               // their product
+  };
+  Windows WindowsOf(std::ptrdiff_t centre, std::ptrdiff_t lag) const;
   std::ptrdiff_t LeastWindow() const;
   double Energy(std::ptrdiff_t first, std::ptrdiff_t last) const {
     return squares_[static_cast<std::size_t>(last)] - squares_[static_cast<std::size_t>(first)];
