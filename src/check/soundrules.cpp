@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <new>
+#include <numeric>
 #include <vector>
 
 #include "check/checkrules.h"
@@ -31,7 +32,11 @@ constexpr double kClearlyBelow = 0.12;
 // No voice is heard.
 constexpr double kUnheard = 0.5;             // mean support of the map, at most
 constexpr double kUnheardBesideVoice = 0.2;  // likewise where the map only holds on to a voice for longer
-constexpr double kHeldOnMs = 40.0;           // so long at least
+constexpr double kHeldOnMs = 17.0;           // so long at least
+// A hum repeats itself after any time, and a hiss may: no voice either is what the candidates do not speak for.
+constexpr double kUnlikely = 0.25;  // strength of a candidate, at most,
+constexpr double kNear = 60.0;      // that lies so near to the map [cents]
+constexpr double kBorneOut = 0.75;  // support of a single frame that is not marked
 
 // A voice is heard in a gap.
 constexpr double kGapHeard = 0.6;       // mean support within a tone
@@ -66,7 +71,12 @@ class SoundCheck {
     for (SampleCount i = 0; i < Count(); ++i) claims_[Index(i)] = ClaimAt(i);
     for (SampleCount first = 0, end = 0; first < Count(); first = end) {
       while (end < Count() && claims_[Index(end)] == claims_[Index(first)]) ++end;
-      if (Holds(first, end)) std::fill(marks_.begin() + first, marks_.begin() + end, claims_[Index(first)]);
+      if (!Holds(first, end)) continue;
+      if (claims_[Index(first)] == Claim::Noise && !HoldsOn(first, end)) {
+        MarkNoise(first, end);
+      } else {
+        std::fill(marks_.begin() + first, marks_.begin() + end, claims_[Index(first)]);
+      }
     }
   }
 
@@ -119,6 +129,12 @@ class SoundCheck {
     }
   }
 
+  const PitchSearch& Search() const {
+    const PitchSearch* const search = search_();
+    if (!search) throw NoSound();
+    return *search;
+  }
+
   // How well the sound bears a pitch out, in the mean.
   double SupportOfHeard(SampleCount first, SampleCount end) const {
     double sum = 0.0;
@@ -126,11 +142,24 @@ class SoundCheck {
     return sum / (end - first);
   }
   double SupportOfMap(SampleCount first, SampleCount end) const {
-    const PitchSearch* const search = search_();
-    if (!search) throw NoSound();
+    const PitchSearch& search = Search();
     double sum = 0.0;
-    for (SampleCount i = first; i < end; ++i) sum += search->SupportAt(i * hop_, Map(i), kSupportReach);
+    for (SampleCount i = first; i < end; ++i) sum += search.SupportAt(i * hop_, Map(i), kSupportReach);
     return sum / (end - first);
+  }
+
+  // How much speaks for the pitch of the map in each frame.
+  std::vector<double> LikelihoodsOfMap(SampleCount first, SampleCount end) const {
+    const std::vector<PitchFrame> frames = Search().Candidates(hop_, first, end - first);
+    std::vector<double> likelihoods;
+    for (SampleCount i = first; i < end; ++i) {
+      double likeliest = 0.0;
+      for (const PitchCandidate& one : frames[Index(i - first)].pitches) {
+        if (CentsBetween(Map(i), std::exp2(one.logHz)) <= kNear) likeliest = std::max(likeliest, one.strength);
+      }
+      likelihoods.push_back(likeliest);
+    }
+    return likelihoods;
   }
 
   // Whether the map runs on to a neighbour that agrees with what is heard.
@@ -180,8 +209,23 @@ class SoundCheck {
 
   bool HoldsNoise(SampleCount first, SampleCount end) const {
     if (IsLoneEnd(first, end)) return false;
-    if (!HoldsOn(first, end)) return IsSilent(first, end) || SupportOfMap(first, end) < kUnheard;
+    if (!HoldsOn(first, end)) return true;
     return (end - first) * hopMs_ >= kHeldOnMs && SupportOfMap(first, end) < kUnheardBesideVoice;
+  }
+  // A run that goes on from no voice is judged from step to step of the map, and leaves out single frames in which a
+  // voice is likely: an analysis that errs in a noise may find its way into the voice behind it.
+  void MarkNoise(SampleCount first, SampleCount end) {
+    const std::vector<double> likelihoods = LikelihoodsOfMap(first, end);
+    for (SampleCount from = first, to = first; from < end; from = to) {
+      for (++to; to < end && CentsBetween(Map(to), Map(to - 1)) <= kSmoothStep;) ++to;
+      const auto begin = likelihoods.begin() + (from - first);
+      const double mean = std::accumulate(begin, begin + (to - from), 0.0) / (to - from);
+      if (!IsSilent(from, to) && SupportOfMap(from, to) >= kUnheard && mean >= kUnlikely) continue;
+      for (SampleCount i = from; i < to; ++i) {
+        const bool isLikely = likelihoods[Index(i - first)] >= kUnlikely && SupportOfMap(i, i + 1) >= kBorneOut;
+        if (!isLikely) marks_[Index(i)] = Claim::Noise;
+      }
+    }
   }
   bool IsSilent(SampleCount first, SampleCount end) const {
     for (SampleCount i = first; i < end; ++i) {
