@@ -21,5 +21,6 @@ struct PitchSignals {
     Signal samples;
     double rate;
   };
+  static Voice VoiceOf(std::span<const float> samples, double rate);
   explicit PitchSignals(const Voice& voice);
 };

@@ -53,6 +53,38 @@ void DotProducts(const Pair (&pairs)[kTogether], float (&products)[kTogether]) {
   }
 }
 
+// A windowed sinc that ends at a part of what every `factor`-th sample can hold.
+Signal LowPass(double part, std::ptrdiff_t factor) {
+  const std::ptrdiff_t half = 8 * factor;
+  Signal taps;
+  for (std::ptrdiff_t i = -half; i <= half; ++i) {
+    const double x = part * std::numbers::pi * static_cast<double>(i) / static_cast<double>(factor);
+    const double hann = 0.5 + 0.5 * std::cos(std::numbers::pi * static_cast<double>(i) / static_cast<double>(half + 1));
+    taps.push_back(static_cast<float>(part / static_cast<double>(factor) * hann * (i == 0 ? 1.0 : std::sin(x) / x)));
+  }
+  return taps;
+}
+
+// Every `step`-th sample of what a filter makes of a signal.
+Signal Filtered(const Signal& signal, const Signal& taps, std::ptrdiff_t step) {
+  const std::ptrdiff_t half = std::ssize(taps) / 2;
+  Signal padded(signal.size() + 2 * static_cast<std::size_t>(half));
+  std::ranges::copy(signal, padded.begin() + half);
+  const std::ptrdiff_t count = (std::ssize(signal) + step - 1) / step;
+  Signal out(static_cast<std::size_t>(count));
+  for (std::ptrdiff_t at = 0; at < count; at += kTogether) {
+    Pair pairs[kTogether];
+    for (std::size_t k = 0; k < kTogether; ++k) {
+      const std::ptrdiff_t own = std::min(at + static_cast<std::ptrdiff_t>(k), count - 1);
+      pairs[k] = {padded.data() + own * step, taps.data(), std::ssize(taps)};
+    }
+    float products[kTogether];
+    DotProducts(pairs, products);
+    std::copy_n(products, std::min<std::ptrdiff_t>(kTogether, count - at), out.begin() + at);
+  }
+  return out;
+}
+
 }  // namespace
 
 // By the bilinear transform.
@@ -75,32 +107,18 @@ Signal WithoutRumble(std::span<const float> samples, double rate) {
   return out;
 }
 
-// By a windowed sinc.
 Signal Decimated(const Signal& signal, std::ptrdiff_t factor) {
   constexpr double kPassband = 0.55;
-  const std::ptrdiff_t half = 8 * factor;
-  std::vector<float> taps;
-  for (std::ptrdiff_t i = -half; i <= half; ++i) {
-    const double x = kPassband * std::numbers::pi * static_cast<double>(i) / static_cast<double>(factor);
-    const double hann = 0.5 + 0.5 * std::cos(std::numbers::pi * static_cast<double>(i) / static_cast<double>(half + 1));
-    taps.push_back(
-        static_cast<float>(kPassband / static_cast<double>(factor) * hann * (i == 0 ? 1.0 : std::sin(x) / x)));
+  return Filtered(signal, LowPass(kPassband, factor), factor);
+}
+
+Signal Raised(const Signal& signal, std::ptrdiff_t factor) {
+  constexpr double kPassband = 0.9;
+  Signal apart(signal.size() * static_cast<std::size_t>(factor));
+  for (std::ptrdiff_t i = 0; i < std::ssize(signal); ++i) {
+    apart[static_cast<std::size_t>(i * factor)] = signal[static_cast<std::size_t>(i)] * static_cast<float>(factor);
   }
-  Signal padded(signal.size() + 2 * static_cast<std::size_t>(half));
-  std::ranges::copy(signal, padded.begin() + half);
-  const std::ptrdiff_t count = (std::ssize(signal) + factor - 1) / factor;
-  Signal out(static_cast<std::size_t>(count));
-  for (std::ptrdiff_t at = 0; at < count; at += kTogether) {
-    Pair pairs[kTogether];
-    for (std::size_t k = 0; k < kTogether; ++k) {
-      const std::ptrdiff_t own = std::min(at + static_cast<std::ptrdiff_t>(k), count - 1);
-      pairs[k] = {padded.data() + own * factor, taps.data(), std::ssize(taps)};
-    }
-    float products[kTogether];
-    DotProducts(pairs, products);
-    std::copy_n(products, std::min<std::ptrdiff_t>(kTogether, count - at), out.begin() + at);
-  }
-  return out;
+  return Filtered(apart, LowPass(kPassband, factor), 1);
 }
 
 Repetition::Repetition(Signal signal, double rate) : signal_(std::move(signal)), rate_(rate) {

@@ -15,6 +15,9 @@ Signal WithoutRumble(std::span<const float> samples, double rate);
 // correlation are wide enough to be seen between two lags.
 Signal Decimated(const Signal& signal, std::ptrdiff_t factor);
 
+// At `factor` times the rate.
+Signal Raised(const Signal& signal, std::ptrdiff_t factor);
+
 class Repetition {
  public:
   Repetition(Signal signal, double rate);
