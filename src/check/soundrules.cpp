@@ -32,7 +32,7 @@ constexpr double kClearlyBelow = 0.12;
 // No voice is heard.
 constexpr double kUnheard = 0.5;             // mean support of the map, at most
 constexpr double kUnheardBesideVoice = 0.2;  // likewise where the map only holds on to a voice for longer
-constexpr double kHeldOnMs = 17.0;           // so long at least
+constexpr double kHeldOnMs = 40.0;           // so long at least
 // A hum repeats itself after any time, and a hiss may: no voice either is what the candidates do not speak for.
 constexpr double kUnlikely = 0.25;  // strength of a candidate, at most,
 constexpr double kNear = 60.0;      // that lies so near to the map [cents]

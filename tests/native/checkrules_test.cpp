@@ -334,6 +334,16 @@ TEST(CheckByEar, MarksWhatTheSoundBearsOutByMoreThanTheMap) {
   ExpectHeard({"34x- 1x-=? 1x69=? 101x69=F57 1x69=? 35x-"}, Harmonics({0.26, 1, 0.13, 0.5}));
 }
 
+// A hum bears out most pitches. An error before a voice ends where the map steps into it.
+TEST(CheckByEar, TakesForAVoiceOnlyWhatIsLikelyToBeOne) {
+  Samples hum = Noisy(0.0);
+  for (std::size_t i = 0; i < hum.size(); ++i) {
+    hum[i] += static_cast<float>(3000.0 * std::sin(100.0 * std::numbers::pi / 44100.0 * static_cast<double>(i)));
+  }
+  ExpectHeard({"5x- 12x71=N 17x- 2x-=? 101x57 2x-=? 34x-"}, hum);
+  ExpectUnheard("35x- 28x57 8x63=N 4x57 8x63=N 55x57 35x-", Noisy(0.0));
+}
+
 // Where the map leaves what is heard by a step, little says enough; where it goes on without one, it may be right.
 TEST(CheckByEar, AsksForLessWhereTheMapLeavesWhatIsHeardByAStep) {
   const Samples sine = Harmonics({1}), faint = Harmonics({0.2, 1, 0.1, 0.5});
