@@ -148,8 +148,9 @@ class SoundCheck {
     return sum / (end - first);
   }
 
-  // How much speaks for the pitch of the map in each frame.
+  // How much speaks for the pitch of the map in each frame. In silence nothing does, and the recording is not needed.
   std::vector<double> LikelihoodsOfMap(SampleCount first, SampleCount end) const {
+    if (IsSilent(first, end)) return std::vector<double>(Index(end - first), 0.0);
     const std::vector<PitchFrame> frames = Search().Candidates(hop_, first, end - first);
     std::vector<double> likelihoods;
     for (SampleCount i = first; i < end; ++i) {
