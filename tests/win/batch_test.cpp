@@ -1,0 +1,109 @@
+// marlit-batch beside what the windows do: the same maps, byte for byte.
+
+#include <gtest/gtest.h>
+
+#include <tuple>
+
+#include "check/checkrun.h"
+#include "frqmap/mapfiles.h"
+#include "frqmap/mrqstore.h"
+#include "native/testdata.h"
+#include "samplebank/bank.h"
+#include "win/polling.h"
+#include "win/scratch.h"
+
+namespace {
+
+struct BatchProgram : testing::Test {
+  void SetUp() override { SetEnvironmentVariableW(L"LOCALAPPDATA", folder_.Path(L"local").c_str()); }
+
+  // The sample bank; its waves.
+  std::vector<std::wstring> MakeBank(const std::wstring& name) const {
+    static const std::vector<BankFile> files = MakeSampleBank();
+    std::vector<std::wstring> waves;
+    for (const BankFile& file : files) {
+      const std::filesystem::path inside = std::filesystem::path(file.path).make_preferred();
+      folder_.Write(name + L"\\" + inside.wstring(), file.bytes);
+      if (inside.extension() == L".wav") waves.push_back(folder_.Path(name + L"\\" + inside.wstring()));
+    }
+    return waves;
+  }
+
+  DWORD Run(const std::wstring& arguments) const { return RunProgram(L"\"" MARLIT_BATCH "\" " + arguments); }
+  static DWORD RunProgram(const std::wstring& line) { return ExitCodeOf(StartProgram(line, nullptr).first.get()); }
+
+  // Of all maps of a kind in a bank.
+  std::vector<std::optional<Bytes>> Maps(const std::wstring& bank, FrqType kind) const {
+    std::vector<std::optional<Bytes>> maps;
+    for (const std::wstring& wave : waves_) {
+      const std::wstring inside = wave.substr(folder_.Path(L"windows\\").size());
+      maps.push_back(ReadWholeFile(MapPathFromWaveW(folder_.Path(bank + L"\\" + inside), kind)));
+    }
+    return maps;
+  }
+
+  ScratchFolder folder_;
+  const std::vector<std::wstring> waves_ = MakeBank(L"windows");
+};
+
+TEST_F(BatchProgram, TakesOverWhatTheCheckOfTheWindowsTakesOver) {
+  MakeBank(L"tool");
+  EXPECT_EQ(Run(L"check --fix \"" + folder_.Path(L"tool") + L"\""), 1u);
+  int applied = 0;
+  {
+    const CheckLibrary library;
+    for (const std::wstring& wave : waves_) {
+      FrqMap map;
+      if (LoadMap(map, wave, FrqTypeFrq, nullptr) != 0) continue;
+      const CheckQuery query(map, MapPathFromWaveW(wave, FrqTypeFrq));
+      ASSERT_EQ(library.Judge({}, query), CheckLibrary::Verdict::Judged);
+      if (TakeCheckResults(*query.Frames, map) == 0) continue;
+      map.ApplyMarks(-1, true);
+      EXPECT_EQ(SaveMap(map, wave, FrqTypeFrq, nullptr), 0);
+      ++applied;
+    }
+  }
+  EXPECT_EQ(applied, 3);
+  EXPECT_EQ(Maps(L"tool", FrqTypeFrq), Maps(L"windows", FrqTypeFrq));
+  EXPECT_TRUE(Eventually([] { return !GetModuleHandleW(L"checkfrq.dll"); }));
+}
+
+TEST_F(BatchProgram, MakesTheMapsOfTheBundledResampler) {
+  const std::tuple<const wchar_t*, FrqType, const wchar_t*> cases[] = {{L"basic-resampler.exe", FrqTypeFrq, L"frq"},
+                                                                       {L"model4.exe", FrqTypeFrc, L"frc"},
+                                                                       {L"tips.exe", FrqTypePmk, L"pmk"},
+                                                                       {L"w4u.exe", FrqTypeDio, L"dio"},
+                                                                       {L"moresampler.exe", FrqTypeMrq, L"mrq"}};
+  MakeBank(L"tool");
+  MakeBank(L"resampler");
+  for (const auto& [program, kind, name] : cases) {
+    SCOPED_TRACE(testing::Message() << "kind " << kind);
+    folder_.Write(std::wstring(L"program\\") + program, testdata::BytesAt(MARLIT_RESAMPLER));
+    const std::wstring resampler = folder_.Path(std::wstring(L"program\\") + program);
+    for (const std::wstring& wave : waves_) {
+      Disk().Delete(MapPathFromWaveW(wave, kind));
+      EXPECT_EQ(RunProgram(L"\"" + resampler + L"\" \"" + wave + L"\" nul 100 100 GN 0 50"), 0u);
+    }
+    EXPECT_EQ(Run(L"create --all -k " + std::wstring(name) + L" \"" + folder_.Path(L"tool") + L"\""), 0u);
+    EXPECT_EQ(Run(L"create --all --resampler \"" + resampler + L"\" \"" + folder_.Path(L"resampler") + L"\""), 0u);
+    if (kind != FrqTypeMrq) {
+      EXPECT_EQ(Maps(L"tool", kind), Maps(L"windows", kind));
+      EXPECT_EQ(Maps(L"resampler", kind), Maps(L"windows", kind));
+      continue;
+    }
+    // Each entry tells when it was written, and they come in the order in which they were ready.
+    MrqStore windows, tool;
+    for (const auto& [store, bank] : {std::pair(&windows, L"windows"), {&tool, L"tool"}}) {
+      for (const wchar_t* const part : {L"", L"\\強"}) store->LoadFolder(folder_.Path(std::wstring(bank) + part));
+    }
+    for (const std::wstring& wave : waves_) {
+      const std::wstring inside = wave.substr(folder_.Path(L"windows\\").size());
+      FrqMap theirs, ours;
+      ASSERT_EQ(LoadMap(theirs, wave, kind, &windows), 0);
+      ASSERT_EQ(LoadMap(ours, folder_.Path(L"tool\\" + inside), kind, &tool), 0) << inside.c_str();
+      EXPECT_TRUE(ours.Equals(theirs)) << inside.c_str();
+    }
+  }
+}
+
+}  // namespace
