@@ -129,7 +129,7 @@ FrqMap MakeMap(const Sound& sound) {
   SetLevels(map,
             LevelsOfSamples({reinterpret_cast<const std::uint8_t*>(samples.data()), 2 * samples.size()}, 1, map.Hop));
   // Not of all frames: the scoop into a note, and its end, are not what it was sung at.
-  map.Average = map.ComputeAverage(2);
+  map.Average = RoundedHz(map.ComputeAverage(2));
   return map;
 }
 

@@ -142,6 +142,11 @@ double PitchSearch::SupportAt(SampleCount sample, double hz, double cents) const
   return std::ranges::max(correlations);
 }
 
+double RoundedHz(double hz) {
+  constexpr double kSteps = 1 << 20;
+  return std::round(hz * kSteps) / kSteps;
+}
+
 std::vector<double> BestPitchPath(std::span<const PitchFrame> frames, double seconds) {
   std::vector<double> pitch(frames.size(), FrqNoPitch);
   if (frames.empty()) return pitch;
@@ -162,6 +167,7 @@ std::vector<double> BestPitchPath(std::span<const PitchFrame> frames, double sec
     if (taken.isVoice) pitch[i] = std::exp2(taken.logHz);
   }
   Smooth(pitch, std::lround(kSmoothSeconds / seconds));
+  for (double& hz : pitch) hz = RoundedHz(hz);
   return pitch;
 }
 

@@ -56,9 +56,13 @@ class PitchSearch {
   std::unique_ptr<const PitchSignals> signals_;  // null where there is nothing to search
 };
 
+// To a millionth of a hertz: the functions of two systems differ in the last bit, and a map is to have the same bytes
+// wherever it was made.
+double RoundedHz(double hz);
+
 // The pitch [Hz] of each frame, FrqNoPitch for none, on the path through their candidates that costs least. `seconds`
 // lie between two frames. Of a frame the first ten candidates count. Within a voice the pitches are smoothed over some
-// milliseconds.
+// milliseconds, and rounded.
 std::vector<double> BestPitchPath(std::span<const PitchFrame> frames, double seconds);
 
 // The pitch [Hz] at the samples 0, `hop`, 2 * `hop` and so on, FrqNoPitch where there is none: as many as there are
