@@ -79,6 +79,13 @@ TEST_F(ReleaseTest, MakesAndChecksTheMapsOfItsVoicebank) {
   EXPECT_EQ(ExitCodeOf(started_.first.get()), 0u);
 }
 
+TEST(ReleasedFiles, CheckTheVoicebankOnTheCommandLine) {
+  const std::wstring program = (ReleaseFolder() / L"marlit-batch.exe").wstring();
+  const std::wstring bank = (ReleaseFolder() / L"voicebank").wstring();
+  const auto started = StartProgram(L'"' + program + L"\" check \"" + bank + L'"', L"C:\\");
+  EXPECT_EQ(ExitCodeOf(started.first.get()), 1u) << "findings";
+}
+
 // A text of the version block in a language of its own, as Explorer shows it.
 std::wstring VersionText(const std::vector<char>& block, const std::wstring& language, const wchar_t* name) {
   void* text = nullptr;
@@ -88,7 +95,7 @@ std::wstring VersionText(const std::vector<char>& block, const std::wstring& lan
 }
 
 TEST(ReleasedFiles, TellTheirVersionInBothLanguages) {
-  for (const wchar_t* const name : {L"marlit.exe", L"basic-resampler.exe", L"checkfrq.dll"}) {
+  for (const wchar_t* const name : {L"marlit.exe", L"marlit-batch.exe", L"basic-resampler.exe", L"checkfrq.dll"}) {
     const std::wstring path = (ReleaseFolder() / name).wstring();
     DWORD unused = 0;
     std::vector<char> block(GetFileVersionInfoSizeW(path.c_str(), &unused));
