@@ -1,5 +1,6 @@
 #include "batch/arguments.h"
 
+#include <algorithm>
 #include <map>
 
 #include <CLI/CLI.hpp>
@@ -35,6 +36,9 @@ class Reader {
   }
 
   ReadArguments Read(const std::vector<std::string>& arguments) {
+    if (!arguments.empty() && !arguments.front().starts_with('-') && !IsCommand(arguments.front())) {
+      return {std::nullopt, "\"" + arguments.front() + "\" is no command. Run with --help for those that there are.\n"};
+    }
     try {
       app_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::ParseError& error) {
@@ -46,19 +50,29 @@ class Reader {
   }
 
  private:
+  bool IsCommand(const std::string& word) const {
+    return std::ranges::any_of(app_.get_subcommands({}), [&](const CLI::App* one) { return one->get_name() == word; });
+  }
+
   // What every command takes.
-  CLI::App* Add(Command what, const std::string& name, const std::string& description) {
+  CLI::App* AddPlain(Command what, const std::string& name, const std::string& description) {
     CLI::App* const command = app_.add_subcommand(name, description);
     command->add_option("FOLDER", order_.Folders, "voicebanks, each with the folders directly in it")
         ->required()
         ->option_text("...");
+    command->add_flag("--json", order_.IsJson, "results as lines of JSON");
+    command->callback([this, what] { order_.What = what; });
+    return command;
+  }
+
+  // And one that goes through the waves.
+  CLI::App* Add(Command what, const std::string& name, const std::string& description) {
+    CLI::App* const command = AddPlain(what, name, description);
     command->add_flag("-r,--recursive", order_.Recursive, "all voicebanks below the folders");
     command->add_option("--only", order_.Only, "waves whose names fit, with * and ?")->option_text("PATTERN");
-    command->add_flag("--json", order_.IsJson, "results as lines of JSON");
     command->add_option("-j,--jobs", order_.Jobs, "threads; one for each core otherwise")
         ->check(CLI::Range(1, 256))
         ->option_text("N");
-    command->callback([this, what] { order_.What = what; });
     return command;
   }
 
@@ -144,7 +158,7 @@ class Reader {
     AddKind(command, "maps of this kind alone: frq, frc, pmk, dio, mrq or vs4ufrq");
     command->add_option("--cents", order_.Cents, "100 are a semitone, 1200 an octave")
         ->required()
-        ->check(CLI::Range(-9600.0, 9600.0))
+        ->check(CLI::Range(-4800.0, 4800.0))
         ->option_text("N");
   }
 
@@ -192,7 +206,7 @@ class Reader {
   }
 
   void AddRestore() {
-    CLI::App* const command = Add(Command::Restore, "restore", "Put back what a run has overwritten");
+    CLI::App* const command = AddPlain(Command::Restore, "restore", "Put back what a run has overwritten");
     command->add_flag("-n,--dry-run", order_.IsDryRun, "tell what would be put back, and write nothing");
     command->add_flag("--list", order_.ListsRuns, "list the runs that something is kept of");
     command->add_option("--run", order_.Run, "its number in that list; the latest one otherwise")

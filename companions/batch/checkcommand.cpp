@@ -64,8 +64,7 @@ class Check {
     const std::optional<MapFacts> facts = LookAtMap(task.Of, task.Wave, kind, map);
     if (!facts) return;
     if (facts->Fault.Why != MapFault::None) {
-      outcome.Faults.push_back(task.Name + ": the " + KindName(kind) +
-                               " map cannot be read: " + FaultText(facts->Fault));
+      outcome.Faults.push_back(ReadFault(task, *facts));
       return;
     }
     ++outcome.Sum.Maps;

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <set>
 #include <thread>
 
 #include "base/filesystem.h"
@@ -56,16 +57,22 @@ ExitCode Context::End() const {
 
 std::vector<std::unique_ptr<Bank>> BanksOf(Context& context) {
   std::vector<std::unique_ptr<Bank>> banks;
+  std::set<std::wstring> seen;
+  bool anyFound = false;
   for (const std::string& typed : context.Call.Folders) {
     const std::wstring folder = FullPathOfTyped(typed);
     std::vector<std::unique_ptr<Bank>> found = FindBanks(folder, context.Call.Recursive);
     std::erase_if(found, [](const auto& bank) { return bank->Waves().empty(); });
     if (found.empty()) context.Fail(Printable(TypedForm(folder)) + ": " + WhyNoBank(folder));
     for (auto& bank : found) {
+      // A folder that is named twice is worked on once.
+      if (!seen.insert(bank->Folder()).second) continue;
       bank->KeepOnly(context.Call.Only);
       if (!bank->Waves().empty()) banks.push_back(std::move(bank));
     }
+    anyFound = anyFound || !found.empty();
   }
+  if (anyFound && banks.empty()) context.Fail("no wave fits " + context.Call.Only);
   return banks;
 }
 
@@ -122,6 +129,10 @@ std::string FaultText(const MapFault& fault) {
     case MapFault::NoNarrowPath: return "its library cannot be given the path";
   }
   return "";
+}
+
+std::string ReadFault(const WaveTask& task, const MapFacts& map) {
+  return task.Name + ": the " + KindName(map.Kind) + " map cannot be read: " + FaultText(map.Fault);
 }
 
 std::string LineOf(const Json& json) {

@@ -9,6 +9,7 @@
 
 #include "batch/banks.h"
 #include "batch/console.h"
+#include "batch/facts.h"
 #include "batch/order.h"
 #include "batch/workers.h"
 #include "frqmap/mapfault.h"
@@ -88,8 +89,9 @@ void ForEachWave(Context& context, const std::vector<std::unique_ptr<Bank>>& ban
 // The system's reason for what failed last in a file, in words: "access denied".
 std::string LastFault();
 std::string FaultText(std::uint32_t error);
-// Why a map cannot be read.
+// Why a map cannot be read; and the line that tells it.
 std::string FaultText(const MapFault& fault);
+std::string ReadFault(const WaveTask& task, const MapFacts& map);
 
 // A line of JSON, with its end.
 std::string LineOf(const Json& json);

@@ -16,9 +16,9 @@ Outcome ConvertOne(const Context& context, const WaveTask& task) {
   if (!task.Of.HasMap(task.Wave, call.From)) return outcome;
   FrqMap map;
   const std::optional<MapFacts> facts = LookAtMap(task.Of, task.Wave, call.From, map);
-  if (!facts || facts->Fault.Why != MapFault::None) {
-    outcome.Faults.push_back(task.Name + ": the " + KindName(call.From) + " map cannot be read" +
-                             (facts ? ": " + FaultText(facts->Fault) : ""));
+  if (!facts) return outcome;
+  if (facts->Fault.Why != MapFault::None) {
+    outcome.Faults.push_back(ReadFault(task, *facts));
     return outcome;
   }
   if (!call.IsDryRun) {

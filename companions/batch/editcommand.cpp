@@ -1,4 +1,5 @@
 // shift and key: the same edit of every map.
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 
@@ -16,8 +17,8 @@ std::string Shift(FrqMap& map, FrqType kind, double cents) {
   std::vector<int> rows(static_cast<std::size_t>(map.FrameCount));
   std::iota(rows.begin(), rows.end(), 0);
   const std::vector<int> set = ScaleFrames(map, rows, std::exp2(cents / 1200.0), kind);
-  if (set.empty()) return {};
-  if (!map.DerivedAverage) map.Average *= std::exp2(cents / 1200.0);
+  if (set.empty() || cents == 0.0) return {};
+  if (!map.DerivedAverage) map.Average = std::min(map.Average * std::exp2(cents / 1200.0), MaxFrequencyOfKind(kind));
   char text[48];
   std::snprintf(text, sizeof(text), "shifted by %g cents", cents);
   return text;

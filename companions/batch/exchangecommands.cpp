@@ -42,9 +42,9 @@ Outcome ExportOne(const Context& context, const WaveTask& task) {
   if (!kind) return outcome;
   FrqMap map;
   const std::optional<MapFacts> facts = LookAtMap(task.Of, task.Wave, *kind, map);
-  if (!facts || facts->Fault.Why != MapFault::None) {
-    outcome.Faults.push_back(task.Name + ": the " + KindName(*kind) + " map cannot be read" +
-                             (facts ? ": " + FaultText(facts->Fault) : ""));
+  if (!facts) return outcome;
+  if (facts->Fault.Why != MapFault::None) {
+    outcome.Faults.push_back(ReadFault(task, *facts));
     return outcome;
   }
   const std::vector<CurvePoint> points = CurvePointsOf(map);

@@ -9,7 +9,7 @@
 namespace {
 
 // A run is often one bank of many, so that more of them count than of the windows.
-constexpr Recovery::Limits kLimits = {200, 30, {std::int64_t{1} << 30, std::int64_t{16} << 20}};
+constexpr Recovery::Limits kLimits = {1000, 30, {std::int64_t{1} << 30, std::int64_t{16} << 20}};
 
 class WithoutOld : public FileGuard {
  public:
@@ -26,10 +26,11 @@ class WithoutOld : public FileGuard {
 
 }  // namespace
 
-Keeping::Keeping(bool keepsOld) : safety_(Disk(), KeepingFolder(), ProcessNumber(), kLimits) {
+Keeping::Keeping(Use use) : safety_(Disk(), KeepingFolder(), ProcessNumber(), kLimits) {
+  if (use == Unused) return;
   safety_.Start();
-  if (!keepsOld) withoutOld_ = std::make_unique<WithoutOld>(safety_);
-  SetPresentGuard(keepsOld ? static_cast<FileGuard*>(&safety_) : withoutOld_.get());
+  if (use == Nothing) withoutOld_ = std::make_unique<WithoutOld>(safety_);
+  SetPresentGuard(use == Old ? static_cast<FileGuard*>(&safety_) : withoutOld_.get());
 }
 
 Keeping::~Keeping() {

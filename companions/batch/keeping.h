@@ -11,9 +11,13 @@
 
 class Keeping {
  public:
-  // Is the guard of the process for as long as it is there. `keepsOld` false: nothing is kept, but a write that is cut
-  // off is put right all the same.
-  explicit Keeping(bool keepsOld);
+  enum Use {
+    Old,      // what is overwritten is kept
+    Nothing,  // it is not, but a write that is cut off is put right all the same
+    Unused,   // nothing will be written; what runs have kept can be read
+  };
+  // Is the guard of the process for as long as it is there.
+  explicit Keeping(Use use);
   ~Keeping();
   Keeping(const Keeping&) = delete;
   Keeping& operator=(const Keeping&) = delete;

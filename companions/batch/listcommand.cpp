@@ -54,8 +54,7 @@ Outcome ListOne(const WaveTask& task, const Order& call) {
   for (const MapFacts& map : syllable.Maps) {
     ++outcome.Sum.Maps;
     if (map.Fault.Why != MapFault::None) {
-      outcome.Faults.push_back(task.Name + ": the " + KindName(map.Kind) +
-                               " map cannot be read: " + FaultText(map.Fault));
+      outcome.Faults.push_back(ReadFault(task, map));
     }
     outcome.Lines +=
         call.IsJson ? LineOf(JsonOf(bank, name, syllable, &map)) : TableLine(task.Name, syllable.Seconds, map);

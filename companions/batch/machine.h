@@ -24,8 +24,9 @@ std::wstring KeepingFolder();
 
 std::uint32_t ProcessNumber();
 
-// Text is UTF-8 from then on, and a pipe that closes makes a write fail.
-void PrepareOutput();
+// Before anything else: text is UTF-8 from then on, a pipe that closes makes a write fail, and no library comes from
+// the folder that is current.
+void PrepareProcess();
 bool IsTerminal(std::FILE* file);
 
 // Called on any thread when the user asks the program to end. What it does must be safe in a signal handler.

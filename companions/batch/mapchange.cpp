@@ -27,8 +27,7 @@ Outcome ChangeMaps(const Context& context, const WaveTask& task, const MapChange
     const std::optional<MapFacts> facts = LookAtMap(task.Of, task.Wave, kind, map);
     if (!facts) continue;
     if (facts->Fault.Why != MapFault::None) {
-      outcome.Faults.push_back(task.Name + ": the " + KindName(kind) +
-                               " map cannot be read: " + FaultText(facts->Fault));
+      outcome.Faults.push_back(ReadFault(task, *facts));
       continue;
     }
     const std::string what = change(map, kind);

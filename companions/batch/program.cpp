@@ -14,11 +14,16 @@ namespace {
 
 std::atomic<bool> stop = false;
 
+// A command that writes no map leaves what was kept alone.
+bool Writes(const Order& call) {
+  return !call.IsDryRun && (call.What != Command::Check || call.Fixes);
+}
+
 void RunCommand(Context& context) {
   if (context.Call.What == Command::List) return ListBanks(context);
   if (context.Call.What == Command::Export) return ExportCurves(context);
   if (context.Call.What == Command::Report) return WriteReport(context);
-  Keeping keeping(context.Call.KeepsOld);
+  Keeping keeping(Writes(context.Call) ? context.Call.KeepsOld ? Keeping::Old : Keeping::Nothing : Keeping::Unused);
   switch (context.Call.What) {
     case Command::Check: CheckBanks(context, keeping); break;
     case Command::Create: CreateMaps(context, keeping); break;
@@ -47,7 +52,7 @@ ExitCode Run(const Order& call) {
 }  // namespace
 
 int RunProgram(const std::vector<std::string>& arguments) {
-  PrepareOutput();
+  PrepareProcess();
   const ReadArguments read = ReadCommandLine(arguments);
   if (!read.Call) {
     std::fputs(read.Text.c_str(), read.IsHelp ? stdout : stderr);

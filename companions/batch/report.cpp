@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/utf8.h"
 #include "batch/curvesvg.h"
 #include "batch/html.h"
-#include "base/utf8.h"
 
 namespace {
 

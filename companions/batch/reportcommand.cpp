@@ -56,6 +56,11 @@ std::wstring SeenFrom(const std::wstring& folder, const std::wstring& file) {
   return up + file.substr(from.size());
 }
 
+struct NamedRow {
+  ReportRow Row;
+  std::string Fault;  // why the map that is shown cannot be read; empty if it can
+};
+
 class Reporting {
  public:
   Reporting(Context& context, const std::vector<std::unique_ptr<Bank>>& banks, FrqType kind, std::wstring folder)
@@ -63,7 +68,7 @@ class Reporting {
     for (const auto& bank : banks) settings_.try_emplace(bank.get(), *bank, context.Call);
   }
 
-  ReportRow RowOf(const WaveTask& task) {
+  NamedRow RowOf(const WaveTask& task) {
     SyllableFacts facts = LookAtSyllable(task.Of, task.Wave, std::nullopt);
     FrqMap map;
     const std::optional<MapFacts> shown = LookAtMap(task.Of, task.Wave, kind_, map);
@@ -74,7 +79,8 @@ class Reporting {
     }
     const std::wstring name = WideOf(task.Name);
     const std::string link = LinkTo(SeenFrom(folder_, task.Wave));
-    return MakeReportRow({name, link, facts, kind_, isRead ? &map : nullptr, findings}, context_.Call.Language);
+    const ReportedSyllable syllable = {name, link, facts, kind_, isRead ? &map : nullptr, findings};
+    return {MakeReportRow(syllable, context_.Call.Language), shown && !isRead ? ReadFault(task, *shown) : ""};
   }
 
  private:
@@ -123,28 +129,31 @@ void WriteReport(Context& context) {
   if (banks.empty()) return;
   const std::wstring path = FullPathOfTyped(context.Call.Output);
   PageFile file(path);
+  const std::string name = Printable(TypedForm(path));
+  if (!file.Out()) return context.Fail(name + ": the page cannot be written");
   const FrqType kind = context.Call.Kind.value_or(KindOfMost(banks));
   ReportPage page(file.Out(), {WideOf(TitleOf(context, banks)), kind, Today(), context.Call.Language});
   Reporting reporting(context, banks, kind, FolderOf(path));
-  const auto take = [&](ReportRow&& row) {
+  const auto take = [&](NamedRow&& named) {
+    const ReportRow& row = named.Row;
     page.Add(row);
     ++context.Sum.Syllables;
     context.Sum.Found += static_cast<std::size_t>(std::accumulate(row.Findings.begin(), row.Findings.end(), 0LL));
-    if (row.State == ReportRow::Unreadable) ++context.Sum.Failed;
+    if (!named.Fault.empty()) context.Fail(named.Fault);
     return file.Out().good();
   };
-  WorkThrough<ReportRow>(
+  WorkThrough<NamedRow>(
       context, banks, "reporting", [&](const WaveTask& task) { return reporting.RowOf(task); }, take);
   if (context.Stop) return;
   page.Finish();
-  const std::string name = Printable(TypedForm(path));
   if (!file.Finish()) return context.Fail(name + ": the page cannot be written");
   if (context.Call.IsJson) {
-    context.Out.Write(LineOf({{"type", "report"},
+    context.Out.Write(LineOf({{"type", "sum"},
                               {"page", name},
                               {"banks", banks.size()},
                               {"syllables", context.Sum.Syllables},
-                              {"findings", context.Sum.Found}}));
+                              {"findings", context.Sum.Found},
+                              {"faults", context.Sum.Failed}}));
     return;
   }
   context.Out.Say(Counted(context.Sum.Syllables, "syllable") + " in " + Counted(banks.size(), "bank") + ", " +

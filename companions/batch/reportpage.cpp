@@ -4,9 +4,9 @@
 #include <numeric>
 #include <utility>
 
+#include "base/utf8.h"
 #include "batch/html.h"
 #include "batch/pagetemplate.h"
-#include "base/utf8.h"
 
 namespace {
 

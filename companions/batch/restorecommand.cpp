@@ -67,5 +67,14 @@ void RestoreMaps(Context& context, Keeping& keeping) {
       if (!context.Stop) PutBack(context, keeping, entries, kept);
     }
   }
-  if (!context.Call.ListsRuns) context.Out.Say(Counted(context.Sum.Maps, "map") + " are as they were");
+  if (context.Call.ListsRuns) return;
+  if (context.Call.IsJson) {
+    context.Out.Write(LineOf({{"type", "sum"},
+                              {"maps", context.Sum.Maps},
+                              {"written", !context.Call.IsDryRun},
+                              {"faults", context.Sum.Failed}}));
+    return;
+  }
+  context.Out.Say(Counted(context.Sum.Maps, "map") + (context.Call.IsDryRun ? " would be put back, " : " put back, ") +
+                  Counted(context.Sum.Failed, "fault"));
 }

@@ -3,21 +3,7 @@
 #include <shellapi.h>
 
 #include "app/application.h"
-
-namespace {
-
-// A library is loaded by its name alone. It may come from the program's folder and the system's, and never from the
-// folder that is current, which is a voicebank from somewhere as often as not, or from one of the search path. A system
-// that has not been updated knows the narrower search alone.
-void SearchLibrariesBesideTheProgram() {
-  SetDllDirectoryW(L"");
-  using SetFolders = BOOL(WINAPI*)(DWORD);
-  const FARPROC entry = GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories");
-  const auto setFolders = reinterpret_cast<SetFolders>(reinterpret_cast<void*>(entry));
-  if (setFolders) setFolders(LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
-}
-
-}  // namespace
+#include "base/systempath.h"
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
   SearchLibrariesBesideTheProgram();

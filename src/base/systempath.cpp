@@ -38,6 +38,15 @@ std::wstring ModulePath(HMODULE module) {
   return PlainPath(TextOf([=](DWORD size, wchar_t* text) { return GetModuleFileNameW(module, text, size); }));
 }
 
+// A system that has not been updated knows the narrower search alone.
+void SearchLibrariesBesideTheProgram() {
+  SetDllDirectoryW(L"");
+  using SetFolders = BOOL(WINAPI*)(DWORD);
+  const FARPROC entry = GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories");
+  const auto setFolders = reinterpret_cast<SetFolders>(reinterpret_cast<void*>(entry));
+  if (setFolders) setFolders(LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+}
+
 std::wstring TemporaryPath() {
   return TextOf(GetTempPathW);
 }

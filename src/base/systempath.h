@@ -17,6 +17,10 @@ std::wstring ProgramPath();
 // Of a program or library that is loaded.
 std::wstring ModulePath(HMODULE module);
 
+// A library is loaded by its name alone. From now on it may come from the program's folder and the system's, and never
+// from the folder that is current, which is a voicebank from somewhere as often as not, or from one of the search path.
+void SearchLibrariesBesideTheProgram();
+
 // The folder that all temporary files share.
 std::wstring TemporaryPath();
 

@@ -66,7 +66,7 @@ std::uint32_t ProcessNumber() {
   return static_cast<std::uint32_t>(getpid());
 }
 
-void PrepareOutput() {
+void PrepareProcess() {
   signal(SIGPIPE, SIG_IGN);
 }
 

@@ -57,7 +57,8 @@ std::uint32_t ProcessNumber() {
   return GetCurrentProcessId();
 }
 
-void PrepareOutput() {
+void PrepareProcess() {
+  SearchLibrariesBesideTheProgram();
   SetConsoleOutputCP(CP_UTF8);
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
