@@ -16,7 +16,7 @@ _marlit_batch_options() {
     report) echo "$every -k --kind $settings -o --output --language" ;;
     export) echo "$every -n --dry-run -k --kind --format -o --output" ;;
     import) echo "$every $writing -k --kind --format -o --output" ;;
-    restore) echo "$every -n --dry-run --list --run" ;;
+    restore) echo "-h --help --json -n --dry-run --list --run" ;;
   esac
 }
 
