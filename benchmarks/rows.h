@@ -36,6 +36,9 @@ Row RowOf(const char* name, const char* unit, double aim) {
 // The program's windows at work; `voicebank` as below.
 std::vector<Row> EditorRows(const std::wstring& voicebank);
 
+// marlit-batch on whole banks, natively. `resampler`: the path of basic-resampler.exe, for Wine.
+std::vector<Row> BatchRows(const std::string& resampler);
+
 // How well the check library finds what is wrong, natively, and its time in the form that users get.
 std::vector<Row> CheckRows();
 std::vector<Row> CheckLibraryRows();

@@ -1,0 +1,134 @@
+// bare_batch: the yardsticks of marlit-batch, as one would write them with nothing else in mind, and what starts them
+// and it alike. A program of its own, so that both sides of a row are whole processes that start from the same small
+// one: a process begins with the peak memory of the one that has started it.
+//
+//   bare_batch run FILE PROGRAM ARGUMENT...  runs it with its output in FILE; prints [ms], peak memory [KiB] and code
+//   bare_batch heads FOLDER THREADS          reads the first page of each wave, and each map whole
+//   bare_batch files FOLDER THREADS          reads each wave and each map whole
+//   bare_batch copies FOLDER THREADS         reads each map and writes its bytes as another file beside it
+//   bare_batch maps FOLDER THREADS           reads each wave and makes a map of it in memory
+//   bare_batch hearings FOLDER THREADS       reads each wave and each map and hears what a check asks of the sound
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "base/posix/nativepath.h"
+#include "check/hearing.h"
+#include "companions/resampler/render.h"
+#include "measuring.h"
+#include "voicebank/soundfile.h"
+
+extern char** environ;
+
+namespace {
+
+constexpr std::size_t kPage = 4096;
+
+int Run(const char* output, char** command) {
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output, O_WRONLY | O_CREAT | O_TRUNC, 0666);
+  posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);
+  int status = 0;
+  rusage used = {};
+  const double ms = MillisecondsOf([&] {
+    pid_t process = 0;
+    const bool isStarted = posix_spawnp(&process, command[0], &actions, nullptr, command, environ) == 0;
+    if (!isStarted || wait4(process, &status, 0, &used) < 0) std::exit(2);
+  });
+  std::printf("%f %ld %d\n", ms, used.ru_maxrss, WIFEXITED(status) ? WEXITSTATUS(status) : -1);
+  return 0;
+}
+
+// As much of a file as there is, at the most so many bytes.
+std::vector<char> Read(const std::string& path, std::size_t most) {
+  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  struct stat facts {};
+  Require(file >= 0 && fstat(file, &facts) == 0, "a file cannot be opened");
+  std::vector<char> bytes(std::min(static_cast<std::size_t>(facts.st_size), most));
+  Require(read(file, bytes.data(), bytes.size()) == std::ssize(bytes), "a file cannot be read");
+  close(file);
+  return bytes;
+}
+
+void Copy(const std::string& from, const std::string& to) {
+  const std::vector<char> bytes = Read(from, SIZE_MAX);
+  const int file = open(to.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+  Require(file >= 0 && write(file, bytes.data(), bytes.size()) == std::ssize(bytes), "a file cannot be written");
+  close(file);
+}
+
+Sound SoundOf(const std::string& wave) {
+  std::optional<Sound> sound = ReadSound(PathFromNative(wave), 120.0);
+  Require(sound.has_value(), "a wave cannot be read");
+  return std::move(*sound);
+}
+
+// What a compiler must not leave out.
+std::atomic<std::size_t> came = 0;
+
+void Hear(const std::string& wave, const std::string& map) {
+  came += Read(map, SIZE_MAX).size();
+  const Sound sound = SoundOf(wave);
+  const PitchSearch search(sound.samples, sound.rate);
+  came += HearingOf(search, sound.samples.size(), sound.rate, 256).frames.size();
+}
+
+using OfOne = std::function<void(const std::string& wave, const std::string& map)>;
+
+const std::map<std::string, OfOne> kWays = {
+    {"heads",
+     [](const std::string& wave, const std::string& map) {
+       came += Read(wave, kPage).size() + Read(map, SIZE_MAX).size();
+     }},
+    {"files",
+     [](const std::string& wave, const std::string& map) {
+       came += Read(wave, SIZE_MAX).size() + Read(map, SIZE_MAX).size();
+     }},
+    {"copies", [](const std::string&, const std::string& map) { Copy(map, map + ".copy"); }},
+    {"maps", [](const std::string& wave, const std::string&) { came += MakeMap(SoundOf(wave)).Frames.size(); }},
+    {"hearings", Hear},
+};
+
+int WorkThrough(const OfOne& way, const char* folder, int threads) {
+  std::vector<std::string> waves;
+  for (const auto& file : std::filesystem::directory_iterator(folder)) {
+    if (file.path().extension() == ".wav") waves.push_back(file.path().string());
+  }
+  std::atomic<std::size_t> next = 0;
+  std::vector<std::jthread> pool;
+  for (int i = 0; i < threads; ++i) {
+    pool.emplace_back([&] {
+      for (std::size_t at; (at = next++) < waves.size();) {
+        const std::string& wave = waves[at];
+        way(wave, wave.substr(0, wave.size() - 4) + "_wav.frq");
+      }
+    });
+  }
+  return 0;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  const std::string what = count > 3 ? arguments[1] : "";
+  if (what == "run") return Run(arguments[2], arguments + 3);
+  const auto way = kWays.find(what);
+  if (way != kWays.end()) return WorkThrough(way->second, arguments[2], std::atoi(arguments[3]));
+  std::fprintf(stderr, "usage: bare_batch run FILE PROGRAM ARGUMENT... | WAY FOLDER THREADS\n");
+  return 2;
+}
