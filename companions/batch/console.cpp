@@ -39,21 +39,30 @@ std::string DurationText(double seconds) {
   return text.data();
 }
 
-Console::Console(bool isJson) : isJson_(isJson), showsProgress_(IsTerminal(stderr)) {}
+Console::Console(bool isJson)
+    : isJson_(isJson), showsProgress_(IsTerminal(stderr)), isOnTerminal_(IsTerminal(stdout)) {}
 
 Console::~Console() {
+  Flush();
   HideProgress();
 }
 
 bool Console::Write(std::string_view text) {
   if (isClosed_ || text.empty()) return !isClosed_;
-  if (isShown_ && IsTerminal(stdout)) HideProgress();
-  // At once, so that who reads along sees each result when it is there.
-  isClosed_ = std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0;
+  if (isShown_ && isOnTerminal_) HideProgress();
+  isClosed_ = std::fwrite(text.data(), 1, text.size(), stdout) != text.size();
+  if (isOnTerminal_) Flush();
   return !isClosed_;
 }
 
+// A call of the system for each line would take as long as the work that is told.
+void Console::Flush() {
+  if (!isClosed_) isClosed_ = std::fflush(stdout) != 0;
+}
+
+// Where both outputs are one file, lines stand in it in the order in which they were said.
 void Console::Say(std::string_view line) {
+  Flush();
   HideProgress();
   std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
 }

@@ -33,8 +33,11 @@ class Console {
 
   bool IsJson() const { return isJson_; }
 
-  // A piece of the result, with its line breaks. False when nobody reads on.
+  // A piece of the result, with its line breaks. False when nobody reads on. On a terminal it is there at once,
+  // otherwise with the next Flush or Say.
   bool Write(std::string_view text);
+  // What was written reaches who reads along.
+  void Flush();
   bool IsClosed() const { return isClosed_; }
 
   // A line on the other output.
@@ -51,6 +54,7 @@ class Console {
 
   const bool isJson_;
   const bool showsProgress_;
+  const bool isOnTerminal_;
   bool isClosed_ = false;
   std::string doing_;
   std::size_t total_ = 0;

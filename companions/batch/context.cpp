@@ -76,14 +76,15 @@ std::vector<std::unique_ptr<Bank>> BanksOf(Context& context) {
   return banks;
 }
 
-std::vector<WaveTask> TasksOf(const std::vector<std::unique_ptr<Bank>>& banks) {
-  std::vector<WaveTask> tasks;
-  for (const auto& bank : banks) {
-    for (const std::wstring& wave : bank->Waves()) {
-      tasks.push_back({*bank, wave, NameOfTask(*bank, wave, banks.size() > 1)});
-    }
-  }
-  return tasks;
+WaveTasks::WaveTasks(const std::vector<std::unique_ptr<Bank>>& banks) : banks_(banks), starts_(1, 0) {
+  for (const auto& bank : banks) starts_.push_back(starts_.back() + bank->Waves().size());
+}
+
+WaveTask WaveTasks::operator[](std::size_t index) const {
+  const auto after = std::ranges::upper_bound(starts_, index);
+  Bank& bank = *banks_[static_cast<std::size_t>(after - starts_.begin()) - 1];
+  const std::wstring& wave = bank.Waves()[index - *std::prev(after)];
+  return {bank, wave, NameOfTask(bank, wave, banks_.size() > 1)};
 }
 
 void ForEachWave(Context& context, const std::vector<std::unique_ptr<Bank>>& banks, const std::string& doing,

@@ -58,16 +58,25 @@ struct WaveTask {
 // The banks of the folders of a call; those without a wave, or that are none, are told.
 std::vector<std::unique_ptr<Bank>> BanksOf(Context& context);
 
-// All waves of the banks, in order.
-std::vector<WaveTask> TasksOf(const std::vector<std::unique_ptr<Bank>>& banks);
+// All waves of the banks, in order. A task is made when its turn comes: of a large bank all of them take megabytes.
+class WaveTasks {
+ public:
+  explicit WaveTasks(const std::vector<std::unique_ptr<Bank>>& banks);
+  std::size_t Count() const { return starts_.back(); }
+  WaveTask operator[](std::size_t index) const;
+
+ private:
+  const std::vector<std::unique_ptr<Bank>>& banks_;
+  std::vector<std::size_t> starts_;  // of the waves of each bank, and the end of the last one's
+};
 
 // Has `work(task)` done for each wave of the banks, on as many threads as the call allows, and what came of it taken in
 // order by `take(result)`, which gives whether to go on. `doing`: for the progress.
 template <typename Result, typename Work, typename Take>
 void WorkThrough(Context& context, const std::vector<std::unique_ptr<Bank>>& banks, const std::string& doing,
                  const Work& work, const Take& take) {
-  const std::vector<WaveTask> tasks = TasksOf(banks);
-  context.Out.BeginProgress(doing, tasks.size());
+  const WaveTasks tasks(banks);
+  context.Out.BeginProgress(doing, tasks.Count());
   std::atomic<bool> ends = false;
   const auto doOne = [&](std::size_t index) -> Result {
     if (context.Stop) ends = true;
@@ -77,7 +86,7 @@ void WorkThrough(Context& context, const std::vector<std::unique_ptr<Bank>>& ban
     if (!take(std::move(result)) || context.Stop) ends = true;
     context.Out.Progress(index + 1);
   };
-  RunInOrder<Result>(tasks.size(), context.Threads(), ends, doOne, takeOne);
+  RunInOrder<Result>(tasks.Count(), context.Threads(), ends, doOne, takeOne, [&] { context.Out.Flush(); });
   context.Out.EndProgress();
   if (context.Stop) context.Out.Say("marlit-batch: ended early, as asked; what was begun is finished");
 }

@@ -46,6 +46,7 @@ ExitCode Run(const Order& call) {
   } catch (const std::exception& error) {
     context.Fail(error.what());
   }
+  console.Flush();
   return context.End();
 }
 

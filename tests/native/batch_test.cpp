@@ -236,7 +236,7 @@ TEST(RunInOrder, TakesEachInItsTurnAndHoldsFew) {
         mostAhead = std::max(mostAhead, done - static_cast<int>(index));
       });
   EXPECT_EQ(next, 2000u);
-  EXPECT_LE(mostAhead, 4 * 8 + 1);
+  EXPECT_LE(mostAhead, 4 * 32 + 1);
 }
 
 TEST(RunInOrder, EndsEarlyWithAllThatWasBegunTaken) {
