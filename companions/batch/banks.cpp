@@ -43,20 +43,28 @@ void FindBelow(const std::wstring& folder, int depth, std::vector<std::unique_pt
 }  // namespace
 
 Bank::Bank(std::wstring folder) : folder_(std::move(folder)) {
-  const FolderListing* const listing = listed_.Find(folder_);
+  const FolderListing* const listing = AddWavesOf(folder_);
   if (!listing) return;
-  AddWavesOf(folder_, *listing);
-  for (const std::wstring& inside : FoldersIn(folder_, *listing)) {
-    if (const FolderListing* const below = listed_.Find(inside)) AddWavesOf(inside, *below);
-  }
+  for (const std::wstring& inside : FoldersIn(folder_, *listing)) AddWavesOf(inside);
 }
 
-void Bank::AddWavesOf(const std::wstring& folder, const FolderListing& listing) {
-  folders_.push_back(folder);
-  std::vector<std::wstring> names = listing.Files();
-  std::erase_if(names, [](const std::wstring& name) { return !IsSoundFile(name); });
-  std::ranges::sort(names);
-  for (const std::wstring& name : names) waves_.push_back(PathIn(folder, name));
+const FolderListing* Bank::AddWavesOf(const std::wstring& folder) {
+  std::optional<FolderListing> read = FolderListing::Read(folder);
+  if (!read) return nullptr;
+  const FolderListing& listing = folders_.insert_or_assign(folder, std::move(*read)).first->second;
+  const auto first = static_cast<std::ptrdiff_t>(waves_.size());
+  for (const std::wstring& name : listing.Files()) {
+    if (IsSoundFile(name)) {
+      waves_.push_back(PathIn(folder, name));
+    } else {
+      kinds_.insert(FrqTypeFromPathW(name));
+    }
+  }
+  // By their names: what is before these is the same in all.
+  const std::size_t nameAt = PathIn(folder, L"").size();
+  std::ranges::sort(waves_.begin() + first, waves_.end(), {},
+                    [&](const std::wstring& wave) { return std::wstring_view(wave).substr(nameAt); });
+  return &listing;
 }
 
 std::wstring Bank::NameOf(const std::wstring& wave) const {
@@ -77,15 +85,16 @@ void Bank::KeepOnly(const std::string& pattern) {
 }
 
 bool Bank::HasMap(const std::wstring& wave, FrqType kind) {
-  const std::wstring map = MapPathFromWaveW(wave, kind);
-  if (kind == FrqTypeMrq) return MrqExists(map, Entries());
-  const std::lock_guard lock(listing_);
-  return listed_.SizeOf(map).has_value();
+  if (kind == FrqTypeMrq) return MrqExists(MapPathFromWaveW(wave, kind), Entries());
+  // Most banks have maps of one kind, and are asked about all for each wave.
+  if (!kinds_.contains(kind)) return false;
+  const auto folder = folders_.find(FolderOf(wave));
+  return folder != folders_.end() && folder->second.Holds(MapPathFromWaveW(FileNameOf(wave), kind));
 }
 
 MrqStore& Bank::Entries() {
   std::call_once(loading_, [this] {
-    for (const std::wstring& folder : folders_) entries_.LoadFolder(folder);
+    for (const auto& [folder, listing] : folders_) entries_.LoadFolder(folder);
   });
   return entries_;
 }

@@ -1,9 +1,11 @@
 // The banks that a call is for: which folders, which waves in them, and which maps are beside those.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -30,13 +32,13 @@ class Bank {
   MrqStore& Entries();
 
  private:
-  void AddWavesOf(const std::wstring& folder, const FolderListing& listing);
+  // Null where the folder cannot be listed.
+  const FolderListing* AddWavesOf(const std::wstring& folder);
 
   const std::wstring folder_;
-  std::vector<std::wstring> folders_;
+  std::map<std::wstring, FolderListing> folders_;  // all that have waves or could have; as they were at the beginning
+  std::set<FrqType> kinds_;                        // of which there is any file
   std::vector<std::wstring> waves_;
-  ListedFolders listed_;
-  std::mutex listing_;
   std::once_flag loading_;
   MrqStore entries_;
 };

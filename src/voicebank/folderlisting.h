@@ -4,11 +4,12 @@
 // one enumeration does.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 class FolderListing {
@@ -20,17 +21,31 @@ class FolderListing {
   const std::vector<std::wstring>& Files() const { return files_; }
   const std::vector<std::wstring>& Folders() const { return folders_; }
 
-  // Low 32 bits of a file's size, none if there is no such file. Names are compared as the file system does: on
-  // Windows without regard to case.
+  // Whether there is such a file. Names are compared as the file system does: on Windows without regard to case.
+  bool Holds(std::wstring name) const { return PlaceOf(Folded(std::move(name))).has_value(); }
+  // Low 32 bits of its size, none if there is no such file.
   std::optional<std::uint32_t> SizeOf(const std::wstring& name) const;
 
  private:
   // The one form of all names that the file system takes for the same.
   static std::wstring Folded(std::wstring name);
 
+  // Makes the table, when all files are there.
+  void Finish();
+  // The place of a file among all; none if there is no such file.
+  std::optional<std::size_t> PlaceOf(const std::wstring& folded) const;
+
+  // Where a name is in the table, unless others have come there before: then in the next free slot behind it.
+  struct Slot {
+    std::uint32_t hash = 0;
+    std::uint32_t place = 0;  // among the files, from 1 on; 0: free
+  };
+
+  std::wstring folder_;
   std::vector<std::wstring> files_;
+  std::vector<std::optional<std::uint32_t>> sizes_;  // of the files; none: to be asked for
   std::vector<std::wstring> folders_;
-  std::unordered_map<std::wstring, std::uint32_t> sizes_;  // by folded name
+  std::vector<Slot> slots_ = std::vector<Slot>(1);  // at least twice as many as files, and a power of two
 };
 
 // Sizes of files in any folders, each folder being read once, when it is first asked for. Where a folder cannot be

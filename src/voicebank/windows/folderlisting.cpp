@@ -24,15 +24,17 @@ std::optional<FolderListing> FolderListing::Read(const std::wstring& folder) {
   const FindHandle find(FindFirstFileW(ApiPath(PathIn(folder, L"*")).c_str(), &item));
   if (!find) return std::nullopt;
   FolderListing listing;
+  listing.folder_ = folder;
   do {
     if (!(item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) {
       listing.files_.emplace_back(item.cFileName);
-      listing.sizes_.emplace(Folded(item.cFileName), item.nFileSizeLow);
+      listing.sizes_.emplace_back(item.nFileSizeLow);
     } else if (!IsDots(item.cFileName)) {
       listing.folders_.emplace_back(item.cFileName);
     }
   } while (FindNextFileW(find.get(), &item));
   // A listing that broke off would make files look gone.
   if (GetLastError() != ERROR_NO_MORE_FILES) return std::nullopt;
+  listing.Finish();
   return listing;
 }
