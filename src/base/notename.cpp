@@ -28,7 +28,8 @@ std::wstring UpperCase(std::wstring text) {
 
 std::wstring NoteNameFromNumber(int number) {
   if (number < kLowest || number > kHighest) return {};
-  return std::wstring(kNames[static_cast<std::size_t>(number % 12)]) + std::to_wstring(number / 12 - 1);
+  const auto octave = static_cast<wchar_t>(L'0' + number / 12 - 1);
+  return std::wstring(kNames[static_cast<std::size_t>(number % 12)]) + octave;
 }
 
 int NoteNumberFromName(const std::wstring& text) {

@@ -1,8 +1,10 @@
 #include "base/utf8.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 namespace {
 
@@ -48,6 +50,15 @@ void Append(std::wstring& text, char32_t character) {
   text += static_cast<wchar_t>(0xDC00 + (above & 0x3FF));
 }
 
+// Takes the characters of ASCII that a text begins with, which are one unit in each form: most of any path.
+template <typename From, typename To>
+void TakePlain(std::basic_string_view<From>& text, std::basic_string<To>& into) {
+  const auto isPlain = [](From unit) { return static_cast<std::make_unsigned_t<From>>(unit) < 0x80; };
+  const auto length = static_cast<std::size_t>(std::ranges::find_if_not(text, isPlain) - text.begin());
+  into.append(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(length));
+  text.remove_prefix(length);
+}
+
 // Takes one character, or one unit that is none.
 char32_t TakeCharacter(std::wstring_view& text) {
   const auto unit = static_cast<char32_t>(text.front());
@@ -64,6 +75,8 @@ std::string BytesOf(std::wstring_view text, StrayBytes stray) {
   std::string bytes;
   bytes.reserve(text.size());
   while (!text.empty()) {
+    TakePlain(text, bytes);
+    if (text.empty()) break;
     const char32_t character = TakeCharacter(text);
     if (stray == StrayBytes::Kept && character >= kByteUnits + 0x80 && character <= kByteUnits + 0xFF) {
       bytes += static_cast<char>(character - kByteUnits);
@@ -113,6 +126,6 @@ std::string NameBytesOf(std::wstring_view name) {
 std::wstring WideOf(std::string_view utf8) {
   std::wstring text;
   text.reserve(utf8.size());
-  while (!utf8.empty()) Append(text, TakeCharacter(utf8));
+  for (TakePlain(utf8, text); !utf8.empty(); TakePlain(utf8, text)) Append(text, TakeCharacter(utf8));
   return text;
 }

@@ -19,24 +19,42 @@ T NumberAt(const std::uint8_t* bytes) {
   return value;
 }
 
-using Reader = float (*)(const std::uint8_t*);
+// A loop for each form of the numbers, and one of its own for a single channel, so that the compiler sees all of it.
+template <std::size_t size, typename Read>
+void ReadAll(ByteSpan bytes, std::size_t stride, std::vector<float>& samples, const Read& read) {
+  const std::uint8_t* const at = bytes.data();
+  if (stride == size) {
+    for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = read(at + i * size);
+  } else {
+    for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = read(at + i * stride);
+  }
+}
 
-Reader ReaderOf(const WaveFormat& format) {
-  if (format.formatTag == kFloats && format.bitsPerSample == 32) {
-    return [](const std::uint8_t* at) {
-      const auto value = NumberAt<float>(at);
-      return std::isfinite(value) ? std::clamp(value, -1.0f, 1.0f) * 32768.0f : 0.0f;
-    };
+float FromFloat(const std::uint8_t* at) {
+  const auto value = NumberAt<float>(at);
+  return std::isfinite(value) ? std::clamp(value, -1.0f, 1.0f) * 32768.0f : 0.0f;
+}
+
+// False for a form that is not known.
+bool ReadAs(const WaveFormat& format, ByteSpan bytes, std::size_t stride, std::vector<float>& samples) {
+  using At = const std::uint8_t*;
+  const bool isFloat = format.formatTag == kFloats && format.bitsPerSample == 32;
+  if (!isFloat && format.formatTag != kIntegers && format.formatTag != kExtensible) return false;
+  if (isFloat) {
+    ReadAll<4>(bytes, stride, samples, FromFloat);
+  } else if (format.bitsPerSample == 8) {
+    ReadAll<1>(bytes, stride, samples, [](At at) { return (static_cast<float>(*at) - 128.0f) * 256.0f; });
+  } else if (format.bitsPerSample == 16) {
+    ReadAll<2>(bytes, stride, samples, [](At at) { return static_cast<float>(NumberAt<std::int16_t>(at)); });
+  } else if (format.bitsPerSample == 24) {
+    ReadAll<3>(bytes, stride, samples,
+               [](At at) { return static_cast<float>(NumberAt<std::int16_t>(at + 1)) + at[0] / 256.0f; });
+  } else if (format.bitsPerSample == 32) {
+    ReadAll<4>(bytes, stride, samples, [](At at) { return static_cast<float>(NumberAt<std::int32_t>(at)) / 65536.0f; });
+  } else {
+    return false;
   }
-  if (format.formatTag != kIntegers && format.formatTag != kExtensible) return nullptr;
-  switch (format.bitsPerSample) {
-    case 8: return [](const std::uint8_t* at) { return (static_cast<float>(*at) - 128.0f) * 256.0f; };
-    case 16: return [](const std::uint8_t* at) { return static_cast<float>(NumberAt<std::int16_t>(at)); };
-    case 24:
-      return [](const std::uint8_t* at) { return static_cast<float>(NumberAt<std::int16_t>(at + 1)) + at[0] / 256.0f; };
-    case 32: return [](const std::uint8_t* at) { return static_cast<float>(NumberAt<std::int32_t>(at)) / 65536.0f; };
-    default: return nullptr;
-  }
+  return true;
 }
 
 }  // namespace
@@ -44,15 +62,10 @@ Reader ReaderOf(const WaveFormat& format) {
 std::optional<Sound> SoundOfWave(const WaveFormat& format, ByteSpan samples) {
   constexpr std::uint32_t kLeastRate = 4000;
   constexpr std::uint32_t kHighestRate = 400'000;
-  const Reader read = ReaderOf(format);
-  if (!read || format.channels == 0 || format.samplesPerSec < kLeastRate || format.samplesPerSec > kHighestRate) {
-    return std::nullopt;
-  }
   const std::size_t stride = std::size_t{format.channels} * format.bitsPerSample / 8;
-  Sound sound{{}, static_cast<int>(format.samplesPerSec)};
-  sound.samples.reserve(samples.size() / stride);
-  for (std::size_t at = 0; at + stride <= samples.size(); at += stride) sound.samples.push_back(read(&samples[at]));
-  if (sound.samples.empty()) return std::nullopt;
+  if (stride == 0 || format.samplesPerSec < kLeastRate || format.samplesPerSec > kHighestRate) return std::nullopt;
+  Sound sound{std::vector<float>(samples.size() / stride), static_cast<int>(format.samplesPerSec)};
+  if (sound.samples.empty() || !ReadAs(format, samples, stride, sound.samples)) return std::nullopt;
   return sound;
 }
 

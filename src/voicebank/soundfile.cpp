@@ -12,9 +12,6 @@ constexpr std::uint32_t kMostBytes = 32 << 20;
 
 std::optional<Sound> ReadSound(const std::wstring& path, double mostSeconds) {
   WaveHeader wave;
-  if (wave.Load(path, true) != 0 || wave.dataSize > kMostBytes || wave.LengthSeconds() > mostSeconds ||
-      wave.Load(path, false) != 0) {
-    return std::nullopt;
-  }
+  if (wave.LoadWithin(path, kMostBytes, mostSeconds) != 0) return std::nullopt;
   return SoundOfWave(wave.format, wave.samples);
 }

@@ -41,7 +41,7 @@ class FileSource : public ByteSource {
   }
 
  private:
-  static constexpr std::size_t kBlock = 16384;
+  static constexpr std::size_t kBlock = 4096;  // a header with all that usually stands before the samples
 
   std::size_t ReadFileAt(std::int64_t position, void* target, std::size_t size) {
     const std::int64_t left = position < 0 ? 0 : std::max<std::int64_t>(size_ - position, 0);
@@ -87,6 +87,16 @@ int WaveHeader::Load(const std::wstring& path, bool headerOnly) {
   if (HasExtension(path, {L".wav", L".wave"})) return LoadWav(path, headerOnly);
   if (HasExtension(path, {L".aif", L".aiff"})) return LoadAiff(path);
   return -1;
+}
+
+int WaveHeader::LoadWithin(const std::wstring& path, std::uint32_t mostBytes, double mostSeconds) {
+  const auto isWithin = [&] { return dataSize <= mostBytes && LengthSeconds() <= mostSeconds; };
+  if (!HasExtension(path, {L".wav", L".wave"})) return Load(path, false) == 0 && isWithin() ? 0 : -1;
+  Reset();
+  FileSource file(path);
+  if (Take(DecodeIfItFits([&] { return DecodeWav(file, true); })) != 0 || !isWithin()) return -1;
+  Reset();
+  return Take(DecodeIfItFits([&] { return DecodeWav(file, false); }));
 }
 
 int WaveHeader::LoadWav(const std::wstring& path, bool headerOnly) {

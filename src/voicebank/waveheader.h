@@ -23,6 +23,9 @@ class WaveHeader {
   // 0 or -1. The name tells the kind of file, without regard to case: .wav and .wave, .aif and .aiff. Another name is
   // refused unread and changes nothing, while a failed read leaves the defaults.
   int Load(const std::wstring& path, bool headerOnly);
+  // As Load with the samples, of a wave that has no more bytes of them and is no longer [s]; -1 for one that is. Opens
+  // the file once, and of a .wav that is too large it reads the header alone.
+  int LoadWithin(const std::wstring& path, std::uint32_t mostBytes, double mostSeconds);
   // As Load, whatever the name.
   int LoadWav(const std::wstring& path, bool headerOnly);
   // Always with the samples. A file beyond 64 MiB is refused.

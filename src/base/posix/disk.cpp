@@ -58,12 +58,14 @@ bool Succeeds(int result) {
 
 class PosixStream : public FileStream {
  public:
-  explicit PosixStream(int file) : file_(file) {}
+  // `size`: of a file that is only read, as it was when it was opened.
+  explicit PosixStream(int file, std::optional<std::int64_t> size) : file_(file), size_(size) {}
   ~PosixStream() override { close(file_); }
   PosixStream(const PosixStream&) = delete;
   PosixStream& operator=(const PosixStream&) = delete;
 
   std::int64_t Size() const override {
+    if (size_) return *size_;
     struct stat facts {};
     return Succeeds(fstat(file_, &facts)) ? facts.st_size : 0;
   }
@@ -114,6 +116,7 @@ class PosixStream : public FileStream {
 
  private:
   const int file_;
+  const std::optional<std::int64_t> size_;
 };
 
 class PosixFiles : public FileSystem {
@@ -127,9 +130,10 @@ class PosixFiles : public FileSystem {
       Fail();
       return nullptr;
     }
-    auto stream = std::make_unique<PosixStream>(file);
     struct stat facts {};
-    if (fstat(file, &facts) == 0 && S_ISDIR(facts.st_mode)) {
+    const bool isKnown = fstat(file, &facts) == 0;
+    auto stream = std::make_unique<PosixStream>(file, reads && isKnown ? std::optional(facts.st_size) : std::nullopt);
+    if (isKnown && S_ISDIR(facts.st_mode)) {
       lastError = 5;
       return nullptr;
     }
