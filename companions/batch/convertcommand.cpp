@@ -1,6 +1,4 @@
 // convert: the maps of one kind as maps of another, which are made anew; the first stay.
-#include "frqmap/convert.h"
-
 #include "batch/commands.h"
 #include "batch/keeping.h"
 #include "batch/mapchange.h"
@@ -22,9 +20,8 @@ Outcome ConvertOne(const Context& context, const WaveTask& task) {
     return outcome;
   }
   if (!call.IsDryRun) {
-    const bool usesEntries = call.From == FrqTypeMrq || call.To == FrqTypeMrq;
-    MrqStore* const entries = usesEntries ? &task.Of.Entries() : nullptr;
-    if (ConvertMap(task.Wave, call.From, call.To, entries) != 0) {
+    MrqStore* const entries = call.To == FrqTypeMrq ? &task.Of.Entries() : nullptr;
+    if (SaveMap(map, task.Wave, call.To, entries) != 0) {
       outcome.Faults.push_back(WriteFault(task, call.To));
       return outcome;
     }

@@ -26,8 +26,10 @@ std::string TableLine(const std::string& name, double seconds, const MapFacts& m
   return std::string(text.data()) + ' ' + name + '\n';
 }
 
-Json JsonOf(const std::string& bank, const std::string& name, const SyllableFacts& syllable, const MapFacts* map) {
-  Json line = {{"type", "map"}, {"bank", bank}, {"wave", name}};
+Json JsonOf(const WaveTask& task, const SyllableFacts& syllable, const MapFacts* map) {
+  Json line = {{"type", "map"},
+               {"bank", Printable(TypedForm(task.Of.Folder()))},
+               {"wave", Printable(TypedForm(task.Of.NameOf(task.Wave)))}};
   line["seconds"] = syllable.HasSound ? Json(syllable.Seconds) : Json();
   line["kind"] = map ? Json(KindName(map->Kind)) : Json();
   if (!map) return line;
@@ -46,8 +48,6 @@ Json JsonOf(const std::string& bank, const std::string& name, const SyllableFact
 
 Outcome ListOne(const WaveTask& task, const Order& call) {
   const SyllableFacts syllable = LookAtSyllable(task.Of, task.Wave, call.Kind);
-  const std::string bank = Printable(TypedForm(task.Of.Folder()));
-  const std::string name = Printable(TypedForm(task.Of.NameOf(task.Wave)));
   Outcome outcome;
   outcome.Sum.Syllables = 1;
   if (!syllable.HasSound) outcome.Faults.push_back(task.Name + ": the wave cannot be read");
@@ -56,14 +56,13 @@ Outcome ListOne(const WaveTask& task, const Order& call) {
     if (map.Fault.Why != MapFault::None) {
       outcome.Faults.push_back(ReadFault(task, map));
     }
-    outcome.Lines +=
-        call.IsJson ? LineOf(JsonOf(bank, name, syllable, &map)) : TableLine(task.Name, syllable.Seconds, map);
+    outcome.Lines += call.IsJson ? LineOf(JsonOf(task, syllable, &map)) : TableLine(task.Name, syllable.Seconds, map);
   }
   if (syllable.Maps.empty()) {
     std::array<char, 80> text{};
     std::snprintf(text.data(), text.size(), "%-7s %7.2f s %-42s", "-", syllable.Seconds, "no map");
     outcome.Lines =
-        call.IsJson ? LineOf(JsonOf(bank, name, syllable, nullptr)) : std::string(text.data()) + ' ' + task.Name + '\n';
+        call.IsJson ? LineOf(JsonOf(task, syllable, nullptr)) : std::string(text.data()) + ' ' + task.Name + '\n';
   } else {
     ++outcome.Sum.Affected;  // has a map
   }
