@@ -4,7 +4,7 @@
 //
 //   bare_batch run FILE PROGRAM ARGUMENT...  runs it with its output in FILE; prints [ms], peak memory [KiB] and code
 //   bare_batch heads FOLDER THREADS          reads the first page of each wave, and each map whole
-//   bare_batch files FOLDER THREADS          reads each wave and each map whole
+//   bare_batch rules FOLDER THREADS          reads each wave and each map whole, and checks the map by its course
 //   bare_batch copies FOLDER THREADS         reads each map and writes its bytes as another file beside it
 //   bare_batch maps FOLDER THREADS           reads each wave and makes a map of it in memory
 //   bare_batch hearings FOLDER THREADS       reads each wave and each map and hears what a check asks of the sound
@@ -27,8 +27,11 @@
 #include <vector>
 
 #include "base/posix/nativepath.h"
+#include "check/checkrecords.h"
+#include "check/checkrules.h"
 #include "check/hearing.h"
 #include "companions/resampler/render.h"
+#include "frqmap/freq0003.h"
 #include "measuring.h"
 #include "voicebank/soundfile.h"
 
@@ -88,6 +91,17 @@ void Hear(const std::string& wave, const std::string& map) {
   came += HearingOf(search, sound.samples.size(), sound.rate, 256).frames.size();
 }
 
+void Judge(const std::string& wave, const std::string& map) {
+  const std::vector<char> bytes = Read(map, SIZE_MAX);
+  auto decoded = DecodeFreq0003({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+  Require(decoded.has_value(), "a map cannot be read");
+  CheckFrqSettings settings;
+  settings.LowNote = settings.HighNote = 57;
+  const auto frames = MakeCheckFrames(*decoded, PathFromNative(map));
+  const auto regions = MakeCheckRegions(*decoded);
+  came += Read(wave, SIZE_MAX).size() + static_cast<std::size_t>(CheckMap(&settings, frames.get(), regions.get()));
+}
+
 using OfOne = std::function<void(const std::string& wave, const std::string& map)>;
 
 const std::map<std::string, OfOne> kWays = {
@@ -95,10 +109,7 @@ const std::map<std::string, OfOne> kWays = {
      [](const std::string& wave, const std::string& map) {
        came += Read(wave, kPage).size() + Read(map, SIZE_MAX).size();
      }},
-    {"files",
-     [](const std::string& wave, const std::string& map) {
-       came += Read(wave, SIZE_MAX).size() + Read(map, SIZE_MAX).size();
-     }},
+    {"rules", Judge},
     {"copies", [](const std::string&, const std::string& map) { Copy(map, map + ".copy"); }},
     {"maps", [](const std::string& wave, const std::string&) { came += MakeMap(SoundOf(wave)).Frames.size(); }},
     {"hearings", Hear},

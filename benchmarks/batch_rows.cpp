@@ -226,7 +226,7 @@ double MegabytesOfThread() {
 std::vector<Row> BatchRows(const std::string& resampler) {
   return {
       RowOfBank("batch_list", 1.5, {kSyllables, kSeconds, Maps::OfOtherWaves, "list", "heads", ""}),
-      RowOfBank("batch_check", 1.5, {kSyllables, kSeconds, Maps::OfOtherWaves, "check --note A3", "files", ""}),
+      RowOfBank("batch_check", 1.5, {kSyllables, kSeconds, Maps::OfOtherWaves, "check --note A3", "rules", ""}),
       RowOfBank("batch_hearing", 1.2, {kFewSyllables, kSeconds, Maps::Fit, "check", "hearings", ""}),
       RowOfBank("batch_convert", 1.5,
                 {kSyllables, kSeconds, Maps::OfOtherWaves, "convert --from frq --to frc", "copies", ".frc"}),
