@@ -67,7 +67,7 @@ std::vector<Files> FilesOf(double seconds, Maps maps) {
 // A voicebank in a folder of its own for temporary files, and what the program keeps beside it.
 class BatchBank {
  public:
-  BatchBank(int count, double seconds, Maps maps) : count_(count) {
+  BatchBank(int count, double seconds, Maps maps) {
     std::string name = fs::temp_directory_path() / "marlit_bench_XXXXXX";
     Require(mkdtemp(name.data()) != nullptr, "no folder for a bank");
     root_ = name;
@@ -88,7 +88,6 @@ class BatchBank {
   BatchBank(const BatchBank&) = delete;
   BatchBank& operator=(const BatchBank&) = delete;
 
-  int Count() const { return count_; }
   fs::path Root() const { return root_; }
   fs::path Folder() const { return root_ / "bank"; }
   void Remove(std::string_view ending) const {
@@ -100,7 +99,6 @@ class BatchBank {
   }
 
  private:
-  const int count_;
   fs::path root_;
 };
 
@@ -126,7 +124,8 @@ Ended Run(const BatchBank& bank, const std::string& command) {
 
 // With what was found or could not be found, as long as it has come to its end.
 Ended Batch(const BatchBank& bank, const std::string& words) {
-  const Ended ended = Run(bank, "'" + Beside("marlit-batch").string() + "' " + words + " '" + bank.Folder().string() + "'");
+  const std::string program = "'" + Beside("marlit-batch").string() + "' ";
+  const Ended ended = Run(bank, program + words + " '" + bank.Folder().string() + "'");
   Require(ended.code == 0 || ended.code == 1, "marlit-batch has failed");
   return ended;
 }
@@ -180,16 +179,12 @@ Row RowOfBank(const char* name, double aim, const Pair& pair) {
 class OfResampler : public Work {
  public:
   explicit OfResampler(const std::string& resampler) : words_("create --all --resampler '" + resampler + "'") {}
-  double Measured() override { return Batch(many_, "create --all").ms / many_.Count(); }
-  double Yardstick() override {
-    const Ended ended = Batch(few_, words_);
-    Require(ended.code == 0, "the resampler has failed");
-    return ended.ms / few_.Count();
-  }
+  double Measured() override { return Batch(bank_, "create --all").ms / kWavesOfResampler; }
+  double Yardstick() override { return Batch(bank_, words_).ms / kWavesOfResampler; }
 
  private:
   const std::string words_;
-  const BatchBank many_{kFewSyllables, kLongSeconds, Maps::None}, few_{kWavesOfResampler, kLongSeconds, Maps::None};
+  const BatchBank bank_{kWavesOfResampler, kLongSeconds, Maps::None};
 };
 
 constexpr std::array<const char*, 3> kCommands = {"list", "check --note A3", "convert --from frq --to frc"};
