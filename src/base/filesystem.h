@@ -30,7 +30,7 @@ class FileStream {
 enum class FileMode {
   Read,    // a file that is there, whatever others do with it
   Patch,   // reads and writes a file that is there or is made, empty; others may have it open, and one that lets nobody
-           // write is waited for some seconds. Written through: a write that has come back outlasts the power
+           // write is waited for some seconds. On Windows a write that has come back outlasts the power
   Shared,  // as Patch, for a file that several programs write: locked against those that open it so, which wait for
            // some seconds and then fail
   Own,     // as Patch, and nobody else opens it so meanwhile: what a running program holds to show that it lives
