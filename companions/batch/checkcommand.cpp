@@ -61,12 +61,7 @@ class Check {
  private:
   void CheckKind(const WaveTask& task, FrqType kind, Outcome& outcome) {
     FrqMap map;
-    const std::optional<MapFacts> facts = LookAtMap(task.Of, task.Wave, kind, map);
-    if (!facts) return;
-    if (facts->Fault.Why != MapFault::None) {
-      outcome.Faults.push_back(ReadFault(task, *facts));
-      return;
-    }
+    if (!ReadMap(task, kind, map, outcome)) return;
     ++outcome.Sum.Maps;
     if (!JudgeMap(map, MapPathFromWaveW(task.Wave, kind), settings_.at(&task.Of))) return;
     const std::vector<Finding> findings = TakeFindings(map, call_.LeastFrames);

@@ -11,14 +11,8 @@ Outcome ConvertOne(const Context& context, const WaveTask& task) {
   const Order& call = context.Call;
   Outcome outcome;
   outcome.Sum.Syllables = 1;
-  if (!task.Of.HasMap(task.Wave, call.From)) return outcome;
   FrqMap map;
-  const std::optional<MapFacts> facts = LookAtMap(task.Of, task.Wave, call.From, map);
-  if (!facts) return outcome;
-  if (facts->Fault.Why != MapFault::None) {
-    outcome.Faults.push_back(ReadFault(task, *facts));
-    return outcome;
-  }
+  if (!ReadMap(task, call.From, map, outcome)) return outcome;
   if (!call.IsDryRun) {
     MrqStore* const entries = call.To == FrqTypeMrq ? &task.Of.Entries() : nullptr;
     if (SaveMap(map, task.Wave, call.To, entries) != 0) {

@@ -41,12 +41,7 @@ Outcome ExportOne(const Context& context, const WaveTask& task) {
   const std::optional<FrqType> kind = FirstKindOf(context, task);
   if (!kind) return outcome;
   FrqMap map;
-  const std::optional<MapFacts> facts = LookAtMap(task.Of, task.Wave, *kind, map);
-  if (!facts) return outcome;
-  if (facts->Fault.Why != MapFault::None) {
-    outcome.Faults.push_back(ReadFault(task, *facts));
-    return outcome;
-  }
+  if (!ReadMap(task, *kind, map, outcome)) return outcome;
   const std::vector<CurvePoint> points = CurvePointsOf(map);
   const std::string text =
       context.Call.Format == CurveFormat::Csv ? CurveCsv(points) : PitchTier(points, SecondsOf(map));

@@ -24,12 +24,7 @@ Outcome ChangeMaps(const Context& context, const WaveTask& task, const MapChange
   for (const FrqType kind : kAllKinds) {
     if (context.Call.Kind && kind != *context.Call.Kind) continue;
     FrqMap map;
-    const std::optional<MapFacts> facts = LookAtMap(task.Of, task.Wave, kind, map);
-    if (!facts) continue;
-    if (facts->Fault.Why != MapFault::None) {
-      outcome.Faults.push_back(ReadFault(task, *facts));
-      continue;
-    }
+    if (!ReadMap(task, kind, map, outcome)) continue;
     const std::string what = change(map, kind);
     if (what.empty()) continue;
     MrqStore* const entries = kind == FrqTypeMrq ? &task.Of.Entries() : nullptr;

@@ -31,6 +31,14 @@ std::optional<MapFacts> LookAtMap(Bank& bank, const std::wstring& wave, FrqType 
   return facts;
 }
 
+bool ReadMap(const WaveTask& task, FrqType kind, FrqMap& map, Outcome& outcome) {
+  const std::optional<MapFacts> facts = LookAtMap(task.Of, task.Wave, kind, map);
+  if (!facts) return false;
+  if (facts->Fault.Why == MapFault::None) return true;
+  outcome.Faults.push_back(ReadFault(task, *facts));
+  return false;
+}
+
 SyllableFacts LookAtSyllable(Bank& bank, const std::wstring& wave, std::optional<FrqType> kind) {
   SyllableFacts facts;
   facts.Wave = wave;

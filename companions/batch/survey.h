@@ -3,11 +3,15 @@
 
 #include <optional>
 
-#include "batch/banks.h"
+#include "batch/context.h"
 #include "batch/facts.h"
 
 // Of the map of one kind; none without a map. `map` is filled where the map can be read.
 std::optional<MapFacts> LookAtMap(Bank& bank, const std::wstring& wave, FrqType kind, FrqMap& map);
+
+// The same for who needs the map: false where there is none, and where it cannot be read, which is a fault of the
+// outcome.
+bool ReadMap(const WaveTask& task, FrqType kind, FrqMap& map, Outcome& outcome);
 
 // Of all maps that are there, or of one kind.
 SyllableFacts LookAtSyllable(Bank& bank, const std::wstring& wave, std::optional<FrqType> kind);
