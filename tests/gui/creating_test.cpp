@@ -91,7 +91,9 @@ TEST_F(Creating, ShowsItsProgressAndLetsWhatRunsComeToItsEndOnAbort) {
     EXPECT_TRUE(position == 2 || position == 3) << position;
   });
   const std::vector<std::wstring> calls = TakeCalls();
-  EXPECT_EQ(Starts(calls), position + 1);
+  // The window may not have heard of the last one yet.
+  EXPECT_GE(Starts(calls), position + 1);
+  EXPECT_LT(Starts(calls), 5) << "it went on behind the abort";
   EXPECT_EQ(std::ranges::count(calls, L"-"), Starts(calls)) << "a run was killed";
   EXPECT_EQ(List().CountMaps(), Starts(calls));
 }
