@@ -1,6 +1,7 @@
 #include "batch/banks.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "base/path.h"
 #include "base/utf8.h"
@@ -29,15 +30,12 @@ std::vector<std::wstring> FoldersIn(const std::wstring& folder, const FolderList
 void FindBelow(const std::wstring& folder, int depth, std::vector<std::unique_ptr<Bank>>& banks) {
   const auto listing = depth > kDeepest ? std::nullopt : FolderListing::Read(folder);
   if (!listing) return;
-  const bool isBank = IsBank(*listing);
-  if (isBank) banks.push_back(std::make_unique<Bank>(folder));
-  for (const std::wstring& inside : FoldersIn(folder, *listing)) {
-    // The folders directly in a bank are part of it.
-    const auto below = isBank ? FolderListing::Read(inside) : std::nullopt;
-    if (!isBank) FindBelow(inside, depth + 1, banks);
-    if (!below) continue;
-    for (const std::wstring& deeper : FoldersIn(inside, *below)) FindBelow(deeper, depth + 2, banks);
+  if (!IsBank(*listing)) {
+    for (const std::wstring& inside : FoldersIn(folder, *listing)) FindBelow(inside, depth + 1, banks);
+    return;
   }
+  banks.push_back(std::make_unique<Bank>(folder));
+  for (const std::wstring& deeper : banks.back()->DeeperFolders()) FindBelow(deeper, depth + 2, banks);
 }
 
 }  // namespace
@@ -65,6 +63,14 @@ const FolderListing* Bank::AddWavesOf(const std::wstring& folder) {
   std::ranges::sort(waves_.begin() + first, waves_.end(), {},
                     [&](const std::wstring& wave) { return std::wstring_view(wave).substr(nameAt); });
   return &listing;
+}
+
+std::vector<std::wstring> Bank::DeeperFolders() const {
+  std::vector<std::wstring> deeper;
+  for (const auto& [folder, listing] : folders_) {
+    if (folder != folder_) std::ranges::copy(FoldersIn(folder, listing), std::back_inserter(deeper));
+  }
+  return deeper;
 }
 
 std::wstring Bank::NameOf(const std::wstring& wave) const {

@@ -22,6 +22,8 @@ class Bank {
   const std::wstring& Folder() const { return folder_; }
   // In full; folder by folder, and by their names in each.
   const std::vector<std::wstring>& Waves() const { return waves_; }
+  // The folders in the folders that are part of it.
+  std::vector<std::wstring> DeeperFolders() const;
   // The path of a wave as seen from the folder.
   std::wstring NameOf(const std::wstring& wave) const;
   void KeepOnly(const std::string& pattern);

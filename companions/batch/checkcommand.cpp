@@ -22,7 +22,7 @@ std::string LineOfFinding(const WaveTask& task, FrqType kind, const Finding& fin
   std::array<char, 96> place{};
   std::snprintf(place.data(), place.size(), ": %.3f..%.3f s, frames %ld..%ld: ", finding.Begin, finding.End,
                 static_cast<long>(finding.First), static_cast<long>(finding.Last));
-  return task.Name + " (" + KindName(kind) + ')' + place.data() + ReasonText(finding.Mark) + SuggestionText(finding) +
+  return task.Name + " (" + NameOfKind(kind) + ')' + place.data() + ReasonText(finding.Mark) + SuggestionText(finding) +
          '\n';
 }
 
@@ -30,7 +30,7 @@ Json JsonOfFinding(const WaveTask& task, FrqType kind, const Finding& finding) {
   Json line = {{"type", "finding"},
                {"bank", Printable(TypedForm(task.Of.Folder()))},
                {"wave", Printable(TypedForm(task.Of.NameOf(task.Wave)))},
-               {"kind", KindName(kind)},
+               {"kind", NameOfKind(kind)},
                {"begin", finding.Begin},
                {"end", finding.End},
                {"first", finding.First},
@@ -82,7 +82,7 @@ class Check {
     if (call_.IsDryRun) return;
     MrqStore* const entries = kind == FrqTypeMrq ? &task.Of.Entries() : nullptr;
     if (SaveMap(map, task.Wave, kind, entries) == 0) return;
-    outcome.Faults.push_back(task.Name + ": the " + KindName(kind) + " map cannot be written: " + LastFault());
+    outcome.Faults.push_back(task.Name + ": the " + NameOfKind(kind) + " map cannot be written: " + LastFault());
   }
 
   const Order& call_;

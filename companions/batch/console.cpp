@@ -7,6 +7,7 @@
 
 #include "base/utf8.h"
 #include "batch/machine.h"
+#include "batch/reporttexts.h"
 
 std::string Printable(std::wstring_view text) {
   std::wstring shown(text);
@@ -15,15 +16,9 @@ std::string Printable(std::wstring_view text) {
   return Utf8Of(shown);
 }
 
-std::string Grouped(std::size_t number) {
-  std::string digits = std::to_string(number);
-  for (std::size_t i = digits.size(); i > 3; i -= 3) digits.insert(i - 3, 1, ',');
-  return digits;
-}
-
 std::string Counted(std::size_t number, std::string noun) {
   if (number != 1) noun += 's';
-  return Grouped(number) + ' ' + noun;
+  return TextOfCount(static_cast<std::int64_t>(number)) + ' ' + noun;
 }
 
 std::string DurationText(double seconds) {
@@ -81,8 +76,8 @@ void Console::Progress(std::size_t done) {
   const double soFar = std::chrono::duration<double>(now - began_).count();
   const double left = soFar / static_cast<double>(done) * static_cast<double>(total_ - done);
   HideProgress();
-  std::fprintf(stderr, "%s: %s of %s, %s left", doing_.c_str(), Grouped(done).c_str(), Grouped(total_).c_str(),
-               DurationText(left).c_str());
+  std::fprintf(stderr, "%s: %s of %s, %s left", doing_.c_str(), TextOfCount(static_cast<std::int64_t>(done)).c_str(),
+               TextOfCount(static_cast<std::int64_t>(total_)).c_str(), DurationText(left).c_str());
   std::fflush(stderr);
   isShown_ = true;
 }

@@ -18,8 +18,6 @@ std::string Printable(std::wstring_view text);
 
 // "1,234 maps", "1 map".
 std::string Counted(std::size_t number, std::string noun);
-// "1,234".
-std::string Grouped(std::size_t number);
 
 // "4 s", "2 min 05 s", "1 h 12 min".
 std::string DurationText(double seconds);

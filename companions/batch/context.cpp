@@ -1,9 +1,6 @@
 #include "batch/context.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstdio>
 #include <set>
 #include <thread>
 
@@ -11,6 +8,8 @@
 #include "base/notename.h"
 #include "base/utf8.h"
 #include "batch/machine.h"
+#include "batch/reporttexts.h"
+#include "frqctrl/tablereading.h"
 
 namespace {
 
@@ -133,24 +132,19 @@ std::string FaultText(const MapFault& fault) {
 }
 
 std::string ReadFault(const WaveTask& task, const MapFacts& map) {
-  return task.Name + ": the " + KindName(map.Kind) + " map cannot be read: " + FaultText(map.Fault);
+  return task.Name + ": the " + NameOfKind(map.Kind) + " map cannot be read: " + FaultText(map.Fault);
 }
 
 std::string LineOf(const Json& json) {
   return json.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
-std::string KindName(FrqType kind) {
-  return Utf8Of(FrqExtensionW(kind).substr(1));
-}
-
 std::string NoteText(double hz) {
-  if (!(hz > FrqNoPitch)) return "-";
-  const double note = 69.0 + 12.0 * std::log2(hz / 440.0);
-  const int whole = static_cast<int>(std::lround(note));
-  const std::wstring name = NoteNameFromNumber(whole);
-  const int cents = static_cast<int>(std::lround(100.0 * (note - whole)));
-  std::array<char, 16> text{};
-  std::snprintf(text.data(), text.size(), cents == 0 ? "" : " %+d", cents);
-  return name.empty() ? std::to_string(std::lround(hz)) + " Hz" : Utf8Of(name) + text.data();
+  const std::optional<PitchReading> pitch = ReadPitch(hz);
+  if (!pitch) return "-";
+  const std::wstring name = NoteNameFromNumber(pitch->Note);
+  if (name.empty()) return Fixed(hz, 0) + " Hz";
+  std::string text = Utf8Of(name);
+  if (pitch->Cents != 0) text.append(pitch->Cents < 0 ? " " : " +").append(std::to_string(pitch->Cents));
+  return text;
 }

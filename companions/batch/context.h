@@ -104,7 +104,5 @@ std::string ReadFault(const WaveTask& task, const MapFacts& map);
 
 // A line of JSON, with its end.
 std::string LineOf(const Json& json);
-// As users write kinds: "frq".
-std::string KindName(FrqType kind);
 // As the windows write notes, with the cents above or below: "A3 +12".
 std::string NoteText(double hz);

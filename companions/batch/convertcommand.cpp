@@ -21,7 +21,7 @@ Outcome ConvertOne(const Context& context, const WaveTask& task) {
     }
   }
   outcome.Sum.Maps = 1;
-  outcome.Lines = LineOfChange(context, task, call.To, "from " + KindName(call.From));
+  outcome.Lines = LineOfChange(context, task, call.To, "from " + NameOfKind(call.From));
   return outcome;
 }
 

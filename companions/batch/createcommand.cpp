@@ -3,25 +3,18 @@
 
 #include "base/filesystem.h"
 #include "base/path.h"
-#include "base/utf16.h"
 #include "batch/commands.h"
 #include "batch/keeping.h"
 #include "batch/machine.h"
 #include "batch/mapchange.h"
 #include "frqmap/mapfiles.h"
 #include "frqmap/mrqmap.h"
+#include "resampler/mrqentry.h"
 #include "resampler/render.h"
 #include "resampler/resamplerkind.h"
-#include "voicebank/waveheader.h"
+#include "voicebank/soundfile.h"
 
 namespace {
-
-// A name that tells nothing is taken for a wave's.
-std::optional<Sound> ReadWave(const std::wstring& path) {
-  WaveHeader wave;
-  if (wave.Load(path, false) != 0 && wave.LoadWav(path, false) != 0) return std::nullopt;
-  return SoundOfWave(wave.format, wave.samples);
-}
 
 class Creation {
  public:
@@ -52,7 +45,7 @@ class Creation {
       const std::wstring resampler = FullPathOfTyped(context_.Call.Resampler);
       return RunResampler(resampler, task.Wave, kind_, task.Of.Entries(), reason) ? "" : reason;
     }
-    const std::optional<Sound> sound = ReadWave(task.Wave);
+    const std::optional<Sound> sound = ReadRecording(task.Wave);
     if (!sound) return "the wave cannot be read";
     FrqMap made = MakeMap(*sound);
     // What an analysis kept beside the old map is not of this one.
@@ -62,17 +55,12 @@ class Creation {
     return isWritten ? "" : "the map cannot be written: " + LastFault();
   }
 
-  // As the bundled resampler writes one: unlike a store's, the name keeps a second dot.
+  // As the bundled resampler writes one.
   bool WriteEntry(const std::wstring& wave, const FrqMap& made) {
     Disk().Delete(LlsmPathFromWave(wave));
-    MrqEntry entry;
-    entry.Hop = made.Hop;
-    entry.Unedited = 1;
-    for (const FrqFrame& frame : made.Frames) entry.Frequencies.push_back(frame.Voiced ? frame.Frequency : 0.0);
-    const std::wstring name = FileNameOf(wave);
-    const std::wstring file = name.substr(0, name.rfind(L'.')) + L".wav";
     const std::lock_guard lock(entries_);
-    return SaveMrqEntry(Disk(), PathIn(FolderOf(wave), L"desc.mrq"), Utf16Of(file), entry, MrqStore::PresentTime());
+    return SaveMrqEntry(Disk(), PathIn(FolderOf(wave), L"desc.mrq"), MrqNameOf(wave), EntryOfMade(made),
+                        MrqStore::PresentTime());
   }
 
   const Context& context_;

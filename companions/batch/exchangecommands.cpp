@@ -62,7 +62,7 @@ Outcome ExportOne(const Context& context, const WaveTask& task) {
 std::string TextOfLost(const LostValues& lost) {
   std::string text;
   const auto add = [&](std::size_t count, const char* what) {
-    if (count > 0) text += (text.empty() ? "; " : ", ") + Grouped(count) + what;
+    if (count > 0) text += (text.empty() ? "; " : ", ") + TextOfCount(static_cast<std::int64_t>(count)) + what;
   };
   add(lost.TooLow, " pitches too low for the kind, without pitch now");
   add(lost.TooHigh, " too high for it, at its highest now");
@@ -97,7 +97,7 @@ class Import {
     FrqMap map;
     const std::optional<MapFacts> facts = LookAtMap(task.Of, task.Wave, kind_, map);
     if (facts && facts->Fault.Why != MapFault::None) {
-      return "the " + KindName(kind_) + " map cannot be read: " + FaultText(facts->Fault);
+      return "the " + NameOfKind(kind_) + " map cannot be read: " + FaultText(facts->Fault);
     }
     std::string what = "from " + Printable(FileNameOf(path));
     if (facts) {

@@ -1,8 +1,10 @@
 #include "batch/judging.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 
+#include "batch/reporttexts.h"
 #include "batch/survey.h"
 #include "check/checkrules.h"
 #include "check/markedruns.h"
@@ -12,7 +14,6 @@
 
 namespace {
 
-constexpr double kMostSeconds = 120.0;  // of a recording that is listened to
 constexpr int kLowestNote = 24, kHighestNote = 107;
 
 FrqType FirstKindOf(Bank& bank, const std::wstring& wave, std::optional<FrqType> kind) {
@@ -24,7 +25,7 @@ FrqType FirstKindOf(Bank& bank, const std::wstring& wave, std::optional<FrqType>
 
 // False without a recording that the map can be of.
 bool MarkByEar(CheckFrameRecord& frames, const std::wstring& mapPath) {
-  const std::optional<Sound> sound = ReadSound(WavePathFromMapW(mapPath), kMostSeconds);
+  const std::optional<Sound> sound = ReadSound(WavePathFromMapW(mapPath), kMostSecondsHeard);
   if (!sound || frames.Hop <= 0) return false;
   const Hearing unheard = {frames.Hop, static_cast<double>(sound->rate), std::ssize(sound->samples), {}};
   if (!IsMapOf(frames, unheard)) return false;
@@ -85,16 +86,9 @@ std::vector<Finding> TakeFindings(FrqMap& map, int leastFrames) {
 }
 
 std::string ReasonText(std::int32_t mark) {
-  switch (mark) {
-    case CheckMarkOctaveHigh: return "an octave too high";
-    case CheckMarkOctaveLow: return "an octave too low";
-    case CheckMarkTwelfth: return "a twelfth off";
-    case CheckMarkFactor: return "a fifth or another simple interval off";
-    case CheckMarkNoise: return "noise or silence taken for pitch";
-    case CheckMarkGap: return "no pitch within a steady tone";
-    case CheckMarkFar: return "too far from the pitch of the syllable";
-    default: return "marked";
-  }
+  std::string text(TextOfReason(ReasonOf(mark), ReportLanguage::English));
+  text.front() = static_cast<char>(std::tolower(static_cast<unsigned char>(text.front())));
+  return text;
 }
 
 std::string ReasonName(std::int32_t mark) {

@@ -16,12 +16,12 @@ int PercentVoiced(const MapFacts& map) {
 std::string TableLine(const std::string& name, double seconds, const MapFacts& map) {
   std::array<char, 160> text{};
   if (map.Fault.Why != MapFault::None) {
-    std::snprintf(text.data(), text.size(), "%-7s cannot be read: %-38s", KindName(map.Kind).c_str(),
+    std::snprintf(text.data(), text.size(), "%-7s cannot be read: %-38s", NameOfKind(map.Kind).c_str(),
                   FaultText(map.Fault).c_str());
   } else {
     const std::string range = NoteText(map.Low) + ".." + NoteText(map.High);
-    std::snprintf(text.data(), text.size(), "%-7s %7.2f s %6ld %4d %% %-8s %-18s", KindName(map.Kind).c_str(), seconds,
-                  static_cast<long>(map.Frames), PercentVoiced(map), NoteText(map.Key).c_str(), range.c_str());
+    std::snprintf(text.data(), text.size(), "%-7s %7.2f s %6ld %4d %% %-8s %-18s", NameOfKind(map.Kind).c_str(),
+                  seconds, static_cast<long>(map.Frames), PercentVoiced(map), NoteText(map.Key).c_str(), range.c_str());
   }
   return std::string(text.data()) + ' ' + name + '\n';
 }
@@ -31,7 +31,7 @@ Json JsonOf(const WaveTask& task, const SyllableFacts& syllable, const MapFacts*
                {"bank", Printable(TypedForm(task.Of.Folder()))},
                {"wave", Printable(TypedForm(task.Of.NameOf(task.Wave)))}};
   line["seconds"] = syllable.HasSound ? Json(syllable.Seconds) : Json();
-  line["kind"] = map ? Json(KindName(map->Kind)) : Json();
+  line["kind"] = map ? Json(NameOfKind(map->Kind)) : Json();
   if (!map) return line;
   if (map->Fault.Why != MapFault::None) {
     line["fault"] = FaultText(map->Fault);
@@ -53,9 +53,7 @@ Outcome ListOne(const WaveTask& task, const Order& call) {
   if (!syllable.HasSound) outcome.Faults.push_back(task.Name + ": the wave cannot be read");
   for (const MapFacts& map : syllable.Maps) {
     ++outcome.Sum.Maps;
-    if (map.Fault.Why != MapFault::None) {
-      outcome.Faults.push_back(ReadFault(task, map));
-    }
+    if (map.Fault.Why != MapFault::None) outcome.Faults.push_back(ReadFault(task, map));
     outcome.Lines += call.IsJson ? LineOf(JsonOf(task, syllable, &map)) : TableLine(task.Name, syllable.Seconds, map);
   }
   if (syllable.Maps.empty()) {
@@ -88,6 +86,6 @@ void ListBanks(Context& context) {
     return;
   }
   context.Out.Say(Counted(sum.Syllables, "syllable") + " in " + Counted(banks.size(), "bank") + ", " +
-                  Grouped(sum.Syllables - sum.Affected) + " without a map, " + Counted(sum.Maps, "map") + ", " +
-                  Counted(sum.Failed, "fault"));
+                  TextOfCount(static_cast<std::int64_t>(sum.Syllables - sum.Affected)) + " without a map, " +
+                  Counted(sum.Maps, "map") + ", " + Counted(sum.Failed, "fault"));
 }

@@ -5,17 +5,17 @@
 #include "frqmap/mapfiles.h"
 
 std::string LineOfChange(const Context& context, const WaveTask& task, FrqType kind, const std::string& what) {
-  if (!context.Call.IsJson) return task.Name + " (" + KindName(kind) + "): " + what + '\n';
+  if (!context.Call.IsJson) return task.Name + " (" + NameOfKind(kind) + "): " + what + '\n';
   return LineOf({{"type", "change"},
                  {"bank", Printable(TypedForm(task.Of.Folder()))},
                  {"wave", Printable(TypedForm(task.Of.NameOf(task.Wave)))},
-                 {"kind", KindName(kind)},
+                 {"kind", NameOfKind(kind)},
                  {"change", what},
                  {"written", !context.Call.IsDryRun}});
 }
 
 std::string WriteFault(const WaveTask& task, FrqType kind) {
-  return task.Name + ": the " + KindName(kind) + " map cannot be written: " + LastFault();
+  return task.Name + ": the " + NameOfKind(kind) + " map cannot be written: " + LastFault();
 }
 
 Outcome ChangeMaps(const Context& context, const WaveTask& task, const MapChange& change) {

@@ -69,10 +69,11 @@ class Reporting {
   }
 
   NamedRow RowOf(const WaveTask& task) {
-    SyllableFacts facts = LookAtSyllable(task.Of, task.Wave, std::nullopt);
     FrqMap map;
-    const std::optional<MapFacts> shown = LookAtMap(task.Of, task.Wave, kind_, map);
-    const bool isRead = shown && shown->Fault.Why == MapFault::None;
+    const SyllableFacts facts = LookAtSyllable(task.Of, task.Wave, kind_, map);
+    const auto shown = std::ranges::find(facts.Maps, kind_, &MapFacts::Kind);
+    const bool isThere = shown != facts.Maps.end();
+    const bool isRead = isThere && shown->Fault.Why == MapFault::None;
     std::vector<Finding> findings;
     if (isRead && JudgeMap(map, MapPathFromWaveW(task.Wave, kind_), settings_.at(&task.Of))) {
       findings = TakeFindings(map, context_.Call.LeastFrames);
@@ -80,7 +81,7 @@ class Reporting {
     const std::wstring name = WideOf(task.Name);
     const std::string link = LinkTo(SeenFrom(folder_, task.Wave));
     const ReportedSyllable syllable = {name, link, facts, kind_, isRead ? &map : nullptr, findings};
-    return {MakeReportRow(syllable, context_.Call.Language), shown && !isRead ? ReadFault(task, *shown) : ""};
+    return {MakeReportRow(syllable, context_.Call.Language), isThere && !isRead ? ReadFault(task, *shown) : ""};
   }
 
  private:

@@ -6,6 +6,19 @@
 #include "frqmap/mapfiles.h"
 #include "voicebank/waveheader.h"
 
+namespace {
+
+SyllableFacts LookAtWave(const std::wstring& wave) {
+  SyllableFacts facts;
+  facts.Wave = wave;
+  WaveHeader header;
+  facts.HasSound = header.Load(wave, true) == 0;
+  if (facts.HasSound) facts.Seconds = header.LengthSeconds();
+  return facts;
+}
+
+}  // namespace
+
 std::optional<MapFacts> LookAtMap(Bank& bank, const std::wstring& wave, FrqType kind, FrqMap& map) {
   if (!bank.HasMap(wave, kind)) return std::nullopt;
   MapFacts facts;
@@ -40,15 +53,21 @@ bool ReadMap(const WaveTask& task, FrqType kind, FrqMap& map, Outcome& outcome) 
 }
 
 SyllableFacts LookAtSyllable(Bank& bank, const std::wstring& wave, std::optional<FrqType> kind) {
-  SyllableFacts facts;
-  facts.Wave = wave;
-  WaveHeader header;
-  facts.HasSound = header.Load(wave, true) == 0;
-  if (facts.HasSound) facts.Seconds = header.LengthSeconds();
+  SyllableFacts facts = LookAtWave(wave);
   for (const FrqType each : kAllKinds) {
     if (kind && each != *kind) continue;
     FrqMap map;
     if (const std::optional<MapFacts> found = LookAtMap(bank, wave, each, map)) facts.Maps.push_back(*found);
+  }
+  return facts;
+}
+
+SyllableFacts LookAtSyllable(Bank& bank, const std::wstring& wave, FrqType shown, FrqMap& shownMap) {
+  SyllableFacts facts = LookAtWave(wave);
+  for (const FrqType each : kAllKinds) {
+    FrqMap other;
+    const auto found = LookAtMap(bank, wave, each, each == shown ? shownMap : other);
+    if (found) facts.Maps.push_back(*found);
   }
   return facts;
 }

@@ -15,3 +15,5 @@ bool ReadMap(const WaveTask& task, FrqType kind, FrqMap& map, Outcome& outcome);
 
 // Of all maps that are there, or of one kind.
 SyllableFacts LookAtSyllable(Bank& bank, const std::wstring& wave, std::optional<FrqType> kind);
+// Of all of them, with the map of one kind in `shownMap` where it can be read.
+SyllableFacts LookAtSyllable(Bank& bank, const std::wstring& wave, FrqType shown, FrqMap& shownMap);

@@ -18,7 +18,6 @@
 
 namespace {
 
-constexpr double kMostSeconds = 120.0;      // of a recording that is listened to
 constexpr double kMostSecondsAhead = 15.0;  // of one that nobody has asked for yet, as several are held at once
 constexpr std::ptrdiff_t kMostAhead = 4;    // waves, for each thread
 constexpr int kMostThreads = 7;
@@ -93,7 +92,7 @@ Hearings::Heard Hearings::Of(const std::wstring& wavePath, SampleCount hop) {
   }
   underWay_.insert(name);
   lock.unlock();
-  Heard heard = TryToListen(wavePath, hop, kMostSeconds);
+  Heard heard = TryToListen(wavePath, hop, kMostSecondsHeard);
   lock.lock();
   underWay_.erase(name);
   hasNews_.notify_all();
@@ -105,7 +104,7 @@ Hearings::Heard Hearings::Of(const std::wstring& wavePath, SampleCount hop) {
 }
 
 Hearings::Search Hearings::SearchOf(const std::wstring& wavePath) {
-  const std::optional<Sound> sound = ReadSound(wavePath, kMostSeconds);
+  const std::optional<Sound> sound = ReadSound(wavePath, kMostSecondsHeard);
   return sound ? std::make_unique<const PitchSearch>(sound->samples, sound->rate) : nullptr;
 }
 

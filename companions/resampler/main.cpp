@@ -14,8 +14,7 @@
 #include "mapfile.h"
 #include "render.h"
 #include "resampler/resamplerkind.h"
-#include "voicebank/sound.h"
-#include "voicebank/waveheader.h"
+#include "voicebank/soundfile.h"
 
 // The start-up code is not to look for files behind an argument that holds a "*" or a "?".
 extern "C" {
@@ -39,13 +38,6 @@ void Say(const char* what, const std::wstring& path) {
   std::fprintf(stderr, "basic-resampler: %s %s\n", what, name.c_str());
 }
 
-// A name that tells nothing is taken for a wave's.
-std::optional<Sound> ReadSound(const std::wstring& path) {
-  WaveHeader wave;
-  if (wave.Load(path, false) != 0 && wave.LoadWav(path, false) != 0) return std::nullopt;
-  return SoundOfWave(wave.format, wave.samples);
-}
-
 // The map of the wave, read or made and then written. None if it could not be written and nothing else needs it. One
 // that cannot be read stays as it is, for its user to see to.
 std::optional<FrqMap> MapFor(const std::wstring& wavePath, FrqType kind, const Sound& sound, bool isNeeded) {
@@ -67,7 +59,7 @@ int Run(const ResamplerCall& call, FrqType kind) {
   }
   // Maps and desc.mrq lie beside the wave, whatever the current folder is.
   const std::wstring wavePath = FullPathOf(call.input);
-  const std::optional<Sound> sound = ReadSound(wavePath);
+  const std::optional<Sound> sound = ReadRecording(wavePath);
   if (!sound) {
     Say("cannot read", wavePath);
     return kFailed;

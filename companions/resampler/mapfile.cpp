@@ -11,19 +11,13 @@
 #include "frqmap/freq0003.h"
 #include "frqmap/mrqstore.h"
 #include "frqmap/pmk.h"
+#include "mrqentry.h"
 #include "mrqlock.h"
 
 namespace {
 
 std::wstring MrqPathOf(const std::wstring& wavePath) {
   return FolderOf(wavePath) + L"\\desc.mrq";
-}
-
-// Unlike a store's, the name keeps a second dot: it is read back under the very key that a store has for the wave.
-std::u16string MrqNameOf(const std::wstring& wavePath) {
-  const std::wstring name = FileNameOf(wavePath);
-  const std::wstring wave = name.substr(0, name.rfind(L'.')) + L".wav";
-  return std::u16string(wave.begin(), wave.end());
 }
 
 std::optional<MrqEntry> FindEntryOf(const std::wstring& wavePath) {
@@ -47,10 +41,7 @@ FrqMap MapOfEntry(const MrqEntry& entry) {
 }
 
 bool WriteEntryOf(const std::wstring& wavePath, const FrqMap& map) {
-  MrqEntry entry;
-  entry.Hop = map.Hop;
-  entry.Unedited = 1;
-  for (const FrqFrame& frame : map.Frames) entry.Frequencies.push_back(frame.Voiced ? frame.Frequency : 0.0);
+  const MrqEntry entry = EntryOfMade(map);
   const MrqLock lock(FolderOf(wavePath));
   return SaveMrqEntry(Disk(), MrqPathOf(wavePath), MrqNameOf(wavePath), entry, MrqStore::PresentTime());
 }

@@ -1,4 +1,4 @@
-// Names with placeholders, as users write them for many files at once.
+// Patterns of names, as users write them for many files at once.
 #pragma once
 
 #include <string_view>

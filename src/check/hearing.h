@@ -12,6 +12,9 @@
 // A pitch counts as borne out by a repetition that is so near [cents].
 inline constexpr double kSupportReach = 50.0;
 
+// Longer recordings are not listened to [s].
+inline constexpr double kMostSecondsHeard = 120.0;
+
 struct HeardFrame {
   float hz;               // FrqNoPitch where there is no voice
   float support;          // how well the sound repeats itself after that period, -1 to 1; 0 without a voice
