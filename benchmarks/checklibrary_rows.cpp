@@ -42,7 +42,7 @@ class CheckLibrary : public Work {
   CheckLibrary() {
     for (int i = 0; i < kMaps; ++i) {
       contours::Contour contour = contours::Generator(static_cast<std::uint32_t>(i)).Make(contours::Error::Run);
-      contour.map.Frames.resize(kFrames);
+      contour.map.Frames.Own().resize(kFrames);
       contour.map.FrameCount = kFrames;
       const std::wstring path = folder_.PathOf(std::to_wstring(i) + L"_wav.frq");
       Require(WriteWholeFile(path, EncodeFreq0003(contour.map, FrqTypeFrq)), "a map cannot be written");
@@ -93,7 +93,7 @@ class ListeningCheck : public Work {
       FrqMap map;
       map.Create(kSamples / kHop, FrqTypeFrq);
       map.Hop = kHop;
-      for (FrqFrame& frame : map.Frames) frame.Frequency = 150.0 + 10.0 * (i % kSounds);
+      for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = 150.0 + 10.0 * (i % kSounds);
       records_.push_back(MakeCheckFrames(map, path + L"_wav.frq"));
     }
   }

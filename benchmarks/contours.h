@@ -117,8 +117,8 @@ class Generator {
     contour.map.Loaded = true;
     contour.map.Hop = hop_;
     for (std::size_t i = 0; i < hz_.size(); ++i) {
-      contour.map.Frames[i].Frequency = hz_[i];
-      contour.map.Frames[i].Amplitude = levels_[i];
+      contour.map.Frames.Own()[i].Frequency = hz_[i];
+      contour.map.Frames.Own()[i].Amplitude = levels_[i];
     }
     contour.truth = hz_;
     contour.wrong.assign(hz_.size(), false);
@@ -136,7 +136,7 @@ class Generator {
 
   void Change(Contour& contour, std::size_t frame, double hz, bool byFactor) {
     if (contour.wrong[frame]) return;
-    contour.map.Frames[frame].Frequency = hz;
+    contour.map.Frames.Own()[frame].Frequency = hz;
     contour.wrong[frame] = true;
     contour.byFactor[frame] = byFactor;
   }

@@ -22,7 +22,7 @@ FrqMap LongMap() {
   map.Create(kFrames, FrqTypeFrq);
   for (SampleCount i = 0; i < kFrames; ++i) {
     map.SetFrequency(map.PositionOf(i), i % 100 < 10 ? 0.0 : 220.0 + 5.0 * std::sin(i / 20.0));
-    map.Frames[static_cast<std::size_t>(i)].Amplitude = 1000.0 + i % 500;
+    map.Frames.Own()[static_cast<std::size_t>(i)].Amplitude = 1000.0 + i % 500;
   }
   return map;
 }
@@ -63,7 +63,7 @@ class SaveFrq : public MapFile {
  public:
   // Another map each time: one that the file holds already is not written.
   double Measured() override {
-    map_.Frames.front().Amplitude += 1.0;
+    map_.Frames.Own().front().Amplitude += 1.0;
     return MillisecondsOf([&] { Require(map_.Save(path_, nullptr) == 0, "a map cannot be saved"); });
   }
 

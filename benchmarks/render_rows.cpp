@@ -52,7 +52,7 @@ FrqMap MapOf(const std::function<double(double)>& hz, double seconds) {
   map.Create(frames, FrqTypeFrq);
   for (SampleCount i = 0; i < frames; ++i) {
     const double known = hz(static_cast<double>(map.PositionOf(i)) / FrqSampleRate);
-    FrqFrame& frame = map.Frames[static_cast<std::size_t>(i)];
+    FrqFrame& frame = map.Frames.Own()[static_cast<std::size_t>(i)];
     frame.Voiced = known > FrqNoPitch;
     frame.Frequency = frame.Voiced ? known : FrqNoPitch;
   }
@@ -94,7 +94,9 @@ const std::vector<Voice>& Voices() {
       if (hz < 100.0 || known.level(0.12) < 1.0 || known.sampleRate != FrqSampleRate) continue;
       voices.push_back({{voices::Sound(known), known.sampleRate},
                         MapOf([&](double t) { return voices::PitchAt(known, t); }, voices::kSeconds),
-                        0.2, 0.8, hz});
+                        0.2,
+                        0.8,
+                        hz});
     }
     return voices;
   }();
@@ -262,7 +264,9 @@ double ConsonantError(Renderer renderer) {
     if (known.level(kBegin - 0.01) > 0.0 || known.level(kBegin + 0.01) < 1.0) continue;
     const Voice voice = {{voices::Sound(known), known.sampleRate},
                          MapOf([&](double t) { return voices::PitchAt(known, t); }, voices::kSeconds),
-                         0.0, voices::kSeconds, known.hz(0.5)};
+                         0.0,
+                         voices::kSeconds,
+                         known.hz(0.5)};
     for (const double velocity : {0.0, 50.0, 100.0, 150.0, 200.0}) {
       NoteToRender note = PartOf(voice, kNoiseStretch);
       note.hz = voice.hz, note.consonantMs = 300.0, note.velocity = velocity;
@@ -294,9 +298,8 @@ std::vector<Row> RenderRows() {
   const std::pair<const char*, double (*)(Renderer)> peers[] = {
       {"render_bend_peer", BendError}, {"render_step_peer", WorstStep}, {"render_buzz_peer", Buzz}};
   for (const auto& [name, measure] : peers) {
-    rows.push_back({name, "", 1.0, [measure = measure] {
-                      return std::make_unique<Figure>(measure(Ours), measure(Praats));
-                    }});
+    rows.push_back(
+        {name, "", 1.0, [measure = measure] { return std::make_unique<Figure>(measure(Ours), measure(Praats)); }});
   }
   return rows;
 }

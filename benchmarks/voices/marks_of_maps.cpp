@@ -27,7 +27,7 @@ FrqMap MapOf(const std::vector<double>& hz, const Sound& sound, SampleCount hop)
   const std::vector<std::int16_t> samples = To16Bits(sound.samples);
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(samples.data());
   SetLevels(map, LevelsOfSamples({bytes, samples.size() * sizeof(samples[0])}, 1, hop));
-  for (std::size_t i = 0; i < hz.size(); ++i) map.Frames[i].Frequency = hz[i] > 0.0 ? hz[i] : FrqNoPitch;
+  for (std::size_t i = 0; i < hz.size(); ++i) map.Frames.Own()[i].Frequency = hz[i] > 0.0 ? hz[i] : FrqNoPitch;
   return map;
 }
 

@@ -56,7 +56,7 @@ void SetLevelsOf(FrqMap& map, const std::vector<int>& frames, std::span<const Cu
   for (const int index : frames) {
     const std::optional<double> level = levels.At(SecondsOfFrame(map, index));
     if (!level) continue;
-    FrqFrame& frame = map.Frames[static_cast<std::size_t>(index)];
+    FrqFrame& frame = map.Frames.Own()[static_cast<std::size_t>(index)];
     frame.Amplitude = *level;
     if (map.HasProject) map.Project.SetPoint(index, frame);
   }

@@ -34,7 +34,7 @@ std::optional<MrqEntry> FindEntryOf(const std::wstring& wavePath) {
 FrqMap MapOfEntry(const MrqEntry& entry) {
   FrqMap map;
   map.Create(static_cast<SampleCount>(entry.Frequencies.size()), FrqTypeMrq);
-  for (std::size_t i = 0; i < map.Frames.size(); ++i) map.Frames[i].Frequency = entry.Frequencies[i];
+  for (std::size_t i = 0; i < map.Frames.size(); ++i) map.Frames.Own()[i].Frequency = entry.Frequencies[i];
   map.Hop = entry.Hop;
   map.DerivedAverage = true;
   return map;

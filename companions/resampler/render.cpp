@@ -122,8 +122,8 @@ FrqMap MakeMap(const Sound& sound) {
   const std::vector<double> pitch = AnalysePitch(sound.samples, sound.rate, map.Hop);
   map.Create(static_cast<SampleCount>(pitch.size()), FrqTypeFrq);
   for (std::size_t i = 0; i < pitch.size(); ++i) {
-    map.Frames[i].Frequency = pitch[i];
-    map.Frames[i].Voiced = pitch[i] > FrqNoPitch;
+    map.Frames.Own()[i].Frequency = pitch[i];
+    map.Frames.Own()[i].Voiced = pitch[i] > FrqNoPitch;
   }
   const std::vector<std::int16_t> samples = To16Bits(sound.samples);
   SetLevels(map,

@@ -78,7 +78,7 @@ SampleCount ShownMap::FrameAt(SampleCount position) const {
 
 void ShownMap::SelectRange(SampleCount first, SampleCount last) {
   const std::lock_guard locked(document_);
-  if (map_) Map()->SelectRange(first, last, true);
+  if (map_ && Map()->Frames.CanOwn()) Map()->SelectRange(first, last, true);
 }
 
 void ShownMap::CopyTo(FrqMap& target) const {

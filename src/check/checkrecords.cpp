@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <vector>
 
 #include "frqmap/frqmap.h"
 
@@ -35,30 +36,35 @@ CheckRecordPtr<CheckFrameRecord> MakeCheckFrames(const FrqMap& map, std::wstring
   return record;
 }
 
-CheckRecordPtr<CheckRegionRecord> MakeCheckRegions(FrqMap& map) {
-  const int count = map.ComputeSoundRegions();
-  auto record = Allocate<CheckRegionRecord>(static_cast<std::size_t>(count), sizeof(CheckRegion));
-  if (!record) return record;
-  record->RegionCount = static_cast<std::uint32_t>(count);
-  CheckRegion* region = record->Regions;
-  bool sounding = false;
+CheckRecordPtr<CheckRegionRecord> MakeCheckRegions(const FrqMap& map) {
+  std::vector<CheckRegion> regions;
+  const std::vector<bool> sounding = map.ComputeSoundRegions();
   for (SampleCount i = 0; i < map.FrameCount; ++i) {
-    const bool soundsOn = map.Frames[static_cast<std::size_t>(i)].Sounding;
-    if (soundsOn && !sounding) region->First = i;
-    if (!soundsOn && sounding) (region++)->Last = i - 1;
-    sounding = soundsOn;
+    if (!sounding[static_cast<std::size_t>(i)]) continue;
+    const bool soundsOn = !regions.empty() && regions.back().Last == i - 1;
+    if (!soundsOn) regions.push_back({i, i});
+    regions.back().Last = i;
   }
-  if (sounding) region->Last = map.FrameCount - 1;
+  auto record = Allocate<CheckRegionRecord>(regions.size(), sizeof(CheckRegion));
+  if (!record) return record;
+  record->RegionCount = static_cast<std::uint32_t>(regions.size());
+  std::ranges::copy(regions, record->Regions);
   return record;
 }
 
 int TakeCheckResults(const CheckFrameRecord& record, FrqMap& map) {
   int count = 0;
   for (SampleCount i = 0; i < map.FrameCount; ++i) {
-    FrqFrame& frame = map.Frames[static_cast<std::size_t>(i)];
-    frame.Mark = static_cast<std::uint32_t>(record.Frames[i].Mark);
-    frame.SuggestedFrequency = record.Frames[i].SuggestedFrequency;
-    if (frame.Mark != 0) ++count;
+    const auto index = static_cast<std::size_t>(i);
+    const auto mark = static_cast<std::uint32_t>(record.Frames[i].Mark);
+    const double suggestion = record.Frames[i].SuggestedFrequency;
+    if (mark != 0) ++count;
+    // Most maps have no marks, and go on sharing their frames.
+    const FrqFrame& before = map.Frames[index];
+    if (before.Mark == mark && before.SuggestedFrequency == suggestion) continue;
+    FrqFrame& frame = map.Frames.Own()[index];
+    frame.Mark = mark;
+    frame.SuggestedFrequency = suggestion;
   }
   map.HasMarks = count > 0;
   return count;

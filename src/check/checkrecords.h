@@ -77,7 +77,7 @@ using CheckRecordPtr = std::unique_ptr<Record, CheckRecordDeleter>;
 // The records of a loaded map; null without memory. `mapPath` is cut where the record ends. The second finds the sound
 // regions of the map anew.
 CheckRecordPtr<CheckFrameRecord> MakeCheckFrames(const FrqMap& map, std::wstring_view mapPath);
-CheckRecordPtr<CheckRegionRecord> MakeCheckRegions(FrqMap& map);
+CheckRecordPtr<CheckRegionRecord> MakeCheckRegions(const FrqMap& map);
 
 // Replaces the marks of the map that `record` was made from by those in it. The number of marked frames.
 int TakeCheckResults(const CheckFrameRecord& record, FrqMap& map);

@@ -45,7 +45,7 @@ struct DocumentState {
   int Maps = 0;    // syllables that have one
   int Edited = 0;  // syllables that are
   bool CurrentEdited = false;
-  int Saved = 0;  // saves that have reached a file since the start
+  int Saved = 0;                // saves that have reached a file since the start
   std::optional<Gesture> Undo;  // what would be undone, and done again
   std::optional<Gesture> Redo;
   int UndoEntry = -1;  // the first syllable that it concerns
@@ -128,6 +128,7 @@ class Document {
   bool Remove(int index);
 
   // A change of one entry's map as a gesture, or as a part of the open one. `change` gives the frames that it has set.
+  // Where memory does not hold the changed map beside the one before, nothing is changed, here and below.
   void Change(Gesture gesture, int index, const std::function<std::vector<int>(FrqMap&)>& change);
   // No gesture: what is no content of the map, such as the marks of a check.
   void Mark(int index, const std::function<void(FrqMap&)>& mark, bool tell);

@@ -18,6 +18,7 @@ void Document::Change(Gesture gesture, int index, const std::function<std::vecto
   SyllableEntry* const entry = At(index);
   if (!entry) return;
   std::optional<MapBefore> before = steps_.Remember(entry->Map);
+  if (!entry->Map.Frames.CanOwn()) return;
   const double average = entry->Map.Average;
   EntryChange told{.Index = index, .Facts = EntryChange::Frames | EntryChange::Touched};
   told.Rows = change(entry->Map);
@@ -38,6 +39,7 @@ bool Document::StrokeChange(int index, const std::function<std::vector<int>(FrqM
   if (index < 0 || steps_.StrokeEntry() != index) return false;
   EntryChange told{.Index = index, .Facts = EntryChange::Frames | EntryChange::Touched, .InStroke = true};
   FrqMap& map = At(index)->Map;
+  if (!map.Frames.CanOwn()) return false;
   const double average = map.Average;
   told.Rows = change(map);
   if (map.Average != average) told.Facts |= EntryChange::Key;
@@ -66,13 +68,14 @@ StepResult Document::StepBack(bool redo) {
   if (!lost.empty()) {
     result.What = StepResult::Lost;
     result.LostEntry = lost.front();
-    const bool isAll = std::ranges::all_of(step->Maps, [&](const MapChange& change) {
-      return std::ranges::find(lost, change.Entry()) != lost.end();
-    });
+    const bool isAll = std::ranges::all_of(
+        step->Maps, [&](const MapChange& change) { return std::ranges::find(lost, change.Entry()) != lost.end(); });
     for (const int entry : lost) steps_.DropEntry(entry);
     if (isAll) return result;
     step = steps_.Next(redo);
   }
+  const auto canChange = [this](const MapChange& change) { return At(change.Entry())->Map.Frames.CanOwn(); };
+  if (!std::ranges::all_of(step->Maps, canChange)) return {};
   result.Entry = step->Maps.front().Entry();
   const bool many = step->Maps.front().Entry() != step->Maps.back().Entry();
   const auto apply = [&](const MapChange& change) {

@@ -1,5 +1,6 @@
 // Document: the marks that a check leaves, and what becomes of them.
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "document/document.h"
@@ -10,7 +11,11 @@ void Document::Mark(int index, const std::function<void(FrqMap&)>& mark, bool te
   if (!entry) return;
   // Else to undo the stroke would take the new marks along.
   if (steps_.StrokeEntry() == index) CloseStroke();
-  mark(entry->Map);
+  try {
+    mark(entry->Map);
+  } catch (const std::bad_alloc&) {
+    return;
+  }
   if (tell) Tell({.Index = index, .Facts = EntryChange::Marks});
 }
 
@@ -22,6 +27,7 @@ bool Document::ApplyMarks(Gesture gesture, int index, SampleCount position, bool
   SyllableEntry* const entry = At(index);
   if (!entry || !entry->Map.HasMarks) return false;
   std::optional<MapBefore> before = steps_.Remember(entry->Map);
+  if (!entry->Map.Frames.CanOwn()) return false;
   entry->Map.ApplyMarks(position, apply);
   EntryChange told{.Index = index, .Facts = EntryChange::Frames | EntryChange::Marks | EntryChange::Touched};
   told.OneOfMany = many;

@@ -40,6 +40,7 @@ std::uint64_t ImageHash(const FrqMap& map) {
 bool HaveSameImage(const FrqMap& a, const FrqMap& b) {
   if (!a.Loaded || !b.Loaded || a.Hop != b.Hop) return false;
   if (!a.DerivedAverage && !SameBits(a.Average, b.Average)) return false;
-  return std::ranges::equal(a.Frames, b.Frames, SameBits, &FrqFrame::Frequency, &FrqFrame::Frequency) &&
+  const auto frequency = &FrqFrame::Frequency;
+  return (a.Frames.IsSameAs(b.Frames) || std::ranges::equal(a.Frames, b.Frames, SameBits, frequency, frequency)) &&
          std::ranges::equal(PointsOf(a), PointsOf(b), SamePoint, ValueOf, ValueOf);
 }

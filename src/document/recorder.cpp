@@ -29,20 +29,18 @@ void Recorder::Add(Step step) {
 
 std::optional<MapBefore> Recorder::Remember(const FrqMap& map) {
   try {
-    return MapBefore(map, std::move(spare_));
+    return MapBefore(map);
   } catch (const std::exception&) {
     return std::nullopt;
   }
 }
 
 void Recorder::Record(int entry, std::optional<MapBefore> before, const FrqMap& map, std::size_t expected) {
-  constexpr std::size_t kMostSpare = 100'000;  // frames, 4 MB
   if (before && before->Frames().size() != map.Frames.size()) return DropEntry(entry);
   try {
     if (!before) throw std::bad_alloc();
     MapChange change(entry, *before, map, expected);
     if (!change.IsNone()) open_->Maps.push_back(std::move(change));
-    if (before->Frames().size() <= kMostSpare) spare_ = before->TakeStorage();
   } catch (const std::exception&) {
     open_->Lost = true;
   }

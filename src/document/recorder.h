@@ -70,6 +70,5 @@ class Recorder {
   std::optional<OpenGesture> open_;
   std::optional<OpenStroke> stroke_;
   History steps_;
-  std::vector<FrqFrame> spare_;  // memory of the last map that was remembered, for the next one
   bool changed_ = false;
 };

@@ -22,9 +22,7 @@ bool IsUnmarked(const FrqFrame& frame) {
 
 }  // namespace
 
-MapBefore::MapBefore(const FrqMap& map, std::vector<FrqFrame> storage)
-    : frames_(std::move(storage)), average_(map.Average), modified_(map.Modified) {
-  frames_ = map.Frames;
+MapBefore::MapBefore(const FrqMap& map) : frames_(map.Frames), average_(map.Average), modified_(map.Modified) {
   const auto points = PointsOf(map);
   points_.reserve(points.size());
   for (const VsControlPoint& point : points) points_.push_back(ValueOf(point));
@@ -40,7 +38,7 @@ MapChange::MapChange(int entry, const MapBefore& before, const FrqMap& after, st
       averageAfter_(after.Average) {
   const std::size_t count = std::min(before.Frames().size(), after.Frames.size());
   frames_.reserve(std::min(expected, count));
-  for (std::size_t i = 0; i < count; ++i) {
+  for (std::size_t i = 0; i < count && !after.Frames.IsSameAs(before.Frames()); ++i) {
     const FrqFrame& old = before.Frames()[i];
     const FrqFrame& now = after.Frames[i];
     if (!SamePitch(old, now) || !SameMark(old, now)) AddFrame(static_cast<std::uint32_t>(i), old, now);
@@ -111,9 +109,9 @@ bool MapChange::Reaches(const FrqMap& map) const {
 // The marks are left out: a check may have come in between, and they are no more than its opinion.
 bool MapChange::Fits(const FrqMap& map, bool undone) const {
   return Reaches(map) && std::ranges::all_of(frames_, [&](const FrameChange& change) {
-    if (change.What == FrameChange::MarkGone || change.What == FrameChange::MarkSet) return true;
-    return SameBits(map.Frames[change.Frame].Frequency, undone ? change.Before : change.After);
-  });
+           if (change.What == FrameChange::MarkGone || change.What == FrameChange::MarkSet) return true;
+           return SameBits(map.Frames[change.Frame].Frequency, undone ? change.Before : change.After);
+         });
 }
 
 void MapChange::ApplyToFrame(FrqFrame& frame, const FrameChange& change, bool redo) const {
@@ -133,7 +131,8 @@ void MapChange::ApplyToFrame(FrqFrame& frame, const FrameChange& change, bool re
 
 // Backwards where it is undone: of a frame with two changes the later one goes first.
 void MapChange::Apply(FrqMap& map, bool redo) const {
-  const auto apply = [&](const FrameChange& change) { ApplyToFrame(map.Frames[change.Frame], change, redo); };
+  std::vector<FrqFrame>& frames = map.Frames.Own();
+  const auto apply = [&](const FrameChange& change) { ApplyToFrame(frames[change.Frame], change, redo); };
   if (redo) {
     std::for_each(frames_.begin(), frames_.end(), apply);
   } else {

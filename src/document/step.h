@@ -39,17 +39,15 @@ struct PointChange {
 class MapBefore {
  public:
   // Throws std::bad_alloc.
-  // `storage` is memory that may be used.
-  explicit MapBefore(const FrqMap& map, std::vector<FrqFrame> storage = {});
+  explicit MapBefore(const FrqMap& map);
 
-  const std::vector<FrqFrame>& Frames() const { return frames_; }
+  const FrqFrames& Frames() const { return frames_; }
   const std::vector<PointValue>& Points() const { return points_; }
   double Average() const { return average_; }
   bool Modified() const { return modified_; }
-  std::vector<FrqFrame> TakeStorage() { return std::move(frames_); }
 
  private:
-  std::vector<FrqFrame> frames_;
+  FrqFrames frames_;
   std::vector<PointValue> points_;
   double average_;
   bool modified_;

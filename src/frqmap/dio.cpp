@@ -39,11 +39,9 @@ std::optional<FrqMap> DecodeDio(ByteSpan file) {
 
   map.Hop = ScaleWrapped(rate, kUsualHop, FrqSampleRate);
   map.DerivedAverage = true;
-  map.Frames.reserve(static_cast<std::size_t>(map.FrameCount));
-  for (SampleCount i = 0; i < map.FrameCount; ++i) {
-    map.Frames.push_back(ReadFrame(reader));
-    map.Frames.back().SamplePosition = map.PositionOf(i);
-  }
+  std::vector<FrqFrame>& frames = map.Frames.Own();
+  frames.reserve(static_cast<std::size_t>(map.FrameCount));
+  for (SampleCount i = 0; i < map.FrameCount; ++i) frames.push_back(ReadFrame(reader));
   return map;
 }
 

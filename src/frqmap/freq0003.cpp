@@ -22,13 +22,10 @@ struct FileFrame {
 };
 static_assert(sizeof(FileFrame) == kFrameBytes);
 
-// Into a new frame, where it stands: maps are long, and a copy of each would cost as much again.
-void ReadFrame(ByteReader& reader, FrqFrame& frame) {
-  const auto read = reader.Read<FileFrame>();
-  // Other writers put 0.0 where there is no pitch, and a NaN compares false.
-  frame.Voiced = read.Frequency > FrqNoPitch;
-  if (frame.Voiced) frame.Frequency = read.Frequency;
-  frame.Amplitude = read.Amplitude;
+// Other writers put 0.0 where there is no pitch, and a NaN compares false.
+FrqFrame FrameOf(const FileFrame& read) {
+  const bool voiced = read.Frequency > FrqNoPitch;
+  return {.Frequency = voiced ? read.Frequency : FrqNoPitch, .Amplitude = read.Amplitude, .Voiced = voiced};
 }
 
 }  // namespace
@@ -43,8 +40,10 @@ std::optional<FrqMap> DecodeFreq0003(ByteSpan file) {
   map.FrameCount = reader.Read<SampleCount>();
   if (!IsFreqMagic(map.Magic) || !reader.Holds(map.FrameCount, kFrameBytes)) return std::nullopt;
 
-  map.Frames.resize(static_cast<std::size_t>(map.FrameCount));
-  for (FrqFrame& frame : map.Frames) ReadFrame(reader, frame);
+  // Maps are long, so that each frame is made once and where it stays.
+  std::vector<FrqFrame>& frames = map.Frames.Own();
+  frames.reserve(static_cast<std::size_t>(map.FrameCount));
+  for (SampleCount i = 0; i < map.FrameCount; ++i) frames.push_back(FrameOf(reader.Read<FileFrame>()));
   return map;
 }
 

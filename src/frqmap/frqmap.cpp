@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <span>
 
 #include "base/note.h"
 #include "frqmap/freq0003.h"
@@ -20,7 +21,7 @@ std::int32_t CentsOf(double hz) {
   return cents < kMost ? static_cast<std::int32_t>(cents) : kMost;
 }
 
-std::vector<std::int32_t> VoicedCents(const std::vector<FrqFrame>& frames) {
+std::vector<std::int32_t> VoicedCents(const FrqFrames& frames) {
   std::vector<std::int32_t> cents;
   cents.reserve(frames.size());
   for (const FrqFrame& frame : frames) {
@@ -59,7 +60,7 @@ int FrqMap::Create(SampleCount frameCount, FrqType kind) {
   }
   if (isFreq0003 || kind == FrqTypeDio || kind == FrqTypeMrq) Hop = kOwnHop;
   FrameCount = std::max(frameCount, 0);
-  Frames.resize(static_cast<std::size_t>(FrameCount));
+  Frames.Own().resize(static_cast<std::size_t>(FrameCount));
   return 0;
 }
 
@@ -95,7 +96,7 @@ double FrqMap::FrequencyAt(SampleCount position) const {
 void FrqMap::SetFrequency(SampleCount position, double hz) {
   const std::optional<std::size_t> index = IndexWithin(*this, position);
   if (!index) return;
-  FrqFrame& frame = Frames[*index];
+  FrqFrame& frame = Frames.Own()[*index];
   frame.Voiced = hz > FrqNoPitch;
   frame.Frequency = frame.Voiced ? hz : FrqNoPitch;
   if (HasProject) Project.SetPoint(static_cast<SampleCount>(*index), frame);
@@ -110,11 +111,14 @@ void FrqMap::SelectRange(SampleCount first, SampleCount second, bool clearOthers
   if (*from < 0) from = to = 0;
   const auto [low, high] = std::minmax({std::min(*from, FrameCount - 1), std::clamp(*to, 0, FrameCount - 1)});
   if (clearOthers) ClearSelection();
-  for (SampleCount i = low; i <= high; ++i) Frames[static_cast<std::size_t>(i)].Selected = true;
+  const std::span selected =
+      std::span(Frames.Own()).subspan(static_cast<std::size_t>(low), static_cast<std::size_t>(high - low) + 1);
+  for (FrqFrame& frame : selected) frame.Selected = true;
 }
 
 void FrqMap::ClearSelection() {
-  for (FrqFrame& frame : Frames) frame.Selected = false;
+  if (std::ranges::none_of(Frames, &FrqFrame::Selected)) return;
+  for (FrqFrame& frame : Frames.Own()) frame.Selected = false;
 }
 
 void FrqMap::UpdateFrequencyRange() {
@@ -146,7 +150,7 @@ double FrqMap::ShownAverage() const {
 }
 
 void FrqMap::ClearMarks() {
-  for (FrqFrame& frame : Frames) {
+  for (FrqFrame& frame : Frames.Own()) {
     frame.Mark = 0;
     frame.SuggestedFrequency = 0.0;
   }

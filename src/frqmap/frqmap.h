@@ -10,21 +10,11 @@
 #include <vector>
 
 #include "base/sample.h"
+#include "frqmap/frqframes.h"
 #include "frqmap/frqtype.h"
 #include "frqmap/vsproject.h"
 
 class MrqStore;
-
-struct FrqFrame {
-  double Frequency = FrqNoPitch;    // [Hz]; FrqNoPitch where the frame has no pitch
-  double Amplitude = 0.0;           // level in units of 16-bit samples
-  SampleCount SamplePosition = 0;   // written by the readers of .pmk and .dio, read by nothing
-  bool Voiced = false;              // the frame has a pitch
-  bool Selected = false;            // in the selection of the frequency table control
-  bool Sounding = false;            // in a sound region
-  std::uint32_t Mark = 0;           // nonzero: the check has marked this frame
-  double SuggestedFrequency = 0.0;  // [Hz] what the check offers for a marked frame; 0.0 = nothing
-};
 
 class FrqMap {
  public:
@@ -34,7 +24,7 @@ class FrqMap {
   double Average = 0.0;         // [Hz] as the file says, or as computed on saving
   SampleCount Hop = 1;          // samples per frame; whatever a file held, 0 and less included
   SampleCount FrameCount = 0;   // size of Frames
-  std::vector<FrqFrame> Frames;
+  FrqFrames Frames;
   double MinFrequency = 0.0;      // [Hz] least pitch, see UpdateFrequencyRange
   double MaxFrequency = 0.0;      // [Hz] greatest pitch
   bool DerivedAverage = false;    // the file kind holds no average: it is computed when needed
@@ -60,7 +50,7 @@ class FrqMap {
   // An empty map of `frameCount` default frames, to be filled by SetFrequency and saved. Not Loaded. Result 0.
   int Create(SampleCount frameCount, FrqType kind);
 
-  // Deep copy; the destination's frequency range is computed anew, also for an empty map. Result 0.
+  // Copy; the destination's frequency range is computed anew, also for an empty map. Result 0.
   int CopyTo(FrqMap& destination) const;
 
   // Both loaded, with the same average, hop and frames (Frequency and Amplitude). A NaN equals nothing.
@@ -94,9 +84,9 @@ class FrqMap {
   // The average to show: computed within two semitones where the file kind holds none, else the stored one.
   double ShownAverage() const;
 
-  // Finds the stretches that hold voice, by their level and by the pitch that touches them: sets Sounding of every
-  // frame. The number of stretches.
-  int ComputeSoundRegions();
+  // Finds the stretches that hold voice, by their level and by the pitch that touches them: for each frame whether it
+  // is in one.
+  std::vector<bool> ComputeSoundRegions() const;
 
   void ClearMarks();
 

@@ -19,7 +19,7 @@ double LevelOf(const FrqFrame& frame) {
 }
 
 // The greater level of frames (0,1), (2,3) and so on; an odd last frame is left out.
-std::vector<double> PairLevels(const std::vector<FrqFrame>& frames) {
+std::vector<double> PairLevels(const FrqFrames& frames) {
   std::vector<double> levels(frames.size() / 2);
   for (std::size_t i = 0; i < levels.size(); ++i) {
     levels[i] = std::max(LevelOf(frames[2 * i]), LevelOf(frames[2 * i + 1]));
@@ -35,14 +35,9 @@ double SoundThreshold(std::vector<double> levels) {
   return std::clamp(*quartile, kLeastThreshold, kGreatestThreshold);
 }
 
-// Lets sound spread from frame to frame through all that have a pitch, in the direction of the iterators.
-template <typename Iterator>
-void SpreadSound(Iterator first, Iterator end) {
-  bool sounding = false;
-  for (Iterator frame = first; frame != end; ++frame) {
-    frame->Sounding = frame->Sounding || (sounding && frame->Frequency > FrqNoPitch);
-    sounding = frame->Sounding;
-  }
+// Sound spreads through all frames with a pitch: this one sounds too if the one that was looked at before it does.
+void SpreadSound(std::vector<bool>& sounding, const FrqFrames& frames, std::size_t frame, std::size_t before) {
+  if (sounding[before] && frames[frame].Frequency > FrqNoPitch) sounding[frame] = true;
 }
 
 bool IsWithin(const FrqMap& map, SampleCount frame) {
@@ -75,22 +70,16 @@ bool TakeSuggestion(FrqFrame& frame) {
 
 }  // namespace
 
-int FrqMap::ComputeSoundRegions() {
+std::vector<bool> FrqMap::ComputeSoundRegions() const {
   const std::vector<double> pairs = PairLevels(Frames);
   const double threshold = SoundThreshold(pairs);
+  std::vector<bool> sounding(Frames.size());
   for (std::size_t i = 0; i < Frames.size(); ++i) {
-    Frames[i].Sounding = (i / 2 < pairs.size() ? pairs[i / 2] : LevelOf(Frames[i])) >= threshold;
+    sounding[i] = (i / 2 < pairs.size() ? pairs[i / 2] : LevelOf(Frames[i])) >= threshold;
   }
-  SpreadSound(Frames.begin(), Frames.end());
-  SpreadSound(Frames.rbegin(), Frames.rend());
-
-  int regions = 0;
-  bool sounding = false;
-  for (const FrqFrame& frame : Frames) {
-    if (frame.Sounding && !sounding) ++regions;
-    sounding = frame.Sounding;
-  }
-  return regions;
+  for (std::size_t i = 1; i < Frames.size(); ++i) SpreadSound(sounding, Frames, i, i - 1);
+  for (std::size_t i = Frames.size(); i-- > 1;) SpreadSound(sounding, Frames, i - 1, i);
+  return sounding;
 }
 
 int FrqMap::GetMarkRange(SampleCount position, SampleCount& first, SampleCount& last) const {
@@ -115,7 +104,7 @@ void FrqMap::ApplyMarks(SampleCount position, bool apply) {
     end = PastMarks(*this, *frame, 1);
   }
   for (SampleCount i = first; i < end; ++i) {
-    FrqFrame& frame = Frames[static_cast<std::size_t>(i)];
+    FrqFrame& frame = Frames.Own()[static_cast<std::size_t>(i)];
     if (frame.Mark == 0) continue;
     if (!apply)
       Unmark(frame);

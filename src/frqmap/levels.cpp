@@ -36,5 +36,6 @@ std::vector<double> LevelsOfSamples(ByteSpan samples, int channels, SampleCount 
 
 void SetLevels(FrqMap& map, const std::vector<double>& levels) {
   const std::size_t count = std::min(map.Frames.size(), levels.size());
-  for (std::size_t i = 0; i < count; ++i) map.Frames[i].Amplitude = levels[i];
+  std::vector<FrqFrame>& frames = map.Frames.Own();
+  for (std::size_t i = 0; i < count; ++i) frames[i].Amplitude = levels[i];
 }

@@ -43,14 +43,16 @@ void FlattenFrames(FrqMap& map, double hz) {
 }
 
 void SelectFrames(FrqMap& map, std::span<const int> frames) {
+  if (!map.Frames.CanOwn()) return;
   map.ClearSelection();
   for (const int frame : frames) {
-    if (frame >= 0 && frame < map.FrameCount) map.Frames[static_cast<std::size_t>(frame)].Selected = true;
+    if (frame >= 0 && frame < map.FrameCount) map.Frames.Own()[static_cast<std::size_t>(frame)].Selected = true;
   }
 }
 
 // Frames are told to the map as sample positions, which not every hop has.
 void SelectFrameRange(FrqMap& map, SampleCount first, SampleCount last) {
+  if (!map.Frames.CanOwn()) return;
   map.ClearSelection();
   const SampleCount from = map.PositionOf(first);
   const SampleCount to = map.PositionOf(last);

@@ -42,14 +42,15 @@ std::optional<FrqMap> ReadPmkAndLevels(const std::wstring& path) {
   const std::optional<Bytes> file = ReadWholeFile(path);
   if (!file) return std::nullopt;
   const std::wstring wavePath = WavePathFromMapW(path);
-  std::optional<FrqMap> map = DecodePmk(*file, 0);
+  SampleCount framesWithRecord = 0;
+  std::optional<FrqMap> map = DecodePmk(*file, 0, &framesWithRecord);
   if (!map) {
     const std::optional<FileFacts> wave = Disk().FactsOf(wavePath);
-    if (wave) map = DecodePmk(*file, wave->Size);
+    if (wave) map = DecodePmk(*file, wave->Size, &framesWithRecord);
   }
   std::vector<double> levels;
   if (!map || ReadWaveLevels(wavePath, levels, map->Hop) != 0) return map;
-  levels.resize(std::min(levels.size(), static_cast<std::size_t>(FramesWithRecord(*map))));
+  levels.resize(std::min(levels.size(), static_cast<std::size_t>(framesWithRecord)));
   SetLevels(*map, levels);
   return map;
 }

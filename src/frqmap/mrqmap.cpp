@@ -14,11 +14,11 @@ FrqMap MapOfEntry(const MrqEntry& entry) {
   map.FrameCount = static_cast<SampleCount>(entry.Frequencies.size());
   map.DerivedAverage = true;
   map.SinglePrecision = true;
-  map.Frames.resize(entry.Frequencies.size());
-  for (std::size_t i = 0; i < map.Frames.size(); ++i) {
-    FrqFrame& frame = map.Frames[i];
-    frame.Voiced = entry.Frequencies[i] > FrqNoPitch;
-    if (frame.Voiced) frame.Frequency = entry.Frequencies[i];
+  std::vector<FrqFrame>& frames = map.Frames.Own();
+  frames.resize(entry.Frequencies.size());
+  for (std::size_t i = 0; i < frames.size(); ++i) {
+    frames[i].Voiced = entry.Frequencies[i] > FrqNoPitch;
+    if (frames[i].Voiced) frames[i].Frequency = entry.Frequencies[i];
   }
   return map;
 }

@@ -39,18 +39,18 @@ std::optional<SampleCount> FrameCountOf(const std::vector<Record>& records, std:
 }
 
 // A frame takes the first record that ends no sooner than the frame begins, in one walk over both: records that go back
-// are passed by. Frames behind the last record stay without pitch.
-void SetFrames(std::vector<FrqFrame>& frames, const std::vector<Record>& records) {
+// are passed by. Frames behind the last record stay without pitch. The number of frames that have a record.
+SampleCount SetFrames(std::vector<FrqFrame>& frames, const std::vector<Record>& records) {
   auto record = records.begin();
   SampleCount position = 0;
   for (FrqFrame& frame : frames) {
-    if (record == records.end()) return;
-    frame.SamplePosition = position;
+    if (record == records.end()) break;
     frame.Voiced = record->Period >= kLeastPeriod;
     if (frame.Voiced) frame.Frequency = static_cast<double>(FrqSampleRate) / record->Period;
     position += kHop;
     record = std::find_if(record, records.end(), [&](const Record& next) { return next.Position >= position; });
   }
+  return position / kHop;
 }
 
 // A frequency above the sample rate has no period of a sample: without this limit an infinite one would never fill its
@@ -84,7 +84,7 @@ std::optional<std::vector<Record>> RecordsOf(const FrqMap& map) {
 
 }  // namespace
 
-std::optional<FrqMap> DecodePmk(ByteSpan file, std::int64_t waveBytes) {
+std::optional<FrqMap> DecodePmk(ByteSpan file, std::int64_t waveBytes, SampleCount* framesWithRecord) {
   ByteReader reader(file);
   const auto magic = reader.Read<std::array<char, 2>>();
   const auto meanPeriod = reader.Read<double>();
@@ -100,16 +100,10 @@ std::optional<FrqMap> DecodePmk(ByteSpan file, std::int64_t waveBytes) {
   map.Average = meanPeriod < kLeastPeriod ? FrqNoPitch : FrqSampleRate / meanPeriod;
   map.Hop = kHop;
   map.FrameCount = *frameCount;
-  map.Frames.resize(static_cast<std::size_t>(*frameCount));
-  SetFrames(map.Frames, records);
+  map.Frames.Own().resize(static_cast<std::size_t>(*frameCount));
+  const SampleCount reached = SetFrames(map.Frames.Own(), records);
+  if (framesWithRecord) *framesWithRecord = reached;
   return map;
-}
-
-SampleCount FramesWithRecord(const FrqMap& map) {
-  if (map.Frames.empty()) return 0;
-  // A frame without record has no position either, and only the first one stands at 0.
-  const auto end = std::ranges::find(map.Frames.begin() + 1, map.Frames.end(), 0, &FrqFrame::SamplePosition);
-  return static_cast<SampleCount>(end - map.Frames.begin());
 }
 
 std::optional<Bytes> EncodePmk(const FrqMap& map) {

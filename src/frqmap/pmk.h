@@ -14,11 +14,9 @@
 
 // The map in a file: the first two bytes of Magic, Average, a Hop of 256, FrameCount, and Frames without amplitudes.
 // None if the file is no such map, ends too early, has no record, or if its last record tells no sensible length: one
-// that neither the records nor the wave beside it, of so many bytes, can reach.
-std::optional<FrqMap> DecodePmk(ByteSpan file, std::int64_t waveBytes);
-
-// How many frames of a decoded map a record reaches. Those behind the last record have no level either.
-SampleCount FramesWithRecord(const FrqMap& map);
+// that neither the records nor the wave beside it, of so many bytes, can reach. `framesWithRecord`, unless null: how
+// many frames a record reaches; those behind the last record have no level either.
+std::optional<FrqMap> DecodePmk(ByteSpan file, std::int64_t waveBytes, SampleCount* framesWithRecord = nullptr);
 
 // The file of a map; none for a hop of 0 or less, and for a map that outgrows positions of 32 bits or some four million
 // records.

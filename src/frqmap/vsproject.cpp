@@ -103,14 +103,15 @@ std::optional<FrqMap> MapOfProject(VsProject project) {
   if (project.Items.empty() || !HasItsPoints(project)) return std::nullopt;
   FrqMap map;
   map.FrameCount = std::clamp(project.Items[0].PointCount, 0, VsMostPoints);
-  map.Frames.resize(static_cast<std::size_t>(map.FrameCount));
+  std::vector<FrqFrame>& frames = map.Frames.Own();
+  frames.resize(static_cast<std::size_t>(map.FrameCount));
   // The library may have refused some of the points it counts: frames without one stay without pitch.
   const std::span<const VsControlPoint> points = project.Points();
-  for (std::size_t i = 0; i < std::min(points.size(), map.Frames.size()); ++i) {
+  for (std::size_t i = 0; i < std::min(points.size(), frames.size()); ++i) {
     // The flag alone makes a frame voiced, also under 55 Hz.
-    map.Frames[i].Frequency = FrequencyOf(points[i]);
-    map.Frames[i].Voiced = points[i].HasPitch != 0;
-    map.Frames[i].Amplitude = points[i].Dynamics * kAmplitudeOfOne;
+    frames[i].Frequency = FrequencyOf(points[i]);
+    frames[i].Voiced = points[i].HasPitch != 0;
+    frames[i].Amplitude = points[i].Dynamics * kAmplitudeOfOne;
   }
   map.DerivedAverage = true;
   map.HasProject = true;
@@ -135,7 +136,7 @@ std::optional<FrqMap> ResampledMap(const VsProject& project, FrqType kind) {
     if (index >= std::ssize(points)) break;
     const VsControlPoint& point = points[static_cast<std::size_t>(index)];
     map.SetFrequency(position, FrequencyOf(point));
-    map.Frames[static_cast<std::size_t>(i)].Amplitude = point.Dynamics * kAmplitudeOfOne;
+    map.Frames.Own()[static_cast<std::size_t>(i)].Amplitude = point.Dynamics * kAmplitudeOfOne;
   }
   return map;
 }

@@ -120,12 +120,13 @@ void Pmk(ByteSpan file) {
   if (!map || map->FrameCount == 0) return;
   const std::optional<Bytes> written = EncodePmk(*map);
   Expect(written.has_value());
-  const std::optional<FrqMap> again = DecodePmk(*written, 0);
+  SampleCount reached = 0;
+  const std::optional<FrqMap> again = DecodePmk(*written, 0, &reached);
   Expect(again && again->Hop == map->Hop && again->FrameCount >= map->FrameCount);
   const double average = map->Average > FrqNoPitch ? map->Average : FrqNoPitch;
   Expect(std::fabs(again->Average - average) <= 1e-12 * average);
   auto source = map->Frames.begin();
-  for (const FrqFrame& frame : std::span(again->Frames).first(static_cast<std::size_t>(FramesWithRecord(*again)))) {
+  for (const FrqFrame& frame : std::span(again->Frames).first(static_cast<std::size_t>(reached))) {
     source = std::ranges::find(source, map->Frames.end(), frame.Frequency, PitchOf);
     Expect(source != map->Frames.end());
   }

@@ -30,7 +30,7 @@ TEST_F(Converting, GivesEachMapInTheOtherKindToo) {
     FrqMap map;
     for (const wchar_t* const name : {L"a", L"c"}) {
       ASSERT_EQ(LoadMap(map, Wave(name), to, &written), 0) << name;
-      EXPECT_EQ(map.Frames.at(1).Frequency, 441.0);
+      EXPECT_EQ(map.Frames[1].Frequency, 441.0);
       EXPECT_TRUE(MapFileExists(MapPathFromWaveW(Wave(name), from), &written));
     }
     EXPECT_NE(LoadMap(map, Wave(L"b"), to, &written), 0);

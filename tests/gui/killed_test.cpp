@@ -20,7 +20,7 @@ struct Killed : testing::Test {
     SetEnvironmentVariableW(L"LOCALAPPDATA", local_.c_str());
     FrqMap map;
     map.Create(kFrames, FrqTypeFrq);
-    for (FrqFrame& frame : map.Frames) frame.Frequency = 220.0;
+    for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = 220.0;
     old_ = EncodeFreq0003(map, FrqTypeFrq);
     for (int i = 0; i < kSyllables; ++i) folder_.Write(FileOf(i, L".wav"), SecondOfSilence());
   }

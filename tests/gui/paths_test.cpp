@@ -35,7 +35,7 @@ TEST_F(AnyPath, IsListedMadeEditedSavedPlayedAndRemembered) {
     EXPECT_EQ(Column(2), L"||");
     FrqMap map;
     EXPECT_EQ(LoadMap(map, PathIn(bank, L"か.wav"), FrqTypeFrq, nullptr), 0);
-    EXPECT_EQ(map.Frames.at(0).Frequency, 330.0);
+    EXPECT_EQ(map.Frames[0].Frequency, 330.0);
     Script(L"0 0 note");
     Press(IDC_EDITOR_PLAY);
     EXPECT_TRUE(Eventually([this] { return WindowText(Item(IDC_EDITOR_PLAY)) == LoadResString(IDS_PLAY); }));

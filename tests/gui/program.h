@@ -37,7 +37,7 @@ struct ProgramTest : testing::Test {
   void AddSyllable(const std::wstring& name, const std::vector<double>& frequencies) const {
     FrqMap map;
     map.Create(static_cast<SampleCount>(frequencies.size()), FrqTypeFrq);
-    for (std::size_t i = 0; i < frequencies.size(); ++i) map.Frames[i].Frequency = frequencies[i];
+    for (std::size_t i = 0; i < frequencies.size(); ++i) map.Frames.Own()[i].Frequency = frequencies[i];
     map.Average = 261.5;
     folder_.Write(name + L".wav", kSecondOfSound);
     folder_.Write(name + L"_wav.frq", EncodeFreq0003(map, FrqTypeFrq));

@@ -45,7 +45,7 @@ TEST_F(Questions, AJobAsksForTheEditsThatItCostsAndKeepsTheOthers) {
   const std::wstring discard = LoadResString(IDS_DISCARD), initialize = LoadResString(IDS_ASKINITIALIZE);
   const auto frames = [this] {
     std::wstring texts;
-    for (int i = 0; i < 3; ++i) texts += FrequencyText(List().Map(i)->Frames.at(0).Frequency).substr(0, 4) + L"|";
+    for (int i = 0; i < 3; ++i) texts += FrequencyText(List().Map(i)->Frames[0].Frequency).substr(0, 4) + L"|";
     return texts + Column(2);
   };
 
@@ -85,7 +85,7 @@ TEST_F(Questions, AJobAsksForTheEditsThatItCostsAndKeepsTheOthers) {
 TEST_F(Questions, ASaveAsksWhatBecomesOfAnotherProgramsChange) {
   const auto text = [](const wchar_t* wave) { return FormatText(LoadResString(IDS_MAPCHANGED).c_str(), wave); };
   const auto inFile = [this](const std::wstring& name) {
-    return DecodeFreq0003(*ReadWholeFile(Bank() + L"\\" + name + L"_wav.frq"))->Frames.at(0).Frequency;
+    return DecodeFreq0003(*ReadWholeFile(Bank() + L"\\" + name + L"_wav.frq"))->Frames[0].Frequency;
   };
   EditThree();
   for (const wchar_t* const name : {L"bank\\a", L"bank\\b"}) AddSyllable(name, {330.0, 340.0});

@@ -18,7 +18,7 @@ struct Strangers : testing::Test {
     RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\UTAU Plugin");
     FrqMap map;
     map.Create(40, FrqTypeFrq);
-    for (FrqFrame& frame : map.Frames) frame.Frequency = 220.0;
+    for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = 220.0;
     for (const wchar_t* const name : {L"a", L"b"}) {
       folder_.Write(kBank + std::wstring(name) + L".wav", SecondOfSilence());
       folder_.Write(kBank + std::wstring(name) + L"_wav.frq", EncodeFreq0003(map, FrqTypeFrq));

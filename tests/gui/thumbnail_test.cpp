@@ -100,7 +100,7 @@ TEST_F(Thumbnails, FollowWhatBecomesOfTheMaps) {
   Open();
   EXPECT_TRUE(Shows(L"10 11 12 14 15 ") && HasGrounds("oooo.")) << Grounds();
   const auto mark = [&](int index) {
-    List().Map(index)->Frames[3].Mark = 1;
+    List().Map(index)->Frames.Own()[3].Mark = 1;
     List().Map(index)->HasMarks = true;
   };
   mark(1);

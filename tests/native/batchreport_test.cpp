@@ -6,10 +6,10 @@
 #include <limits>
 #include <sstream>
 
+#include "base/utf8.h"
 #include "batch/curvesvg.h"
 #include "batch/html.h"
 #include "batch/reportpage.h"
-#include "base/utf8.h"
 #include "frqmap/checkmark.h"
 #include "testdata.h"
 
@@ -36,19 +36,20 @@ TEST(Utf8, KeepsEveryNameAndShowsWhatCanBeRead) {
     EXPECT_EQ(WideOf(Utf8Of(wide)).find(static_cast<wchar_t>(0xFFFD)), wide.find_first_not_of(L"a"));
   }
   const std::wstring lone = {L'a', static_cast<wchar_t>(0xD800), L'b'};
-  EXPECT_EQ(Utf8Of(lone), "a\xEF\xBF\xBD" "b");
+  EXPECT_EQ(Utf8Of(lone),
+            "a\xEF\xBF\xBD"
+            "b");
 }
 
 TEST(Report, LinksLeadToTheFileWhateverItsName) {
-  const std::pair<std::wstring, std::string> links[] = {
-      {L"ka.wav", "ka.wav"},
-      {L"..\\low notes/ka.wav", "../low%20notes/ka.wav"},
-      {L"a:b?c#d%41.wav", "a%3Ab%3Fc%23d%2541.wav"},
-      {L"か.wav", "%E3%81%8B.wav"},
-      {WideOf("\x82\xA9.wav"), "%82%A9.wav"},
-      {L"D:\\banks\\ka.wav", "file:///D:/banks/ka.wav"},
-      {L"\\\\nas\\b\\ka.wav", "file://nas/b/ka.wav"},
-      {L"/home/ka.wav", "file:///home/ka.wav"}};
+  const std::pair<std::wstring, std::string> links[] = {{L"ka.wav", "ka.wav"},
+                                                        {L"..\\low notes/ka.wav", "../low%20notes/ka.wav"},
+                                                        {L"a:b?c#d%41.wav", "a%3Ab%3Fc%23d%2541.wav"},
+                                                        {L"か.wav", "%E3%81%8B.wav"},
+                                                        {WideOf("\x82\xA9.wav"), "%82%A9.wav"},
+                                                        {L"D:\\banks\\ka.wav", "file:///D:/banks/ka.wav"},
+                                                        {L"\\\\nas\\b\\ka.wav", "file://nas/b/ka.wav"},
+                                                        {L"/home/ka.wav", "file:///home/ka.wav"}};
   for (const auto& [path, link] : links) EXPECT_EQ(LinkTo(path), link);
 }
 
@@ -105,7 +106,7 @@ TEST(Report, CurvesOfAnyMapFitTheirPicture) {
     FrqMap map;
     map.Create(frames, FrqTypeFrq);
     for (SampleCount i = 0; i < frames; ++i) {
-      FrqFrame& frame = map.Frames[static_cast<std::size_t>(i)];
+      FrqFrame& frame = map.Frames.Own()[static_cast<std::size_t>(i)];
       frame.Frequency = hard[i % 10];
       frame.Amplitude = hard[i * 7 % 10];
     }
@@ -118,8 +119,8 @@ TEST(Report, CurvesOfAnyMapFitTheirPicture) {
   }
   FrqMap gaps;
   gaps.Create(6, FrqTypeFrq);
-  for (const std::size_t voiced : {0, 1, 4}) gaps.Frames[voiced].Frequency = 220.0;
-  gaps.Frames[1].Frequency = 440.0;
+  for (const std::size_t voiced : {0, 1, 4}) gaps.Frames.Own()[voiced].Frequency = 220.0;
+  gaps.Frames.Own()[1].Frequency = 440.0;
   EXPECT_THAT(CurveSvg(gaps, 0.0, {}, "", ReportLanguage::English), HasSubstr("d=\"M33 82l67-76M300 82h1\""));
   EXPECT_EQ(CurveSvg(FrqMap(), 220.0, {}, "", ReportLanguage::English), "");
 }

@@ -69,7 +69,7 @@ FrqMap Planted(const std::string& text, int hop) {
     const int count = std::stoi(parts[1]);
     const Notes notes(parts[2]), suggested(parts[7].length() > 0 ? parts[7].str() : "-");
     for (int i = 0; i < count; ++i) {
-      FrqFrame& frame = map.Frames.emplace_back();
+      FrqFrame& frame = map.Frames.Own().emplace_back();
       frame.Frequency = notes.HzAt(i, count);
       frame.Amplitude = 3000.0 * (parts[4].matched ? std::stod(parts[4]) : parts[2] == "-" ? 0.0 : 1.0);
       frame.Mark = static_cast<std::uint32_t>(marks.at(parts[6]));
@@ -420,9 +420,9 @@ TEST(CheckMarks, AreGatheredRunByRunWithWhatEachWouldBecome) {
   map.Create(8, FrqTypeFrq);
   const double suggestions[] = {0.0, 200.0, 800.0, 0.0, FrqNoPitch, 0.0, 0.0, 0.0};
   for (std::size_t i = 0; i < 8; ++i) {
-    map.Frames[i].Frequency = i == 2 ? FrqNoPitch : 100.0;
-    map.Frames[i].SuggestedFrequency = suggestions[i];
-    map.Frames[i].Mark = i == 1 || i == 2 || i == 4 || i == 7 ? (i == 7 ? 9u : 3u) : 0u;
+    map.Frames.Own()[i].Frequency = i == 2 ? FrqNoPitch : 100.0;
+    map.Frames.Own()[i].SuggestedFrequency = suggestions[i];
+    map.Frames.Own()[i].Mark = i == 1 || i == 2 || i == 4 || i == 7 ? (i == 7 ? 9u : 3u) : 0u;
   }
   map.HasMarks = true;
   const FrqMap* const maps[] = {nullptr, &unmarked, &map};

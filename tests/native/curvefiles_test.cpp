@@ -15,7 +15,7 @@ FrqMap MapOf(const std::vector<double>& frequencies, SampleCount hop, double lev
   map.Hop = hop;
   for (std::size_t i = 0; i < frequencies.size(); ++i) {
     map.SetFrequency(map.PositionOf(static_cast<SampleCount>(i)), frequencies[i]);
-    map.Frames[i].Amplitude = level / (static_cast<double>(i) + 3.0);
+    map.Frames.Own()[i].Amplitude = level / (static_cast<double>(i) + 3.0);
   }
   return map;
 }
@@ -159,8 +159,8 @@ TEST(CurveFiles, CutShortOrLongAreReadOrRefused) {
 }
 
 TEST(CurveFiles, TellWhatAKindCannotHold) {
-  const std::vector<CurvePoint> points = {{0.0, 0.0, 1.0}, {0.01, 54.0, 2.0}, {0.02, 80.0, {}}, {0.03, 900.0, 4.0},
-                                          {0.04, 9000.0, 5.0}, {0.05, 9000.0, 6.0}};
+  const std::vector<CurvePoint> points = {{0.0, 0.0, 1.0},    {0.01, 54.0, 2.0},   {0.02, 80.0, {}},
+                                          {0.03, 900.0, 4.0}, {0.04, 9000.0, 5.0}, {0.05, 9000.0, 6.0}};
   const FrqMap before = MapOf({1, 300, 300, 300, 300}, 441);
   const std::tuple<FrqType, LostValues, std::vector<double>> tests[] = {
       {FrqTypeFrq, {1, 1, 0, 1}, {FrqNoPitch, FrqNoPitch, 80.0, 900.0, MaxFrequencyOfKind(FrqTypeFrq)}},

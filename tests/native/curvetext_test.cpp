@@ -17,7 +17,7 @@ FrqMap MapOf(const std::vector<double>& frequencies, SampleCount hop) {
   map.Create(static_cast<SampleCount>(frequencies.size()), FrqTypeFrq);
   map.Hop = hop;
   map.Average = 200.0;
-  for (std::size_t i = 0; i < frequencies.size(); ++i) map.Frames[i].Frequency = frequencies[i];
+  for (std::size_t i = 0; i < frequencies.size(); ++i) map.Frames.Own()[i].Frequency = frequencies[i];
   return map;
 }
 
@@ -51,12 +51,25 @@ TEST(CurveText, IsReadAsSpreadsheetsAndHandsWriteIt) {
       {L"0\t220\r\n0.01\t\r\n0.02\t440.5\r\n", "0:220 0.01:0 0.02:440.5 "},
       {L"Time (s)\tPitch (Hz)\n\n1,5\t220,25\n1.75\t0\n \t \n", "0:220.25 0.25:0 "},
       {L"0,220\n0.01,\n0.02,54.9", "0:220 0.01:0 0.02:0 "},
-      {L"  0   220  \r 1e-2 440\r0.02", "0:220 0.01:440 0.02:0 "}, {L"0.5\t300\n0.25\t200", "0:200 0.25:300 "},
-      {L"-1 100\n-0.5 1e300", "0:100 0.5:1e+300 "}, {L"", "none"}, {L" \t\r\n", "none"}, {L"hello", "none"},
-      {L"time hertz", "none"}, {L"time\thertz\nand\tmore\n0\t220", "none"}, {L"12\n13\n14", "none"},
-      {L"0\t220\n0.01\tx", "none"}, {L"0\t220\n\t230", "none"}, {L"0\t220\t1", "none"}, {L"0,01,220,5", "none"},
-      {L"0\t1.234,5", "none"}, {L"0\tinf", "none"}, {L"0\tnan", "none"}, {L"1e999\t220", "none"},
-      {L"0\t-220", "none"}, {L"0\t220\n０\t２２０", "none"}};
+      {L"  0   220  \r 1e-2 440\r0.02", "0:220 0.01:440 0.02:0 "},
+      {L"0.5\t300\n0.25\t200", "0:200 0.25:300 "},
+      {L"-1 100\n-0.5 1e300", "0:100 0.5:1e+300 "},
+      {L"", "none"},
+      {L" \t\r\n", "none"},
+      {L"hello", "none"},
+      {L"time hertz", "none"},
+      {L"time\thertz\nand\tmore\n0\t220", "none"},
+      {L"12\n13\n14", "none"},
+      {L"0\t220\n0.01\tx", "none"},
+      {L"0\t220\n\t230", "none"},
+      {L"0\t220\t1", "none"},
+      {L"0,01,220,5", "none"},
+      {L"0\t1.234,5", "none"},
+      {L"0\tinf", "none"},
+      {L"0\tnan", "none"},
+      {L"1e999\t220", "none"},
+      {L"0\t-220", "none"},
+      {L"0\t220\n０\t２２０", "none"}};
   for (const auto& [text, rows] : tests) EXPECT_EQ(Parsed(text), rows) << testing::PrintToString(std::wstring(text));
   EXPECT_EQ(Parsed(L"0 100\n1 200\nno row", 2), "0:100 1:200 ") << "what a map cannot hold is not looked at";
   EXPECT_EQ(Parsed(L"0 100\n" + std::wstring(1 << 20, L'1')), "none");
@@ -75,8 +88,7 @@ TEST(CurveText, BringsACurveBackBitForBit) {
     EXPECT_EQ(FrequenciesOf(target), frequencies) << hop;
   }
   const FrqMap map = MapOf({220.0, 330.5, kNone, 440.0}, 441);
-  EXPECT_EQ(CurveText(CurveOf(map, std::vector{1, 2, 3})),
-            L"0.000000\t330.5\r\n0.010000\t\r\n0.020000\t440\r\n");
+  EXPECT_EQ(CurveText(CurveOf(map, std::vector{1, 2, 3})), L"0.000000\t330.5\r\n0.010000\t\r\n0.020000\t440\r\n");
 }
 
 TEST(CurveText, IsPastedByTimeBetweenHopsAndNoFurtherThanItGoes) {

@@ -125,7 +125,7 @@ TEST_F(DocumentTest, ASaveTellsItsFaultsAndAReloadGoesBackToTheFile) {
   EXPECT_EQ(Hz(0), 300.0);
   EXPECT_EQ(document_.Undo().Of, Gesture::Reload);
   EXPECT_EQ(Hz(0), 202.0);
-  File(0).Frames[7].Frequency = 333.0;
+  File(0).Frames.Own()[7].Frequency = 333.0;
   document_.Reload(0, kKeep, false);
   Set(0, 400.0);
   document_.Undo();
@@ -182,7 +182,7 @@ TEST_F(DocumentTest, AMapThatBecameAnotherTakesItsOwnStepsAlong) {
   };
   // The steps that are left to be undone: of the other entries, and none of this one that would lead nowhere.
   const std::tuple<const char*, int, std::function<void()>> ways[] = {
-      {"changed, reloaded", 2, [&] { File(0).Frames[7].Frequency = 333.0, document_.Reload(0, kKeep, true); }},
+      {"changed, reloaded", 2, [&] { File(0).Frames.Own()[7].Frequency = 333.0, document_.Reload(0, kKeep, true); }},
       {"shrunk, reloaded", 2, [&] { files_.Put(L"0", PlainMap(4)), document_.Reload(0, kKeep, true); }},
       {"gone, reloaded", 2, [&] { files_.Files.erase(L"0"), document_.Reload(0, kEmpty, true); }},
       {"grown, out of memory", 1, [&] { files_.Put(L"0", PlainMap(40)), Map(0).Clear(), document_.Undo(); }},

@@ -33,10 +33,10 @@ FrqMap OddMap(int index) {
     map.Project.ControlPoints = {std::vector<VsControlPoint>(map.Frames.size() - 2)};
     for (VsControlPoint& point : map.Project.ControlPoints[0]) point.Pitch = 5001;
   }
-  for (std::size_t i = 0; i < map.Frames.size(); ++i) map.Frames[i].Amplitude = 100.0 * static_cast<double>(i);
-  map.Frames[3].Voiced = false;
-  map.Frames[4].Frequency = std::nan("");
-  map.Frames[5] = {.Frequency = -0.0, .Amplitude = std::nan(""), .Voiced = true};
+  for (std::size_t i = 0; i < map.Frames.size(); ++i) map.Frames.Own()[i].Amplitude = 100.0 * static_cast<double>(i);
+  map.Frames.Own()[3].Voiced = false;
+  map.Frames.Own()[4].Frequency = std::nan("");
+  map.Frames.Own()[5] = {.Frequency = -0.0, .Amplitude = std::nan(""), .Voiced = true};
   return map;
 }
 
@@ -194,8 +194,8 @@ TEST(DocumentHistory, StepsCostWhatChangedAndTheOldestGoBeyondTheLimit) {
   const MapBefore plain(map);
   ScaleFrames(map, AllRows(map), 2.0, FrqTypeFrq);
   const Step step{Gesture::Double, {MapChange(0, plain, map)}};
-  const FrqFrame wrong{.Frequency = 300.0, .Voiced = true, .Mark = 1, .SuggestedFrequency = 310.0};
-  std::ranges::fill(map.Frames, wrong);
+  const FrqFrame wrong{.Frequency = 300.0, .SuggestedFrequency = 310.0, .Mark = 1, .Voiced = true};
+  std::ranges::fill(map.Frames.Own(), wrong);
   const MapBefore marked(map);
   map.ApplyMarks(-1, true);
   const Step taken{Gesture::Modify, {MapChange(0, marked, map)}};

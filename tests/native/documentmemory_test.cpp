@@ -1,4 +1,4 @@
-// A gesture for whose step there is no memory. It stands, and the history begins anew.
+// A gesture for whose step, or for whose map, there is no memory. The history begins anew, or nothing changes.
 //
 // Apart from the other tests of the document: it puts its own operator new in place, which AddressSanitizer wants for
 // itself.
@@ -28,41 +28,57 @@ std::atomic<std::size_t> mostBytes = SIZE_MAX;  // of one allocation
 
 namespace {
 
-TEST(DocumentMemory, AGestureThatMemoryDoesNotHoldTwiceStandsWithoutAStep) {
-  constexpr SampleCount kFrames = 10'000;
-  const auto set = [](FrqMap& map) {
-    for (FrqFrame& frame : map.Frames) frame.Frequency = 400.0;
-    return std::vector<int>{};
-  };
-  // Not even the map before; or, where the memory of an earlier gesture serves for it, not the difference. A stroke
-  // likewise.
-  for (const bool warm : {false, true}) {
-    for (const bool stroke : {false, true}) {
-      MemoryFiles files;
-      Document document(files);
-      OpenMaps(document, files, {PlainMap(kFrames), PlainMap(10)});
-      document.EnsureLoaded(0, Document::OnFailure::EmptySaved);
-      document.EnsureLoaded(1, Document::OnFailure::EmptySaved);
-      document.Change(Gesture::SetFrequency, warm ? 0 : 1, [](FrqMap& map) {
-        map.Frames.front().Frequency = 300.0;
-        return std::vector{0};
-      });
-      mostBytes = kFrames * sizeof(FrameChange);
-      if (stroke) {
-        document.BeginStroke(Gesture::Stroke, 0);
-        EXPECT_TRUE(document.StrokeChange(0, set));
-        document.EndStroke();
-      } else {
-        document.Change(Gesture::Double, 0, set);
-      }
-      mostBytes = SIZE_MAX;
-      EXPECT_EQ(document.Maps(0).Map->Frames.back().Frequency, 400.0);
-      EXPECT_TRUE(document.Facts(0).Edited);
-      EXPECT_EQ(document.Undo().What, StepResult::Nothing);
-      document.Change(Gesture::TypeKey, 0, [](FrqMap& map) { return map.Average += 1.0, std::vector<int>{}; });
-      EXPECT_EQ(document.Undo().What, StepResult::Done);
-    }
+constexpr SampleCount kFrames = 10'000;
+
+// A document of one map, and what becomes of all its frames at 400 Hz, by a gesture or a stroke, while no allocation is
+// of `most` bytes or more.
+class MemoryEnds : public testing::TestWithParam<bool> {
+ public:
+  MemoryEnds() {
+    OpenMaps(document_, files_, {PlainMap(kFrames)});
+    document_.EnsureLoaded(0, Document::OnFailure::EmptySaved);
   }
+
+  void SetAll(std::size_t most) {
+    const auto set = [](FrqMap& map) {
+      for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = 400.0;
+      return std::vector<int>{};
+    };
+    mostBytes = most;
+    if (GetParam()) {
+      document_.BeginStroke(Gesture::Stroke, 0);
+      document_.StrokeChange(0, set);
+      document_.EndStroke();
+    } else {
+      document_.Change(Gesture::Double, 0, set);
+    }
+    mostBytes = SIZE_MAX;
+  }
+
+  void TearDown() override {
+    document_.Change(Gesture::TypeKey, 0, [](FrqMap& map) { return map.Average += 1.0, std::vector<int>{}; });
+    EXPECT_EQ(document_.Undo().What, StepResult::Done) << "the history goes on";
+  }
+
+  MemoryFiles files_;
+  Document document_{files_};
+};
+
+TEST_P(MemoryEnds, AGestureWhoseStepItDoesNotHoldStandsWithoutOne) {
+  SetAll(kFrames * sizeof(FrqFrame) + 1);
+  EXPECT_EQ(document_.Maps(0).Map->Frames.back().Frequency, 400.0);
+  EXPECT_TRUE(document_.Facts(0).Edited);
+  EXPECT_EQ(document_.Undo().What, StepResult::Nothing);
 }
+
+TEST_P(MemoryEnds, AMapThatItDoesNotHoldTwiceStaysAsItWas) {
+  SetAll(kFrames * sizeof(FrqFrame));
+  EXPECT_NE(document_.Maps(0).Map->Frames.back().Frequency, 400.0);
+  EXPECT_TRUE(HaveSameImage(*document_.Maps(0).Map, *document_.Maps(0).Saved));
+  EXPECT_FALSE(document_.Facts(0).Edited);
+}
+
+INSTANTIATE_TEST_SUITE_P(DocumentMemory, MemoryEnds, testing::Bool(),
+                         [](const auto& test) { return test.param ? "Stroke" : "Gesture"; });
 
 }  // namespace

@@ -34,11 +34,11 @@ TEST(FrqMap, AnyDifferenceThatWouldBeSavedIsSeen) {
   void (*const changes[])(FrqMap&) = {[](FrqMap& m) { m.Loaded = false; },
                                       [](FrqMap& m) { m.Average = 1.0; },
                                       [](FrqMap& m) { m.Hop = 255; },
-                                      [](FrqMap& m) { m.Frames[1].Amplitude = 0.5; },
-                                      [](FrqMap& m) { m.Frames[1].Frequency = kNan; },
-                                      [](FrqMap& m) { m.Frames.pop_back(); }};
+                                      [](FrqMap& m) { m.Frames.Own()[1].Amplitude = 0.5; },
+                                      [](FrqMap& m) { m.Frames.Own()[1].Frequency = kNan; },
+                                      [](FrqMap& m) { m.Frames.Own().pop_back(); }};
   FrqMap other = map;
-  other.Frames[1].Selected = true;
+  other.Frames.Own()[1].Selected = true;
   EXPECT_TRUE(map.Equals(other)) << "which is not saved";
   for (const auto change : changes) {
     other = map;

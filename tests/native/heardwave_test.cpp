@@ -37,7 +37,7 @@ TEST(HeardWaves, AnAnswerIsOfOneMapAndReplacesAllMarks) {
   FrqMap map;
   map.Create(4, FrqTypeFrq);
   map.Hop = 256;
-  for (FrqFrame& frame : map.Frames) frame.Frequency = 220.0;
+  for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = 220.0;
   const auto record = MakeCheckFrames(map, L"");
   const std::uint64_t hash = HashOfMap(*record);
   record->Frames[1].Mark = CheckMarkFar;

@@ -29,7 +29,7 @@ struct RoundingFiles : MemoryFiles {
     return result;
   }
   void Round(const std::wstring& wavePath) {
-    for (FrqFrame& frame : Files[wavePath].Frames) frame.Frequency = std::round(frame.Frequency);
+    for (FrqFrame& frame : Files[wavePath].Frames.Own()) frame.Frequency = std::round(frame.Frequency);
   }
 };
 
@@ -67,7 +67,9 @@ struct Session {
       case 1: Maps.Reload(entry, kKeep, true); break;
       case 2: Maps.ReadAfresh(entry, kKeep, true); break;
       case 3: Maps.SetHasMap(entry, false, 0); break;
-      case 4: ++Files.Files[file].Frames[3].Frequency, ++Files.Stamps[file], Maps.Reload(entry, kKeep, true); break;
+      case 4:
+        ++Files.Files[file].Frames.Own()[3].Frequency, ++Files.Stamps[file], Maps.Reload(entry, kKeep, true);
+        break;
       case 5: Files.Next = MemoryFiles::Fault::Fails, Maps.Save(entry, false, error); break;
       case 6:
       case 7: Maps.Save(entry, false, error), Random(2) == 0 ? Maps.RenewSaved(entry) : void(); break;
@@ -229,7 +231,7 @@ TEST_F(JournalTest, WhatSomebodyElseHasWrittenIsLeftAlone) {
   const Bytes saved = File();
 
   Session old;
-  ++old.Files.Files[L"1"].Frames[7].Frequency;  // another program has been there
+  ++old.Files.Files[L"1"].Frames.Own()[7].Frequency;  // another program has been there
   ++old.Files.Stamps[L"1"];
   ++old.Files.Stamps[L"2"];  // a save that was taken back
   old.Maps.SetHasMap(3, false, 0);
@@ -293,8 +295,9 @@ TEST_F(JournalTest, AMapThatWasOnlyWrittenAgainIsUnchanged) {
     if (entry < 2) content.Records.push_back({.What = JournalRecord::Edited, .Entry = entry});
   }
   const auto unchanged = [&](std::uint64_t stamp, std::uint64_t image) {
-    return JournalReplay::UnchangedOf(content, [=](const std::wstring& wave) { return wave == L"0" ? stamp : 5; },
-                                      [=](const std::wstring&) { return image; });
+    return JournalReplay::UnchangedOf(
+        content, [=](const std::wstring& wave) { return wave == L"0" ? stamp : 5; },
+        [=](const std::wstring&) { return image; });
   };
   EXPECT_EQ(unchanged(5, 0), (std::vector{L"0"s, L"1"s}));
   EXPECT_EQ(unchanged(6, 7), (std::vector{L"0"s, L"1"s}));

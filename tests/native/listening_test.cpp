@@ -22,8 +22,8 @@ FrqMap MapOf(const std::vector<double>& frequencies, double level, SampleCount h
   map.Create(static_cast<SampleCount>(frequencies.size()), FrqTypeFrq);
   map.Hop = hop;
   for (std::size_t i = 0; i < frequencies.size(); ++i) {
-    map.Frames[i].Frequency = frequencies[i];
-    map.Frames[i].Amplitude = level;
+    map.Frames.Own()[i].Frequency = frequencies[i];
+    map.Frames.Own()[i].Amplitude = level;
   }
   return map;
 }
@@ -64,12 +64,12 @@ TEST(Tone, HasThePitchAndTheLevelOfTheCurve) {
 TEST(Tone, FollowsLevelsButNeverBeyondWhatAWaveHolds) {
   FrqMap map = MapOf(std::vector<double>(100, 300.0), 0.0);
   EXPECT_GT(LevelOf(ToneOf(map)), 1000.0) << "a map without levels is heard too";
-  for (std::size_t i = 0; i < 50; ++i) map.Frames[i].Amplitude = 2000.0;
+  for (std::size_t i = 0; i < 50; ++i) map.Frames.Own()[i].Amplitude = 2000.0;
   const std::vector<float> half = ToneOf(map);
   EXPECT_NEAR(LevelOf({half.data() + 10 * kHop, 30 * kHop}), 2000.0, 50.0);
   EXPECT_EQ(LevelOf({half.data() + 60 * kHop, 30 * kHop}), 0.0);
-  map.Frames[10].Amplitude = 1e300;
-  map.Frames[20].Amplitude = std::numeric_limits<double>::quiet_NaN();
+  map.Frames.Own()[10].Amplitude = 1e300;
+  map.Frames.Own()[20].Amplitude = std::numeric_limits<double>::quiet_NaN();
   const std::vector<float> loud = ToneOf(map);
   EXPECT_GT(std::ranges::max(loud), 20000.0f);
   EXPECT_TRUE(std::ranges::all_of(loud, [](float sample) { return std::abs(sample) <= 32767.0f; }));
@@ -84,11 +84,11 @@ TEST(Tone, DoesNotClick) {
   std::fill_n(frequencies.begin() + 340, 30, 400.0);
   std::fill_n(frequencies.begin() + 350, 10, 200.0);
   FrqMap map = MapOf(frequencies, 3000.0, hop);
-  for (std::size_t i = 130; i < 150; ++i) map.Frames[i].Amplitude = i % 2 ? 2000.0 : 500.0;
+  for (std::size_t i = 130; i < 150; ++i) map.Frames.Own()[i].Amplitude = i % 2 ? 2000.0 : 500.0;
   // Gaps, behind which the voice is another time as loud, or as soft.
   for (std::size_t i = 200; i < 300; ++i) {
-    if (i % 7 == 0) map.Frames[i].Frequency = FrqNoPitch;
-    map.Frames[i].Amplitude = i / 7 % 2 ? 9000.0 : 500.0;
+    if (i % 7 == 0) map.Frames.Own()[i].Frequency = FrqNoPitch;
+    map.Frames.Own()[i].Amplitude = i / 7 % 2 ? 9000.0 : 500.0;
   }
   const std::vector<float> tone = ToneOf(map), high = ToneOf(MapOf(std::vector<double>(100, 400.0), 3000.0, hop));
   const float calm = LargestStep(tone, 80 * hop, 120 * hop);

@@ -22,7 +22,7 @@ struct MemoryFiles : DocumentFiles {
   int AnalysesGone = 0;
 
   int Load(FrqMap& map, const std::wstring& wavePath) override {
-    map.Frames.resize(3);  // what a reading that throws leaves behind
+    map.Frames.Own().resize(3);  // what a reading that throws leaves behind
     const auto file = Files.find(wavePath);
     if (Meets() || file == Files.end()) {
       map.Clear();
@@ -117,8 +117,8 @@ inline std::function<std::vector<int>(FrqMap&)> Setting(double hz, int row = 2) 
 inline std::function<void(FrqMap&)> Marking(std::size_t row, double hz, std::uint32_t mark = 1) {
   return [=](FrqMap& map) {
     if (row >= map.Frames.size()) return;
-    map.Frames[row].Mark = mark;
-    map.Frames[row].SuggestedFrequency = hz;
+    map.Frames.Own()[row].Mark = mark;
+    map.Frames.Own()[row].SuggestedFrequency = hz;
     map.HasMarks = true;
   };
 }

@@ -158,7 +158,8 @@ std::pair<Sound, FrqMap> Sung(const std::function<double(double)>& hz, double av
   map.Create(FrqSampleRate / 256 + 1, FrqTypeFrq);
   map.Average = averageHz;
   for (SampleCount i = 0; i < map.FrameCount; ++i) {
-    map.Frames[static_cast<std::size_t>(i)].Frequency = hz(static_cast<double>(map.PositionOf(i)) / FrqSampleRate);
+    map.Frames.Own()[static_cast<std::size_t>(i)].Frequency =
+        hz(static_cast<double>(map.PositionOf(i)) / FrqSampleRate);
   }
   return {Sound{SecondOfTone(hz, -1.0, 2.0), FrqSampleRate}, map};
 }
@@ -172,8 +173,8 @@ TEST(RenderedNotes, FollowTheirPitchToTheCent) {
       NoteToRender note;
       note.hz = hz, note.lengthMs = 1000.0, note.modulation = isSung ? 100.0 : 0.0;
       for (int i = 0; !isSung && i < 200; ++i) note.pitchBend.push_back(1200.0 * std::log2(vibrato((i + 1) / 192.0)));
-      std::vector<double> off = hearing::CentsOff(RenderNote(sound, map, note), kRenderedRate,
-                                                  [&](double t) { return hz * vibrato(t); });
+      std::vector<double> off =
+          hearing::CentsOff(RenderNote(sound, map, note), kRenderedRate, [&](double t) { return hz * vibrato(t); });
       for (double& cents : off) cents = std::abs(cents);
       EXPECT_LT(hearing::MedianOf(off), 1.5) << hz << isSung;
     }
@@ -254,7 +255,7 @@ TEST(RenderedNotes, ComeOutOfAnyMap) {
       map.Create(300, FrqTypeFrq);
       map.Hop = hop;
       map.Average = hz;
-      for (FrqFrame& frame : map.Frames) frame.Frequency = hz;
+      for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = hz;
       NoteToRender note;
       note.lengthMs = 300.0, note.modulation = 1000.0;
       const std::vector<float> rendered = RenderNote(recording, map, note);

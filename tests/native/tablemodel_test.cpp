@@ -27,7 +27,7 @@ struct TableModelTest : testing::Test {
 };
 
 TEST_F(TableModelTest, APlaceIsReadAsThePencilsPitchAndTheFrameInItsColumn) {
-  FrqFrame& frame = map.Frames[4];
+  FrqFrame& frame = map.Frames.Own()[4];
   frame.Frequency = NoteToHz(68.6);
   frame.Amplitude = 3276.8;
   frame.Mark = 7;
@@ -87,21 +87,21 @@ TEST_F(TableModelTest, TheViewStaysWithinTheMapAndTheNotes) {
 
 TEST_F(TableModelTest, AViewForTheCurveHoldsAllOfItAsLargeAsItCan) {
   EXPECT_FALSE(table.Fit() || table.Centre()) << "there is no curve";
-  for (int i = 10; i < 50; ++i) map.Frames[static_cast<std::size_t>(i)].Frequency = NoteToHz(60.0 + i % 5);
+  for (int i = 10; i < 50; ++i) map.Frames.Own()[static_cast<std::size_t>(i)].Frequency = NoteToHz(60.0 + i % 5);
   ASSERT_TRUE(table.Fit());
   EXPECT_EQ(table.Geometry.Zoom, 1) << "forty columns of four pixels in two hundred";
   const auto seen = [&](double note) { return table.Geometry.FrequencyToY(NoteToHz(note), 300); };
   EXPECT_EQ(table.Geometry.ScrollColumn, 5);
   EXPECT_NEAR((seen(60) + seen(64)) / 2, 150, 5);
 
-  map.Frames[59].Frequency = NoteToHz(110.0);
+  map.Frames.Own()[59].Frequency = NoteToHz(110.0);
   ASSERT_TRUE(table.Fit());
   EXPECT_EQ(table.Geometry.Zoom, 1) << "fifty columns, and rows of five pixels for fifty notes";
   EXPECT_TRUE(seen(60) < 300 && seen(110) > 0);
-  map.Frames[49].Frequency = std::numeric_limits<double>::infinity();
+  map.Frames.Own()[49].Frequency = std::numeric_limits<double>::infinity();
   EXPECT_TRUE(table.Fit() && table.Geometry.Zoom == 1) << "what is no pitch does not count";
 
-  for (const int i : {30, 31}) map.Frames[static_cast<std::size_t>(i)].Selected = true;
+  for (const int i : {30, 31}) map.Frames.Own()[static_cast<std::size_t>(i)].Selected = true;
   table.SetZoom(5);
   ASSERT_TRUE(table.Centre());
   EXPECT_EQ(table.Geometry.Zoom, 5);
@@ -110,8 +110,8 @@ TEST_F(TableModelTest, AViewForTheCurveHoldsAllOfItAsLargeAsItCan) {
 }
 
 TEST_F(TableModelTest, AZoomInPlaceKeepsTheMiddleOfTheSelectionWhereItIs) {
-  for (FrqFrame& frame : map.Frames) frame.Frequency = NoteToHz(69.0);
-  map.Frames[30].Selected = true;
+  for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = NoteToHz(69.0);
+  map.Frames.Own()[30].Selected = true;
   table.Geometry.ScrollColumn = 20;
   table.Geometry.BottomNote = 60;
   const auto place = [&] {

@@ -22,8 +22,8 @@ FrqMap MarkedMap(const std::string& pattern, SampleCount hop) {
   FrqMap map = MapOf(std::vector<double>(pattern.size(), 200.0), hop);
   map.HasMarks = pattern.find_first_not_of('.') != pattern.npos;
   for (std::size_t i = 0; i < pattern.size(); ++i) {
-    map.Frames[i].Mark = pattern[i] != '.';
-    if (pattern[i] == 's') map.Frames[i].SuggestedFrequency = 100.0 + static_cast<double>(i);
+    map.Frames.Own()[i].Mark = pattern[i] != '.';
+    if (pattern[i] == 's') map.Frames.Own()[i].SuggestedFrequency = 100.0 + static_cast<double>(i);
   }
   return map;
 }
@@ -104,7 +104,7 @@ TEST(vectors, Edits) {
     FrqMap map = MapOf(test["frequency"], test["hop"]);
     map.SinglePrecision = test["single_precision"];
     map.Average = test["average"];
-    for (FrqFrame& frame : map.Frames) frame.Voiced = frame.Frequency > FrqNoPitch;
+    for (FrqFrame& frame : map.Frames.Own()) frame.Voiced = frame.Frequency > FrqNoPitch;
     const FrqMap saved = map;
     for (const Json& step : test["steps"]) {
       const Json result = Edit(map, saved, step["op"], test["frq_type"].get<FrqType>(), map.FrameCount);
@@ -168,17 +168,17 @@ TEST(vectors, FindFailure) {
   });
 }
 
-std::string RecordOfRegions(FrqMap& map) {
-  const auto regions = MakeCheckRegions(map);
-  return Hex({reinterpret_cast<const char*>(regions.get()), 12 + 8 * regions->RegionCount});
+std::string RecordOfRegions(const CheckRegionRecord& regions) {
+  return Hex({reinterpret_cast<const char*>(&regions), 12 + 8 * regions.RegionCount});
 }
 
 TEST(vectors, Regions) {
   Family::Each("regions", [](Family& family, const Json& test) {
-    FrqMap map = MapOf(test["frequency"], 256, test["amplitude"]);
-    family.Expect(map.ComputeSoundRegions(), test["count"]);
-    family.Expect(Flags(map, &FrqFrame::Sounding), test["sounding"]);
-    family.Expect(RecordOfRegions(map), test["record"]);
+    const FrqMap map = MapOf(test["frequency"], 256, test["amplitude"]);
+    const auto regions = MakeCheckRegions(map);
+    family.Expect(regions->RegionCount, test["count"]);
+    family.Expect(TextOfFlags(map.ComputeSoundRegions()), test["sounding"]);
+    family.Expect(RecordOfRegions(*regions), test["record"]);
   });
 }
 
@@ -217,7 +217,7 @@ TEST(vectors, Check) {
     family.ExpectFile(Bytes(bytes + 528, bytes + size), test["frames_record_from_528"]);
     const std::u16string path(frames->MapPath);
     family.Expect(Utf8(std::wstring(path.begin(), path.end())), test["map_path"]);
-    family.Expect(RecordOfRegions(map), test["regions_record"]);
+    family.Expect(RecordOfRegions(*MakeCheckRegions(map)), test["regions_record"]);
   });
 }
 

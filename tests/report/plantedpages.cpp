@@ -19,7 +19,7 @@ FrqMap Tone(SampleCount frames, double hz, double depth) {
   map.Create(frames, FrqTypeFrq);
   map.Hop = kHop;
   for (SampleCount i = 0; i < frames; ++i) {
-    FrqFrame& frame = map.Frames[static_cast<std::size_t>(i)];
+    FrqFrame& frame = map.Frames.Own()[static_cast<std::size_t>(i)];
     const double place = static_cast<double>(i) / frames;
     frame.Amplitude = 6000.0 * std::sin(std::numbers::pi * place);
     if (hz > 0.0 && place > 0.1 && place < 0.9) frame.Frequency = hz * std::exp2(depth * std::sin(i / 4.0) / 12.0);

@@ -24,7 +24,7 @@ FrqMap OctaveHigh() {
   FrqMap map;
   map.Create(173, FrqTypeFrq);
   map.Hop = 256;
-  for (FrqFrame& frame : map.Frames) frame.Frequency = 440.0, frame.Amplitude = 5000.0;
+  for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = 440.0, frame.Amplitude = 5000.0;
   return map;
 }
 

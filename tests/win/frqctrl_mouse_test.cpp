@@ -69,7 +69,7 @@ TEST_F(FrqCtrlMouse, AStrokeSetsEveryColumnThatItPassesAndNoOther) {
       EXPECT_EQ(ToldColumns(), columns) << erase;
       for (std::size_t i = 0; i < columns.size(); ++i) {
         const auto column = static_cast<std::size_t>(columns[i]);
-        expected.Frames[column].Frequency = erase ? 55.0 : NoteToHz(notes[i]);
+        expected.Frames.Own()[column].Frequency = erase ? 55.0 : NoteToHz(notes[i]);
         EXPECT_EQ(map_.Frames[column].Voiced, !erase);
         EXPECT_EQ(map_.Frames[column].Selected, columns[i] == columns.back());
       }

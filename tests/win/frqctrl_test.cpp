@@ -98,8 +98,8 @@ TEST_F(FrqCtrlTest, NonsenseInAMapIsDrawnWithoutHarm) {
   const double values[] = {kInfinity, kNoNumber, 1e300, 1e9, -kInfinity, -1.0, 0.0};
   for (int i = 0; i < kFrameCount; ++i) {
     const double value = values[i % 7];
-    map_.Frames[static_cast<std::size_t>(i)] = {
-        .Frequency = value, .Amplitude = -value, .Voiced = true, .Mark = 1, .SuggestedFrequency = value};
+    map_.Frames.Own()[static_cast<std::size_t>(i)] = {
+        .Frequency = value, .Amplitude = -value, .SuggestedFrequency = value, .Mark = 1, .Voiced = true};
   }
   map_.Hop = 0;
   for (const double average : values) {

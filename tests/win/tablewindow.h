@@ -38,7 +38,7 @@ inline FrqMap ExampleMap() {
   map.Loaded = map.HasMarks = true;
   map.Average = NoteToHz(52.37);
   for (int i = 0; i < kFrameCount; ++i) {
-    FrqFrame& frame = map.Frames[static_cast<std::size_t>(i)];
+    FrqFrame& frame = map.Frames.Own()[static_cast<std::size_t>(i)];
     const bool gap = i == 20 || i == 22;
     frame.Frequency = gap ? 55.0 : NoteToHz(50.2 + 6.0 * std::sin(i * 0.4));
     frame.Voiced = !gap && (i < 32 || i > 37);

@@ -1,0 +1,90 @@
+// The frames of a map, which copies of the map share until one of them is changed.
+//
+// A syllable has its map twice, as it is seen and as it was saved, and a gesture remembers a third: hardly ever do two
+// of them differ. So a copy costs nothing, and thousands of loaded maps lie in memory once.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <utility>
+#include <vector>
+
+#include "frqmap/frqtype.h"
+
+struct FrqFrame {
+  double Frequency = FrqNoPitch;    // [Hz]; FrqNoPitch where the frame has no pitch
+  double Amplitude = 0.0;           // level in units of 16-bit samples
+  double SuggestedFrequency = 0.0;  // [Hz] what the check offers for a marked frame; 0.0 = nothing
+  std::uint32_t Mark = 0;           // nonzero: the check has marked this frame
+  bool Voiced = false;              // the frame has a pitch
+  bool Selected = false;            // in the selection of the frequency table control
+};
+
+// Reading is like reading a vector. Several threads may hold copies and read them; one of them, and all that is asked
+// of it, is one thread's at a time.
+class FrqFrames {
+ public:
+  using value_type = FrqFrame;
+  using const_iterator = const FrqFrame*;
+
+  FrqFrames() = default;
+  explicit FrqFrames(std::vector<FrqFrame> frames) { Own() = std::move(frames); }
+  FrqFrames(const FrqFrames& other) noexcept : block_(other.block_) {
+    if (block_) block_->users.fetch_add(1, std::memory_order_relaxed);
+  }
+  FrqFrames(FrqFrames&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
+  FrqFrames& operator=(FrqFrames other) noexcept {
+    std::swap(block_, other.block_);
+    return *this;
+  }
+  ~FrqFrames() { Release(); }
+
+  bool empty() const { return size() == 0; }
+  std::size_t size() const { return block_ ? block_->frames.size() : 0; }
+  const FrqFrame* data() const { return block_ ? block_->frames.data() : nullptr; }
+  const FrqFrame* begin() const { return data(); }
+  const FrqFrame* end() const { return data() + size(); }
+  const FrqFrame& operator[](std::size_t index) const { return block_->frames[index]; }
+  const FrqFrame& front() const { return block_->frames.front(); }
+  const FrqFrame& back() const { return block_->frames.back(); }
+
+  // True if nothing tells the two apart, since they are the same memory.
+  bool IsSameAs(const FrqFrames& other) const { return block_ == other.block_; }
+
+  // The frames to be changed, which are shared no longer. Good until a copy is made of this. Throws std::bad_alloc,
+  // with everything as it was: who must not be stopped half way asks CanOwn first.
+  std::vector<FrqFrame>& Own() {
+    if (!block_) {
+      block_ = new Block;
+    } else if (block_->users.load(std::memory_order_acquire) > 1) {
+      Block* const own = new Block{1, block_->frames};
+      Release();
+      block_ = own;
+    }
+    return block_->frames;
+  }
+
+  // Whether memory holds frames of its own for this; they are there then.
+  bool CanOwn() noexcept {
+    try {
+      Own();
+      return true;
+    } catch (const std::bad_alloc&) {
+      return false;
+    }
+  }
+
+ private:
+  struct Block {
+    std::atomic<int> users = 1;
+    std::vector<FrqFrame> frames;
+  };
+
+  void Release() {
+    if (block_ && block_->users.fetch_sub(1, std::memory_order_acq_rel) == 1) delete block_;
+  }
+
+  Block* block_ = nullptr;
+};
