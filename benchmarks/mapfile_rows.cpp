@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <cmath>
+#include <cstring>
 
 #include "base/files.h"
 #include "base/handle.h"
@@ -47,13 +48,14 @@ class LoadFrq : public MapFile {
     return MillisecondsOf([&] { Require(map.Load(path_, nullptr) == 0, "a map cannot be loaded"); });
   }
 
-  // Into memory that is already there.
+  // Into new memory of the size that the frames take.
   double Yardstick() override {
     return MillisecondsOf([&] {
+      Bytes memory(kFrames * sizeof(FrqFrame));
       const FileHandle file(CreateFileW(path_.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                         FILE_ATTRIBUTE_NORMAL, nullptr));
       DWORD read = 0;
-      ReadFile(file.get(), bytes_.data(), static_cast<DWORD>(bytes_.size()), &read, nullptr);
+      ReadFile(file.get(), memory.data(), static_cast<DWORD>(bytes_.size()), &read, nullptr);
       Require(read == bytes_.size(), "a map cannot be read");
     });
   }
@@ -67,13 +69,27 @@ class SaveFrq : public MapFile {
     return MillisecondsOf([&] { Require(map_.Save(path_, nullptr) == 0, "a map cannot be saved"); });
   }
 
+  // The bytes are made of the frames, and what is there is looked at, read and compared, as everybody must who writes
+  // in place, minds a mark and puts the old bytes back where that fails.
   double Yardstick() override {
+    map_.Frames.Own().back().Amplitude += 1.0;
     return MillisecondsOf([&] {
-      const FileHandle file(
-          CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-      DWORD written = 0;
-      WriteFile(file.get(), bytes_.data(), static_cast<DWORD>(bytes_.size()), &written, nullptr);
-      Require(written == bytes_.size(), "a map cannot be written");
+      Bytes after(bytes_.size());
+      std::uint8_t* place = after.data() + after.size() % sizeof(double[2]);
+      for (const FrqFrame& frame : map_.Frames) {
+        std::memcpy(place, &frame.Frequency, sizeof(double[2]));
+        place += sizeof(double[2]);
+      }
+      Require(GetFileAttributesW(path_.c_str()) != INVALID_FILE_ATTRIBUTES, "there is no map");
+      Bytes before(bytes_.size());
+      const FileHandle file(CreateFileW(path_.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr));
+      DWORD read = 0, written = 0;
+      ReadFile(file.get(), before.data(), static_cast<DWORD>(before.size()), &read, nullptr);
+      Require(before != after, "a map is written that is there already");
+      SetFilePointer(file.get(), 0, nullptr, FILE_BEGIN);
+      WriteFile(file.get(), after.data(), static_cast<DWORD>(after.size()), &written, nullptr);
+      Require(read == written && written == after.size(), "a map cannot be written");
     });
   }
 };

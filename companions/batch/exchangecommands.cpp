@@ -46,10 +46,9 @@ Outcome ExportOne(const Context& context, const WaveTask& task) {
   const std::string text =
       context.Call.Format == CurveFormat::Csv ? CurveCsv(points) : PitchTier(points, SecondsOf(map));
   const std::wstring path = CurvePathOf(context, task);
-  const ByteSpan bytes(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
   if (!context.Call.IsDryRun) {
     Disk().MakeFolder(FolderOf(path));
-    if (!WriteInPlace(Disk(), path, bytes)) {
+    if (!WriteInPlace(Disk(), path, {text.begin(), text.end()})) {
       outcome.Faults.push_back(Printable(TypedForm(path)) + ": cannot be written: " + LastFault());
       return outcome;
     }

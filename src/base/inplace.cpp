@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <ranges>
+#include <utility>
+
+#include "base/scratchbytes.h"
 
 namespace {
 
@@ -14,16 +17,26 @@ bool WritePieces(FileStream& stream, const FileChange& change) {
   return change.SizeAfter >= change.SizeBefore || stream.Truncate(change.SizeAfter);
 }
 
-bool Overwrite(FileSystem& files, FileStream& stream, const std::wstring& path, ByteSpan bytes) {
+// Not by a list of pieces in braces, which would copy both contents.
+FileChange WholeChange(const std::wstring& path, Bytes before, Bytes after) {
+  FileChange change{path, std::ssize(before), std::ssize(after), {}};
+  change.Pieces.push_back({0, std::move(before), std::move(after)});
+  return change;
+}
+
+bool Overwrite(FileSystem& files, FileStream& stream, const std::wstring& path, Bytes bytes) {
   const std::optional<std::int64_t> size = SizeOf(files, stream);
   if (!size) return false;
-  FileChange change{path, *size, std::ssize(bytes), {{0, Bytes(static_cast<std::size_t>(*size)), {}}}};
-  Bytes& before = change.Pieces.front().Before;
+  ScratchBytes present;
+  Bytes& before = present.Content;
+  before.resize(static_cast<std::size_t>(*size));
   if (!before.empty() && !stream.ReadAt(0, before)) return false;
-  if (std::ranges::equal(before, bytes)) return true;
+  if (before == bytes) return true;
   if (!before.empty() && PresentGuard().Wants(path)) PresentGuard().Keep(path, before);
-  change.Pieces.front().After.assign(bytes.begin(), bytes.end());
-  return MakeChange(files, stream, change);
+  FileChange change = WholeChange(path, std::move(before), std::move(bytes));
+  const bool isMade = MakeChange(files, stream, change);
+  before = std::move(change.Pieces.front().Before);
+  return isMade;
 }
 
 // The rest of a change whose Begin the guard has been told.
@@ -50,8 +63,8 @@ bool RemoveEmpty(FileSystem& files, const std::wstring& path) {
 
 // The guard is told before the file is made: an empty one that is found at the next start would else be a map that
 // nobody can read, and that looks like one that is there.
-bool WriteNew(FileSystem& files, const std::wstring& path, ByteSpan bytes) {
-  const FileChange change{path, 0, std::ssize(bytes), {{0, {}, Bytes(bytes.begin(), bytes.end())}}};
+bool WriteNew(FileSystem& files, const std::wstring& path, Bytes bytes) {
+  FileChange change = WholeChange(path, {}, std::move(bytes));
   PresentGuard().Begin(change);
   std::unique_ptr<FileStream> stream = files.Open(path, FileMode::Patch);
   const std::optional<std::int64_t> size = stream ? SizeOf(files, *stream) : std::nullopt;
@@ -65,16 +78,16 @@ bool WriteNew(FileSystem& files, const std::wstring& path, ByteSpan bytes) {
   const bool isOpen = stream != nullptr;
   if (isOpen && !size) stream.reset();
   if (!isOpen || size || RemoveEmpty(files, path)) PresentGuard().End();
-  return stream && Overwrite(files, *stream, path, bytes);
+  return stream && Overwrite(files, *stream, path, std::move(change.Pieces.front().After));
 }
 
 }  // namespace
 
-bool WriteInPlace(FileSystem& files, const std::wstring& path, ByteSpan bytes) {
+bool WriteInPlace(FileSystem& files, const std::wstring& path, Bytes bytes) {
   PresentGuard().Mend(path);
-  if (!files.FactsOf(path)) return WriteNew(files, path, bytes);
+  if (!files.FactsOf(path)) return WriteNew(files, path, std::move(bytes));
   const std::unique_ptr<FileStream> stream = files.Open(path, FileMode::Patch);
-  return stream && Overwrite(files, *stream, path, bytes);
+  return stream && Overwrite(files, *stream, path, std::move(bytes));
 }
 
 bool MakeChange(FileSystem& files, FileStream& stream, const FileChange& change, const std::function<bool()>& isThere) {

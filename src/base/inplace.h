@@ -12,7 +12,7 @@
 // Makes the whole content of the file these bytes, in one write; the file is made if need be. What was there and is
 // still to be kept goes to the guard first. False, with the reason in LastError, with the file as it was: one that was
 // not there is gone again. A file that holds these bytes already is not written.
-bool WriteInPlace(FileSystem& files, const std::wstring& path, ByteSpan bytes);
+bool WriteInPlace(FileSystem& files, const std::wstring& path, Bytes bytes);
 
 // Makes a change of an open file. `isThere`, if there is one, looks at the file then and may say that it is not as it
 // was meant to be. If anything fails, the old bytes are put back; LastError is that of what failed first. The change

@@ -40,10 +40,14 @@ std::optional<FrqMap> DecodeFreq0003(ByteSpan file) {
   map.FrameCount = reader.Read<SampleCount>();
   if (!IsFreqMagic(map.Magic) || !reader.Holds(map.FrameCount, kFrameBytes)) return std::nullopt;
 
-  // Maps are long, so that each frame is made once and where it stays.
-  std::vector<FrqFrame>& frames = map.Frames.Own();
-  frames.reserve(static_cast<std::size_t>(map.FrameCount));
-  for (SampleCount i = 0; i < map.FrameCount; ++i) frames.push_back(FrameOf(reader.Read<FileFrame>()));
+  const ByteSpan bytes = reader.Take(static_cast<std::size_t>(map.FrameCount) * kFrameBytes);
+  std::vector<FrqFrame> frames(static_cast<std::size_t>(map.FrameCount));
+  for (std::size_t i = 0; i < frames.size(); ++i) {
+    FileFrame read;
+    std::memcpy(&read, bytes.data() + i * kFrameBytes, kFrameBytes);
+    frames[i] = FrameOf(read);
+  }
+  map.Frames = FrqFrames(std::move(frames));
   return map;
 }
 

@@ -66,8 +66,7 @@ std::wstring MapPathFromWaveW(std::wstring_view wavePath, FrqType kind) {
 }
 
 std::wstring WavePathFromMapW(std::wstring_view mapPath) {
-  const std::size_t end =
-      DropsWaveExtension(FrqTypeFromPathW(mapPath)) ? mapPath.rfind(L'.') : mapPath.rfind(L'_');
+  const std::size_t end = DropsWaveExtension(FrqTypeFromPathW(mapPath)) ? mapPath.rfind(L'.') : mapPath.rfind(L'_');
   const std::wstring path(mapPath.substr(0, end));
   return end == mapPath.npos ? path : path + L".wav";
 }

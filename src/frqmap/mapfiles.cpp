@@ -6,6 +6,7 @@
 #include "base/files.h"
 #include "base/filesystem.h"
 #include "base/inplace.h"
+#include "base/scratchbytes.h"
 #include "frqmap/dio.h"
 #include "frqmap/freq0003.h"
 #include "frqmap/levels.h"
@@ -25,8 +26,8 @@ constexpr std::uint32_t kInvalidData = 13;  // ERROR_INVALID_DATA
 using Decoder = std::optional<FrqMap> (*)(ByteSpan);
 
 std::optional<FrqMap> ReadMap(const std::wstring& path, Decoder decode) {
-  const std::optional<Bytes> file = ReadWholeFile(path);
-  return file ? decode(*file) : std::nullopt;
+  ScratchBytes file;
+  return ReadWholeFile(path, file.Content) ? decode(file.Content) : std::nullopt;
 }
 
 // Kinds whose files hold no amplitude take it from the wave. Without its wave a map has none, which is no failure.
@@ -56,8 +57,8 @@ std::optional<FrqMap> ReadPmkAndLevels(const std::wstring& path) {
 }
 
 // A map that its kind cannot hold leaves the file as it was, and says why in the system's words.
-int WriteMap(const std::wstring& path, const std::optional<Bytes>& file) {
-  if (file) return WriteInPlace(Disk(), path, *file) ? 0 : -1;
+int WriteMap(const std::wstring& path, std::optional<Bytes> file) {
+  if (file) return WriteInPlace(Disk(), path, *std::move(file)) ? 0 : -1;
   Disk().SetLastError(kInvalidData);
   return -1;
 }
@@ -143,7 +144,8 @@ bool DeleteMapFile(const std::wstring& mapPath, MrqStore* store, bool keepEntry)
 }
 
 int RestoreMapFile(const std::wstring& mapPath, ByteSpan kept, MrqStore* store) {
-  if (FrqTypeFromPathW(mapPath) != FrqTypeMrq) return WriteInPlace(Disk(), mapPath, kept) ? 0 : -1;
+  if (FrqTypeFromPathW(mapPath) != FrqTypeMrq)
+    return WriteInPlace(Disk(), mapPath, {kept.begin(), kept.end()}) ? 0 : -1;
   const std::optional<MrqEntry> entry = DecodeMrqEntry(kept);
   if (entry && store) return store->SaveEntry(MrqKey(mapPath), *entry);
   Disk().SetLastError(kInvalidData);

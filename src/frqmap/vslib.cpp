@@ -276,10 +276,10 @@ int CVsLib::ExportPmk(const std::wstring& vsPath) {
   const std::optional<std::wstring> target = WithEnding(vsPath, L".pmk");
   const Closer closer(*this);
   if (!target || OpenAndRead(vsPath) != 0 || ReadProjectInfo() != 0) return -1;
-  const std::optional<Bytes> file = PmkOfProject(*this);
+  std::optional<Bytes> file = PmkOfProject(*this);
   if (!file) return -1;
   // A file that a full disk cuts short counts as written, as an exported map does.
-  return WriteInPlace(Disk(), *target, *file) || GetLastError() == ERROR_DISK_FULL ? 0 : -1;
+  return WriteInPlace(Disk(), *target, *std::move(file)) || GetLastError() == ERROR_DISK_FULL ? 0 : -1;
 }
 
 int LoadVs4ufrq(FrqMap& map, const std::wstring& path) {

@@ -47,8 +47,8 @@ bool PlainCopy::BringMapBack(FrqType kind, MrqStore& store) const {
 }
 
 bool PlainCopy::BringBack(const std::wstring& from, const std::wstring& to) {
-  const std::optional<Bytes> bytes = ReadWholeFile(from);
-  return bytes && WriteInPlace(Disk(), to, *bytes);
+  std::optional<Bytes> bytes = ReadWholeFile(from);
+  return bytes && WriteInPlace(Disk(), to, *std::move(bytes));
 }
 
 bool PlainCopy::BringEntryBack(MrqStore& store) const {

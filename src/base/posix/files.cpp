@@ -11,12 +11,16 @@ constexpr std::int64_t kLargestFile = std::int64_t{64} << 20;  // as on Windows
 
 }  // namespace
 
-std::optional<Bytes> ReadWholeFile(const std::wstring& path) {
+bool ReadWholeFile(const std::wstring& path, Bytes& bytes) {
   const std::unique_ptr<FileStream> file = Disk().Open(path, FileMode::Read);
-  if (!file || file->Size() > kLargestFile) return std::nullopt;
-  Bytes bytes(static_cast<std::size_t>(file->Size()));
-  if (!bytes.empty() && !file->ReadAt(0, bytes)) return std::nullopt;
-  return bytes;
+  if (!file || file->Size() > kLargestFile) return false;
+  bytes.resize(static_cast<std::size_t>(file->Size()));
+  return bytes.empty() || file->ReadAt(0, bytes);
+}
+
+std::optional<Bytes> ReadWholeFile(const std::wstring& path) {
+  Bytes bytes;
+  return ReadWholeFile(path, bytes) ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 bool WriteWholeFile(const std::wstring& path, ByteSpan bytes) {

@@ -23,17 +23,22 @@ bool WriteAll(HANDLE file, ByteSpan bytes) {
 
 }  // namespace
 
-std::optional<Bytes> ReadWholeFile(const std::wstring& path) {
+bool ReadWholeFile(const std::wstring& path, Bytes& bytes) {
   const FileHandle file(CreateFileW(ApiPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
   LARGE_INTEGER size{};
-  if (!file || !GetFileSizeEx(file.get(), &size) || size.QuadPart > kLargestFile) return std::nullopt;
+  if (!file || !GetFileSizeEx(file.get(), &size) || size.QuadPart > kLargestFile) return false;
 
-  Bytes bytes(static_cast<std::size_t>(size.QuadPart));
+  bytes.resize(static_cast<std::size_t>(size.QuadPart));
   DWORD read = 0;
-  if (!ReadFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr)) return std::nullopt;
+  if (!ReadFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr)) return false;
   bytes.resize(read);
-  return bytes;
+  return true;
+}
+
+std::optional<Bytes> ReadWholeFile(const std::wstring& path) {
+  Bytes bytes;
+  return ReadWholeFile(path, bytes) ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 bool WriteWholeFile(const std::wstring& path, ByteSpan bytes) {
