@@ -87,7 +87,7 @@ std::vector<Row> CheckRows() {
       return std::max(tally.Missed(), tally.False());
     });
   }
-  rows.push_back(FigureRow("check_clean", "of20", 1.0, [] { return CheckAll({Error::None}).marked * 20.0 / kFiles; }));
+  rows.push_back(FigureRow("check_clean", "marks", 1.0, [] { return CheckAll({Error::None}).marked * 20.0 / kFiles; }));
   addPercent("check_box_inside", [] { return LeftByBox(Large::Inside, &CheckFrqSettings::HasPitchTransition); });
   addPercent("check_box_begin",
              [] { return LeftByBox(Large::Beginning, &CheckFrqSettings::LargeTransitionAtBeginning); });

@@ -164,6 +164,6 @@ class SnappedStroke : public Work {
 }  // namespace
 
 std::vector<Row> DocumentRows() {
-  return {RowOf<UndoScaling>("undo", "ms", 1.2), RowOf<StepMemory>("step_memory", "bytes", 1.0),
-          RowOf<JournaledStroke>("journal", "ms", 1.05), RowOf<SnappedStroke>("snap_stroke", "ms", 2.0)};
+  return {RowOf<UndoScaling>("undo", "ms", 1.2, Taken::Least), RowOf<StepMemory>("step_memory", "bytes", 1.0),
+          RowOf<JournaledStroke>("journal", "ms", 1.05, Taken::Least), RowOf<SnappedStroke>("snap_stroke", "ms", 2.0, Taken::Least)};
 }

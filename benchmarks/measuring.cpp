@@ -1,42 +1,115 @@
 #include "measuring.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 
 namespace {
 
-// Pairs are taken for a while, so that short work, which is easily disturbed, is measured more often.
+// Samples are taken for a while, so that short work, which is easily disturbed, is measured more often. Where one lasts
+// many seconds, three must do.
 constexpr double kMeasuringMs = 3000.0;
-constexpr std::size_t kFewestPairs = 9;
-constexpr std::size_t kMostPairs = 2000;
+constexpr double kLongMs = 20000.0;
+constexpr std::size_t kFewestSamples = 3;
+constexpr std::size_t kEnoughSamples = 9;
+constexpr std::size_t kMostSamples = 2000;
 
-double MedianOf(std::vector<double> numbers) {
-  const auto middle = numbers.begin() + static_cast<std::ptrdiff_t>(numbers.size() / 2);
-  std::ranges::nth_element(numbers, middle);
-  return *middle;
+// A sample of short work is of several goes, which last as long as this together.
+constexpr double kSampleMs = 10.0;
+constexpr double kLateStartMs = 1000.0;
+constexpr int kMostGoes = 100;
+constexpr int kGoesForLeast = 5;
+
+// At a part of their way from the least to the greatest; between two of them on the line between these.
+double QuantileOf(std::vector<double> numbers, double part) {
+  std::ranges::sort(numbers);
+  const double place = part * static_cast<double>(numbers.size() - 1);
+  const auto below = static_cast<std::size_t>(place);
+  const std::size_t above = std::min(below + 1, numbers.size() - 1);
+  return std::lerp(numbers[below], numbers[above], place - static_cast<double>(below));
 }
+
+double MedianOf(const std::vector<double>& numbers) {
+  return QuantileOf(numbers, 0.5);
+}
+
+// What several goes come to.
+class Cost {
+ public:
+  void Add(double cost) {
+    sum_ += cost;
+    least_ = std::min(least_, cost);
+    ++count_;
+  }
+  double Of(Taken taken) const { return taken == Taken::Least ? least_ : sum_ / count_; }
+
+ private:
+  double sum_ = 0.0, least_ = std::numeric_limits<double>::infinity();
+  int count_ = 0;
+};
+
+// Takes samples of both sides. The side that goes first changes with each go, so that what one leaves behind for the
+// other, and a machine that slows down, weigh on both alike.
+class Sampler {
+ public:
+  explicit Sampler(const Row& row) : taken_(row.taken), work_(row.setUp()) {
+    const auto go = [this] { Go(); };
+    // Once for nothing: caches fill, and the system starts what it starts late.
+    double ms = MillisecondsOf(go);
+    if (ms < kLateStartMs) ms = MillisecondsOf(go);
+    goes_ = taken_ == Taken::Least ? kGoesForLeast : 1;
+    while (goes_ < kMostGoes && goes_ * ms < kSampleMs) ++goes_;
+  }
+
+  void Take() {
+    measured_ = yardstick_ = {};
+    spentMs_ += MillisecondsOf([this] {
+      for (int i = 0; i < goes_; ++i) Go();
+    });
+    values_.push_back(measured_.Of(taken_));
+    yardsticks_.push_back(yardstick_.Of(taken_));
+    ratios_.push_back(values_.back() / yardsticks_.back());
+  }
+
+  bool IsEnough() const {
+    if (ratios_.size() < kFewestSamples) return false;
+    if (ratios_.size() < kEnoughSamples) return spentMs_ >= kLongMs;
+    return spentMs_ >= kMeasuringMs || ratios_.size() >= kMostSamples;
+  }
+
+  Measurement Result() const {
+    const double median = MedianOf(ratios_), quartiles = QuantileOf(ratios_, 0.75) - QuantileOf(ratios_, 0.25);
+    const double spread = median > 0.0 ? quartiles / 2.0 / median : 0.0;
+    return {MedianOf(values_), MedianOf(yardsticks_), median, spread};
+  }
+
+ private:
+  void Go() {
+    if (isSwapped_) yardstick_.Add(work_->Yardstick());
+    measured_.Add(work_->Measured());
+    if (!isSwapped_) yardstick_.Add(work_->Yardstick());
+    isSwapped_ = !isSwapped_;
+  }
+
+  const Taken taken_;
+  const std::unique_ptr<Work> work_;
+  int goes_ = 1;
+  bool isSwapped_ = false;
+  Cost measured_, yardstick_;
+  double spentMs_ = 0.0;
+  std::vector<double> values_, yardsticks_, ratios_;
+};
 
 }  // namespace
 
 Measurement Measure(const Row& row) {
-  const std::unique_ptr<Work> work = row.setUp();
-  // Once for nothing: caches fill, and the system starts what it starts late.
-  work->Measured();
-  work->Yardstick();
-
-  std::vector<double> values;
-  std::vector<double> yardsticks;
-  std::vector<double> ratios;
-  double spentMs = 0.0;
-  while (ratios.size() < kFewestPairs || (spentMs < kMeasuringMs && ratios.size() < kMostPairs)) {
-    spentMs += MillisecondsOf([&] {
-      values.push_back(work->Measured());
-      yardsticks.push_back(work->Yardstick());
-    });
-    ratios.push_back(values.back() / yardsticks.back());
-  }
-  return {MedianOf(values), MedianOf(yardsticks), MedianOf(ratios)};
+  Sampler sampler(row);
+  do {
+    sampler.Take();
+  } while (!sampler.IsEnough());
+  return sampler.Result();
 }
 
 void Require(bool held, const char* what) {

@@ -10,6 +10,7 @@ struct Measurement {
   double value;      // median of the measured work, in the row's unit
   double yardstick;  // median of the yardstick, likewise
   double ratio;      // median of the ratios of neighbours, which is steadier than the ratio of the medians
+  double spread;     // of these ratios: half of the way from their first quartile to the third, as part of the median
 };
 
 Measurement Measure(const Row& row);

@@ -284,7 +284,7 @@ double ConsonantError(Renderer renderer) {
 
 std::vector<Row> RenderRows() {
   std::vector<Row> rows = {
-      FigureRow("render_bend", "cent", 3.0, [] { return BendError(Ours); }),
+      FigureRow("render_bend", "cents", 3.0, [] { return BendError(Ours); }),
       FigureRow("render_edge", "%", 1.0, [] { return WorstEdge(Ours); }),
       FigureRow("render_step", "", 1.5, [] { return WorstStep(Ours); }),
       FigureRow("render_buzz", "", 0.1, [] { return Buzz(Ours); }),

@@ -16,14 +16,15 @@ bool Holds(const ReportRow& row) {
 }
 
 void PrintTableHead() {
-  std::printf("%-16s %10s %10s %-4s %8s %6s  %s\n", "name", "value", "yardstick", "unit", "ratio", "aim", "holds");
+  std::printf("%-22s %10s %10s %-5s %8s %6s %6s  %s\n", "name", "value", "yardstick", "unit", "ratio", "spread",
+              "aim", "holds");
 }
 
 // Row by row, as they come: a run takes a while.
 void PrintTableRow(const ReportRow& row) {
   const Measurement& got = row.measurement;
-  std::printf("%-16s %10.3f %10.3f %-4s %8.2f %6.2f  %s\n", row.row.name.c_str(), got.value, got.yardstick,
-              row.row.unit.c_str(), got.ratio, row.row.aim, Holds(row) ? "yes" : "NO");
+  std::printf("%-22s %10.3f %10.3f %-5s %8.2f %4.0f %% %6.2f  %s\n", row.row.name.c_str(), got.value, got.yardstick,
+              row.row.unit.c_str(), got.ratio, 100.0 * got.spread, row.row.aim, Holds(row) ? "yes" : "NO");
   std::fflush(stdout);
 }
 
@@ -33,6 +34,7 @@ nlohmann::ordered_json ToJson(const ReportRow& row) {
           {"unit", row.row.unit},
           {"yardstick", row.measurement.yardstick},
           {"ratio", row.measurement.ratio},
+          {"spread", row.measurement.spread},
           {"aim", row.row.aim},
           {"holds", Holds(row)}};
 }

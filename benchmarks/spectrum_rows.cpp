@@ -119,11 +119,11 @@ std::vector<Row> SpectrumRows(const std::string& command32) {
   for (const auto& it : kPaths) {
     const FftPath path = it.path;
     if (!TransformOf(path)) continue;
-    rows.push_back({it.name, "ms", it.aim, [path] { return std::make_unique<AgainstFftw>(path); }});
+    rows.push_back({it.name, "ms", it.aim, [path] { return std::make_unique<AgainstFftw>(path); }, Taken::Least});
     rows.push_back({it.name32, "ms", 1.3, [=] { return std::make_unique<In32Bits>(command32, path); }});
   }
   // A tenth is for threads that start and cores that share their memory.
   const double cores = std::max(1u, std::thread::hardware_concurrency());
-  rows.push_back(RowOf<AllCores>("spectrum_cores", "ms", 0.1 + 1.0 / cores));
+  rows.push_back(RowOf<AllCores>("spectrum_cores", "ms", 0.1 + 1.0 / cores, Taken::Least));
   return rows;
 }

@@ -155,7 +155,8 @@ def report_rows(table, file, beginning, of=ROWS):
         if not name.startswith(beginning):
             continue
         value = table[OURS][of_set][column]
-        row = {"name": name, "value": value, "unit": "%", "yardstick": most, "ratio": value / most, "aim": 1.0}
+        row = {"name": name, "value": value, "unit": "%", "yardstick": most, "ratio": value / most}
+        row |= {"spread": 0.0, "aim": 1.0}  # the same each time
         row["holds"] = row["ratio"] <= row["aim"]
         rows.append(row)
         holds = "yes" if row["holds"] else "NO"
