@@ -165,5 +165,6 @@ class SnappedStroke : public Work {
 
 std::vector<Row> DocumentRows() {
   return {RowOf<UndoScaling>("undo", "ms", 1.2, Taken::Least), RowOf<StepMemory>("step_memory", "bytes", 1.0),
-          RowOf<JournaledStroke>("journal", "ms", 1.05, Taken::Least), RowOf<SnappedStroke>("snap_stroke", "ms", 2.0, Taken::Least)};
+          RowOf<JournaledStroke>("journal", "ms", 1.05, Taken::Least),
+          RowOf<SnappedStroke>("snap_stroke", "ms", 2.0, Taken::Least)};
 }

@@ -20,8 +20,8 @@ class Work {
   virtual double Yardstick() = 0;
 };
 
-// What a sample takes of the work's several goes. Least: where the processor alone is weighed, whatever takes longer than
-// the shortest was disturbed.
+// What a sample takes of the work's several goes. Least: where the processor alone is weighed, whatever takes longer
+// than the shortest was disturbed.
 enum class Taken { Mean, Least };
 
 struct Row {
