@@ -7,6 +7,8 @@
 //   bare_batch rules FOLDER THREADS          reads each wave and each map whole, and checks the map by its course
 //   bare_batch copies FOLDER THREADS         reads each map and writes its bytes as another file beside it
 //   bare_batch maps FOLDER THREADS           reads each wave and makes a map of it in memory
+//   bare_batch map WAVE                      makes the map beside a wave, as basic-resampler does
+//   bare_batch processes FOLDER THREADS      the latter, a process for each wave
 //   bare_batch hearings FOLDER THREADS       reads each wave and each map and hears what a check asks of the sound
 #include <fcntl.h>
 #include <spawn.h>
@@ -102,6 +104,24 @@ void Judge(const std::string& wave, const std::string& map) {
   came += Read(wave, SIZE_MAX).size() + static_cast<std::size_t>(CheckMap(&settings, frames.get(), regions.get()));
 }
 
+int WriteMap(const std::string& wave) {
+  const Bytes bytes = EncodeFreq0003(MakeMap(SoundOf(wave)), FrqTypeFrq);
+  const std::string map = wave.substr(0, wave.size() - 4) + "_wav.frq";
+  const int file = open(map.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+  Require(file >= 0 && write(file, bytes.data(), bytes.size()) == std::ssize(bytes), "a map cannot be written");
+  close(file);
+  return 0;
+}
+
+void RunForMap(const std::string& wave) {
+  std::string program = std::filesystem::read_symlink("/proc/self/exe").string(), word = "map", path = wave;
+  char* const command[] = {program.data(), word.data(), path.data(), nullptr};
+  pid_t process = 0;
+  int status = -1;
+  const bool isStarted = posix_spawn(&process, program.c_str(), nullptr, nullptr, command, environ) == 0;
+  Require(isStarted && waitpid(process, &status, 0) > 0 && status == 0, "no map is made");
+}
+
 using OfOne = std::function<void(const std::string& wave, const std::string& map)>;
 
 const std::map<std::string, OfOne> kWays = {
@@ -112,6 +132,7 @@ const std::map<std::string, OfOne> kWays = {
     {"rules", Judge},
     {"copies", [](const std::string&, const std::string& map) { Copy(map, map + ".copy"); }},
     {"maps", [](const std::string& wave, const std::string&) { came += MakeMap(SoundOf(wave)).Frames.size(); }},
+    {"processes", [](const std::string& wave, const std::string&) { RunForMap(wave); }},
     {"hearings", Hear},
 };
 
@@ -137,9 +158,10 @@ int WorkThrough(const OfOne& way, const char* folder, int threads) {
 
 int main(int count, char** arguments) {
   const std::string what = count > 3 ? arguments[1] : "";
+  if (count == 3 && std::string(arguments[1]) == "map") return WriteMap(arguments[2]);
   if (what == "run") return Run(arguments[2], arguments + 3);
   const auto way = kWays.find(what);
   if (way != kWays.end()) return WorkThrough(way->second, arguments[2], std::atoi(arguments[3]));
-  std::fprintf(stderr, "usage: bare_batch run FILE PROGRAM ARGUMENT... | WAY FOLDER THREADS\n");
+  std::fprintf(stderr, "usage: bare_batch run FILE PROGRAM ARGUMENT... | map WAVE | WAY FOLDER THREADS\n");
   return 2;
 }

@@ -28,6 +28,7 @@ constexpr int kFewSyllables = 1000;
 constexpr double kSeconds = 0.3;
 constexpr double kLongSeconds = 1.5;  // of a wave that a map is made of
 constexpr int kWavesOfResampler = 60;
+constexpr int kWavesOfProcesses = 200;
 
 enum class Maps { Fit, OfOtherWaves, None };
 
@@ -226,6 +227,7 @@ std::vector<Row> BatchRows(const std::string& resampler) {
       RowOfBank("batch_convert", 1.5,
                 {kSyllables, kSeconds, Maps::OfOtherWaves, "convert --from frq --to frc", "copies", ".frc"}),
       RowOfBank("batch_create", 1.2, {kFewSyllables, kLongSeconds, Maps::None, "create --all", "maps", ".frq"}),
+      RowOfBank("batch_bank", 1.0, {kWavesOfProcesses, kLongSeconds, Maps::None, "create --all", "processes", ".frq"}),
       {"batch_resampler", "ms", 1.0 / 15.0, [=] { return std::make_unique<OfResampler>(resampler); }},
       FigureRow("batch_syllable", "bytes", 1000.0, BytesOfSyllable),
       FigureRow("batch_thread", "MB", 4.0, MegabytesOfThread),

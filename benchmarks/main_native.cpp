@@ -11,7 +11,7 @@ int main(int count, char** arguments) {
     std::fprintf(stderr, "usage: marlit_bench_native JSONFILE COMMAND32 RESAMPLER [NAME]\n");
     return 2;
   }
-  return MeasureAndReport({BatchRows(arguments[3]), CheckRows(), DocumentRows(), NameRows(), RenderRows(),
-                           SpectrumRows(arguments[2])},
+  return MeasureAndReport({BatchRows(arguments[3]), CheckRows(), DocumentRows(), NameRows(), PeerRows(),
+                           RenderRows(), SpectrumRows(arguments[2])},
                           count > 4 ? arguments[4] : "", arguments[1]);
 }

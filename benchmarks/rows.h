@@ -76,6 +76,10 @@ std::vector<Row> VoicebankRows();
 // Syllables found by a part of their name, natively.
 std::vector<Row> NameRows();
 
+// The analysis of pitch against those of others, where they are to be had, natively. Run from the root of the tree,
+// where a script for Praat is looked for.
+std::vector<Row> PeerRows();
+
 // How well notes are rendered, natively. Run from the root of the tree, where a script for Praat is looked for.
 std::vector<Row> RenderRows();
 
