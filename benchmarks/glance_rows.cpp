@@ -16,11 +16,11 @@
 #include "resources/ids.h"
 #include "rows.h"
 #include "runningprogram.h"
+#include "thumbnailview.h"
 
 namespace {
 
 constexpr SampleCount kFrames = 500;
-constexpr wchar_t kControlClass[] = L"FrequencyTableControl";
 
 // A voicebank of waves with maps, in folders of a hundred: a larger one would cost a look at all its files for each
 // that is added. It is made once for all rows that want it.
@@ -66,8 +66,8 @@ class BareThumbnails {
     parent_ = CreateWindowW(L"STATIC", L"", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, 800, 600, nullptr, nullptr,
                             nullptr, nullptr);
     for (int i = 0; i < count; ++i) {
-      const HWND window = CreateWindowExW(WS_EX_CLIENTEDGE, kControlClass, L"a.wav", WS_CHILD | WS_VISIBLE, 0, 0, 1, 1,
-                                          parent_, nullptr, nullptr, nullptr);
+      const HWND window = CreateWindowExW(WS_EX_CLIENTEDGE, ThumbnailView::kClass, L"a.wav", WS_CHILD | WS_VISIBLE, 0,
+                                          0, 1, 1, parent_, nullptr, nullptr, nullptr);
       const FrqCtrlSender control(window);
       control.SetThumbnail(true);
       control.SetMaps(nullptr, const_cast<FrqMap*>(maps));
@@ -106,38 +106,9 @@ class ThumbnailWork : public Work {
   // A folder that is opened anew has no maps in memory.
   void OpenVoicebank() const { program_.List().OpenFolder(LargeVoicebank().Path().c_str()); }
 
-  void Open() { SendMessageW(program_.ListWindow(), FLM_SHOWTHUMBNAIL, TRUE, 0); }
-  void Close() const {
-    const HWND window = program_.List().ThumbnailWindow();
-    PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
-    while (program_.List().ThumbnailWindow()) Sleep(1);
-  }
-  std::vector<HWND> InView() const {
-    std::vector<HWND> controls;
-    const HWND window = program_.List().ThumbnailWindow();
-    if (!IsWindowVisible(window)) return controls;
-    for (HWND control = nullptr; (control = FindWindowExW(window, control, kControlClass, nullptr));) {
-      if (IsWindowVisible(control)) controls.push_back(control);
-    }
-    return controls;
-  }
-  void WaitForPictures() const {
-    const auto isPainted = [](HWND control) { return !GetUpdateRect(control, nullptr, FALSE); };
-    for (;;) {
-      const std::vector<HWND> controls = InView();
-      if (!controls.empty() && std::ranges::all_of(controls, isPainted)) return;
-    }
-  }
-  // The first in view is the first of the list.
-  void WaitForCurves() const {
-    const int last = static_cast<int>(InView().size()) - 1;
-    const FrqMap* const map = program_.List().Map(last);
-    while (!map->Loaded) Sleep(0);
-    SendMessageW(program_.List().ThumbnailWindow(), WM_NULL, 0, 0);  // behind the paint
-  }
-
   const FrqMap map_ = LongMap(kFrames);
   RunningProgram program_;
+  const ThumbnailView view_{program_};
 };
 
 // From the command to the first picture, or to the last curve in view, against making, reading and drawing no more than
@@ -149,13 +120,13 @@ class OpenThumbnails : public ThumbnailWork {
   double Measured() override {
     OpenVoicebank();
     const double ms = MillisecondsOf([&] {
-      Open();
-      WaitForPictures();
-      if (withCurves_) WaitForCurves();
+      view_.Open();
+      view_.WaitForPictures();
+      if (withCurves_) view_.WaitForCurves();
     });
-    count_ = static_cast<int>(InView().size());
+    count_ = static_cast<int>(view_.InView().size());
     Require(count_ > 4, "there are too few thumbnails in view");
-    Close();
+    view_.Close();
     return ms;
   }
 
@@ -180,17 +151,17 @@ class ScrollThumbnails : public ThumbnailWork {
  public:
   ScrollThumbnails() {
     OpenVoicebank();
-    Open();
-    WaitForPictures();
-    WaitForCurves();
-    count_ = static_cast<int>(InView().size());
+    view_.Open();
+    view_.WaitForPictures();
+    view_.WaitForCurves();
+    count_ = static_cast<int>(view_.InView().size());
     Scroll(SB_PAGEDOWN);
     Sleep(500);  // for its maps
     Scroll(SB_PAGEUP);
     Sleep(500);
     bare_ = std::make_unique<BareThumbnails>(count_, &map_);
   }
-  ~ScrollThumbnails() override { Close(); }
+  ~ScrollThumbnails() override { view_.Close(); }
 
   double Measured() override {
     down_ = !down_;
@@ -204,7 +175,7 @@ class ScrollThumbnails : public ThumbnailWork {
   }
 
  private:
-  void Scroll(UINT code) const { SendMessageW(program_.List().ThumbnailWindow(), WM_VSCROLL, code, 0); }
+  void Scroll(UINT code) const { SendMessageW(view_.Window(), WM_VSCROLL, code, 0); }
 
   std::unique_ptr<BareThumbnails> bare_;
   int count_ = 0;

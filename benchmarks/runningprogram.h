@@ -50,7 +50,9 @@ class ScriptedEditor : public CEditorDlg {
 
 class RunningProgram {
  public:
-  RunningProgram() {
+  // `keeps`: edits and maps are kept for the next run, as users have it, in the folder of the environment.
+  explicit RunningProgram(bool keeps = false) : keeps_(keeps) {
+    if (keeps_) voicebank_.Run.Start();
     RegisterControl<CFrqCtrl>();
     RegisterControl<CFlatButton>();
     list_.Editor = &editor_;
@@ -68,6 +70,7 @@ class RunningProgram {
     const HANDLE both[] = {editorThread_.get(), listThread_.get()};
     WaitForMultipleObjects(2, both, TRUE, INFINITE);
     list_.Windows.EndThreads();
+    if (keeps_) voicebank_.Run.End();
   }
   RunningProgram(const RunningProgram&) = delete;
   RunningProgram& operator=(const RunningProgram&) = delete;
@@ -75,6 +78,7 @@ class RunningProgram {
   HWND Editor() const { return editor_.Hwnd; }
   FileListSender List() const { return FileListSender(list_.Hwnd); }
   HWND ListWindow() const { return list_.Hwnd; }
+  Document& Maps() { return voicebank_.Maps; }
 
   void RunInEditor(const std::function<void()>& function) const {
     SendMessageW(editor_.Hwnd, ScriptedEditor::kRunMessage, 0, reinterpret_cast<LPARAM>(&function));
@@ -90,6 +94,7 @@ class RunningProgram {
     return ThreadHandle(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, thread, argument, 0, nullptr)));
   }
 
+  const bool keeps_;
   ScratchSettings settings_;
   Voicebank voicebank_;
   CFileListDlg list_{L"", voicebank_};
