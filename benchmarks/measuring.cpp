@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <limits>
 
 namespace {
 
@@ -35,20 +34,9 @@ double MedianOf(const std::vector<double>& numbers) {
   return QuantileOf(numbers, 0.5);
 }
 
-// What several goes come to.
-class Cost {
- public:
-  void Add(double cost) {
-    sum_ += cost;
-    least_ = std::min(least_, cost);
-    ++count_;
-  }
-  double Of(Taken taken) const { return taken == Taken::Least ? least_ : sum_ / count_; }
-
- private:
-  double sum_ = 0.0, least_ = std::numeric_limits<double>::infinity();
-  int count_ = 0;
-};
+double CostOf(const std::vector<double>& goes, Taken taken) {
+  return taken == Taken::Least ? *std::ranges::min_element(goes) : MedianOf(goes);
+}
 
 // Takes samples of both sides. The side that goes first changes with each go, so that what one leaves behind for the
 // other, and a machine that slows down, weigh on both alike.
@@ -64,12 +52,13 @@ class Sampler {
   }
 
   void Take() {
-    measured_ = yardstick_ = {};
+    measured_.clear();
+    yardstick_.clear();
     spentMs_ += MillisecondsOf([this] {
       for (int i = 0; i < goes_; ++i) Go();
     });
-    values_.push_back(measured_.Of(taken_));
-    yardsticks_.push_back(yardstick_.Of(taken_));
+    values_.push_back(CostOf(measured_, taken_));
+    yardsticks_.push_back(CostOf(yardstick_, taken_));
     ratios_.push_back(values_.back() / yardsticks_.back());
   }
 
@@ -87,9 +76,9 @@ class Sampler {
 
  private:
   void Go() {
-    if (isSwapped_) yardstick_.Add(work_->Yardstick());
-    measured_.Add(work_->Measured());
-    if (!isSwapped_) yardstick_.Add(work_->Yardstick());
+    if (isSwapped_) yardstick_.push_back(work_->Yardstick());
+    measured_.push_back(work_->Measured());
+    if (!isSwapped_) yardstick_.push_back(work_->Yardstick());
     isSwapped_ = !isSwapped_;
   }
 
@@ -97,7 +86,7 @@ class Sampler {
   const std::unique_ptr<Work> work_;
   int goes_ = 1;
   bool isSwapped_ = false;
-  Cost measured_, yardstick_;
+  std::vector<double> measured_, yardstick_;  // of one sample
   double spentMs_ = 0.0;
   std::vector<double> values_, yardsticks_, ratios_;
 };

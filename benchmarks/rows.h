@@ -22,19 +22,19 @@ class Work {
 
 // What a sample takes of the work's several goes. Least: where the processor alone is weighed, whatever takes longer
 // than the shortest was disturbed.
-enum class Taken { Mean, Least };
+enum class Taken { Median, Least };
 
 struct Row {
   std::string name;
   std::string unit;
   double aim;  // the largest ratio of measured to yardstick that is good enough
   std::function<std::unique_ptr<Work>()> setUp;
-  Taken taken = Taken::Mean;
+  Taken taken = Taken::Median;
 };
 
 // The row of a work that needs no argument.
 template <typename T>
-Row RowOf(const char* name, const char* unit, double aim, Taken taken = Taken::Mean) {
+Row RowOf(const char* name, const char* unit, double aim, Taken taken = Taken::Median) {
   return {name, unit, aim, [] { return std::make_unique<T>(); }, taken};
 }
 
