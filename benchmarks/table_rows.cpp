@@ -157,7 +157,7 @@ class Stroke : public Table {
 
 template <typename T>
 Row TableRow(const char* name, double aim, int width, int height) {
-  return {name, "ms", aim, [=] { return std::make_unique<T>(width, height); }};
+  return {name, "ms", aim, [=] { return std::make_unique<T>(width, height); }, Taken::Least};
 }
 
 }  // namespace

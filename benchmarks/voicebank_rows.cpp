@@ -148,5 +148,5 @@ Row ConvertRow(const char* name, FrqType target) {
 
 std::vector<Row> VoicebankRows() {
   return {ConvertRow("convert_dio", FrqTypeDio), ConvertRow("convert_pmk", FrqTypePmk),
-          RowOf<ParseOtoIni>("parse_oto", "ms", 1.5), RowOf<LevelsOfMinute>("levels", "ms", 1.5)};
+          RowOf<ParseOtoIni>("parse_oto", "ms", 1.5), RowOf<LevelsOfMinute>("levels", "ms", 1.5, Taken::Least)};
 }
