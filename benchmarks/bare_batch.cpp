@@ -3,9 +3,10 @@
 // one: a process begins with the peak memory of the one that has started it.
 //
 //   bare_batch run FILE PROGRAM ARGUMENT...  runs it with its output in FILE; prints [ms], peak memory [KiB] and code
-//   bare_batch heads FOLDER THREADS          reads the first page of each wave, and each map whole
-//   bare_batch rules FOLDER THREADS          reads each wave and each map whole, and checks the map by its course
-//   bare_batch copies FOLDER THREADS         reads each map and writes its bytes as another file beside it
+//   bare_batch heads FOLDER THREADS          reads the first page of each wave and each map whole, and prints a line of
+//   it bare_batch rules FOLDER THREADS          reads each wave and each map whole, and checks the map by its course
+//   bare_batch copies FOLDER THREADS         reads each map, notes its bytes in a log, and writes them as another file
+//                                            beside it
 //   bare_batch maps FOLDER THREADS           reads each wave and makes a map of it in memory
 //   bare_batch map WAVE                      makes the map beside a wave, as basic-resampler does
 //   bare_batch processes FOLDER THREADS      the latter, a process for each wave
@@ -42,6 +43,10 @@ extern char** environ;
 namespace {
 
 constexpr std::size_t kPage = 4096;
+constexpr std::uint32_t kNothing = 0;
+
+// What a compiler must not leave out.
+std::atomic<std::size_t> came = 0;
 
 int Run(const char* output, char** command) {
   posix_spawn_file_actions_t actions;
@@ -70,11 +75,28 @@ std::vector<char> Read(const std::string& path, std::size_t most) {
   return bytes;
 }
 
+// The note says until when the new file may be there in part: who loses nothing writes one too.
 void Copy(const std::string& from, const std::string& to) {
+  static std::atomic<int> logs = 0;
+  static thread_local const int log = open((to.substr(0, to.rfind('/')) + "/../log" + std::to_string(logs++)).c_str(),
+                                           O_RDWR | O_CREAT | O_CLOEXEC, 0666);
   const std::vector<char> bytes = Read(from, SIZE_MAX);
+  Require(pwrite(log, bytes.data(), bytes.size(), 0) == std::ssize(bytes), "the log cannot be written");
   const int file = open(to.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
   Require(file >= 0 && write(file, bytes.data(), bytes.size()) == std::ssize(bytes), "a file cannot be written");
   close(file);
+  Require(pwrite(log, &kNothing, sizeof(kNothing), 0) == sizeof(kNothing), "the log cannot be written");
+}
+
+// What is seen in a map at a glance, in a line.
+void PrintFacts(const std::string& wave, const std::string& map) {
+  came += Read(wave, kPage).size();
+  const std::vector<char> bytes = Read(map, SIZE_MAX);
+  const auto decoded = DecodeFreq0003({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+  Require(decoded.has_value(), "a map cannot be read");
+  const auto voiced = std::ranges::count_if(decoded->Frames, [](const FrqFrame& frame) { return frame.Voiced; });
+  std::printf("%7d %7d %8.2f %8.2f %s\n", decoded->FrameCount, static_cast<int>(voiced), decoded->Average,
+              decoded->Frames[0].Frequency, wave.c_str());
 }
 
 Sound SoundOf(const std::string& wave) {
@@ -82,9 +104,6 @@ Sound SoundOf(const std::string& wave) {
   Require(sound.has_value(), "a wave cannot be read");
   return std::move(*sound);
 }
-
-// What a compiler must not leave out.
-std::atomic<std::size_t> came = 0;
 
 void Hear(const std::string& wave, const std::string& map) {
   came += Read(map, SIZE_MAX).size();
@@ -125,10 +144,7 @@ void RunForMap(const std::string& wave) {
 using OfOne = std::function<void(const std::string& wave, const std::string& map)>;
 
 const std::map<std::string, OfOne> kWays = {
-    {"heads",
-     [](const std::string& wave, const std::string& map) {
-       came += Read(wave, kPage).size() + Read(map, SIZE_MAX).size();
-     }},
+    {"heads", PrintFacts},
     {"rules", Judge},
     {"copies", [](const std::string&, const std::string& map) { Copy(map, map + ".copy"); }},
     {"maps", [](const std::string& wave, const std::string&) { came += MakeMap(SoundOf(wave)).Frames.size(); }},
@@ -141,6 +157,7 @@ int WorkThrough(const OfOne& way, const char* folder, int threads) {
   for (const auto& file : std::filesystem::directory_iterator(folder)) {
     if (file.path().extension() == ".wav") waves.push_back(file.path().string());
   }
+  std::ranges::sort(waves);
   std::atomic<std::size_t> next = 0;
   std::vector<std::jthread> pool;
   for (int i = 0; i < threads; ++i) {

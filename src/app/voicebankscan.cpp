@@ -3,13 +3,32 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <map>
 #include <utility>
+#include <vector>
 
 #include "app/mapsearch.h"
 #include "base/path.h"
 #include "base/systempath.h"
 #include "voicebank/otoini.h"
 #include "voicebank/waveheader.h"
+
+namespace {
+
+// The comparison by language is slow: each folder is given its rank once, and none of its syllables is compared so.
+// Names that the language takes for the same have the same rank.
+void RankFolders(std::map<std::wstring, int>& ranks) {
+  std::vector<std::map<std::wstring, int>::value_type*> folders;
+  folders.reserve(ranks.size());
+  for (auto& folder : ranks) folders.push_back(&folder);
+  const auto compare = [](const auto* a, const auto* b) { return lstrcmpW(a->first.c_str(), b->first.c_str()); };
+  std::ranges::sort(folders, [&](const auto* a, const auto* b) { return compare(a, b) < 0; });
+  for (std::size_t i = 1; i < folders.size(); ++i) {
+    folders[i]->second = folders[i - 1]->second + (compare(folders[i - 1], folders[i]) != 0 ? 1 : 0);
+  }
+}
+
+}  // namespace
 
 void VoicebankScan::AddVoicebank(const std::wstring& folder) {
   const FolderListing* const listing = AddFolder(folder);
@@ -39,16 +58,17 @@ void VoicebankScan::AddSyllable(const std::wstring& path) {
 
 std::vector<FoundSyllable> VoicebankScan::TakeSorted() {
   struct Key {
-    std::wstring folder;
+    int folderRank;
     FoundSyllable* syllable;
   };
+  std::map<std::wstring, int> ranks;
+  for (const FoundSyllable& syllable : found_) ranks.emplace(FolderOf(syllable.Path), 0);
+  RankFolders(ranks);
   std::vector<Key> keys;
   keys.reserve(found_.size());
-  for (FoundSyllable& syllable : found_) keys.push_back({FolderOf(syllable.Path), &syllable});
-  std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) {
-    // The comparison by language is slow, and the same folder needs none.
-    const int folders = a.folder == b.folder ? 0 : lstrcmpW(a.folder.c_str(), b.folder.c_str());
-    return folders != 0 ? folders < 0 : a.syllable->Path < b.syllable->Path;
+  for (FoundSyllable& syllable : found_) keys.push_back({ranks[FolderOf(syllable.Path)], &syllable});
+  std::ranges::sort(keys, [](const Key& a, const Key& b) {
+    return a.folderRank != b.folderRank ? a.folderRank < b.folderRank : a.syllable->Path < b.syllable->Path;
   });
   std::vector<FoundSyllable> sorted;
   sorted.reserve(keys.size());
