@@ -1,12 +1,16 @@
 // What the history of edits costs: the time of a step back against that of the edit itself, the memory of a step, the
 // journal behind a stroke, and the pitches of a recording that a stroke snaps to.
+#include <malloc.h>
+
 #include <mutex>
 #include <numeric>
 
 #include "document/document.h"
 #include "document/journal.h"
 #include "document/step.h"
+#include "figure.h"
 #include "frqmap/edits.h"
+#include "frqmap/freq0003.h"
 #include "knownvoices.h"
 #include "measuring.h"
 #include "native/faultdisk.h"
@@ -57,7 +61,10 @@ class UndoScaling : public Work {
   }
 
   double Yardstick() override {
-    return MillisecondsOf([&] { ScaleFrames(bare_, rows_, up_ ? 2.0 : 0.5, FrqTypeFrq); up_ = !up_; });
+    return MillisecondsOf([&] {
+      ScaleFrames(bare_, rows_, up_ ? 2.0 : 0.5, FrqTypeFrq);
+      up_ = !up_;
+    });
   }
 
  private:
@@ -84,6 +91,37 @@ class StepMemory : public Work {
 
   double Yardstick() override { return kFrames * 24.0 + 256.0; }
 };
+
+// Memory [MB] that a document with a bank of loaded maps holds, each of a wave of 1.5 s and decoded from a file.
+double MemoryOfLoadedMaps() {
+  constexpr int kMaps = 5000;
+  constexpr SampleCount kFramesOfOne = 258;
+  class Decoded : public OneMap {
+   public:
+    int Load(FrqMap& map, const std::wstring&) override {
+      map = DecodeFreq0003(file_).value();
+      map.Loaded = true;
+      return 0;
+    }
+
+   private:
+    const Bytes file_ = [] {
+      FrqMap map;
+      map.Create(kFramesOfOne, FrqTypeFrq);
+      return EncodeFreq0003(map, FrqTypeFrq);
+    }();
+  };
+  Decoded files;
+  Document document(files);
+  const std::size_t before = mallinfo2().uordblks;
+  std::vector<FoundSyllable> found;
+  for (int i = 0; i < kMaps; ++i) found.push_back({std::to_wstring(i) + L".wav", true, kFramesOfOne});
+  document.Open(std::move(found));
+  for (int i = 0; i < kMaps; ++i) {
+    Require(document.EnsureLoaded(i, Document::OnFailure::EmptySaved), "a map cannot be loaded");
+  }
+  return static_cast<double>(mallinfo2().uordblks - before) / 1e6;
+}
 
 // A document with the map open.
 struct OpenDocument {
@@ -165,6 +203,7 @@ class SnappedStroke : public Work {
 
 std::vector<Row> DocumentRows() {
   return {RowOf<UndoScaling>("undo", "ms", 1.2, Taken::Least), RowOf<StepMemory>("step_memory", "bytes", 1.0),
+          FigureRow("maps_memory", "MB", 50.0, MemoryOfLoadedMaps),
           RowOf<JournaledStroke>("journal", "ms", 1.05, Taken::Least),
           RowOf<SnappedStroke>("snap_stroke", "ms", 2.0, Taken::Least)};
 }

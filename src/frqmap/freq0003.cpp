@@ -41,11 +41,12 @@ std::optional<FrqMap> DecodeFreq0003(ByteSpan file) {
   if (!IsFreqMagic(map.Magic) || !reader.Holds(map.FrameCount, kFrameBytes)) return std::nullopt;
 
   const ByteSpan bytes = reader.Take(static_cast<std::size_t>(map.FrameCount) * kFrameBytes);
-  std::vector<FrqFrame> frames(static_cast<std::size_t>(map.FrameCount));
-  for (std::size_t i = 0; i < frames.size(); ++i) {
+  std::vector<FrqFrame> frames;
+  frames.reserve(static_cast<std::size_t>(map.FrameCount));
+  for (std::size_t at = 0; at < bytes.size(); at += kFrameBytes) {
     FileFrame read;
-    std::memcpy(&read, bytes.data() + i * kFrameBytes, kFrameBytes);
-    frames[i] = FrameOf(read);
+    std::memcpy(&read, bytes.data() + at, kFrameBytes);
+    frames.push_back(FrameOf(read));
   }
   map.Frames = FrqFrames(std::move(frames));
   return map;

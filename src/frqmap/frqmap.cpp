@@ -38,6 +38,17 @@ std::optional<std::int32_t> MeanOf(const std::vector<std::int32_t>& cents) {
   return static_cast<std::int32_t>(sum / static_cast<std::int64_t>(cents.size()));
 }
 
+struct PitchRange {
+  double least = 999999.0;
+  double greatest = FrqNoPitch;
+
+  void Add(double hz) {
+    if (!(hz > FrqNoPitch)) return;
+    least = std::min(least, hz);
+    greatest = std::max(greatest, hz);
+  }
+};
+
 // Index of the frame at a sample position, none outside the map.
 std::optional<std::size_t> IndexWithin(const FrqMap& map, SampleCount position) {
   const std::optional<SampleCount> frame = map.FrameAt(position);
@@ -121,16 +132,17 @@ void FrqMap::ClearSelection() {
   for (FrqFrame& frame : Frames.Own()) frame.Selected = false;
 }
 
+// Two frames at a time, each into a range of its own: with a single one each frame would wait for the one before.
 void FrqMap::UpdateFrequencyRange() {
-  double least = 999999.0;
-  double greatest = FrqNoPitch;
-  for (const FrqFrame& frame : Frames) {
-    if (!(frame.Frequency > FrqNoPitch)) continue;
-    least = std::min(least, frame.Frequency);
-    greatest = std::max(greatest, frame.Frequency);
+  PitchRange even, odd;
+  const FrqFrame* frame = Frames.begin();
+  for (; Frames.end() - frame >= 2; frame += 2) {
+    even.Add(frame[0].Frequency);
+    odd.Add(frame[1].Frequency);
   }
-  MinFrequency = least;
-  MaxFrequency = greatest;
+  if (frame != Frames.end()) even.Add(frame->Frequency);
+  MinFrequency = std::min(even.least, odd.least);
+  MaxFrequency = std::max(even.greatest, odd.greatest);
 }
 
 double FrqMap::ComputeAverage(int windowSemitones) const {
