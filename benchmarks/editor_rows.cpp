@@ -160,7 +160,7 @@ class RefreshState : public Work {
 // A large voicebank from the command to its first syllable, against a bare pass over the folder and a bare list view.
 class OpenVoicebank : public Work {
  public:
-  explicit OpenVoicebank(const std::wstring& voicebank) : voicebank_(voicebank) {
+  OpenVoicebank(const std::wstring& voicebank, int waves) : voicebank_(voicebank), waves_(waves) {
     program_.RunInEditor([&] {
       bareView_ = CreateWindowExW(0, WC_LISTVIEWW, L"", WS_CHILD | LVS_REPORT, 0, 0, 300, 300, program_.Editor(),
                                   nullptr, GetModuleHandleW(nullptr), nullptr);
@@ -172,7 +172,7 @@ class OpenVoicebank : public Work {
   double Measured() override {
     double ms = 0.0;
     program_.RunInEditor([&] { ms = MillisecondsOf([&] { program_.List().OpenFolder(voicebank_.c_str()); }); });
-    Require(program_.List().Count() == kWaves && program_.List().Selection() == 0, "the voicebank is not shown");
+    Require(program_.List().Count() == waves_ && program_.List().Selection() == 0, "the voicebank is not shown");
     return ms;
   }
 
@@ -197,10 +197,10 @@ class OpenVoicebank : public Work {
   void FillView() const {
     SendMessageW(bareView_, WM_SETREDRAW, FALSE, 0);
     ListView_DeleteAllItems(bareView_);
-    ListView_SetItemCount(bareView_, kWaves);
-    std::array<wchar_t, 16> name{L"name.wav"};
+    ListView_SetItemCount(bareView_, waves_);
+    std::wstring name = L"_あかさ0001.wav";
     std::array<wchar_t, 2> mark{L"*"};
-    for (int row = 0; row < kWaves; ++row) {
+    for (int row = 0; row < waves_; ++row) {
       LVITEMW item{};
       item.mask = LVIF_TEXT | LVIF_PARAM;
       item.iItem = row;
@@ -212,6 +212,7 @@ class OpenVoicebank : public Work {
   }
 
   std::wstring voicebank_;
+  int waves_;
   HWND bareView_ = nullptr;
   RunningProgram program_;
 };
@@ -222,5 +223,7 @@ std::vector<Row> EditorRows(const std::wstring& voicebank) {
   return {RowOf<SwitchSyllables>("switch_syllables", "ms", 2.0),
           RowOf<KeyOctave>("key_octave", "ms", 1.5),
           {"update_state", "ms", 2.0, [voicebank] { return std::make_unique<RefreshState>(voicebank); }},
-          {"open_voicebank", "ms", 2.0, [voicebank] { return std::make_unique<OpenVoicebank>(voicebank); }}};
+          {"open_voicebank", "ms", 1.3, [voicebank] { return std::make_unique<OpenVoicebank>(voicebank, kWaves); }},
+          {"open_voicebank_20000", "ms", 1.3,
+           [voicebank] { return std::make_unique<OpenVoicebank>(voicebank + L"-20000", 20000); }}};
 }

@@ -38,7 +38,7 @@ Row RowOf(const char* name, const char* unit, double aim, Taken taken = Taken::M
   return {name, unit, aim, [] { return std::make_unique<T>(); }, taken};
 }
 
-// The program's windows at work; `voicebank` as below.
+// The program's windows at work; `voicebank` as below, with one of 20,000 waves beside it, "-20000" at its end.
 std::vector<Row> EditorRows(const std::wstring& voicebank);
 
 // marlit-batch on whole banks, natively. `resampler`: the path of basic-resampler.exe, for Wine.

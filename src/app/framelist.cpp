@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "frqmap/edits.h"
+#include "window/directcalls.h"
 #include "window/redrawonce.h"
 
 namespace {
@@ -83,13 +84,11 @@ void FrameList::ShowLast(std::span<const int> rows) const {
 void FrameList::AddRows(const std::vector<double>& frequencies) const {
   const auto count = static_cast<LPARAM>(frequencies.size());
   Send(LB_INITSTORAGE, frequencies.size(), count * kTextBytes);
-  // Past the procedure that subclasses the list box: it has no interest in this message, and the way through it would
-  // be half the time of a long list.
-  const auto procedure = reinterpret_cast<WNDPROC>(GetClassLongPtrW(list_, GCLP_WNDPROC));
+  const DirectCalls list(list_);
   FrameRowBuffer buffer;
   for (const double frequency : frequencies) {
     const wchar_t* const text = WriteFrameRowText(frequency, buffer);
-    CallWindowProcW(procedure, list_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    list.Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
   }
 }
 

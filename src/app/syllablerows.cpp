@@ -8,6 +8,7 @@
 #include "base/registry.h"
 #include "base/text.h"
 #include "resources/ids.h"
+#include "window/directcalls.h"
 #include "window/redrawonce.h"
 
 namespace {
@@ -28,6 +29,15 @@ UINT KindTitle(FrqType kind) {
     case FrqTypeMrq: return IDS_KIND_MRQ;
     default: return IDS_KIND_FRQ;
   }
+}
+
+int InsertRow(const DirectCalls& view, int index, std::wstring text) {
+  LVITEMW item{};
+  item.mask = LVIF_TEXT | LVIF_PARAM;
+  item.iItem = index;
+  item.pszText = text.data();
+  item.lParam = index;
+  return static_cast<int>(view.Send(LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
 }
 
 }  // namespace
@@ -120,20 +130,11 @@ void SyllableRows::Fill(const std::vector<SyllableRow>& rows) {
   ListView_DeleteAllItems(View);
   ListView_SetItemCount(View, static_cast<int>(rows.size()));
   RowOfIndex.assign(rows.size(), -1);
-  for (std::size_t i = 0; i < rows.size(); ++i) RowOfIndex[i] = InsertRow(static_cast<int>(i), rows[i].Name);
+  const DirectCalls view(View);
+  for (std::size_t i = 0; i < rows.size(); ++i) RowOfIndex[i] = InsertRow(view, static_cast<int>(i), rows[i].Name);
   FillColumn(kMapColumn, rows, &SyllableRow::HasMap);
   FillColumn(kEditedColumn, rows, &SyllableRow::Edited);
   FillColumn(kLlsmColumn, rows, &SyllableRow::HasLlsm);
-}
-
-int SyllableRows::InsertRow(int index, const std::wstring& name) const {
-  std::wstring text = name;
-  LVITEMW item{};
-  item.mask = LVIF_TEXT | LVIF_PARAM;
-  item.iItem = index;
-  item.pszText = text.data();
-  item.lParam = index;
-  return ListView_InsertItem(View, &item);
 }
 
 // The marks of new rows, whose cells are empty. To look the column and the text up for each cell would take longer than
@@ -146,9 +147,10 @@ void SyllableRows::FillColumn(SyllableColumn id, const std::vector<SyllableRow>&
   std::wstring text = LoadResString(IDS_MARK);
   cell.iSubItem = column;
   cell.pszText = text.data();
+  const DirectCalls view(View);
   for (std::size_t i = 0; i < rows.size(); ++i) {
     if (!(rows[i].*marked) || RowOfIndex[i] < 0) continue;
-    SendMessageW(View, LVM_SETITEMTEXTW, static_cast<WPARAM>(RowOfIndex[i]), reinterpret_cast<LPARAM>(&cell));
+    view.Send(LVM_SETITEMTEXTW, static_cast<WPARAM>(RowOfIndex[i]), reinterpret_cast<LPARAM>(&cell));
   }
 }
 

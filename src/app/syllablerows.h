@@ -76,7 +76,6 @@ class SyllableRows {
   void InsertColumn(int position, SyllableColumn id, const std::wstring& title, int format);
   int WidthOf(SyllableColumn id, const std::wstring& title) const;
   int ColumnIndexOf(SyllableColumn id) const;
-  int InsertRow(int index, const std::wstring& name) const;
   void FillColumn(SyllableColumn id, const std::vector<SyllableRow>& rows, bool SyllableRow::*marked) const;
 
   HWND View = nullptr;
