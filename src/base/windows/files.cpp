@@ -7,7 +7,7 @@
 
 namespace {
 
-// In memory a map takes several times its file, and it is held twice, in a process of 32 bits.
+// In memory a map takes twice its file, and twice that once it is edited, in a process of 32 bits.
 constexpr LONGLONG kLargestFile = LONGLONG{64} << 20;
 
 bool WriteAll(HANDLE file, ByteSpan bytes) {
