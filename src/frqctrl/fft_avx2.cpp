@@ -5,7 +5,7 @@
 
 #if defined(__clang__)
 MagnitudeTransform Avx2Transform() {
-  return nullptr;
+  return {};
 }
 #elif defined(__SSE2__)
 #include <immintrin.h>
@@ -20,37 +20,44 @@ struct Avx2 {
   using Value = __m256d;
   static constexpr std::size_t kLanes = 4;
 
-  static Value Load(const double* from) { return _mm256_load_pd(from); }
-  static Value LoadUnaligned(const double* from) { return _mm256_loadu_pd(from); }
-  static void Store(double* to, Value value) { _mm256_store_pd(to, value); }
-  static void StoreUnaligned(double* to, Value value) { _mm256_storeu_pd(to, value); }
-  static Value Splat(double value) { return _mm256_set1_pd(value); }
-  static Value Reversed(Value value) { return _mm256_permute4x64_pd(value, 0x1B); }
+  static Value Broadcast(const double* from) { return _mm256_broadcast_sd(from); }
   static Value MultiplyAdd(Value a, Value b, Value c) { return _mm256_fmadd_pd(a, b, c); }
   static Value MultiplySubtract(Value a, Value b, Value c) { return _mm256_fmsub_pd(a, b, c); }
   static Value SquareRoot(Value value) { return _mm256_sqrt_pd(value); }
-  static void LoadPairs(const char* from, Value& even, Value& odd) {
-    const __m128i pairs = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-    even = _mm256_cvtepi32_pd(_mm_slli_epi32(pairs, 16));
-    odd = _mm256_cvtepi32_pd(_mm_and_si128(pairs, _mm_set1_epi32(-65536)));
+  // Two values of frame `one` and two of frame `other`.
+  static Value LoadPairs(const double* one, const double* other) {
+    return _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(one)), _mm_loadu_pd(other), 1);
   }
-  static void StoreInterleaved(double* to, Value a, Value b, Value c, Value d) {
-    const Value ab = _mm256_unpacklo_pd(a, b), cd = _mm256_unpacklo_pd(c, d);
-    const Value abHigh = _mm256_unpackhi_pd(a, b), cdHigh = _mm256_unpackhi_pd(c, d);
-    Store(to, _mm256_permute2f128_pd(ab, cd, 0x20));
-    Store(to + 4, _mm256_permute2f128_pd(abHigh, cdHigh, 0x20));
-    Store(to + 8, _mm256_permute2f128_pd(ab, cd, 0x31));
-    Store(to + 12, _mm256_permute2f128_pd(abHigh, cdHigh, 0x31));
+  static void LoadWindowed(const double* const* frames, std::size_t index, const double* factors, Value* values) {
+    const Value ac = LoadPairs(frames[0] + index, frames[2] + index);
+    const Value bd = LoadPairs(frames[1] + index, frames[3] + index);
+    values[0] = _mm256_unpacklo_pd(ac, bd) * Broadcast(factors);
+    values[1] = _mm256_unpackhi_pd(ac, bd) * Broadcast(factors + 1);
   }
+  static void Store(const Value* magnitudes, double* const* to, std::size_t bin) {
+#pragma GCC unroll 2
+    for (std::size_t i = 0; i < kBinsAtATime; i += 4, magnitudes += 4) {
+      const Value ab = _mm256_unpacklo_pd(magnitudes[0], magnitudes[1]);
+      const Value cd = _mm256_unpacklo_pd(magnitudes[2], magnitudes[3]);
+      const Value abHigh = _mm256_unpackhi_pd(magnitudes[0], magnitudes[1]);
+      const Value cdHigh = _mm256_unpackhi_pd(magnitudes[2], magnitudes[3]);
+      _mm256_stream_pd(to[0] + bin + i, _mm256_permute2f128_pd(ab, cd, 0x20));
+      _mm256_stream_pd(to[1] + bin + i, _mm256_permute2f128_pd(abHigh, cdHigh, 0x20));
+      _mm256_stream_pd(to[2] + bin + i, _mm256_permute2f128_pd(ab, cd, 0x31));
+      _mm256_stream_pd(to[3] + bin + i, _mm256_permute2f128_pd(abHigh, cdHigh, 0x31));
+    }
+  }
+  static void EndStores() { _mm_sfence(); }
 };
 
 }  // namespace
 
 // Named here, so that its code is made here.
-static const MagnitudeTransform transform = TransformBy<Avx2>;
+static const MagnitudeTransform::Function transform = TransformBy<Avx2>;
 #pragma GCC pop_options
 
 MagnitudeTransform Avx2Transform() {
-  return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma") ? transform : nullptr;
+  if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("fma")) return {};
+  return {transform, Avx2::kLanes};
 }
 #endif

@@ -1,6 +1,6 @@
 // The passes of the transform as templates over a set of vector instructions, `V`, whose static members load, store,
-// multiply and add V::kLanes numbers at a time. A source for a set of instructions that not every machine has includes
-// this with the compiler told to use that set, so nothing else may be included from here on.
+// multiply and add a number of each of V::kLanes frames at a time. A source for a set of instructions that not every
+// machine has includes this with the compiler told to use that set, so nothing else may be included from here on.
 #pragma once
 
 #include "frqctrl/ffttables.h"
@@ -10,153 +10,199 @@ struct Complexes {
   typename V::Value re, im;
 };
 
+// What lies between the passes. The complex transform of n values is at complexes[n].
 template <class V>
-inline Complexes<V> LoadComplexes(const FftBuffer& from, std::size_t index) {
-  return {V::Load(from.re + index), V::Load(from.im + index)};
+struct FftBuffers {
+  alignas(64) Complexes<V> complexes[2 * kComplexLength];
+  alignas(64) typename V::Value reals[kTransformLength / 4];
+  alignas(64) typename V::Value squares[kTransformBins];
+};
+
+template <class V>
+[[gnu::always_inline]] inline Complexes<V> Plus(const Complexes<V>& x, const Complexes<V>& y) {
+  return {x.re + y.re, x.im + y.im};
 }
 
 template <class V>
-inline void StoreComplexes(FftBuffer& to, std::size_t index, const Complexes<V>& values) {
-  V::Store(to.re + index, values.re);
-  V::Store(to.im + index, values.im);
+[[gnu::always_inline]] inline Complexes<V> Minus(const Complexes<V>& x, const Complexes<V>& y) {
+  return {x.re - y.re, x.im - y.im};
 }
 
 template <class V>
-inline Complexes<V> Times(const Complexes<V>& x, typename V::Value re, typename V::Value im) {
+[[gnu::always_inline]] inline Complexes<V> Times(const Complexes<V>& x, const double* factor) {
+  const auto re = V::Broadcast(factor), im = V::Broadcast(factor + 2);
   return {V::MultiplySubtract(x.re, re, x.im * im), V::MultiplyAdd(x.re, im, x.im * re)};
 }
 
 // The transform of four values, in place.
 template <class V>
-inline void Butterfly(Complexes<V>& a, Complexes<V>& b, Complexes<V>& c, Complexes<V>& d) {
-  const Complexes<V> s{a.re + c.re, a.im + c.im}, t{a.re - c.re, a.im - c.im};
-  const Complexes<V> u{b.re + d.re, b.im + d.im}, v{b.re - d.re, b.im - d.im};
-  a = {s.re + u.re, s.im + u.im};
+[[gnu::always_inline]] inline void Butterfly(Complexes<V>& a, Complexes<V>& b, Complexes<V>& c, Complexes<V>& d) {
+  const Complexes<V> s = Plus<V>(a, c), t = Minus<V>(a, c), u = Plus<V>(b, d), v = Minus<V>(b, d);
+  a = Plus<V>(s, u);
   b = {t.re + v.im, t.im - v.re};
-  c = {s.re - u.re, s.im - u.im};
+  c = Minus<V>(s, u);
   d = {t.re - v.im, t.im + v.re};
 }
 
-// An even sample and the odd one behind it. V::LoadPairs gives both times kPairScale: they are taken in the upper half
-// of 32 bits, where their sign is in its place already. Powers of two round nothing, so the gain makes up for it.
-inline constexpr std::size_t kPairSize = 4;
-inline constexpr double kPairScale = 65536.0;
-
-// Pass 1: neighbours are different butterflies, whose four outputs each lie side by side.
-template <class V>
-void FirstPass(const FftTables& tables, const void* samples, const TransformWindow& window, double gain,
-               FftBuffer& to) {
-  constexpr std::size_t kQuarter = kComplexLength / 4;
-  const auto gains = V::Splat(gain);
-  const auto load = [&](std::size_t index) __attribute__((always_inline)) {
-    Complexes<V> values;
-    V::LoadPairs(static_cast<const char*>(samples) + index * kPairSize, values.re, values.im);
-    values.re = values.re * V::Load(window.even + index) * gains;
-    values.im = values.im * V::Load(window.odd + index) * gains;
-    return values;
-  };
-  for (std::size_t p = 0; p < kQuarter; p += V::kLanes) {
-    Complexes<V> a = load(p), b = load(p + kQuarter), c = load(p + 2 * kQuarter), d = load(p + 3 * kQuarter);
+// The transform of kRadix values, in place.
+template <class V, std::size_t kRadix>
+[[gnu::always_inline]] inline void Butterfly(Complexes<V>* x) {
+  if constexpr (kRadix == 2) {
+    const Complexes<V> first = x[0];
+    x[0] = Plus<V>(first, x[1]);
+    x[1] = Minus<V>(first, x[1]);
+  } else if constexpr (kRadix == 4) {
+    Butterfly<V>(x[0], x[1], x[2], x[3]);
+  } else if constexpr (kRadix == 8) {
+    const auto root = V::Broadcast(FftTables::kRootOfHalf);
+    Complexes<V> a = Plus<V>(x[0], x[4]), b = Plus<V>(x[1], x[5]), c = Plus<V>(x[2], x[6]), d = Plus<V>(x[3], x[7]);
+    Complexes<V> e = Minus<V>(x[0], x[4]), f = Minus<V>(x[1], x[5]), g = Minus<V>(x[2], x[6]),
+                 h = Minus<V>(x[3], x[7]);
     Butterfly<V>(a, b, c, d);
-    b = Times<V>(b, V::Load(&tables.first[0][p]), V::Load(&tables.first[1][p]));
-    c = Times<V>(c, V::Load(&tables.first[2][p]), V::Load(&tables.first[3][p]));
-    d = Times<V>(d, V::Load(&tables.first[4][p]), V::Load(&tables.first[5][p]));
-    V::StoreInterleaved(to.re + 4 * p, a.re, b.re, c.re, d.re);
-    V::StoreInterleaved(to.im + 4 * p, a.im, b.im, c.im, d.im);
+    x[0] = a, x[2] = b, x[4] = c, x[6] = d;
+    // W(8, 1), W(8, 2), W(8, 3)
+    f = {(f.re + f.im) * root, (f.im - f.re) * root};
+    g = {g.im, -g.re};
+    h = {(h.im - h.re) * root, -(h.re + h.im) * root};
+    Butterfly<V>(e, f, g, h);
+    x[1] = e, x[3] = f, x[5] = g, x[7] = h;
   }
 }
 
-// The butterflies of passes 2 to 4 that have the factors `w` in common, which are `stride` neighbours. Those of the
-// first have none: all are 1.
-template <class V, bool kWithFactors>
-inline void InnerButterflies(const double* w, std::size_t start, std::size_t stride, const FftBuffer& from,
-                             FftBuffer& to) {
-  constexpr std::size_t kQuarter = kComplexLength / 4;
-  for (std::size_t q = start; q < start + stride; q += V::kLanes) {
-    Complexes<V> a = LoadComplexes<V>(from, q), b = LoadComplexes<V>(from, q + kQuarter),
-                 c = LoadComplexes<V>(from, q + 2 * kQuarter), d = LoadComplexes<V>(from, q + 3 * kQuarter);
-    Butterfly<V>(a, b, c, d);
-    if constexpr (kWithFactors) {
-      b = Times<V>(b, V::Splat(w[0]), V::Splat(w[1]));
-      c = Times<V>(c, V::Splat(w[2]), V::Splat(w[3]));
-      d = Times<V>(d, V::Splat(w[4]), V::Splat(w[5]));
+// Roots take their time in a unit of their own. Those of every second pair of bins, (k & 2) != 0, are taken beside the
+// transforms, the others while the magnitudes are stored, so that none is waited for.
+constexpr bool HasRoot(std::size_t bin) {
+  return (bin & 2) != 0;
+}
+
+// The squared magnitudes, or magnitudes, of kRadix outputs of the complex transform of kWhole values, the first of
+// which is that of `bin`.
+template <class V, std::size_t kWhole, std::size_t kRadix>
+[[gnu::always_inline]] inline void StoreSquares(const Complexes<V>* x, typename V::Value* squares, std::size_t bin) {
+  constexpr std::size_t kLeast = kComplexLength / kWhole;
+#pragma GCC unroll 8
+  for (std::size_t j = 0; j < kRadix; ++j) {
+    const std::size_t more = kTransformLength / kRadix * j;
+    const bool folded = more >= kTransformBins;
+    const auto square = V::MultiplyAdd(x[j].re, x[j].re, x[j].im * x[j].im);
+    squares[folded ? kTransformLength - more - bin : more + bin] =
+        HasRoot(folded ? kTransformLength - kLeast : kLeast) ? V::SquareRoot(square) : square;
+  }
+}
+
+// The transform of kLength values; their squared magnitudes go where `bins` says.
+template <class V, std::size_t kLength, std::size_t kWhole = kLength>
+inline void ComplexTransform(const FftTables& tables, Complexes<V>* values, const std::uint16_t* bins,
+                             typename V::Value* squares) {
+  constexpr std::size_t kRadix = RadixOf(kLength), kStride = kLength / kRadix;
+  const double* factors = &tables.complex[4 * kLength];
+  for (std::size_t i = 0; i < kStride; ++i) {
+    Complexes<V> x[kRadix];
+#pragma GCC unroll 8
+    for (std::size_t j = 0; j < kRadix; ++j) x[j] = values[i + j * kStride];
+    Butterfly<V, kRadix>(x);
+    if constexpr (kStride == 1) {
+      StoreSquares<V, kWhole, kRadix>(x, squares, *bins);
+    } else {
+      values[i] = x[0];
+#pragma GCC unroll 8
+      for (std::size_t j = 1; j < kRadix; ++j, factors += 4) values[i + j * kStride] = Times<V>(x[j], factors);
     }
-    const std::size_t target = q + 3 * start;
-    StoreComplexes<V>(to, target, a);
-    StoreComplexes<V>(to, target + stride, b);
-    StoreComplexes<V>(to, target + 2 * stride, c);
-    StoreComplexes<V>(to, target + 3 * stride, d);
+  }
+  if constexpr (kStride > 1) {
+    for (std::size_t at = 0; at < kLength; at += kStride) {
+      ComplexTransform<V, kStride, kWhole>(tables, values + at, bins + at, squares);
+    }
   }
 }
 
+// Butterfly i of two steps of the splitting of kLength real values x; the real transform of a quarter of them is left
+// in `reals`. With n = kLength, the odd outputs of a real transform, X[4k+1], are the complex transform of
+// W(n, i) ((x[i] - x[i+n/2]) - i (x[i+n/4] - x[i+3n/4])), and X[4k+3] their conjugates; the even ones are the real
+// transform of x[i] + x[i+n/2]. `x`: the values i + j n / 8, j from 0 to 7.
+template <class V, std::size_t kLength>
+[[gnu::always_inline]] inline void SplitButterfly(const FftTables& tables, std::size_t i, const typename V::Value* x,
+                                                  FftBuffers<V>& buffers) {
+  constexpr std::size_t kEighth = kLength / 8;
+  const double* const factors = tables.real[kEighth + i].data();
+  Complexes<V>* const odd = &buffers.complexes[kLength / 4];
+  odd[i] = Times<V>({x[0] - x[4], x[6] - x[2]}, factors);
+  odd[i + kEighth] = Times<V>({x[1] - x[5], x[7] - x[3]}, factors + 4);
+  const auto a = x[0] + x[4], b = x[1] + x[5], c = x[2] + x[6], d = x[3] + x[7];
+  buffers.complexes[kEighth + i] = Times<V>({a - c, d - b}, factors + 8);
+  buffers.reals[i] = a + c;
+  buffers.reals[i + kEighth] = b + d;
+}
+
+// Stores the magnitudes of kBinsAtATime bins from `bin` on.
 template <class V>
-void InnerPass(const std::array<double, FftTables::kFactors>* factors, std::size_t stride, const FftBuffer& from,
-               FftBuffer& to) {
-  InnerButterflies<V, false>(nullptr, 0, stride, from, to);
-  for (std::size_t start = stride; start < kComplexLength / 4; start += stride) {
-    InnerButterflies<V, true>((++factors)->data(), start, stride, from, to);
+[[gnu::always_inline]] inline void StoreMagnitudes(const typename V::Value* squares, double* const* magnitudes,
+                                                   std::size_t bin) {
+  typename V::Value values[kBinsAtATime];
+#pragma GCC unroll 8
+  for (std::size_t i = 0; i < kBinsAtATime; ++i) {
+    values[i] = HasRoot(i) ? squares[bin + i] : V::SquareRoot(squares[bin + i]);
+  }
+  V::Store(values, magnitudes, bin);
+}
+
+// The first pass. What the group before has left is stored meanwhile, if there was one: memory takes it no faster.
+template <class V>
+inline void SplitSamples(const FftTables& tables, const double* const* samples, const TransformWindow& window,
+                         double* const* magnitudesBefore, FftBuffers<V>& buffers) {
+  constexpr std::size_t kEighth = kTransformLength / 8;
+  static_assert(kEighth / kSamplesAtATime == kTransformBins / kBinsAtATime);
+  for (std::size_t i = 0; i < kEighth; i += kSamplesAtATime) {
+    if (magnitudesBefore) StoreMagnitudes<V>(buffers.squares, magnitudesBefore, i * (kBinsAtATime / kSamplesAtATime));
+    typename V::Value x[kSamplesAtATime][8];
+#pragma GCC unroll 8
+    for (std::size_t j = 0; j < 8; ++j) {
+      typename V::Value windowed[kSamplesAtATime];
+      V::LoadWindowed(samples, i + j * kEighth, window.FactorsOf(i, j), windowed);
+#pragma GCC unroll 8
+      for (std::size_t p = 0; p < kSamplesAtATime; ++p) x[p][j] = windowed[p];
+    }
+#pragma GCC unroll 8
+    for (std::size_t p = 0; p < kSamplesAtATime; ++p) {
+      SplitButterfly<V, kTransformLength>(tables, i + p, x[p], buffers);
+    }
   }
 }
 
-// With Z the complex transform of N values, E = Z[k] + conj Z[N-k] and O = -i (Z[k] - conj Z[N-k]) are twice the
-// transforms of the even and the odd samples; X[k] = (E + W(2N, k) O) / 2 and X[N-k] is the conjugate of
-// (E - W(2N, k) O) / 2. The 2 is in the gain.
-template <class V>
-inline void Split(const FftTables& tables, std::size_t k, const Complexes<V>& low, const Complexes<V>& high,
-                  double* magnitudes) {
-  const Complexes<V> even{low.re + high.re, low.im - high.im};
-  const Complexes<V> odd = Times<V>({low.im + high.im, high.re - low.re}, V::LoadUnaligned(&tables.splitRe[k]),
-                                    V::LoadUnaligned(&tables.splitIm[k]));
-  const Complexes<V> x{even.re + odd.re, even.im + odd.im}, y{even.re - odd.re, even.im - odd.im};
-  V::StoreUnaligned(magnitudes + k, V::SquareRoot(V::MultiplyAdd(x.re, x.re, x.im * x.im)));
-  V::StoreUnaligned(magnitudes + kComplexLength + 1 - k - V::kLanes,
-                    V::Reversed(V::SquareRoot(V::MultiplyAdd(y.re, y.re, y.im * y.im))));
+template <class V, std::size_t kLength>
+inline void SplitReals(const FftTables& tables, FftBuffers<V>& buffers) {
+  for (std::size_t i = 0; i < kLength / 8; ++i) {
+    typename V::Value x[8];
+#pragma GCC unroll 8
+    for (std::size_t j = 0; j < 8; ++j) x[j] = buffers.reals[i + j * (kLength / 8)];
+    SplitButterfly<V, kLength>(tables, i, x, buffers);
+  }
+  if constexpr (kLength > 8) SplitReals<V, kLength / 4>(tables, buffers);
+}
+
+template <class V, std::size_t kLength>
+inline void ComplexTransforms(const FftTables& tables, FftBuffers<V>& buffers) {
+  ComplexTransform<V, kLength>(tables, &buffers.complexes[kLength], &tables.bins[kLength], buffers.squares);
+  if constexpr (kLength > 1) ComplexTransforms<V, kLength / 2>(tables, buffers);
 }
 
 template <class V>
-inline Complexes<V> Reversed(const Complexes<V>& values) {
-  return {V::Reversed(values.re), V::Reversed(values.im)};
-}
-
-// The four inputs of the last pass from `index` on, transformed; that pass has no factors.
-template <class V>
-struct LastButterfly {
-  Complexes<V> a, b, c, d;
-
-  LastButterfly(const FftBuffer& from, std::size_t index)
-      : a(Load(from, index)),
-        b(Load(from, index + kComplexLength / 4)),
-        c(Load(from, index + kComplexLength / 2)),
-        d(Load(from, index + 3 * kComplexLength / 4)) {
-    Butterfly<V>(a, b, c, d);
-  }
-  static Complexes<V> Load(const FftBuffer& from, std::size_t index) {
-    return {V::LoadUnaligned(from.re + index), V::LoadUnaligned(from.im + index)};
-  }
-};
-
-// Pass 5 and the split. Z[N-k] of each of the four outputs of butterfly k is an output of butterfly 256-k.
-template <class V>
-void LastPass(const FftTables& tables, const FftBuffer& from, double* magnitudes) {
-  constexpr std::size_t kQuarter = kComplexLength / 4;
-  for (std::size_t k = 1; k <= kQuarter / 2; k += V::kLanes) {
-    const std::size_t mirrored = kQuarter + 1 - k - V::kLanes;
-    const LastButterfly<V> low(from, k), high(from, mirrored);
-    Split<V>(tables, k, low.a, Reversed<V>(high.d), magnitudes);
-    Split<V>(tables, kQuarter + k, low.b, Reversed<V>(high.c), magnitudes);
-    Split<V>(tables, mirrored, high.a, Reversed<V>(low.d), magnitudes);
-    Split<V>(tables, kQuarter + mirrored, high.b, Reversed<V>(low.c), magnitudes);
-  }
-}
-
-template <class V>
-void TransformBy(const void* samples, const TransformWindow& window, double gain, double* magnitudes) {
+void TransformBy(const double* const* samples, const TransformWindow& window, double* const* magnitudes,
+                 std::size_t groups) {
   const FftTables& tables = TablesOfFft();
-  FftBuffer one, other;
-  FirstPass<V>(tables, samples, window, gain * (0.5 / kPairScale), one);
-  InnerPass<V>(&tables.inner[0], 4, one, other);
-  InnerPass<V>(&tables.inner[64], 16, other, one);
-  InnerPass<V>(&tables.inner[80], 64, one, other);
-  LastPass<V>(tables, other, magnitudes);
-  FinishAtZero(tables, other, magnitudes);
+  FftBuffers<V> buffers;
+  double* const* before = nullptr;
+  for (; groups > 0; --groups, samples += V::kLanes, magnitudes += V::kLanes) {
+    SplitSamples<V>(tables, samples, window, before, buffers);
+    SplitReals<V, kTransformLength / 4>(tables, buffers);
+    ComplexTransforms<V, kComplexLength>(tables, buffers);
+    // Two real values are left, whose sum is X[0]; their difference is X[1024], which nobody keeps.
+    const auto zero = buffers.reals[0] + buffers.reals[1];
+    buffers.squares[0] = zero * zero;
+    before = magnitudes;
+  }
+  for (std::size_t bin = 0; bin < kTransformBins; bin += kBinsAtATime) {
+    StoreMagnitudes<V>(buffers.squares, before, bin);
+  }
+  V::EndStores();
 }

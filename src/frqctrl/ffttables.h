@@ -2,34 +2,42 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 
 #include "frqctrl/fft.h"
 
-inline constexpr std::size_t kComplexLength = kTransformLength / 2;
+// The longest of the complex transforms that the real one comes to. There is one of each power of two from there down
+// to 1, and the one of n values gives the bins 512 / n * (4 k + 1), k from 0 to n - 1; a bin beyond 1,024 is that of
+// 2,048 less it, conjugate.
+inline constexpr std::size_t kComplexLength = kTransformLength / 4;
 
-// W(n, k) stands for exp(-2 pi i k / n).
+// The branches of the first pass of a complex transform of `length` values.
+constexpr std::size_t RadixOf(std::size_t length) {
+  if (length <= 8) return length;
+  return length == 64 || length == 512 ? 8 : 4;
+}
+
+// Magnitudes of a frame that are stored together: a whole line of the cache, which then need not be read before.
+inline constexpr std::size_t kBinsAtATime = 8;
+
+// W(n, k) stands for exp(-2 pi i k / n); each is a real and an imaginary part, both twice in a row, so that two lanes
+// take them with one load.
 struct FftTables {
-  // Factors of the outputs 1, 2 and 3 of a butterfly, real and imaginary parts in turn, hence six.
-  static constexpr std::size_t kFactors = 6;
-  // The first pass goes over butterflies with factors of their own each: W(1024, j p) for p from 0 to 255.
-  alignas(64) std::array<std::array<double, kComplexLength / 4>, kFactors> first;
-  // In the next three all neighbours have the same: W(256, j p), W(64, j p), W(16, j p). The last needs none.
-  std::array<std::array<double, kFactors>, 64 + 16 + 4> inner;
-  // W(2048, k) for k from 0 to 512.
-  std::array<double, kComplexLength / 2 + 1> splitRe, splitIm;
-};
-
-// Complex values between two passes, real and imaginary parts apart.
-struct FftBuffer {
-  alignas(64) double re[kComplexLength];
-  alignas(64) double im[kComplexLength];
+  alignas(16) static constexpr double kRootOfHalf[2] = {0.70710678118654752440, 0.70710678118654752440};
+  // For the passes over `length` real values, which do two steps of the splitting, butterfly i from 0 to
+  // length / 8 - 1: W(length, i), W(length, i + length / 8), W(length, 2 i). That of `length` values starts at
+  // length / 8.
+  static constexpr std::size_t kRealFactors = 12;
+  alignas(64) std::array<std::array<double, kRealFactors>, 2 * kTransformLength / 8> real;
+  // For the passes over `length` complex values, butterfly i from 0 to length / RadixOf(length) - 1: W(length, j i) for
+  // j from 1 to RadixOf(length) - 1. That of `length` values starts at 4 * length.
+  alignas(64) std::array<double, 8 * kComplexLength> complex;
+  // Which bin the complex transform of n values leaves at its place p: bins[n + p].
+  std::array<std::uint16_t, 2 * kComplexLength> bins;
 };
 
 // Made at the first call.
 const FftTables& TablesOfFft();
 
-// The magnitudes of X[0], X[256], X[512] and X[768], which pair with themselves or each other in the last pass.
-void FinishAtZero(const FftTables& tables, const FftBuffer& from, double* magnitudes);
-
-// Null where this machine has no AVX2 or no fused multiply and add.
+// None where this machine has no AVX2 or no fused multiply and add.
 MagnitudeTransform Avx2Transform();

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 #include <numbers>
 #include <system_error>
 #include <thread>
@@ -16,7 +17,7 @@ constexpr double kToFullScale = 1.0 / 32768.0 / 2048.0;
 // Fewer frames than these are not worth a thread: they take as long as starting one.
 constexpr std::size_t kFramesWorthAThread = 512;
 // Frames that a thread takes at a time.
-constexpr std::size_t kFramesAtATime = 32;
+constexpr std::size_t kFramesAtATime = 16;
 
 // Where the frames of a wave begin.
 struct FrameSource {
@@ -33,6 +34,57 @@ struct FrameSource {
     return middle + (center - kHalf) * kSampleSize;
   }
 };
+
+// Samples of neighbouring frames as numbers, each once.
+class Stretch {
+ public:
+  // The samples of a frame that begins at `frame`, which is in the order of the wave behind those asked for before.
+  const double* SamplesOf(const std::uint8_t* frame) {
+    if (frame == last_ + SpectrumHop * kSampleSize) {
+      Append(last_ + SpectrumFrameLength * kSampleSize, SpectrumHop);
+    } else if (frame != last_) {
+      Append(frame, SpectrumFrameLength);
+    }
+    last_ = frame;
+    return samples_ + count_ - SpectrumFrameLength;
+  }
+
+ private:
+  // Frames follow each other but for two places: behind those at the beginning, and before those at the end.
+  static constexpr std::size_t kRoom = 3 * SpectrumFrameLength + kFramesAtATime * SpectrumHop;
+
+  void Append(const std::uint8_t* from, std::size_t count) {
+    for (const std::size_t end = count_ + count; count_ < end; count_ += SpectrumHop) {
+      std::int16_t samples[SpectrumHop];
+      std::memcpy(samples, from, sizeof(samples));
+      for (std::size_t i = 0; i < SpectrumHop; ++i) samples_[count_ + i] = samples[i];
+      from += sizeof(samples);
+    }
+  }
+
+  double samples_[kRoom];
+  std::size_t count_ = 0;
+  const std::uint8_t* last_ = nullptr;
+};
+
+// Entries `first` to `end` - 1, at most kFramesAtATime.
+void AnalyzeFrames(SpectrumTable& table, const FrameSource& source, const TransformWindow& window,
+                   const MagnitudeTransform& transform, std::size_t first, std::size_t end) {
+  Stretch stretch;
+  const double* samples[kFramesAtATime + MagnitudeTransform::kMostFrames];
+  double* magnitudes[std::size(samples)];
+  std::size_t count = 0;
+  for (std::size_t j = first; j < end; ++j, ++count) {
+    samples[count] = stretch.SamplesOf(source.FrameAround(j * SpectrumHop));
+    magnitudes[count] = table[j];
+  }
+  // What is missing in the last group is made up with its last frame.
+  for (; count % transform.frames != 0; ++count) {
+    samples[count] = samples[count - 1];
+    magnitudes[count] = magnitudes[count - 1];
+  }
+  transform.run(samples, window, magnitudes, count / transform.frames);
+}
 
 std::vector<std::uint8_t> LeftChannel(const std::uint8_t* pairs, std::size_t count) {
   std::vector<std::uint8_t> left(count * kSampleSize);
@@ -65,7 +117,7 @@ void RunOnThreads(unsigned threads, const Work& work) {
 void SpectrumTable::Extend(std::size_t count) {
   try {
     while (pieces_.size() * kPiece < size_ + count) {
-      pieces_.push_back(std::make_unique_for_overwrite<double[]>(kPiece * SpectrumBins));
+      pieces_.push_back(std::make_unique_for_overwrite<Piece>());
     }
   } catch (...) {
     Free();
@@ -90,7 +142,8 @@ int AnalyzeWave(SpectrumTable& table, const SpectrumWave& wave, const SpectrumMe
     if (wave.channels == 2) left = LeftChannel(wave.data.data(), samples);
     const FrameSource source{wave.data.data(), left.empty() ? wave.data.data() : left.data(), samples};
     double gain = 0.0;
-    const TransformWindow window(MakeAnalysisWindow(gain).data());
+    const std::vector<double> factors = MakeAnalysisWindow(gain);
+    const TransformWindow window(factors.data(), gain * kToFullScale);
     const MagnitudeTransform transform = TransformOf(means.path);
 
     const std::size_t frames = (samples + SpectrumHop - 1) / SpectrumHop;
@@ -98,9 +151,7 @@ int AnalyzeWave(SpectrumTable& table, const SpectrumWave& wave, const SpectrumMe
     std::atomic<std::size_t> next = 0;
     RunOnThreads(ThreadsFor(frames, means.threads), [&] {
       for (std::size_t first; (first = next.fetch_add(kFramesAtATime)) < frames;) {
-        for (std::size_t j = first; j < std::min(first + kFramesAtATime, frames); ++j) {
-          transform(source.FrameAround(j * SpectrumHop), window, gain * kToFullScale, table[j]);
-        }
+        AnalyzeFrames(table, source, window, transform, first, std::min(first + kFramesAtATime, frames));
       }
     });
   } catch (const std::bad_alloc&) {
@@ -121,5 +172,10 @@ std::vector<double> MakeAnalysisWindow(double& gain) {
 
 void AnalyzeFrame(SpectrumTable& table, const std::int16_t* samples, const double* window, double gain) {
   table.Extend(1);
-  TransformOf(FastestFft())(samples, TransformWindow(window), gain * kToFullScale, table[table.size() - 1]);
+  Stretch stretch;
+  const double* values[MagnitudeTransform::kMostFrames];
+  double* magnitudes[MagnitudeTransform::kMostFrames];
+  std::fill(std::begin(values), std::end(values), stretch.SamplesOf(reinterpret_cast<const std::uint8_t*>(samples)));
+  std::fill(std::begin(magnitudes), std::end(magnitudes), table[table.size() - 1]);
+  TransformOf(FastestFft()).run(values, TransformWindow(window, gain * kToFullScale), magnitudes, 1);
 }

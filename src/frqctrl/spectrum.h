@@ -41,9 +41,14 @@ class SpectrumTable {
  private:
   static constexpr std::size_t kPiece = 64;
 
-  double* EntryOf(std::size_t entry) const { return pieces_[entry / kPiece].get() + entry % kPiece * SpectrumBins; }
+  // Aligned as the transform wants it.
+  struct alignas(64) Piece {
+    double entries[kPiece][SpectrumBins];
+  };
 
-  std::vector<std::unique_ptr<double[]>> pieces_;
+  double* EntryOf(std::size_t entry) const { return pieces_[entry / kPiece]->entries[entry % kPiece]; }
+
+  std::vector<std::unique_ptr<Piece>> pieces_;
   std::size_t size_ = 0;
 };
 

@@ -1,5 +1,7 @@
 // The spectrum: the transform by all its paths, waves of all shapes, and the way from magnitudes to colours.
 
+#include <complex>
+#include <numbers>
 #include <random>
 
 #include "frqctrl/spectrum.h"
@@ -39,6 +41,53 @@ TEST(Spectrum, EveryWayGivesTheSameMagnitudes) {
       ASSERT_TRUE(std::equal(table[j], table[j] + SpectrumBins, expected[j], near)) << int(path) << ", entry " << j;
     }
   }
+}
+
+// A direct sum over the samples, of one bin.
+double DirectMagnitude(const std::int16_t* samples, std::size_t stride, std::size_t bin) {
+  std::complex<double> sum;
+  for (std::size_t i = 0; i < SpectrumFrameLength; ++i) {
+    const double angle = 2.0 * std::numbers::pi * static_cast<double>(i) / SpectrumFrameLength;
+    sum += samples[i * stride] * (0.54 - 0.46 * std::cos(angle)) *
+           std::polar(1.0, -angle * static_cast<double>(bin));
+  }
+  return std::abs(sum) * SpectrumWindowGain / 32768.0 / 2048.0;
+}
+
+// Frames are transformed in groups, which neither the beginning nor the end of a wave nor the share of a thread keeps
+// to: lengths from one group to some shares, by every path, each frame against the sum over its own samples.
+TEST(Spectrum, EveryFrameHasTheMagnitudesOfItsOwnSamples) {
+  const std::vector<std::int16_t> data = Noise(2 * 512 * 37);
+  for (const FftPath path : {FftPath::Scalar, FftPath::Sse2, FftPath::Avx2}) {
+    if (!TransformOf(path)) continue;  // this machine has none of it
+    for (const unsigned channels : {1u, 2u}) {
+      for (const std::size_t samples : {2048, 2049, 2560, 3 * 1024, 512 * 17 - 1, 512 * 18, 512 * 37}) {
+        SpectrumTable table;
+        AnalyzeWave(table, {channels, 16, BytesOf(data).first(samples * channels * 2)}, {path, 1});
+        ASSERT_EQ(table.size(), (samples + 511) / 512);
+        for (std::size_t j = 0; j < table.size(); ++j) {
+          const bool atEnd = j * 512 > samples - 1024, inMiddle = j >= 2 && !atEnd;
+          const std::size_t start = atEnd ? samples - 2048 : inMiddle ? (j * 512 - 1024) * channels : 0;
+          // A bin of its own for each frame, so that it is not another's, and those around the middle of their order.
+          for (const std::size_t bin : {j * 27, 511 + j % 3}) {
+            const double expected = DirectMagnitude(&data[start], inMiddle ? channels : 1, bin);
+            EXPECT_NEAR(table[j][bin], expected, 1e-13) << int(path) << " " << channels << " " << samples << " " << j;
+          }
+        }
+      }
+    }
+  }
+}
+
+TEST(Spectrum, AFrameAloneIsThatOfAWave) {
+  const std::vector<std::int16_t> data = Noise(SpectrumFrameLength);
+  SpectrumTable wave, frames;
+  AnalyzeWave(wave, {1, 16, BytesOf(data)});
+  double gain = 0.0;
+  const std::vector<double> window = MakeAnalysisWindow(gain);
+  for (int i = 0; i < 2; ++i) AnalyzeFrame(frames, data.data(), window.data(), gain);
+  ASSERT_EQ(frames.size(), 2u);
+  for (std::size_t j = 0; j < 2; ++j) EXPECT_TRUE(std::equal(frames[j], frames[j] + SpectrumBins, wave[j])) << j;
 }
 
 TEST(vectors, BinsLevelsAndIntensitiesOfWaves) {
