@@ -44,6 +44,27 @@ template <class V>
   d = {t.re - v.im, t.im + v.re};
 }
 
+// The outputs 0, 2, 4 and 6 of the transform of eight values.
+template <class V>
+[[gnu::always_inline]] inline void EvenButterfly(const Complexes<V>* x, Complexes<V>* even) {
+#pragma GCC unroll 4
+  for (std::size_t j = 0; j < 4; ++j) even[j] = Plus<V>(x[j], x[j + 4]);
+  Butterfly<V>(even[0], even[1], even[2], even[3]);
+}
+
+// The outputs 1, 3, 5 and 7.
+template <class V>
+[[gnu::always_inline]] inline void OddButterfly(const Complexes<V>* x, Complexes<V>* odd) {
+  const auto root = V::Broadcast(FftTables::kRootOfHalf);
+  const Complexes<V> b = Minus<V>(x[1], x[5]), c = Minus<V>(x[2], x[6]), d = Minus<V>(x[3], x[7]);
+  odd[0] = Minus<V>(x[0], x[4]);
+  // W(8, 1), W(8, 2), W(8, 3)
+  odd[1] = {(b.re + b.im) * root, (b.im - b.re) * root};
+  odd[2] = {c.im, -c.re};
+  odd[3] = {(d.im - d.re) * root, -(d.re + d.im) * root};
+  Butterfly<V>(odd[0], odd[1], odd[2], odd[3]);
+}
+
 // The transform of kRadix values, in place.
 template <class V, std::size_t kRadix>
 [[gnu::always_inline]] inline void Butterfly(Complexes<V>* x) {
@@ -54,18 +75,11 @@ template <class V, std::size_t kRadix>
   } else if constexpr (kRadix == 4) {
     Butterfly<V>(x[0], x[1], x[2], x[3]);
   } else if constexpr (kRadix == 8) {
-    const auto root = V::Broadcast(FftTables::kRootOfHalf);
-    Complexes<V> a = Plus<V>(x[0], x[4]), b = Plus<V>(x[1], x[5]), c = Plus<V>(x[2], x[6]), d = Plus<V>(x[3], x[7]);
-    Complexes<V> e = Minus<V>(x[0], x[4]), f = Minus<V>(x[1], x[5]), g = Minus<V>(x[2], x[6]),
-                 h = Minus<V>(x[3], x[7]);
-    Butterfly<V>(a, b, c, d);
-    x[0] = a, x[2] = b, x[4] = c, x[6] = d;
-    // W(8, 1), W(8, 2), W(8, 3)
-    f = {(f.re + f.im) * root, (f.im - f.re) * root};
-    g = {g.im, -g.re};
-    h = {(h.im - h.re) * root, -(h.re + h.im) * root};
-    Butterfly<V>(e, f, g, h);
-    x[1] = e, x[3] = f, x[5] = g, x[7] = h;
+    Complexes<V> even[4], odd[4];
+    EvenButterfly<V>(x, even);
+    OddButterfly<V>(x, odd);
+#pragma GCC unroll 4
+    for (std::size_t j = 0; j < 4; ++j) x[2 * j] = even[j], x[2 * j + 1] = odd[j];
   }
 }
 
@@ -75,18 +89,39 @@ constexpr bool HasRoot(std::size_t bin) {
   return (bin & 2) != 0;
 }
 
-// The squared magnitudes, or magnitudes, of kRadix outputs of the complex transform of kWhole values, the first of
-// which is that of `bin`.
+// Puts the squared magnitude, or the magnitude, of output kOutput of the last kRadix ones of the complex transform of
+// kWhole values where it belongs. `bin`: that of output 0.
+template <class V, std::size_t kWhole, std::size_t kRadix, std::size_t kOutput>
+[[gnu::always_inline]] inline void StoreSquare(const Complexes<V>& x, typename V::Value* squares, std::size_t bin) {
+  constexpr std::size_t kMore = kTransformLength / kRadix * kOutput, kLeast = kComplexLength / kWhole;
+  const auto square = V::MultiplyAdd(x.re, x.re, x.im * x.im);
+  if constexpr (kMore < kTransformBins) {
+    squares[kMore + bin] = HasRoot(kLeast) ? V::SquareRoot(square) : square;
+  } else {
+    squares[kTransformLength - kMore - bin] = HasRoot(kTransformLength - kLeast) ? V::SquareRoot(square) : square;
+  }
+}
+
+// The last pass over kRadix values. Of eight the even outputs are done before the odd ones are begun, which go back to
+// the memory: so few values are needed at a time that the registers hold them.
 template <class V, std::size_t kWhole, std::size_t kRadix>
-[[gnu::always_inline]] inline void StoreSquares(const Complexes<V>* x, typename V::Value* squares, std::size_t bin) {
-  constexpr std::size_t kLeast = kComplexLength / kWhole;
-#pragma GCC unroll 8
-  for (std::size_t j = 0; j < kRadix; ++j) {
-    const std::size_t more = kTransformLength / kRadix * j;
-    const bool folded = more >= kTransformBins;
-    const auto square = V::MultiplyAdd(x[j].re, x[j].re, x[j].im * x[j].im);
-    squares[folded ? kTransformLength - more - bin : more + bin] =
-        HasRoot(folded ? kTransformLength - kLeast : kLeast) ? V::SquareRoot(square) : square;
+[[gnu::always_inline]] inline void LastButterfly(const Complexes<V>* values, typename V::Value* squares,
+                                                 std::size_t bin) {
+  const auto store = [&]<std::size_t... kOutputs>(const Complexes<V>* x, std::index_sequence<kOutputs...>)
+                         __attribute__((always_inline)) {
+    (StoreSquare<V, kWhole, kRadix, kOutputs>(*x++, squares, bin), ...);
+  };
+  Complexes<V> x[kRadix];
+  if constexpr (kRadix == 8) {
+    EvenButterfly<V>(values, x);
+    store(x, std::index_sequence<0, 2, 4, 6>());
+    OddButterfly<V>(values, x);
+    store(x, std::index_sequence<1, 3, 5, 7>());
+  } else {
+#pragma GCC unroll 4
+    for (std::size_t j = 0; j < kRadix; ++j) x[j] = values[j];
+    Butterfly<V, kRadix>(x);
+    store(x, std::make_index_sequence<kRadix>());
   }
 }
 
@@ -95,21 +130,19 @@ template <class V, std::size_t kLength, std::size_t kWhole = kLength>
 inline void ComplexTransform(const FftTables& tables, Complexes<V>* values, const std::uint16_t* bins,
                              typename V::Value* squares) {
   constexpr std::size_t kRadix = RadixOf(kLength), kStride = kLength / kRadix;
-  const double* factors = &tables.complex[4 * kLength];
-  for (std::size_t i = 0; i < kStride; ++i) {
-    Complexes<V> x[kRadix];
+  if constexpr (kStride == 1) {
+    LastButterfly<V, kWhole, kRadix>(values, squares, *bins);
+  } else {
+    const double* factors = &tables.complex[4 * kLength];
+    for (std::size_t i = 0; i < kStride; ++i) {
+      Complexes<V> x[kRadix];
 #pragma GCC unroll 8
-    for (std::size_t j = 0; j < kRadix; ++j) x[j] = values[i + j * kStride];
-    Butterfly<V, kRadix>(x);
-    if constexpr (kStride == 1) {
-      StoreSquares<V, kWhole, kRadix>(x, squares, *bins);
-    } else {
+      for (std::size_t j = 0; j < kRadix; ++j) x[j] = values[i + j * kStride];
+      Butterfly<V, kRadix>(x);
       values[i] = x[0];
 #pragma GCC unroll 8
       for (std::size_t j = 1; j < kRadix; ++j, factors += 4) values[i + j * kStride] = Times<V>(x[j], factors);
     }
-  }
-  if constexpr (kStride > 1) {
     for (std::size_t at = 0; at < kLength; at += kStride) {
       ComplexTransform<V, kStride, kWhole>(tables, values + at, bins + at, squares);
     }

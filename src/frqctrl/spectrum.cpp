@@ -17,7 +17,7 @@ constexpr double kToFullScale = 1.0 / 32768.0 / 2048.0;
 // Fewer frames than these are not worth a thread: they take as long as starting one.
 constexpr std::size_t kFramesWorthAThread = 512;
 // Frames that a thread takes at a time.
-constexpr std::size_t kFramesAtATime = 16;
+constexpr std::size_t kFramesAtATime = 32;
 
 // Where the frames of a wave begin.
 struct FrameSource {
