@@ -9,7 +9,7 @@
 int main(int count, char** arguments) {
   Require(count == 2, "usage: spectrum32 PATH");
   const auto path = static_cast<FftPath>(std::atoi(arguments[1]));
-  Require(TransformOf(path) != nullptr, "no such path here");
+  Require(static_cast<bool>(TransformOf(path)), "no such path here");
   SpectrumOfAMinute minute;
   minute.Milliseconds(path, 1);
   double least = minute.Milliseconds(path, 1);
