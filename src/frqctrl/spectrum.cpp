@@ -40,7 +40,7 @@ class Stretch {
  public:
   // The samples of a frame that begins at `frame`, which is in the order of the wave behind those asked for before.
   const double* SamplesOf(const std::uint8_t* frame) {
-    if (frame == last_ + SpectrumHop * kSampleSize) {
+    if (last_ && frame == last_ + SpectrumHop * kSampleSize) {
       Append(last_ + SpectrumFrameLength * kSampleSize, SpectrumHop);
     } else if (frame != last_) {
       Append(frame, SpectrumFrameLength);
