@@ -224,11 +224,15 @@ class CheckMaps : public Work {
   double Yardstick() override {
     const auto entry = reinterpret_cast<CheckFrequencyMapEntry>(
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"checkfrq.dll"), "CheckFrequencyMap")));
-    FrqMap map = LongMap(kFrames);
-    const auto frames = MakeCheckFrames(map, L"");
+    const FrqMap map = LongMap(kFrames);
     const auto regions = MakeCheckRegions(map);
+    // Each under its own name: the library looks for the wave beside it.
+    std::vector<CheckRecordPtr<CheckFrameRecord>> records;
+    for (int i = 0; i < kMaps; ++i) {
+      records.push_back(MakeCheckFrames(map, MapPathFromWaveW(voicebank_.WaveOf(i), FrqTypeFrq)));
+    }
     return MillisecondsOf([&] {
-      for (int i = 0; i < kMaps; ++i) entry(&settings_, frames.get(), regions.get());
+      for (const auto& frames : records) entry(&settings_, frames.get(), regions.get());
     });
   }
 

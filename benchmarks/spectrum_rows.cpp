@@ -114,13 +114,13 @@ std::vector<Row> SpectrumRows(const std::string& command32) {
     const char *name, *name32;
     FftPath path;
     double aim;
-  } kPaths[] = {{"spectrum_sse2", "spectrum32_sse2", FftPath::Sse2, 1.0},
+  } kPaths[] = {{"spectrum_sse2", "spectrum32_sse2", FftPath::Sse2, 0.95},
                 {"spectrum_avx2", "spectrum32_avx2", FftPath::Avx2, 0.6}};
   for (const auto& it : kPaths) {
     const FftPath path = it.path;
     if (!TransformOf(path)) continue;
     rows.push_back({it.name, "ms", it.aim, [path] { return std::make_unique<AgainstFftw>(path); }, Taken::Least});
-    rows.push_back({it.name32, "ms", 1.3, [=] { return std::make_unique<In32Bits>(command32, path); }});
+    rows.push_back({it.name32, "ms", 1.15, [=] { return std::make_unique<In32Bits>(command32, path); }});
   }
   // A tenth is for threads that start and cores that share their memory.
   const double cores = std::max(1u, std::thread::hardware_concurrency());
