@@ -45,7 +45,7 @@ struct DocumentState {
   int Maps = 0;    // syllables that have one
   int Edited = 0;  // syllables that are
   bool CurrentEdited = false;
-  int Saved = 0;                // saves that have reached a file since the start
+  int Saved = 0;  // saves that have reached a file since the start
   std::optional<Gesture> Undo;  // what would be undone, and done again
   std::optional<Gesture> Redo;
   int UndoEntry = -1;  // the first syllable that it concerns

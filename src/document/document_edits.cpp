@@ -68,8 +68,9 @@ StepResult Document::StepBack(bool redo) {
   if (!lost.empty()) {
     result.What = StepResult::Lost;
     result.LostEntry = lost.front();
-    const bool isAll = std::ranges::all_of(
-        step->Maps, [&](const MapChange& change) { return std::ranges::find(lost, change.Entry()) != lost.end(); });
+    const bool isAll = std::ranges::all_of(step->Maps, [&](const MapChange& change) {
+      return std::ranges::find(lost, change.Entry()) != lost.end();
+    });
     for (const int entry : lost) steps_.DropEntry(entry);
     if (isAll) return result;
     step = steps_.Next(redo);

@@ -109,9 +109,9 @@ bool MapChange::Reaches(const FrqMap& map) const {
 // The marks are left out: a check may have come in between, and they are no more than its opinion.
 bool MapChange::Fits(const FrqMap& map, bool undone) const {
   return Reaches(map) && std::ranges::all_of(frames_, [&](const FrameChange& change) {
-           if (change.What == FrameChange::MarkGone || change.What == FrameChange::MarkSet) return true;
-           return SameBits(map.Frames[change.Frame].Frequency, undone ? change.Before : change.After);
-         });
+    if (change.What == FrameChange::MarkGone || change.What == FrameChange::MarkSet) return true;
+    return SameBits(map.Frames[change.Frame].Frequency, undone ? change.Before : change.After);
+  });
 }
 
 void MapChange::ApplyToFrame(FrqFrame& frame, const FrameChange& change, bool redo) const {
