@@ -20,14 +20,15 @@ namespace {
 
 constexpr double kMostSecondsAhead = 15.0;  // of one that nobody has asked for yet, as several are held at once
 constexpr std::ptrdiff_t kMostAhead = 4;    // waves, for each thread
-constexpr int kMostThreads = 7;
+constexpr int kMostThreads = 8;
 constexpr auto kPatience = std::chrono::milliseconds(250);  // of a thread that has nothing to do
 constexpr std::size_t kMostFiles = 40;
 
+// One for each processor: whoever asks mostly waits for a wave that is under way.
 int ThreadCount() {
   SYSTEM_INFO info;
   GetSystemInfo(&info);
-  return std::clamp(static_cast<int>(info.dwNumberOfProcessors) - 1, 1, kMostThreads);
+  return std::clamp(static_cast<int>(info.dwNumberOfProcessors), 1, kMostThreads);
 }
 
 // None of a wave that cannot be listened to, or that somebody is writing.
