@@ -7,11 +7,31 @@
 
 #include "base/notename.h"
 #include "base/utf8.h"
+#include "frqmap/mapkind.h"
 
 namespace {
 
-const std::map<std::string, FrqType> kKinds = {{"frq", FrqTypeFrq}, {"vs4ufrq", FrqTypeVs4ufrq}, {"frc", FrqTypeFrc},
-                                               {"pmk", FrqTypePmk}, {"dio", FrqTypeDio},         {"mrq", FrqTypeMrq}};
+// As a call names it: .frq is frq.
+std::string NameOf(const MapKind& kind) {
+  return Utf8Of(kind.Extension.substr(1));
+}
+
+std::map<std::string, FrqType> KindsByName() {
+  std::map<std::string, FrqType> kinds;
+  for (const MapKind& kind : MapKinds()) kinds[NameOf(kind)] = kind.Type;
+  return kinds;
+}
+
+// "frq, frc or pmk": those that a library reads stand last.
+std::string NamesOfKinds() {
+  std::string names, ofLibraries;
+  for (const MapKind& kind : MapKinds()) {
+    const bool isOurs = kind.Decode || kind.RecordBytes == 0;
+    (isOurs ? names : ofLibraries) += ", " + NameOf(kind);
+  }
+  names = names.substr(2) + ofLibraries;
+  return names.replace(names.rfind(", "), 2, " or ");
+}
 
 constexpr char kExitCodes[] =
     "Exit codes: 0 done, and nothing found; 1 findings; 2 wrong call; 3 something could not be\n"
@@ -88,13 +108,13 @@ class Reader {
     return command
         ->add_option_function<FrqType>(
             "-k,--kind", [this](FrqType kind) { order_.Kind = kind; }, text)
-        ->transform(CLI::CheckedTransformer(kKinds, CLI::ignore_case))
+        ->transform(CLI::CheckedTransformer(KindsByName(), CLI::ignore_case))
         ->option_text("KIND");
   }
 
   CLI::Option* AddKindTo(CLI::App* command, const std::string& name, FrqType& kind, const std::string& text) {
     return command->add_option(name, kind, text)
-        ->transform(CLI::CheckedTransformer(kKinds, CLI::ignore_case))
+        ->transform(CLI::CheckedTransformer(KindsByName(), CLI::ignore_case))
         ->option_text("KIND");
   }
 
@@ -119,12 +139,12 @@ class Reader {
 
   void AddList() {
     AddKind(Add(Command::List, "list", "List each wave with its maps"),
-            "maps of this kind alone: frq, frc, pmk, dio, mrq or vs4ufrq");
+            "maps of this kind alone: " + NamesOfKinds());
   }
 
   void AddCheck() {
     CLI::App* const command = AddWriting(Command::Check, "check", "Look for wrong frames");
-    AddKind(command, "maps of this kind alone: frq, frc, pmk, dio, mrq or vs4ufrq");
+    AddKind(command, "maps of this kind alone: " + NamesOfKinds());
     AddSettings(command);
     command->add_flag("--fix", order_.Fixes, "take over all that is suggested, and save");
   }
@@ -155,7 +175,7 @@ class Reader {
 
   void AddShift() {
     CLI::App* const command = AddWriting(Command::Shift, "shift", "Shift the pitch of all frames");
-    AddKind(command, "maps of this kind alone: frq, frc, pmk, dio, mrq or vs4ufrq");
+    AddKind(command, "maps of this kind alone: " + NamesOfKinds());
     command->add_option("--cents", order_.Cents, "100 are a semitone, 1200 an octave")
         ->required()
         ->check(CLI::Range(-4800.0, 4800.0))
@@ -164,7 +184,7 @@ class Reader {
 
   void AddKey() {
     CLI::App* const command = AddWriting(Command::Key, "key", "Set the key of maps");
-    AddKind(command, "maps of this kind alone: frq, frc, pmk, dio, mrq or vs4ufrq");
+    AddKind(command, "maps of this kind alone: " + NamesOfKinds());
     command
         ->add_flag_callback(
             "--from-curve", [] {}, "to the pitch of the curve, without its ends")

@@ -45,9 +45,6 @@ class Bank {
   MrqStore entries_;
 };
 
-// All kinds, in the order of their numbers.
-inline constexpr FrqType kAllKinds[] = {FrqTypeFrq, FrqTypeVs4ufrq, FrqTypeFrc, FrqTypePmk, FrqTypeDio, FrqTypeMrq};
-
 // The bank of a folder, or with `recursive` all below it: a folder with waves, or with a file that only banks have.
 // What lies in folders of folders of one is a bank of its own.
 std::vector<std::unique_ptr<Bank>> FindBanks(const std::wstring& folder, bool recursive);

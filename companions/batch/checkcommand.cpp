@@ -9,6 +9,7 @@
 #include "batch/machine.h"
 #include "batch/survey.h"
 #include "frqmap/mapfiles.h"
+#include "frqmap/mapkind.h"
 
 namespace {
 
@@ -51,7 +52,7 @@ class Check {
   Outcome One(const WaveTask& task) {
     Outcome outcome;
     outcome.Sum.Syllables = 1;
-    for (const FrqType kind : kAllKinds) {
+    for (const FrqType kind : KindNumbers()) {
       if (!call_.Kind || kind == *call_.Kind) CheckKind(task, kind, outcome);
     }
     outcome.Sum.Affected = outcome.Sum.Found > 0 ? 1 : 0;

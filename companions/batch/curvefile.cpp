@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "frqmap/curvepasting.h"
+#include "frqmap/mapkind.h"
 
 namespace {
 
@@ -81,7 +82,8 @@ double SecondsOf(const FrqMap& map) {
 }
 
 bool HoldsLevels(FrqType kind) {
-  return kind == FrqTypeFrq || kind == FrqTypeFrc || kind == FrqTypeVs4ufrq;
+  const MapKind* const row = FindMapKind(kind);
+  return row && row->HoldsLevels;
 }
 
 LostValues LostIn(const FrqMap& map, std::span<const CurvePoint> points, FrqType kind) {

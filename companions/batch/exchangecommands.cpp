@@ -12,6 +12,7 @@
 #include "batch/pitchtier.h"
 #include "batch/survey.h"
 #include "frqmap/mapfiles.h"
+#include "frqmap/mapkind.h"
 #include "frqmap/wavelevels.h"
 
 namespace {
@@ -29,7 +30,7 @@ std::wstring CurvePathOf(const Context& context, const WaveTask& task) {
 }
 
 std::optional<FrqType> FirstKindOf(const Context& context, const WaveTask& task) {
-  for (const FrqType kind : kAllKinds) {
+  for (const FrqType kind : KindNumbers()) {
     if ((!context.Call.Kind || kind == *context.Call.Kind) && task.Of.HasMap(task.Wave, kind)) return kind;
   }
   return std::nullopt;

@@ -10,6 +10,7 @@
 #include "check/markedruns.h"
 #include "check/soundrules.h"
 #include "frqmap/checkmark.h"
+#include "frqmap/mapkind.h"
 #include "voicebank/soundfile.h"
 
 namespace {
@@ -17,7 +18,7 @@ namespace {
 constexpr int kLowestNote = 24, kHighestNote = 107;
 
 FrqType FirstKindOf(Bank& bank, const std::wstring& wave, std::optional<FrqType> kind) {
-  for (const FrqType each : kAllKinds) {
+  for (const FrqType each : KindNumbers()) {
     if ((!kind || each == *kind) && bank.HasMap(wave, each)) return each;
   }
   return FrqTypeUnknown;

@@ -3,6 +3,7 @@
 #include "batch/machine.h"
 #include "batch/survey.h"
 #include "frqmap/mapfiles.h"
+#include "frqmap/mapkind.h"
 
 std::string LineOfChange(const Context& context, const WaveTask& task, FrqType kind, const std::string& what) {
   if (!context.Call.IsJson) return task.Name + " (" + NameOfKind(kind) + "): " + what + '\n';
@@ -21,7 +22,7 @@ std::string WriteFault(const WaveTask& task, FrqType kind) {
 Outcome ChangeMaps(const Context& context, const WaveTask& task, const MapChange& change) {
   Outcome outcome;
   outcome.Sum.Syllables = 1;
-  for (const FrqType kind : kAllKinds) {
+  for (const FrqType kind : KindNumbers()) {
     if (context.Call.Kind && kind != *context.Call.Kind) continue;
     FrqMap map;
     if (!ReadMap(task, kind, map, outcome)) continue;

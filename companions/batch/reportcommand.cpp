@@ -15,6 +15,7 @@
 #include "batch/machine.h"
 #include "batch/reportpage.h"
 #include "batch/survey.h"
+#include "frqmap/mapkind.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ namespace {
 FrqType KindOfMost(const std::vector<std::unique_ptr<Bank>>& banks) {
   FrqType most = FrqTypeFrq;
   std::size_t mostMaps = 0;
-  for (const FrqType kind : kAllKinds) {
+  for (const FrqType kind : KindNumbers()) {
     std::size_t maps = 0;
     for (const auto& bank : banks) {
       maps += static_cast<std::size_t>(

@@ -4,6 +4,7 @@
 
 #include "base/filesystem.h"
 #include "frqmap/mapfiles.h"
+#include "frqmap/mapkind.h"
 #include "voicebank/waveheader.h"
 
 namespace {
@@ -54,7 +55,7 @@ bool ReadMap(const WaveTask& task, FrqType kind, FrqMap& map, Outcome& outcome) 
 
 SyllableFacts LookAtSyllable(Bank& bank, const std::wstring& wave, std::optional<FrqType> kind) {
   SyllableFacts facts = LookAtWave(wave);
-  for (const FrqType each : kAllKinds) {
+  for (const FrqType each : KindNumbers()) {
     if (kind && each != *kind) continue;
     FrqMap map;
     if (const std::optional<MapFacts> found = LookAtMap(bank, wave, each, map)) facts.Maps.push_back(*found);
@@ -64,7 +65,7 @@ SyllableFacts LookAtSyllable(Bank& bank, const std::wstring& wave, std::optional
 
 SyllableFacts LookAtSyllable(Bank& bank, const std::wstring& wave, FrqType shown, FrqMap& shownMap) {
   SyllableFacts facts = LookAtWave(wave);
-  for (const FrqType each : kAllKinds) {
+  for (const FrqType each : KindNumbers()) {
     FrqMap other;
     const auto found = LookAtMap(bank, wave, each, each == shown ? shownMap : other);
     if (found) facts.Maps.push_back(*found);

@@ -7,10 +7,8 @@
 #include "base/files.h"
 #include "base/filesystem.h"
 #include "base/path.h"
-#include "frqmap/dio.h"
-#include "frqmap/freq0003.h"
+#include "frqmap/mapkind.h"
 #include "frqmap/mrqstore.h"
-#include "frqmap/pmk.h"
 #include "mrqentry.h"
 #include "mrqlock.h"
 
@@ -46,29 +44,9 @@ bool WriteEntryOf(const std::wstring& wavePath, const FrqMap& map) {
   return SaveMrqEntry(Disk(), MrqPathOf(wavePath), MrqNameOf(wavePath), entry, MrqStore::PresentTime());
 }
 
-std::optional<Bytes> Encode(FrqType kind, const FrqMap& map, std::uint32_t waveSamples) {
-  switch (kind) {
-    case FrqTypeFrq:
-    case FrqTypeFrc: return EncodeFreq0003(map, kind);
-    case FrqTypePmk: return EncodePmk(map);
-    case FrqTypeDio: return EncodeDio(map, waveSamples);
-    default: return std::nullopt;
-  }
-}
-
 std::int64_t SizeOf(const std::wstring& path) {
   const std::optional<FileFacts> facts = Disk().FactsOf(path);
   return facts ? facts->Size : 0;
-}
-
-std::optional<FrqMap> Decode(FrqType kind, ByteSpan file, const std::wstring& wavePath) {
-  switch (kind) {
-    case FrqTypeFrq:
-    case FrqTypeFrc: return DecodeFreq0003(file);
-    case FrqTypePmk: return DecodePmk(file, SizeOf(wavePath));
-    case FrqTypeDio: return DecodeDio(file);
-    default: return std::nullopt;
-  }
 }
 
 }  // namespace
@@ -78,7 +56,9 @@ std::optional<FrqMap> ReadMapOf(const std::wstring& wavePath, FrqType kind) {
   if (kind == FrqTypeMrq) {
     if (const std::optional<MrqEntry> entry = FindEntryOf(wavePath)) map = MapOfEntry(*entry);
   } else if (const std::optional<Bytes> file = ReadWholeFile(MapPathFromWaveW(wavePath, kind))) {
-    map = Decode(kind, *file, wavePath);
+    const MapKind* const row = FindMapKind(kind);
+    if (row && row->Decode) map = row->Decode(*file, SizeOf(wavePath));
+    if (map) map->DerivedAverage = !row->HoldsAverage;
   }
   // One that says nothing about any sample is none.
   return map && map->Hop > 0 && map->FrameCount > 0 ? map : std::nullopt;
@@ -90,7 +70,8 @@ bool HasMap(const std::wstring& wavePath, FrqType kind) {
 
 bool WriteMapOf(const std::wstring& wavePath, FrqType kind, const FrqMap& map, std::uint32_t waveSamples) {
   if (kind == FrqTypeMrq) return WriteEntryOf(wavePath, map);
-  const std::optional<Bytes> file = Encode(kind, map, waveSamples);
+  const MapKind* const row = FindMapKind(kind);
+  const std::optional<Bytes> file = row && row->Encode ? row->Encode(map, waveSamples) : std::nullopt;
   return file && WriteFileAtOnce(MapPathFromWaveW(wavePath, kind), *file);
 }
 

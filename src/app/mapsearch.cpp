@@ -1,10 +1,11 @@
 #include "app/mapsearch.h"
 
+#include "frqmap/mapkind.h"
 #include "frqmap/mrqmap.h"
 
 namespace {
 
-// A wave of 16 bits in one channel, 44 bytes of header and 256 samples a frame: the size of a .pmk does not tell.
+// A wave of 16 bits in one channel, 44 bytes of header and 256 samples a frame.
 std::uint32_t EstimateFromWaveSize(std::uint32_t size) {
   return size < 44 ? 0 : (size - 44) / 512;
 }
@@ -24,7 +25,8 @@ FoundMap FindMap(const std::wstring& wavePath, FrqType kind, ListedFolders& list
   const auto size = listed.SizeOf(MapPathFromWaveW(wavePath, kind));
   FoundMap found;
   found.exists = size.has_value();
-  if (kind == FrqTypePmk) {
+  const MapKind* const row = FindMapKind(kind);
+  if (row && !row->HasRecordPerFrame) {
     found.frameEstimate = EstimateFromWaveSize(listed.SizeOf(wavePath).value_or(0));
   } else {
     found.frameEstimate = FrameCountFromFileSize(size.value_or(0), kind);

@@ -7,6 +7,7 @@
 #include "base/files.h"
 #include "base/registry.h"
 #include "base/text.h"
+#include "frqmap/mapkind.h"
 #include "resources/ids.h"
 #include "window/directcalls.h"
 #include "window/redrawonce.h"
@@ -21,14 +22,8 @@ constexpr int kWidest = 4000;  // of what the registry may hold
 constexpr wchar_t kWidthsValue[] = L"FileListColumns";
 
 UINT KindTitle(FrqType kind) {
-  switch (kind) {
-    case FrqTypeVs4ufrq: return IDS_KIND_VS4UFRQ;
-    case FrqTypeFrc: return IDS_KIND_FRC;
-    case FrqTypePmk: return IDS_KIND_PMK;
-    case FrqTypeDio: return IDS_KIND_DIO;
-    case FrqTypeMrq: return IDS_KIND_MRQ;
-    default: return IDS_KIND_FRQ;
-  }
+  const MapKind* const row = FindMapKind(kind);
+  return row ? row->Name : IDS_KIND_FRQ;
 }
 
 int InsertRow(const DirectCalls& view, int index, std::wstring text) {

@@ -2,10 +2,13 @@
 
 #include <windowsx.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <vector>
 
 #include "base/registry.h"
 #include "base/text.h"
+#include "frqmap/mapkind.h"
 #include "resources/ids.h"
 #include "window/balloon.h"
 
@@ -20,13 +23,13 @@ struct StoredKinds {
   std::uint16_t target;
 };
 
-constexpr struct {
-  FrqType kind;
-  UINT text;
-} kKinds[] = {
-    {FrqTypeFrq, IDS_KIND_FRQ}, {FrqTypeFrc, IDS_KIND_FRC}, {FrqTypeVs4ufrq, IDS_KIND_VS4UFRQ},
-    {FrqTypePmk, IDS_KIND_PMK}, {FrqTypeDio, IDS_KIND_DIO}, {FrqTypeMrq, IDS_KIND_MRQ},
-};
+// In the order in which they are offered.
+std::vector<const MapKind*> OfferedKinds() {
+  std::vector<const MapKind*> kinds;
+  for (const MapKind& kind : MapKinds()) kinds.push_back(&kind);
+  std::ranges::sort(kinds, {}, &MapKind::Place);
+  return kinds;
+}
 
 }  // namespace
 
@@ -51,10 +54,10 @@ void CConverFrqDlg::ReadSettings() {
 void CConverFrqDlg::FillKinds(int box, int shown) const {
   const HWND window = Item(box);
   ComboBox_ResetContent(window);
-  for (const auto& [kind, text] : kKinds) {
-    const int position = ComboBox_AddString(window, LoadResString(text).c_str());
-    ComboBox_SetItemData(window, position, kind);
-    if (position == 0 || kind == shown) ComboBox_SetCurSel(window, position);
+  for (const MapKind* const kind : OfferedKinds()) {
+    const int position = ComboBox_AddString(window, LoadResString(kind->Name).c_str());
+    ComboBox_SetItemData(window, position, kind->Type);
+    if (position == 0 || kind->Type == shown) ComboBox_SetCurSel(window, position);
   }
 }
 

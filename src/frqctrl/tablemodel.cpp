@@ -4,14 +4,11 @@
 #include <cmath>
 
 #include "base/note.h"
+#include "frqmap/mapkind.h"
 
 namespace {
 
 constexpr int kThumbnailBottomNote = 33;
-
-// What a column is in samples where no map tells it.
-constexpr double kUsualHop = 256.0;
-constexpr double kProjectHop = 220.5;
 
 bool Contains(const PixelRect& rect, int x, int y) {
   return x >= rect.left && x < rect.right && y >= rect.top && y < rect.bottom;
@@ -59,7 +56,8 @@ void TableModel::SetMaps(const FrqMap* reference, FrqMap* map) {
 
 double TableModel::ColumnHop() const {
   if (IsMapLoaded()) return Map->Hop;
-  return Kind == FrqTypeVs4ufrq ? kProjectHop : kUsualHop;
+  const MapKind* const row = FindMapKind(Kind);
+  return row ? row->ColumnHop : FindMapKind(FrqTypeFrq)->ColumnHop;
 }
 
 double TableModel::FrequencyAtY(int y) const {

@@ -38,7 +38,6 @@ std::optional<FrqMap> DecodeDio(ByteSpan file) {
   if (map.Magic != kMagic || !reader.Holds(map.FrameCount, kFrameBytes)) return std::nullopt;
 
   map.Hop = ScaleWrapped(rate, kUsualHop, FrqSampleRate);
-  map.DerivedAverage = true;
   std::vector<FrqFrame>& frames = map.Frames.Own();
   frames.reserve(static_cast<std::size_t>(map.FrameCount));
   for (SampleCount i = 0; i < map.FrameCount; ++i) frames.push_back(ReadFrame(reader));

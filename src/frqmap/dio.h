@@ -11,7 +11,7 @@
 #include "base/bytes.h"
 #include "frqmap/frqmap.h"
 
-// The map in a file: Magic, Hop, FrameCount, Frames without amplitudes, DerivedAverage. None if the file is no such map
+// The map in a file: Magic, Hop, FrameCount, Frames without amplitudes. None if the file is no such map
 // or ends too early. Times are not looked at, nor is what follows the last frame.
 std::optional<FrqMap> DecodeDio(ByteSpan file);
 

@@ -8,11 +8,11 @@
 
 #include "base/note.h"
 #include "frqmap/freq0003.h"
+#include "frqmap/mapkind.h"
 
 namespace {
 
-constexpr SampleCount kOwnHop = 256;  // samples per frame of every map that we make
-constexpr double kMiddleC = 60.0;     // note number
+constexpr double kMiddleC = 60.0;  // note number
 
 // Pitch of a voiced frame in whole cents. A frequency may be infinite: it counts as the greatest number there is.
 std::int32_t CentsOf(double hz) {
@@ -64,12 +64,11 @@ void FrqMap::Clear() {
 
 int FrqMap::Create(SampleCount frameCount, FrqType kind) {
   Clear();
-  const bool isFreq0003 = kind == FrqTypeFrq || kind == FrqTypeFrc;
-  if (isFreq0003) {
+  if (kind == FrqTypeFrq || kind == FrqTypeFrc) {
     Magic = Freq0003Magic;
     Tag = Freq0003Tag(kind);
   }
-  if (isFreq0003 || kind == FrqTypeDio || kind == FrqTypeMrq) Hop = kOwnHop;
+  if (const MapKind* const row = FindMapKind(kind)) Hop = row->NewHop;
   FrameCount = std::max(frameCount, 0);
   Frames.Own().resize(static_cast<std::size_t>(FrameCount));
   return 0;

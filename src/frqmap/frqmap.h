@@ -102,8 +102,4 @@ class FrqMap {
   // Sample positions of the first and the last frame in the run of marks at a position, and 0. -1 without a mark there,
   // with -1 in both; outside the map nothing is written.
   int GetMarkRange(SampleCount position, SampleCount& first, SampleCount& last) const;
-
- private:
-  int Read(const std::wstring& path, FrqType kind, MrqStore* store);
-  int Write(const std::wstring& path, FrqType kind, MrqStore* store) const;
 };

@@ -1,34 +1,15 @@
 #include "frqmap/frqtype.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
+
+#include "frqmap/mapkind.h"
 
 namespace {
 
-struct KindRow {
-  std::wstring_view Extension;
-  std::uint32_t HeaderBytes;
-  std::uint32_t RecordBytes;  // 0: no file of its own, so that no size tells anything
-};
-
-// One row per kind, in the order of FrqType.
-constexpr std::array<KindRow, 6> kKinds = {{
-    {L".frq", 40, 16},
-    {L".vs4ufrq", 1384, 104},
-    {L".frc", 40, 16},
-    {L".pmk", 14, 8},
-    {L".dio", 20, 16},
-    {L".mrq", 0, 0},
-}};
-
-const KindRow* RowOf(FrqType kind) {
-  return kind == FrqTypeUnknown ? nullptr : &kKinds[kind];
-}
-
-// Map files of these two are named like the wave without its extension, so the way back always gives ".wav".
 bool DropsWaveExtension(FrqType kind) {
-  return kind == FrqTypeDio || kind == FrqTypeMrq;
+  const MapKind* const row = FindMapKind(kind);
+  return row && row->DropsWaveExtension;
 }
 
 // Extensions are plain ASCII, so no locale has a say.
@@ -46,16 +27,15 @@ std::wstring_view FromLastDot(std::wstring_view path) {
 }  // namespace
 
 std::wstring_view FrqExtensionW(FrqType kind) {
-  const KindRow* row = RowOf(kind);
+  const MapKind* const row = FindMapKind(kind);
   return row ? row->Extension : std::wstring_view();
 }
 
 FrqType FrqTypeFromPathW(std::wstring_view path) {
   const std::wstring_view extension = FromLastDot(path);
-  const auto row = std::find_if(kKinds.begin(), kKinds.end(), [&](const KindRow& candidate) {
-    return EqualsIgnoringCase(extension, candidate.Extension);
-  });
-  return row == kKinds.end() ? FrqTypeUnknown : static_cast<FrqType>(row - kKinds.begin());
+  const auto row = std::ranges::find_if(
+      MapKinds(), [&](const MapKind& kind) { return EqualsIgnoringCase(extension, kind.Extension); });
+  return row == MapKinds().end() ? FrqTypeUnknown : row->Type;
 }
 
 std::wstring MapPathFromWaveW(std::wstring_view wavePath, FrqType kind) {
@@ -75,19 +55,18 @@ std::wstring LlsmPathFromWave(std::wstring_view wavePath) {
   return std::wstring(wavePath).append(L".llsm");
 }
 
-// Note 119 stands as a number, so that every platform's pow gives the same last digit.
 double MaxFrequencyOfKind(FrqType kind) {
-  return kind == FrqTypePmk ? FrqSampleRate / 50.0 : 7902.132820097988;
+  const MapKind* const row = FindMapKind(kind);
+  return row ? row->HighestHz : FindMapKind(FrqTypeFrq)->HighestHz;
 }
 
-// For .pmk an edit under a tenth of the highest frequency gives a frame without pitch. Users rely on that drop: it is
-// no clamp at 88.2.
 double MinFrequencyOfKind(FrqType kind) {
-  return kind == FrqTypePmk ? 88.2 : FrqNoPitch;
+  const MapKind* const row = FindMapKind(kind);
+  return row ? row->LowestHz : FrqNoPitch;
 }
 
 std::uint32_t FrameCountFromFileSize(std::uint32_t size, FrqType kind) {
-  const KindRow* row = RowOf(kind);
+  const MapKind* const row = FindMapKind(kind);
   if (!row || row->RecordBytes == 0 || size < row->HeaderBytes) return 0;
   return (size - row->HeaderBytes) / row->RecordBytes;
 }

@@ -1,4 +1,4 @@
-// The six kinds of frequency map, what each can hold, and how its files are named.
+// The numbers of the kinds of frequency map, and how their files are named. What a kind is tells its row (mapkind.h).
 #pragma once
 
 #include <cstdint>

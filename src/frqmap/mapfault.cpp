@@ -1,17 +1,14 @@
 #include "frqmap/mapfault.h"
 
 #include <algorithm>
-#include <array>
 #include <memory>
 #include <optional>
 #include <string_view>
 
 #include "base/bytes.h"
 #include "base/path.h"
-#include "frqmap/dio.h"
-#include "frqmap/freq0003.h"
+#include "frqmap/mapkind.h"
 #include "frqmap/mrqfile.h"
-#include "frqmap/pmk.h"
 
 namespace {
 
@@ -19,43 +16,16 @@ using enum MapFault::Reason;
 
 constexpr std::int64_t kMostBytes = std::int64_t{64} << 20;  // of a file that is read at all
 
-// What a file of the kind begins with. Only the letters count where other writers use digits of their own.
-std::string_view BeginningOf(FrqType kind) {
-  switch (kind) {
-    case FrqTypeFrq:
-    case FrqTypeFrc: return "FREQ";
-    case FrqTypeDio: return "wrld-dio";
-    case FrqTypePmk: return {"\x13\0", 2};
-    default: return {};
-  }
-}
-
-// A .pmk whose records are all there may still tell no length that makes sense.
-bool HoldsRecords(const Bytes& pmk) {
-  constexpr std::size_t kRecordBytes = 8;
-  ByteReader reader(pmk);
-  reader.Read<std::array<char, 2>>();
-  reader.Read<double>();
-  const auto count = reader.Read<std::int32_t>();
-  return reader.Holds(count, kRecordBytes);
-}
-
-MapFault::Reason FaultOfBytes(const Bytes& file, FrqType kind, std::int64_t waveBytes) {
-  const std::string_view beginning = BeginningOf(kind);
+// Of a kind that nothing is known of but its name, only no bytes at all are a fault.
+MapFault::Reason FaultOfBytes(const Bytes& file, const MapKind& kind, std::int64_t waveBytes) {
+  const std::string_view beginning = kind.Beginning;
   const std::size_t compared = std::min(beginning.size(), file.size());
   const bool begins = std::equal(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(compared), beginning.begin(),
                                  [](std::uint8_t byte, char c) { return byte == static_cast<std::uint8_t>(c); });
   if (!begins) return Foreign;
   if (file.empty() || file.size() < beginning.size()) return CutShort;
-  switch (kind) {
-    case FrqTypeFrq:
-    case FrqTypeFrc: return DecodeFreq0003(file) ? None : CutShort;
-    case FrqTypeDio: return DecodeDio(file) ? None : CutShort;
-    case FrqTypePmk:
-      if (DecodePmk(file, waveBytes)) return None;
-      return HoldsRecords(file) ? Foreign : CutShort;
-    default: return None;
-  }
+  if (!kind.Decode || kind.Decode(file, waveBytes)) return None;
+  return kind.IsWhole && kind.IsWhole(file) ? Foreign : CutShort;
 }
 
 // An entry that cannot be read is passed by where the file is read. One that is not there is no fault.
@@ -85,5 +55,6 @@ MapFault FindMapFault(FileSystem& files, const std::wstring& mapPath, FrqType ki
   Bytes bytes(static_cast<std::size_t>(std::max<std::int64_t>(size, 0)));
   if (!bytes.empty() && !stream->ReadAt(0, bytes)) return {Refused, files.LastError()};
   const std::optional<FileFacts> wave = files.FactsOf(WavePathFromMapW(mapPath));
-  return {FaultOfBytes(bytes, kind, wave ? wave->Size : 0)};
+  const MapKind* const row = FindMapKind(kind);
+  return {row ? FaultOfBytes(bytes, *row, wave ? wave->Size : 0) : None};
 }

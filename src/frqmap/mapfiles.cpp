@@ -1,18 +1,14 @@
 #include "frqmap/mapfiles.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "base/files.h"
 #include "base/filesystem.h"
 #include "base/inplace.h"
 #include "base/scratchbytes.h"
-#include "frqmap/dio.h"
-#include "frqmap/freq0003.h"
 #include "frqmap/levels.h"
+#include "frqmap/mapkind.h"
 #include "frqmap/mrqmap.h"
-#include "frqmap/pmk.h"
-#include "frqmap/projectmap.h"
 #include "frqmap/wavelevels.h"
 
 namespace {
@@ -23,42 +19,23 @@ std::wstring WithExtension(const std::wstring& path, std::wstring_view extension
 
 constexpr std::uint32_t kInvalidData = 13;  // ERROR_INVALID_DATA
 
-using Decoder = std::optional<FrqMap> (*)(ByteSpan);
-
-std::optional<FrqMap> ReadMap(const std::wstring& path, Decoder decode) {
+// A map without its wave has no levels, which is no failure.
+int LoadFile(FrqMap& map, const std::wstring& path, const MapKind& kind) {
   ScratchBytes file;
-  return ReadWholeFile(path, file.Content) ? decode(file.Content) : std::nullopt;
-}
-
-// Kinds whose files hold no amplitude take it from the wave. Without its wave a map has none, which is no failure.
-std::optional<FrqMap> ReadDioAndLevels(const std::wstring& path) {
-  std::optional<FrqMap> map = ReadMap(path, DecodeDio);
+  std::optional<FrqMap> decoded = ReadWholeFile(path, file.Content) ? kind.Decode(file.Content, 0) : std::nullopt;
+  if (!decoded) return -1;
+  map = std::move(*decoded);
   std::vector<double> levels;
-  if (map && ReadWaveLevels(WavePathFromMapW(path), levels, map->Hop) == 0) SetLevels(*map, levels);
-  return map;
-}
-
-// The size of the wave is asked for only where the map needs it.
-std::optional<FrqMap> ReadPmkAndLevels(const std::wstring& path) {
-  const std::optional<Bytes> file = ReadWholeFile(path);
-  if (!file) return std::nullopt;
-  const std::wstring wavePath = WavePathFromMapW(path);
-  SampleCount framesWithRecord = 0;
-  std::optional<FrqMap> map = DecodePmk(*file, 0, &framesWithRecord);
-  if (!map) {
-    const std::optional<FileFacts> wave = Disk().FactsOf(wavePath);
-    if (wave) map = DecodePmk(*file, wave->Size, &framesWithRecord);
-  }
-  std::vector<double> levels;
-  if (!map || ReadWaveLevels(wavePath, levels, map->Hop) != 0) return map;
-  levels.resize(std::min(levels.size(), static_cast<std::size_t>(framesWithRecord)));
-  SetLevels(*map, levels);
-  return map;
+  if (!kind.HoldsLevels && ReadWaveLevels(WavePathFromMapW(path), levels, map.Hop) == 0) SetLevels(map, levels);
+  return 0;
 }
 
 // A map that its kind cannot hold leaves the file as it was, and says why in the system's words.
-int WriteMap(const std::wstring& path, std::optional<Bytes> file) {
-  if (file) return WriteInPlace(Disk(), path, *std::move(file)) ? 0 : -1;
+int SaveFile(const FrqMap& map, const std::wstring& path, const MapKind& kind) {
+  const std::uint32_t samples = kind.HoldsWaveLength ? ReadSamplesPerChannel(WavePathFromMapW(path)) : 0;
+  if (std::optional<Bytes> file = kind.Encode(map, samples)) {
+    return WriteInPlace(Disk(), path, *std::move(file)) ? 0 : -1;
+  }
   Disk().SetLastError(kInvalidData);
   return -1;
 }
@@ -67,13 +44,16 @@ int WriteMap(const std::wstring& path, std::optional<Bytes> file) {
 
 int FrqMap::Load(const std::wstring& path, MrqStore* store) {
   Clear();
-  const FrqType kind = FrqTypeFromPathW(path);
-  const int result = Read(path, kind, store);
+  const MapKind* const kind = FindMapKind(FrqTypeFromPathW(path));
+  if (!kind) return -1;
+  const int result = kind->Load ? kind->Load(*this, path, store) : LoadFile(*this, path, *kind);
   if (result != 0) {
     Clear();
     return result;
   }
-  Kind = kind;
+  Kind = kind->Type;
+  DerivedAverage = !kind->HoldsAverage;
+  SinglePrecision = kind->IsSinglePrecision;
   UpdateFrequencyRange();
   Loaded = true;
   return 0;
@@ -82,35 +62,9 @@ int FrqMap::Load(const std::wstring& path, MrqStore* store) {
 int FrqMap::Save(const std::wstring& path, MrqStore* store) {
   if (FrameCount == 0) return -1;
   if (DerivedAverage) Average = ComputeAverage(-1);
-  return Write(path, FrqTypeFromPathW(path), store);
-}
-
-int FrqMap::Read(const std::wstring& path, FrqType kind, MrqStore* store) {
-  std::optional<FrqMap> map;
-  switch (kind) {
-    case FrqTypeFrq:
-    case FrqTypeFrc: map = ReadMap(path, DecodeFreq0003); break;
-    case FrqTypePmk: map = ReadPmkAndLevels(path); break;
-    case FrqTypeDio: map = ReadDioAndLevels(path); break;
-    case FrqTypeVs4ufrq: return LoadVs4ufrq(*this, path);
-    case FrqTypeMrq: return LoadMrq(*this, path, store);
-    default: break;
-  }
-  if (!map) return -1;
-  *this = std::move(*map);
-  return 0;
-}
-
-int FrqMap::Write(const std::wstring& path, FrqType kind, MrqStore* store) const {
-  switch (kind) {
-    case FrqTypeFrq:
-    case FrqTypeFrc: return WriteMap(path, EncodeFreq0003(*this, kind));
-    case FrqTypePmk: return WriteMap(path, EncodePmk(*this));
-    case FrqTypeDio: return WriteMap(path, EncodeDio(*this, ReadSamplesPerChannel(WavePathFromMapW(path))));
-    case FrqTypeVs4ufrq: return SaveVs4ufrq(*this, path);
-    case FrqTypeMrq: return SaveMrq(*this, path, store);
-    default: return -1;
-  }
+  const MapKind* const kind = FindMapKind(FrqTypeFromPathW(path));
+  if (!kind) return -1;
+  return kind->Save ? kind->Save(*this, path, store) : SaveFile(*this, path, *kind);
 }
 
 bool MapFileExists(const std::wstring& mapPath, MrqStore* store) {

@@ -12,8 +12,6 @@ FrqMap MapOfEntry(const MrqEntry& entry) {
   FrqMap map;
   map.Hop = entry.Hop;
   map.FrameCount = static_cast<SampleCount>(entry.Frequencies.size());
-  map.DerivedAverage = true;
-  map.SinglePrecision = true;
   std::vector<FrqFrame>& frames = map.Frames.Own();
   frames.resize(entry.Frequencies.size());
   for (std::size_t i = 0; i < frames.size(); ++i) {

@@ -106,6 +106,13 @@ std::optional<FrqMap> DecodePmk(ByteSpan file, std::int64_t waveBytes, SampleCou
   return map;
 }
 
+bool HoldsAllRecords(ByteSpan file) {
+  ByteReader reader(file);
+  reader.Read<std::array<char, 2>>();
+  reader.Read<double>();
+  return reader.Holds(reader.Read<std::int32_t>(), sizeof(Record));
+}
+
 std::optional<Bytes> EncodePmk(const FrqMap& map) {
   const std::optional<std::vector<Record>> records = RecordsOf(map);
   if (!records) return std::nullopt;

@@ -18,6 +18,9 @@
 // many frames a record reaches; those behind the last record have no level either.
 std::optional<FrqMap> DecodePmk(ByteSpan file, std::int64_t waveBytes, SampleCount* framesWithRecord = nullptr);
 
+// Whether as many records follow the head as it says, whatever they hold.
+bool HoldsAllRecords(ByteSpan file);
+
 // The file of a map; none for a hop of 0 or less, and for a map that outgrows positions of 32 bits or some four million
 // records.
 std::optional<Bytes> EncodePmk(const FrqMap& map);

@@ -113,7 +113,6 @@ std::optional<FrqMap> MapOfProject(VsProject project) {
     frames[i].Voiced = points[i].HasPitch != 0;
     frames[i].Amplitude = points[i].Dynamics * kAmplitudeOfOne;
   }
-  map.DerivedAverage = true;
   map.HasProject = true;
   map.Project = std::move(project);
   return map;

@@ -1,8 +1,10 @@
 #include "resampler/resamplerkind.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "base/wildcard.h"
+#include "frqmap/mapkind.h"
 
 namespace {
 
@@ -19,16 +21,9 @@ std::wstring_view NamePart(std::wstring_view path) {
 }  // namespace
 
 FrqType GetResamplerKind(const std::wstring& path) {
-  static constexpr struct {
-    const wchar_t* wildcard;
-    FrqType kind;
-  } kFamilies[] = {
-      {L"vs4u*.exe", FrqTypeVs4ufrq}, {L"model4*.exe", FrqTypeFrc},      {L"tips*.exe", FrqTypePmk},
-      {L"w4u*.exe", FrqTypeDio},      {L"moresampler*.exe", FrqTypeMrq},
-  };
   const std::wstring_view name = NamePart(path);
-  for (const auto& family : kFamilies) {
-    if (FitsPattern(name, family.wildcard)) return family.kind;
-  }
-  return FrqTypeFrq;
+  const auto row = std::ranges::find_if(MapKinds(), [&](const MapKind& kind) {
+    return !kind.Resamplers.empty() && FitsPattern(name, kind.Resamplers);
+  });
+  return row == MapKinds().end() ? FrqTypeFrq : row->Type;
 }

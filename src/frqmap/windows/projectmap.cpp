@@ -1,5 +1,6 @@
 #include "frqmap/projectmap.h"
 
+#include "frqmap/mapkind.h"
 #include "frqmap/vslib.h"
 
 namespace {
@@ -12,14 +13,8 @@ constexpr int kSemitones = 48;
 
 int MapFromProject(const std::wstring& project, FrqType kind, MrqStore* store) {
   CVsLib library;
-  switch (kind) {
-    case FrqTypeFrq:
-    case FrqTypeFrc:
-    case FrqTypeDio: return library.ExportMap(project, kind, nullptr);
-    case FrqTypeMrq: return library.ExportMap(project, kind, store);
-    case FrqTypePmk: return library.ExportPmk(project);
-    default: return -1;
-  }
+  if (!FindMapKind(kind) || kind == FrqTypeVs4ufrq) return -1;
+  return kind == FrqTypePmk ? library.ExportPmk(project) : library.ExportMap(project, kind, store);
 }
 
 int ProjectFromMap(const std::wstring& wave, FrqType kind, MrqStore* store) {
