@@ -179,14 +179,14 @@ void FramePane::AskForFrames(UINT button) const {
 
 void FramePane::OnFlatButton(UINT id) {
   const std::size_t selected = Frames().SelectedRows().size();
-  if (selected < (id == IDC_EDITOR_AVERAGE ? 2u : 1u)) AskForFrames(id);
+  if (selected < (id == IDC_EDITOR_INTERPOLATE ? 2u : 1u)) AskForFrames(id);
   switch (id) {
     case IDC_EDITOR_TRIPLE: return ScaleSelection(Gesture::Triple, 3.0);
     case IDC_EDITOR_DOUBLE: return ScaleSelection(Gesture::Double, 2.0);
     case IDC_EDITOR_UNVOICE: return ScaleSelection(Gesture::Unvoice, 0.0);
     case IDC_EDITOR_HALVE: return ScaleSelection(Gesture::Halve, 0.5);
     case IDC_EDITOR_THIRD: return ScaleSelection(Gesture::Third, 1.0 / 3.0);
-    case IDC_EDITOR_AVERAGE: return InterpolateSelection();
+    case IDC_EDITOR_INTERPOLATE: return InterpolateSelection();
     default: return KeyFromSelection();
   }
 }

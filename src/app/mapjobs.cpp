@@ -55,8 +55,9 @@ std::optional<CreateFrqJob> MapJobs::AskConvert() const {
   CConverFrqDlg dialog;
   dialog.ParentWindow = editor_;
   if (dialog.Run(false) != IDOK) return std::nullopt;
-  const CreateMode mode = dialog.ConvertAll ? CreateMode::ConvertAll : CreateMode::ConvertOne;
-  return CreateFrqJob{.mode = mode, .first = dialog.SourceType, .second = dialog.TargetType};
+  return CreateFrqJob{.mode = dialog.ConvertAll ? CreateMode::ConvertAll : CreateMode::ConvertOne,
+                      .source = static_cast<FrqType>(dialog.SourceType),
+                      .target = static_cast<FrqType>(dialog.TargetType)};
 }
 
 // What the kind at work has to ask before its maps are made.
@@ -72,8 +73,7 @@ bool MapJobs::AskOfVs4ufrq(CreateFrqJob& job) const {
   dialog.ParentWindow = editor_;
   if (dialog.Run(false) != IDOK) return false;
   job.useFrq = dialog.UseFrq;
-  job.first = dialog.Offset;
-  job.second = dialog.Range;
+  job.vs4uRange = {dialog.Offset, dialog.Range};
   return true;
 }
 
@@ -89,7 +89,7 @@ bool MapJobs::AskOfMrq(CreateFrqJob& job) const {
 }
 
 bool MapJobs::MakesListedKind(const CreateFrqJob& job) const {
-  return !IsConversion(job.mode) || static_cast<FrqType>(job.second) == settings_.FrqType;
+  return !IsConversion(job.mode) || job.target == settings_.FrqType;
 }
 
 // Whether the job is for a syllable that is edited. Edits of the kind that a conversion reads are not in its files, and
@@ -98,7 +98,7 @@ bool MapJobs::CostsEdits(const CreateFrqJob& job) const {
   const DocumentState state = syllables_.State();
   if (!MakesListedKind(job)) return false;
   if (IsForOne(job.mode)) return state.CurrentEdited;
-  const FrqType kind = IsConversion(job.mode) ? static_cast<FrqType>(job.first) : settings_.FrqType;
+  const FrqType kind = IsConversion(job.mode) ? job.source : settings_.FrqType;
   MrqStore store;
   for (int index = 0; state.Edited > 0 && index < state.Entries; ++index) {
     const EntryFacts facts = syllables_.Facts(index);
@@ -123,13 +123,13 @@ JobOutcome MapJobs::RunDialog(const CreateFrqJob& job, const std::wstring& curre
   dialog.CurrentIndex = FileListSender(list_).Selection();
   dialog.CurrentWave = currentWave;
   if (IsConversion(job.mode)) {
-    dialog.FrqType = static_cast<FrqType>(job.first);
-    dialog.TargetType = static_cast<FrqType>(job.second);
+    dialog.FrqType = job.source;
+    dialog.TargetType = job.target;
     dialog.MakesListedKind = MakesListedKind(job);
   } else {
     dialog.FrqType = settings_.FrqType;
-    dialog.Vs4uOffset = job.first;
-    dialog.Vs4uRange = job.second;
+    dialog.Vs4uOffset = job.vs4uRange.Lowest;
+    dialog.Vs4uRange = job.vs4uRange.Semitones;
     dialog.Vs4uUseFrq = job.useFrq;
     dialog.InitBoth = job.initBoth;
   }

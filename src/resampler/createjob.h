@@ -5,6 +5,7 @@
 #include <string>
 
 #include "frqmap/frqtype.h"
+#include "resampler/noterange.h"
 
 enum class CreateMode : std::uint32_t {
   All = 0,         // every syllable: its map is deleted and made anew
@@ -16,10 +17,11 @@ enum class CreateMode : std::uint32_t {
 
 struct CreateFrqJob {
   CreateMode mode = CreateMode::All;
-  std::int32_t first = 24;   // lowest note of a vs4ufrq analysis; of a conversion the source kind
-  std::int32_t second = 84;  // its range in semitones; of a conversion the target kind
-  bool useFrq = true;        // a .frq replaces the analysis of a vs4ufrq
-  bool initBoth = true;      // false: of a map in desc.mrq the entry stays, and the analysis beside it goes
+  FrqType source = FrqTypeFrq;  // of a conversion
+  FrqType target = FrqTypeFrq;  // likewise
+  NoteRange vs4uRange{};        // that a vs4ufrq is analysed in
+  bool useFrq = true;           // a .frq replaces the analysis of a vs4ufrq
+  bool initBoth = true;         // false: of a map in desc.mrq the entry stays, and the analysis beside it goes
 };
 
 // One wave to be worked on.

@@ -27,7 +27,7 @@ TEST_F(Edits, EachButtonChangesTheSelectedFramesAndNoOthers) {
       {IDC_EDITOR_HALVE, {0, 3}, L"----|----|5000.00000000|80.00000000|", {0, 3}, L"80.00000000"},
       {IDC_EDITOR_THIRD, {3}, L"100.00000000|----|5000.00000000|----|", {3}, L""},
       {IDC_EDITOR_UNVOICE, {3, 2}, L"100.00000000|----|----|----|", {2, 3}, L""},
-      {IDC_EDITOR_AVERAGE,
+      {IDC_EDITOR_INTERPOLATE,
        {0, 3},
        L"100.00000000|160.00000000|220.00000000|160.00000000|",
        {0, 1, 2, 3},

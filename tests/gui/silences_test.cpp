@@ -40,7 +40,7 @@ TEST_F(Silences, EachIsBrokenByABalloonAndNoBoxComes) {
 
   SendItem(IDC_EDITOR_HALVE, WM_LBUTTONDOWN);
   EXPECT_TRUE(HasSaid(Text(IDS_DOUBLECLICK)));
-  for (const int button : {IDC_EDITOR_HALVE, IDC_EDITOR_AVERAGE, IDC_EDITOR_KEYFROMSELECTION}) {
+  for (const int button : {IDC_EDITOR_HALVE, IDC_EDITOR_INTERPOLATE, IDC_EDITOR_KEYFROMSELECTION}) {
     PostMessageW(editor_, WM_KEYDOWN, VK_SHIFT, 0);
     EXPECT_TRUE(Eventually([] { return Words().empty(); })) << "the user goes on";
     SendItem(button, WM_LBUTTONDBLCLK);

@@ -77,7 +77,7 @@ TEST_F(Undo, TakesBackEachGestureAndDoesItAgain) {
       {L"Removal of Pitch", none, click(IDC_EDITOR_UNVOICE, {0})},
       {L"/2", twice, click(IDC_EDITOR_HALVE, {5, 6, 7})},
       {L"/3", none, click(IDC_EDITOR_THIRD, {8})},
-      {L"Interpolation (avg)", twice, click(IDC_EDITOR_AVERAGE, {5, 12, 20})},
+      {L"Interpolation (avg)", twice, click(IDC_EDITOR_INTERPOLATE, {5, 12, 20})},
       {L"Key from Selection", none, click(IDC_EDITOR_KEYFROMSELECTION, {10, 13})},
       {L"Typed Key", twice, typeKey},
       {L"Reload of Selection", twice, click(ID_EDIT_RELOADSELECTED, {5})},
