@@ -90,7 +90,7 @@ void EditCommands::ReloadIfEdited(const FileListSender& list) {
 
 void EditCommands::ReloadSyllable(const FileListSender& list) {
   ReloadIfEdited(list);
-  list.SetFailed(list.Selection(), false);
+  list.ForgetMarks(list.Selection());
   list.ShowModifyBar(false, false);
 }
 

@@ -77,8 +77,8 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
   void SetCurrentEdited(bool edited, const FrqMap* map);
   void SetEditedByMessage(int index, bool edited);
   void SetHasMap(int index, bool hasMap, bool notify);
-  void SetFailed(int index, bool failed);
-  bool IsFailed(int index) const;
+  void ForgetMarks(int index);
+  bool IsMarked(int index) const;
 
   // Check.
   void RunCheck(const CheckFrqSettings& settings);

@@ -9,7 +9,7 @@
 #include "app/voicebankcheck.h"
 #include "app/words.h"
 #include "base/text.h"
-#include "check/failuresearch.h"
+#include "check/marksearch.h"
 #include "resources/ids.h"
 #include "window/balloon.h"
 #include "window/messagebox.h"
@@ -42,12 +42,12 @@ void CFileListDlg::RunCheck(const CheckFrqSettings& settings) {
 
 void CFileListDlg::FindFailure(FindFailureRecord& record) const {
   record.Found = false;
-  std::optional<FailurePosition> found;
+  std::optional<MarkPosition> found;
   {
     const std::lock_guard reading(Syllables);
     std::vector<const FrqMap*> maps;
     for (int index = 0; index < Syllables.State().Entries; ++index) maps.push_back(Syllables.Maps(index).Map);
-    found = ::FindFailure(maps, {record.Index, record.Sample}, record.Forward != 0);
+    found = FindMarkedRun(maps, {record.Index, record.Sample}, record.Forward != 0);
   }
   if (!found) return;
   record.Index = found->Index;
@@ -67,7 +67,7 @@ void CFileListDlg::LocateFailure(int index, SampleCount sample) const {
   }
   if (!IsWindowEnabled(Hwnd)) return;
   SelectSyllable(index);
-  ToEditor().ShowFailure(first, last);
+  ToEditor().ShowMarkedRun(first, last);
 }
 
 void CFileListDlg::ApplyFailure(int index, SampleCount sample, bool apply) {

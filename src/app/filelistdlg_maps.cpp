@@ -75,14 +75,12 @@ void CFileListDlg::SetHasMap(int index, bool hasMap, bool notify) {
   if (!facts.Path.empty()) Rows.UpdateLlsm(index, facts.Path, Bank.Files.Kind);
 }
 
-// To clear the cell is to clear the marks; a set one leaves the map alone.
-void CFileListDlg::SetFailed(int index, bool failed) {
-  if (failed) return Rows.SetCell(index, kMarkedColumn, true);
+void CFileListDlg::ForgetMarks(int index) {
   Syllables.Mark(index, [](FrqMap& map) { map.ApplyMarks(-1, false); }, true);
 }
 
 // A negative index asks for any syllable.
-bool CFileListDlg::IsFailed(int index) const {
+bool CFileListDlg::IsMarked(int index) const {
   if (index >= 0) return Syllables.Facts(index).Marked;
   return Syllables.IsAnyMarked();
 }

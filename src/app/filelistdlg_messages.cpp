@@ -104,9 +104,11 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case FLM_FINDFAILURE:
       if (auto* const record = WritableAt<FindFailureRecord>(lParam)) FindFailure(*record);
       return;
-    case FLM_SHOWMODIFYBAR: return Windows.ShowModifyBar(lParam != 0 ? IsFailed(-1) : flag, Hwnd);
-    case FLM_SETFAILED: return SetFailed(index, lParam != 0);
-    case FLM_GETFAILED: return AnswerNumber(lParam, IsFailed(index));
+    case FLM_SHOWMODIFYBAR: return Windows.ShowModifyBar(lParam != 0 ? IsMarked(-1) : flag, Hwnd);
+    // A mark that another program sets is shown, and no more: the map knows of none.
+    case FLM_SETFAILED:
+      return lParam != 0 ? Rows.SetCell(index, kMarkedColumn, true) : ForgetMarks(index);
+    case FLM_GETFAILED: return AnswerNumber(lParam, IsMarked(index));
     case FLM_GETPATH:
     case FLM_GETLONGPATH:
     case FLM_GETMAP:

@@ -173,9 +173,9 @@ class FileListSender {
   HWND ThumbnailWindow() const { return messages_detail::Ask<HWND>(list_, FLM_GETTHUMBNAILWINDOW, 0, nullptr); }
   void PostRefreshThumbnail() const { messages_detail::Post(list_, FLM_REFRESHTHUMBNAIL, 0); }
   void RunCheck(const CheckFrqSettings& settings) const { Send(FLM_RUNCHECK, 0, messages_detail::Pointer(&settings)); }
-  void SetFailed(int index, bool failed) const { Send(FLM_SETFAILED, static_cast<WPARAM>(index), failed); }
-  bool IsAnyFailed() const { return AskNumber(FLM_GETFAILED, -1) != 0; }
-  bool IsFailed(int index) const { return AskNumber(FLM_GETFAILED, index) != 0; }
+  void ForgetMarks(int index) const { Send(FLM_SETFAILED, static_cast<WPARAM>(index), 0); }
+  bool IsAnyMarked() const { return AskNumber(FLM_GETFAILED, -1) != 0; }
+  bool IsMarked(int index) const { return AskNumber(FLM_GETFAILED, index) != 0; }
   // A negative index is all syllables; else the run of marks at a sample position.
   void Modify(int index, int position) const { Send(FLM_MODIFY, static_cast<WPARAM>(index), position); }
   void Ignore(int index, int position) const { Send(FLM_IGNORE, static_cast<WPARAM>(index), position); }
@@ -228,7 +228,7 @@ class EditorSender {
   }
   void RefreshMap(bool rebuildFrames) const { SendMessageW(editor_, EDM_REFRESHMAP, 0, rebuildFrames); }
   // The run of marks between two sample positions.
-  void ShowFailure(int first, int last) const {
+  void ShowMarkedRun(int first, int last) const {
     SendMessageW(editor_, EDM_SHOWFAILURE, static_cast<WPARAM>(first), last);
   }
   void Paint() const { SendMessageW(editor_, EDM_PAINT, 0, 0); }

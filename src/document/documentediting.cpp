@@ -41,7 +41,7 @@ bool DocumentEditing::SetFrequency(FrqMap& map, SampleCount frame, double hz) {
   });
 }
 
-bool DocumentEditing::SetAverage(FrqMap& map, double hz) {
+bool DocumentEditing::SetKey(FrqMap& map, double hz) {
   return document_.StrokeChange(document_.IndexOf(&map), [&](FrqMap& edited) {
     edited.Average = hz;
     return std::vector<int>{};

@@ -13,7 +13,7 @@ class DocumentEditing : public MapEditing {
   void EndStroke() override;
   bool IsStrokeOpen() const override;
   bool SetFrequency(FrqMap& map, SampleCount frame, double hz) override;
-  bool SetAverage(FrqMap& map, double hz) override;
+  bool SetKey(FrqMap& map, double hz) override;
   void Flatten(FrqMap& map, double hz) override;
   void Select(FrqMap& map, std::span<const int> frames) override;
   void SelectRange(FrqMap& map, SampleCount first, SampleCount last) override;

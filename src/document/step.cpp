@@ -34,8 +34,8 @@ MapChange::MapChange(int entry, const MapBefore& before, const FrqMap& after, st
       modifiedBefore_(before.Modified()),
       modifiedAfter_(after.Modified),
       // An average that is computed when needed is no content: a save alone makes it another.
-      averageBefore_(after.DerivedAverage ? after.Average : before.Average()),
-      averageAfter_(after.Average) {
+      keyBefore_(after.DerivedAverage ? after.Average : before.Average()),
+      keyAfter_(after.Average) {
   const std::size_t count = std::min(before.Frames().size(), after.Frames.size());
   frames_.reserve(std::min(expected, count));
   for (std::size_t i = 0; i < count && !after.Frames.IsSameAs(before.Frames()); ++i) {
@@ -78,7 +78,7 @@ bool MapChange::IsNone() const {
 }
 
 bool MapChange::HasKey() const {
-  return !SameBits(averageBefore_, averageAfter_);
+  return !SameBits(keyBefore_, keyAfter_);
 }
 
 bool MapChange::HasMarks() const {
@@ -145,7 +145,7 @@ void MapChange::Apply(FrqMap& map, bool redo) const {
     point.HasPitch = value.HasPitch;
     point.Dynamics = value.Dynamics;
   }
-  if (HasKey()) map.Average = redo ? averageAfter_ : averageBefore_;
+  if (HasKey()) map.Average = redo ? keyAfter_ : keyBefore_;
   map.Modified = redo ? modifiedAfter_ : modifiedBefore_;
   if (HasMarks()) map.HasMarks = std::ranges::any_of(map.Frames, [](const FrqFrame& frame) { return frame.Mark != 0; });
 }

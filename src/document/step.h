@@ -91,7 +91,7 @@ class MapChange {
   int entry_ = -1;
   SampleCount frameCount_ = 0;
   bool modifiedBefore_ = false, modifiedAfter_ = false;
-  double averageBefore_ = 0.0, averageAfter_ = 0.0;
+  double keyBefore_ = 0.0, keyAfter_ = 0.0;
   std::vector<FrameChange> frames_;
   std::vector<PointChange> points_;
 };

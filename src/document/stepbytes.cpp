@@ -40,8 +40,8 @@ void MapChange::Encode(ByteWriter& writer) const {
   writer.Write(static_cast<std::int32_t>(frameCount_));
   writer.Write(static_cast<std::uint8_t>(modifiedBefore_));
   writer.Write(static_cast<std::uint8_t>(modifiedAfter_));
-  writer.Write(averageBefore_);
-  writer.Write(averageAfter_);
+  writer.Write(keyBefore_);
+  writer.Write(keyAfter_);
   writer.Write(static_cast<std::uint32_t>(frames_.size()));
   const std::size_t bytes = frames_.size() * sizeof(FrameChange);
   if (bytes > 0) std::memcpy(writer.Append(bytes), frames_.data(), bytes);
@@ -59,8 +59,8 @@ std::optional<MapChange> MapChange::Decode(ByteReader& reader) {
   change.frameCount_ = reader.Read<std::int32_t>();
   change.modifiedBefore_ = reader.Read<std::uint8_t>() != 0;
   change.modifiedAfter_ = reader.Read<std::uint8_t>() != 0;
-  change.averageBefore_ = reader.Read<double>();
-  change.averageAfter_ = reader.Read<double>();
+  change.keyBefore_ = reader.Read<double>();
+  change.keyAfter_ = reader.Read<double>();
   const auto frames = ReadCount(reader, sizeof(FrameChange));
   if (!frames) return std::nullopt;
   change.frames_.reserve(*frames);

@@ -76,7 +76,7 @@ SampleCount TableModel::NearestColumn(int x) const {
   return count > 0 ? std::clamp(Geometry.XToColumn(x, false, 0), 0, count - 1) : -1;
 }
 
-void TableModel::HoldAverageAt(int left, int y) {
+void TableModel::HoldKeyLineAt(int left, int y) {
   const double reach = 3 * Geometry.DpiScaleY;
   AverageGrip = {left, static_cast<int>(y - reach), Geometry.PlotRect.left, static_cast<int>(y + reach)};
 }

@@ -32,7 +32,7 @@ struct TableModel {
   StrokeLimits Limits;
   bool ReadOnly = false;  // no edit by the left button
   TableGeometry Geometry;
-  PixelRect AverageGrip;         // where the average line can be taken hold of, see HoldAverageAt
+  PixelRect AverageGrip;         // where the average line can be taken hold of, see HoldKeyLineAt
   SampleCount CaretColumn = -1;  // of the keys; -1 while the table has no focus
   int RulerY = -1;               // of the line at the mouse; -1 for none
   // Once a view was made for the curve: that of another map comes into view too, and level bars in its way are paler.
@@ -70,7 +70,7 @@ struct TableModel {
   // Between the left and the right edge of the grip, at any height.
   bool IsOverLabels(int x) const { return x >= AverageGrip.left && x < AverageGrip.right; }
   // The average line of a map was drawn at y: from `left` to the plot, the last such line can be taken hold of.
-  void HoldAverageAt(int left, int y);
+  void HoldKeyLineAt(int left, int y);
 
   // The vertical bar counts downward from the top note.
   int VerticalPosition() const { return kTopNote - Geometry.BottomNote; }

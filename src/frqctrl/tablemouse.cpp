@@ -107,7 +107,7 @@ void TableMouse::Follow(POINT point) {
       break;
     case DragAverage:
       SetCursor(LoadCursorW(nullptr, IDC_SIZENS));
-      WriteAverage(point.y);
+      WriteKey(point.y);
       break;
     case DragSelect:
       SetCursor(OwnCursor(IDC_CURSOR_SELECT));
@@ -129,7 +129,7 @@ bool TableMouse::IsReachable(SampleCount column) const {
   return Model.Map->PositionOf(column) >= 0;
 }
 
-bool TableMouse::HasDerivedAverage() const {
+bool TableMouse::IsKeyDerived() const {
   const std::lock_guard reading(Host.Editing());
   return Model.Map->DerivedAverage;
 }
@@ -162,7 +162,7 @@ bool TableMouse::WriteFrame(SampleCount column, double hz, StrokeKind kind, bool
   Host.Editing().SelectRange(map, column, column);
   if (repaint) Host.Repaint();
   Host.Notify(FCN_FRAMECHANGED, column);
-  if (Model.Map && HasDerivedAverage()) Host.NotifySelf(FCN_AVERAGECHANGED);
+  if (Model.Map && IsKeyDerived()) Host.NotifySelf(FCN_AVERAGECHANGED);
   return StrokeOpen;
 }
 
@@ -190,10 +190,10 @@ void TableMouse::WriteStroke(POINT from, POINT to, StrokeKind kind) {
   Host.Repaint();
 }
 
-void TableMouse::WriteAverage(int y) {
+void TableMouse::WriteKey(int y) {
   FrqMap& map = *Model.Map;
   OpenStroke(StrokeKind::Average);
-  if (!Host.Editing().SetAverage(map, std::max(FrequencyAtY(y), FrqNoPitch))) {
+  if (!Host.Editing().SetKey(map, std::max(FrequencyAtY(y), FrqNoPitch))) {
     EndDrag();
     return;
   }

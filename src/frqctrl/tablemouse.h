@@ -45,7 +45,7 @@ class TableMouse {
   TableSpot SpotAt(POINT point) const;
   SampleCount NearestColumn(int x) const;
   bool IsReachable(SampleCount column) const;
-  bool HasDerivedAverage() const;
+  bool IsKeyDerived() const;
   SampleCount ColumnCount() const;
   double FrequencyAtY(int y) const;
   double PencilAt(SampleCount column, int y) const;
@@ -58,7 +58,7 @@ class TableMouse {
   // The writes. False once the drag is over, with nothing told that was not written.
   bool WriteFrame(SampleCount column, double hz, StrokeKind kind, bool repaint);
   void WriteStroke(POINT from, POINT to, StrokeKind kind);
-  void WriteAverage(int y);
+  void WriteKey(int y);
   void OpenStroke(StrokeKind kind);
 
   void BeginSelecting(SampleCount column);

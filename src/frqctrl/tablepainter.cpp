@@ -183,7 +183,7 @@ void TablePainter::DrawAverageLine(HDC dc, const RECT& rect, const FrqMap& map, 
   const SelectGuard selectPen(dc, pen.get());
   const int y = geometry.FrequencyToY(average, rect.bottom);
   Line(dc, rect.left, y, rect.right, y);
-  Model.HoldAverageAt(rect.left, y);
+  Model.HoldKeyLineAt(rect.left, y);
 }
 
 void TablePainter::DrawPointers(HDC dc) const {

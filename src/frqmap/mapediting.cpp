@@ -18,7 +18,7 @@ bool DirectEditing::SetFrequency(FrqMap& map, SampleCount frame, double hz) {
   return true;
 }
 
-bool DirectEditing::SetAverage(FrqMap& map, double hz) {
+bool DirectEditing::SetKey(FrqMap& map, double hz) {
   if (map_ != &map) return false;
   map.Average = hz;
   return true;

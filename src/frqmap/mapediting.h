@@ -31,7 +31,7 @@ class MapEditing {
   // map. A frame that no sample position leads to is passed over. Frequencies in [Hz], as FrqMap::SetFrequency and
   // FrqMap::Average take them.
   virtual bool SetFrequency(FrqMap& map, SampleCount frame, double hz) = 0;
-  virtual bool SetAverage(FrqMap& map, double hz) = 0;
+  virtual bool SetKey(FrqMap& map, double hz) = 0;
 
   // A gesture of its own: the average and every frame become one pitch, and no frame stays selected.
   virtual void Flatten(FrqMap& map, double hz) = 0;
@@ -55,7 +55,7 @@ class DirectEditing : public MapEditing {
   void EndStroke() override;
   bool IsStrokeOpen() const override { return map_ != nullptr; }
   bool SetFrequency(FrqMap& map, SampleCount frame, double hz) override;
-  bool SetAverage(FrqMap& map, double hz) override;
+  bool SetKey(FrqMap& map, double hz) override;
   void Flatten(FrqMap& map, double hz) override;
   void Select(FrqMap& map, std::span<const int> frames) override;
   void SelectRange(FrqMap& map, SampleCount first, SampleCount last) override;

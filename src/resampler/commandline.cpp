@@ -57,9 +57,9 @@ double RenderLengthMs(const WaveFormat& format, std::uint32_t dataSize) {
   return static_cast<float>(frames * 1000.0 / format.samplesPerSec);
 }
 
-std::wstring RenderCommandLine(const std::wstring& wave, const std::wstring& output, double averageHz, double lengthMs,
+std::wstring RenderCommandLine(const std::wstring& wave, const std::wstring& output, double keyHz, double lengthMs,
                                const RenderSettings& settings) {
-  const std::wstring note = NoteNameFromNumber(NoteToRender(averageHz, settings.PitchShift));
+  const std::wstring note = NoteNameFromNumber(NoteToRender(keyHz, settings.PitchShift));
   // Velocity 100, then the flags; offset 0, the length, no consonant and no cutoff; volume 100, the modulation; 120
   // beats a minute, and a pitch bend that is flat.
   return Quoted(wave) + L" " + Quoted(output) + L" " + note + L" 100 " + Quoted(settings.Flags) + L" 0 " +

@@ -38,5 +38,5 @@ double RenderLengthMs(const WaveFormat& format, std::uint32_t dataSize);
 
 // The line that renders a whole wave at its average pitch. A note that has no name leaves its position empty, and two
 // blanks stand side by side.
-std::wstring RenderCommandLine(const std::wstring& wave, const std::wstring& output, double averageHz, double lengthMs,
+std::wstring RenderCommandLine(const std::wstring& wave, const std::wstring& output, double keyHz, double lengthMs,
                                const RenderSettings& settings);

@@ -192,7 +192,7 @@ void CCreateFrqDlg::WorkThrough() {
     if (result.End == ItemEnd::Refused) continue;
     if (EndsWorker(result.End)) return;
     if (MakesListedKind) list.SetEdited(item.listIndex, false);
-    list.SetFailed(item.listIndex, false);
+    list.ForgetMarks(item.listIndex);
   }
 }
 

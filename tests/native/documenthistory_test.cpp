@@ -79,7 +79,7 @@ struct DocumentHistoryTest : testing::Test {
     EXPECT_EQ(document_.State().Undo, gestures[static_cast<std::size_t>(kind)]);
     for (int i = Random(6); i > 0; --i) {
       const double hz = kind == StrokeKind::Erase ? 0.0 : 100.0 + Random(300);
-      EXPECT_TRUE(kind == StrokeKind::Average ? editing_.SetAverage(map, hz)
+      EXPECT_TRUE(kind == StrokeKind::Average ? editing_.SetKey(map, hz)
                                               : editing_.SetFrequency(map, Random(map.FrameCount + 1), hz));
     }
     if (Random(2) == 0) editing_.EndStroke();

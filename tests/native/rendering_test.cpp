@@ -153,10 +153,10 @@ TEST(RenderedNotes, TakeTheirPartOfTheRecording) {
 }
 
 // The map that is right for a pitch, and a voice of it throughout: what is cut out of a longer recording.
-std::pair<Sound, FrqMap> Sung(const std::function<double(double)>& hz, double averageHz) {
+std::pair<Sound, FrqMap> Sung(const std::function<double(double)>& hz, double keyHz) {
   FrqMap map;
   map.Create(FrqSampleRate / 256 + 1, FrqTypeFrq);
-  map.Average = averageHz;
+  map.Average = keyHz;
   for (SampleCount i = 0; i < map.FrameCount; ++i) {
     map.Frames.Own()[static_cast<std::size_t>(i)].Frequency =
         hz(static_cast<double>(map.PositionOf(i)) / FrqSampleRate);

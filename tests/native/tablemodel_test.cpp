@@ -20,7 +20,7 @@ struct TableModelTest : testing::Test {
     table.SetMaps(nullptr, &map);
     table.SetZoom(3);  // columns and rows of 10 pixels
     table.Geometry.PlotRect = {20, 0, 220, 300};
-    table.HoldAverageAt(0, 100);
+    table.HoldKeyLineAt(0, 100);
   }
   FrqMap map;
   TableModel table;

@@ -5,7 +5,7 @@
 #include "base/note.h"
 #include "base/notename.h"
 #include "check/checkrecords.h"
-#include "check/failuresearch.h"
+#include "check/marksearch.h"
 #include "frqctrl/geometry.h"
 #include "frqmap/edits.h"
 #include "native/family.h"
@@ -161,7 +161,7 @@ TEST(vectors, FindFailure) {
     std::vector<const FrqMap*> pointers;
     for (const FrqMap& map : maps) pointers.push_back(&map);
     for (const Json& step : test["steps"]) {
-      const auto found = FindFailure(pointers, {step["index"], step["sample"]}, step["forward"]);
+      const auto found = FindMarkedRun(pointers, {step["index"], step["sample"]}, step["forward"]);
       family.Expect(found ? Json{found->Index, found->Sample} : Json(), step["found"]);
       EXPECT_EQ(step["result"], found ? 0 : -1);
     }

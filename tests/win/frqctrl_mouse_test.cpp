@@ -124,7 +124,7 @@ struct CountingEditing : DirectEditing {
   bool SetFrequency(FrqMap& map, SampleCount frame, double hz) override {
     return Write(), DirectEditing::SetFrequency(map, frame, hz);
   }
-  bool SetAverage(FrqMap& map, double hz) override { return Write(), DirectEditing::SetAverage(map, hz); }
+  bool SetKey(FrqMap& map, double hz) override { return Write(), DirectEditing::SetKey(map, hz); }
   void Write() {
     if (--Left < 0) EndStroke();
   }
