@@ -46,7 +46,7 @@ class ByteReader {
 
   std::size_t Left() const { return rest_.size(); }
   bool Failed() const { return failed_; }
-  // For a codec that finds nonsense.
+  // Sets the error, for a codec that finds nonsense.
   void Fail() { failed_ = true; }
 
  private:

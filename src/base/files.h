@@ -10,7 +10,7 @@
 
 // The bytes of a file; none if it cannot be opened or read, or is larger than 64 MiB: a map of six hours.
 std::optional<Bytes> ReadWholeFile(const std::wstring& path);
-// The same into memory that is there already, as far as it goes. False for none.
+// The same into `bytes`, whose memory is used as far as it goes. False if the file cannot be read or is too large.
 bool ReadWholeFile(const std::wstring& path, Bytes& bytes);
 
 // Writes the file in place, with these bytes as its whole content. False, with the reason in Disk().LastError, if it

@@ -19,11 +19,11 @@ class FileStream {
  public:
   virtual ~FileStream() = default;
   virtual std::int64_t Size() const = 0;
-  // Reads all of it or fails.
+  // Fills all of `into` or fails.
   virtual bool ReadAt(std::int64_t position, std::span<std::uint8_t> into) = 0;
-  // Grows what is too small. One that fails may have written a part.
+  // Grows a file that is too small. A write that fails may have written a part.
   virtual bool WriteAt(std::int64_t position, ByteSpan bytes) = 0;
-  // Cuts off what is behind.
+  // Cuts off all that lies behind `size`.
   virtual bool Truncate(std::int64_t size) = 0;
 };
 
@@ -33,7 +33,7 @@ enum class FileMode {
            // write is waited for some seconds. On Windows a write that has come back outlasts the power
   Shared,  // as Patch, for a file that several programs write: locked against those that open it so, which wait for
            // some seconds and then fail
-  Own,     // as Patch, and nobody else opens it so meanwhile: what a running program holds to show that it lives
+  Own,     // as Patch, and nobody else opens it so meanwhile: a running program shows by such a file that it lives
 };
 
 struct FileFacts {
@@ -49,14 +49,14 @@ class FileSystem {
   virtual ~FileSystem() = default;
   // Null if the file cannot be opened in that mode.
   virtual std::unique_ptr<FileStream> Open(const std::wstring& path, FileMode mode) = 0;
-  // None if there is nothing of that name.
+  // Size and time of a file or folder; none if there is nothing of that name.
   virtual std::optional<FileFacts> FactsOf(const std::wstring& path) = 0;
   virtual bool Delete(const std::wstring& path) = 0;
   // Names of the files and folders in a folder, without a path and in no order.
   virtual std::vector<std::wstring> List(const std::wstring& folder) = 0;
-  // The folders above it too. True also if it is there.
+  // Makes the folders above it too. True also if the folder is there already.
   virtual bool MakeFolder(const std::wstring& path) = 0;
-  // An empty one.
+  // Removes an empty folder; any other stays.
   virtual bool RemoveFolder(const std::wstring& path) = 0;
 
   // The code of Windows for what failed last on this thread, in this file system or a stream of it.

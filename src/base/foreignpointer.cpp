@@ -10,8 +10,8 @@ namespace {
 constexpr DWORD kWritable = PAGE_READWRITE | PAGE_WRITECOPY | PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY;
 constexpr DWORD kReadable = kWritable | PAGE_READONLY | PAGE_EXECUTE_READ;
 
-// How many bytes from an address on have one of these protections, as far as it matters. A guard page is none: to touch
-// it would take it from the stack that it guards.
+// The number of bytes from an address on that have one of these protections, counted no further than matters. A guard
+// page ends them: to touch it would take it from the stack that it guards.
 std::size_t BytesFrom(const void* address, std::size_t wanted, DWORD protections) {
   const auto begin = reinterpret_cast<std::uintptr_t>(address);
   const std::size_t most = std::min(wanted, static_cast<std::size_t>(UINTPTR_MAX - begin));

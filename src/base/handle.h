@@ -33,7 +33,7 @@ class UniqueHandle {
     if (old != Traits::Null() && old != handle) Traits::Close(old);
   }
 
-  // For functions that give the handle through a pointer.
+  // The address for a function that gives the handle through a pointer. Closes what is held first.
   Type* out() {
     reset();
     return &handle_;

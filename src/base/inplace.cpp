@@ -17,7 +17,7 @@ bool WritePieces(FileStream& stream, const FileChange& change) {
   return change.SizeAfter >= change.SizeBefore || stream.Truncate(change.SizeAfter);
 }
 
-// Not by a list of pieces in braces, which would copy both contents.
+// A change of all bytes of a file. A list of pieces in braces would copy both contents.
 FileChange WholeChange(const std::wstring& path, Bytes before, Bytes after) {
   FileChange change{path, std::ssize(before), std::ssize(after), {}};
   change.Pieces.push_back({0, std::move(before), std::move(after)});
@@ -39,7 +39,7 @@ bool Overwrite(FileSystem& files, FileStream& stream, const std::wstring& path, 
   return isMade;
 }
 
-// The rest of a change whose Begin the guard has been told.
+// Makes a change whose Begin the guard has been told, or takes it back, and tells the guard its End.
 bool CarryOut(FileSystem& files, FileStream& stream, const FileChange& change, const std::function<bool()>& isThere) {
   files.SetLastError(0);
   if (WritePieces(stream, change) && (!isThere || isThere())) {
@@ -52,7 +52,7 @@ bool CarryOut(FileSystem& files, FileStream& stream, const FileChange& change, c
   return false;
 }
 
-// An empty file; what failed before stays the reason.
+// Removes an empty file. LastError stays the reason of what failed before.
 bool RemoveEmpty(FileSystem& files, const std::wstring& path) {
   const std::uint32_t error = files.LastError();
   const std::optional<FileFacts> facts = files.FactsOf(path);
@@ -74,7 +74,8 @@ bool WriteNew(FileSystem& files, const std::wstring& path, Bytes bytes) {
     RemoveEmpty(files, path);
     return false;
   }
-  // Somebody else was quicker, or nobody knows: the next start looks at what cannot be removed.
+  // Somebody else has made the file meanwhile, or its size cannot be told. One that may be ours and cannot be removed
+  // has no End: the next start looks at it.
   const bool isOpen = stream != nullptr;
   if (isOpen && !size) stream.reset();
   if (!isOpen || size || RemoveEmpty(files, path)) PresentGuard().End();
@@ -95,7 +96,7 @@ bool MakeChange(FileSystem& files, FileStream& stream, const FileChange& change,
   return CarryOut(files, stream, change, isThere);
 }
 
-// One piece that resists keeps no other one from being put back.
+// A piece that cannot be put back keeps no other piece from it.
 bool TakeBack(FileStream& stream, const FileChange& change) {
   bool isBack = true;
   for (const FileChange::Piece& piece : change.Pieces) {

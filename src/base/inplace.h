@@ -20,7 +20,7 @@ bool WriteInPlace(FileSystem& files, const std::wstring& path, Bytes bytes);
 bool MakeChange(FileSystem& files, FileStream& stream, const FileChange& change,
                 const std::function<bool()>& isThere = {});
 
-// Puts the bytes and the length of before back, however far the change got.
+// Puts back the bytes and the length from before a change, however far it got.
 bool TakeBack(FileStream& stream, const FileChange& change);
 
 // The length of an open file; none, with the reason in LastError, if the system does not tell it. A failure must not

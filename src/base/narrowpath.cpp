@@ -19,7 +19,7 @@ std::string InCodePage(const std::wstring& path) {
   return bytes;
 }
 
-// Empty for what is not there, and long as it was where the volume keeps no short names.
+// The path in short names: empty if nothing is there, and as long as before where the volume keeps no short names.
 std::wstring ShortForm(const std::wstring& path) {
   const std::wstring literal = ApiPath(path);
   std::wstring form(kLongestPath, L'\0');
@@ -39,7 +39,7 @@ std::optional<Identity> IdentityOf(const std::wstring& path) {
   return Identity(facts.dwVolumeSerialNumber, facts.nFileIndexHigh, facts.nFileIndexLow);
 }
 
-// The narrow one is opened as the outside program would.
+// The narrow path is opened as the outside program would open it.
 bool LeadToTheSame(const std::wstring& narrow, const std::wstring& path) {
   const std::optional<Identity> reached = IdentityOf(narrow), meant = IdentityOf(ApiPath(path));
   if (reached || meant) return reached == meant;

@@ -12,9 +12,9 @@ constexpr int kHighest = 119;
 constexpr std::array<std::wstring_view, 12> kNames = {L"C",  L"C#", L"D",  L"D#", L"E",  L"F",
                                                       L"F#", L"G",  L"G#", L"A",  L"A#", L"B"};
 
-// What stands behind this is not looked at.
+// Characters behind these are not looked at.
 constexpr std::size_t kLongestName = 15;
-// Beyond it the note would not be a number any more.
+// A higher octave is refused: the number of the note might not fit into an int.
 constexpr long kHighestOctave = 99'999'999;
 
 std::wstring UpperCase(std::wstring text) {

@@ -10,8 +10,8 @@ bool HasDrive(const std::wstring& path) {
   return path.size() > 1 && path[1] == L':';
 }
 
-// Length of what ".." never leads out of, its separator included: "C:\\", "\\\\server\\", "\\". It does lead out of a
-// share, as it does for the shell.
+// The length of the root, which ".." never leads out of, its separator included: "C:\\", "\\\\server\\", "\\". It does
+// lead out of a share, as it does for the shell.
 std::size_t RootLength(const std::wstring& path) {
   const bool isShare = path.starts_with(L"\\\\");
   const std::size_t end = isShare ? std::min(path.find(L'\\', 2), path.size()) : HasDrive(path) ? 2 : 0;
@@ -45,7 +45,7 @@ constexpr std::wstring_view kExtendedShare = L"\\\\?\\UNC";
 // A folder may have this many units less one, so that a short name still fits into it.
 constexpr std::size_t kShortEnough = 248;
 
-// "\\\\?\\" and "\\\\.\\", which are not ours to change.
+// Paths that begin with "\\\\?\\" or "\\\\.\\" are not ours to change.
 bool IsOfDevices(const std::wstring& path) {
   return path.starts_with(kExtended) || path.starts_with(L"\\\\.\\");
 }
@@ -59,7 +59,7 @@ bool EqualsInAscii(std::wstring_view name, std::wstring_view upper) {
   return std::ranges::equal(name, upper, {}, raise);
 }
 
-// What stands before the first dot makes a device, with any blanks between them.
+// A name is that of a device by its part before the first dot or colon, blanks at the end of that part left out.
 bool IsDevice(std::wstring_view name) {
   name = name.substr(0, name.find_first_of(L".:"));
   name = name.substr(0, name.find_last_not_of(L' ') + 1);
@@ -72,7 +72,7 @@ bool IsDevice(std::wstring_view name) {
   return isPort && name.size() == 4 && std::wstring_view(L"0123456789\u00B9\u00B2\u00B3").find(name[3]) != name.npos;
 }
 
-// In the extended form nothing is read but "\\" and names, so all else that leads somewhere is followed here.
+// The system reads nothing but "\\" and names in the extended form, so "/", "\\\\" and dots are resolved here.
 std::wstring Literal(std::wstring path) {
   std::ranges::replace(path, L'/', L'\\');
   if (path.ends_with(L"\\.") || path.ends_with(L"\\..")) path += L'\\';

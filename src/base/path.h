@@ -1,6 +1,6 @@
 // Paths by their text alone: taken apart and put together as Windows does it, but without it.
 //
-// The separator is "\\". What counts beyond that is told for full paths, which begin with a drive or a server.
+// The separator is "\\". All else is told of full paths, which begin with a drive or a server.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 // Code units of the longest path that Windows knows, with the zero behind it.
 inline constexpr std::size_t kLongestPath = 32768;
 
-// Empty for a path without a separator. The root of a drive keeps its own.
+// The path of the folder, without a separator at its end but for the root of a drive. Empty for a path without one.
 inline std::wstring FolderOf(const std::wstring& path) {
   const std::size_t separator = path.find_last_of(L'\\');
   if (separator == std::wstring::npos) return {};
@@ -20,7 +20,7 @@ inline std::wstring FileNameOf(const std::wstring& path) {
   return path.substr(path.find_last_of(L'\\') + 1);
 }
 
-// A root keeps its own separator, and gets no second one.
+// The path of a name in a folder. A folder that ends in a separator, as a root does, gets no second one.
 inline std::wstring PathIn(const std::wstring& folder, const std::wstring& name) {
   return folder.ends_with(L'\\') ? folder + name : folder + L'\\' + name;
 }
@@ -33,7 +33,7 @@ std::wstring PathSeenFrom(const std::wstring& folder, const std::wstring& name);
 // The extension goes from the last dot of the name to its end; a name with a blank behind that dot has none.
 std::wstring PathWithoutExtension(const std::wstring& path);
 
-// `extension` with its dot, in the place of the one that is there.
+// The path with `extension`, which comes with its dot, in the place of the extension that is there.
 std::wstring PathWithExtension(const std::wstring& path, const std::wstring& extension);
 
 // Whether the system would open each name of a path as it stands. It drops a blank or a dot at the end of one, and
@@ -45,5 +45,5 @@ bool HasPlainNames(const std::wstring& path);
 // given this; nothing keeps it.
 std::wstring ApiPath(const std::wstring& path);
 
-// The way back: a path as the program keeps it, if it comes in the extended form.
+// The way back from ApiPath: a path in the extended form, as the program keeps it.
 std::wstring PlainPath(const std::wstring& path);

@@ -6,7 +6,7 @@
 
 namespace {
 
-// Once in a run is enough for the user to know.
+// The user is told of a failure once in a run, which is enough.
 enum class Failure { None, Met, Told };
 std::atomic<Failure> failure = Failure::None;
 

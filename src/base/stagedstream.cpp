@@ -31,7 +31,7 @@ bool StagedStream::ReadAt(std::int64_t position, std::span<std::uint8_t> into) {
   return true;
 }
 
-// What touches the new bytes becomes one piece with them, in the place of the first of it.
+// The pieces that touch the new bytes become one piece with them, in the place of the first such piece.
 bool StagedStream::WriteAt(std::int64_t position, ByteSpan bytes) {
   if (!IsOpen()) return false;
   if (position > size_ && !WriteAt(size_, Bytes(static_cast<std::size_t>(position - size_)))) return false;
@@ -52,7 +52,7 @@ bool StagedStream::WriteAt(std::int64_t position, ByteSpan bytes) {
   return true;
 }
 
-// The bytes of `above` win.
+// Both pieces as one. Where they overlap, the bytes of `above` count.
 StagedStream::Piece StagedStream::Joined(const Piece& below, const Piece& above) {
   Piece joined{std::min(below.At, above.At), {}};
   joined.Content.resize(static_cast<std::size_t>(std::max(below.End(), above.End()) - joined.At));
@@ -87,7 +87,7 @@ std::optional<FileChange> StagedStream::Change() {
   for (const Piece& piece : pieces_) {
     if (!AddPiece(change, piece.At, piece.Content)) return std::nullopt;
   }
-  // What is cut off at the end.
+  // The bytes that are cut off at the end are a piece of their own.
   if (size_ < *sizeUnder_) {
     Bytes cut(static_cast<std::size_t>(*sizeUnder_ - size_));
     if (!under_.ReadAt(size_, cut)) return std::nullopt;

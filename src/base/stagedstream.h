@@ -1,7 +1,7 @@
 // A file that is changed in memory first: what is written to it is seen by whoever reads it here, and reaches the file
 // as one change or not at all.
 //
-// For what has to read and write a file in several places to change one thing in it.
+// It serves a change of one thing in a file that takes reads and writes in several places.
 #pragma once
 
 #include "base/inplace.h"
@@ -17,7 +17,7 @@ class StagedStream : public FileStream {
 
   std::int64_t Size() const override { return size_; }
   bool ReadAt(std::int64_t position, std::span<std::uint8_t> into) override;
-  // Behind the end there are zeros up to `position`.
+  // A write behind the end puts zeros ahead of it, up to `position`.
   bool WriteAt(std::int64_t position, ByteSpan bytes) override;
   bool Truncate(std::int64_t size) override;
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-// What a call writes that takes a size and a buffer and gives a length; empty if it fails.
+// The text that a call writes into a buffer, given its size; the call returns the length. Empty if it fails.
 template <typename Call>
 std::wstring TextOf(Call call) {
   std::wstring text(kLongestPath, L'\0');

@@ -7,24 +7,24 @@
 
 #include <string>
 
-// In full, as a path that somebody typed or handed over names it. What is there under exactly that name is meant, with
-// its blank or dot at the end; else it is what the system makes of it.
+// The full path of one that somebody typed or handed over. A file of exactly that name is meant where there is one,
+// with any blank or dot at its end; else the system decides.
 std::wstring FullPathOf(const std::wstring& path);
 
-// Of this program.
+// The path of this program's file.
 std::wstring ProgramPath();
 
-// Of a program or library that is loaded.
+// The path of a program or library that is loaded.
 std::wstring ModulePath(HMODULE module);
 
-// A library is loaded by its name alone. From now on it may come from the program's folder and the system's, and never
+// From now on a library that is loaded by its name alone comes from the program's folder or the system's, and never
 // from the folder that is current, which is a voicebank from somewhere as often as not, or from one of the search path.
 void SearchLibrariesBesideTheProgram();
 
 // The folder that all temporary files share.
 std::wstring TemporaryPath();
 
-// Empty if the system has no such folder.
+// The path of one of the system's known folders; empty if there is none.
 std::wstring KnownFolder(const KNOWNFOLDERID& id);
 
 // A variable of the environment, empty if it is not set.

@@ -48,7 +48,8 @@ std::wstring ProgramOf(HANDLE process) {
   return FileNameOf(path);
 }
 
-// The number of a process that has ended may be another program's now. One that we may not look at counts as ours.
+// The number of a process that has ended may be another program's now. A process that we may not look at counts as
+// ours.
 bool IsProcessOfOurs(DWORD id) {
   const UniqueHandle<KernelTraits> process(
       OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION | SYNCHRONIZE, FALSE, id));
@@ -89,7 +90,7 @@ void TempFolder::Remove() const {
 }
 
 void TempFolder::Empty(const std::wstring& folder) {
-  // Without a name it would be the root of the drive.
+  // An empty path would be the root of the drive.
   if (folder.empty() || !IsFolder(GetFileAttributesW(ApiPath(folder).c_str()))) return;
   ForEachIn(folder, L"*", [&](const WIN32_FIND_DATAW& item) {
     const std::wstring path = PathIn(folder, item.cFileName);

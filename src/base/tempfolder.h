@@ -9,8 +9,8 @@
 
 class TempFolder {
  public:
-  // Makes a new one: a name that is taken is passed over. Those of earlier processes that were ended early go first. A
-  // folder that cannot be made is met by what is to be written there.
+  // Makes a new folder under a name that is not taken. Folders that killed processes have left go first. Where it
+  // cannot be made, nothing is told: whatever is to be written there fails.
   void Make();
   // A folder that is not empty stays.
   void Remove() const;
@@ -18,7 +18,8 @@ class TempFolder {
   // Empty until it was made.
   const std::wstring& Path() const { return path_; }
 
-  // Deletes the files that lie in a folder itself. What is in use stays, and so do folders. Of a link, nothing.
+  // Deletes the files that lie in a folder itself. Files in use stay, and so do folders. Nothing is deleted where
+  // `folder` is a link.
   static void Empty(const std::wstring& folder);
 
  private:

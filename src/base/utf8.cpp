@@ -88,7 +88,7 @@ std::string BytesOf(std::wstring_view text, StrayBytes stray) {
   return bytes;
 }
 
-// How many bytes belong to a character that begins so; 0 where none does.
+// The number of bytes of a character that begins with this one; 0 if no character does.
 std::size_t LengthFrom(std::uint8_t first) {
   if (first < 0x80) return 1;
   if (first < 0xC2 || first > 0xF4) return 0;

@@ -1,7 +1,7 @@
-// A hash of 64 bits over whole words, that tells apart what was and what is: a torn end, a file that has changed.
+// WordHash: a hash of 64 bits over whole words, by which bytes that have changed are found: a torn end, another file.
 //
-// It guards against chance and not against anybody's will. Apart, because stamps of files, images of maps and frames of
-// a journal all need it and none of them knows another.
+// It guards against chance and not against anybody's will. It stands apart, because stamps of files, images of maps and
+// frames of a journal all need it and none of them knows another.
 #pragma once
 
 #include <algorithm>
@@ -27,7 +27,7 @@ class WordHash {
     Add(word);
   }
 
-  // With their number, so that zeros at the end count.
+  // The number of the bytes is added too, so that zeros at the end count.
   void Add(ByteSpan bytes) {
     Add(std::uint64_t{bytes.size()});
     for (; !bytes.empty(); bytes = bytes.subspan(std::min(bytes.size(), sizeof(std::uint64_t)))) {
@@ -37,7 +37,7 @@ class WordHash {
     }
   }
 
-  // Never 0, which is left for what there is not.
+  // Never 0, which stands for a hash that there is not.
   std::uint64_t Value() const { return hash_ == 0 ? 1 : hash_; }
 
  private:

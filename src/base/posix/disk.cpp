@@ -58,7 +58,7 @@ bool Succeeds(int result) {
 
 class PosixStream : public FileStream {
  public:
-  // `size`: of a file that is only read, as it was when it was opened.
+  // `size` is given for a file that is only read: its size when it was opened.
   explicit PosixStream(int file, std::optional<std::int64_t> size) : file_(file), size_(size) {}
   ~PosixStream() override { close(file_); }
   PosixStream(const PosixStream&) = delete;

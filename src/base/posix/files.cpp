@@ -38,7 +38,7 @@ bool FolderExists(const std::wstring& path) {
   return facts && facts->IsFolder;
 }
 
-// One that nobody may write: an administrator could all the same, against the mark.
+// A file that nobody may write is refused: an administrator could write it all the same, against the mark.
 bool RefuseReadOnly(const std::wstring& path) {
   struct stat facts {};
   if (stat(NativePath(path).c_str(), &facts) != 0 || (facts.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH))) return false;

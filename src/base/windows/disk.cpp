@@ -15,11 +15,11 @@ constexpr DWORD kPatienceMs = 5000;  // for another program that has a file lock
 constexpr DWORD kBetweenMs = 5;
 constexpr ULONGLONG kImpatienceMs = 1000;  // after a wait that was in vain
 
-// One wait for another program. What comes right after one in vain does not wait: a thousand entries of one desc.mrq
-// that somebody holds would take over an hour, with the document locked.
+// One wait for another program. A wait right after one in vain ends at once: a thousand entries of one desc.mrq that
+// somebody holds would take over an hour, with the document locked.
 class Patience {
  public:
-  // False at its end.
+  // Waits a moment; false once the wait has lasted long enough.
   bool Wait() {
     if (waited_ >= kPatienceMs || GetTickCount64() - InVain() < kImpatienceMs) {
       InVain() = GetTickCount64();
@@ -39,7 +39,8 @@ class Patience {
   DWORD waited_ = 0;
 };
 
-// The place for an offset in ReadFile and WriteFile costs several times the read under Wine.
+// The position is set by a call of its own: an offset handed to ReadFile or WriteFile costs several times the read
+// under Wine.
 bool MoveTo(HANDLE file, std::int64_t position) {
   LARGE_INTEGER distance{};
   distance.QuadPart = position;
@@ -110,7 +111,7 @@ FileHandle OpenOnce(const std::wstring& path, FileMode mode) {
                   reads ? FILE_ATTRIBUTE_NORMAL : FILE_ATTRIBUTE_NORMAL | FILE_FLAG_WRITE_THROUGH, nullptr));
 }
 
-// Who reads a map may well do so without letting others write, and is through in a moment.
+// A program that reads a map may keep others from writing it, and is through in a moment: the opening waits for that.
 FileHandle OpenPatiently(const std::wstring& path, FileMode mode) {
   const bool isPatient = mode == FileMode::Patch || mode == FileMode::Shared;
   for (Patience patience;;) {
