@@ -37,7 +37,7 @@ std::optional<FILETIME> TimeOf(const std::wstring& path) {
   return item.ftLastWriteTime;
 }
 
-// The access check wants a token that stands for the user within a thread.
+// A token that stands for the user within a thread, which the access check wants.
 TokenHandle ImpersonationToken() {
   TokenHandle process, token;
   if (!OpenProcessToken(GetCurrentProcess(), TOKEN_DUPLICATE | TOKEN_QUERY, process.out())) return {};

@@ -12,7 +12,7 @@
 // which leaves `shadow` alone. Whether anything lies there is not looked at.
 int GetVirtualStorePath(const std::wstring& path, std::wstring& shadow);
 
-// What the system's own access check says of the current user: 1 may write, 0 may not, -1 cannot be told.
+// The answer of the system's own access check for the current user: 1 may write, 0 may not, -1 cannot be told.
 int CanWriteFolder(const std::wstring& folder);
 
 // Replaces the path of a file by that of its shadow if only the shadow exists or it was written later. Always 0.

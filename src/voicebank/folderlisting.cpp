@@ -20,8 +20,8 @@ std::optional<std::uint32_t> AskedSize(const std::wstring& path) {
 
 }  // namespace
 
-// Most names that are asked for are not there: a table of numbers alone says so without touching a name, and of a large
-// folder it stays in the processor's cache.
+// Most names that are asked for are not there: the table says so by numbers alone, without touching a name, and that of
+// a large folder stays in the processor's cache.
 void FolderListing::Finish() {
   slots_.assign(std::bit_ceil(2 * files_.size() + 1), {});
   for (std::size_t place = 0; place < files_.size(); ++place) {

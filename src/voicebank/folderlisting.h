@@ -1,4 +1,4 @@
-// What one folder holds, read in a single pass: its files with their sizes, and its subfolders.
+// The content of one folder, read in a single pass: its files with their sizes, and its subfolders.
 //
 // A voicebank has thousands of waves with a map each, and asking the file system for each map costs many times what
 // one enumeration does.
@@ -23,7 +23,7 @@ class FolderListing {
 
   // Whether there is such a file. Names are compared as the file system does: on Windows without regard to case.
   bool Holds(std::wstring name) const { return PlaceOf(Folded(std::move(name))).has_value(); }
-  // Low 32 bits of its size, none if there is no such file.
+  // Low 32 bits of the file's size; none if there is no such file.
   std::optional<std::uint32_t> SizeOf(const std::wstring& name) const;
 
  private:
@@ -35,7 +35,7 @@ class FolderListing {
   // The place of a file among all; none if there is no such file.
   std::optional<std::size_t> PlaceOf(const std::wstring& folded) const;
 
-  // Where a name is in the table, unless others have come there before: then in the next free slot behind it.
+  // A slot of the table. A name stands in the one that its hash leads to or, where that is taken, in the next free one.
   struct Slot {
     std::uint32_t hash = 0;
     std::uint32_t place = 0;  // among the files, from 1 on; 0: free
@@ -43,7 +43,7 @@ class FolderListing {
 
   std::wstring folder_;
   std::vector<std::wstring> files_;
-  std::vector<std::optional<std::uint32_t>> sizes_;  // of the files; none: to be asked for
+  std::vector<std::optional<std::uint32_t>> sizes_;  // of the files; none: the system has to be asked for it
   std::vector<std::wstring> folders_;
   std::vector<Slot> slots_ = std::vector<Slot>(1);  // at least twice as many as files, and a power of two
 };

@@ -1,4 +1,4 @@
-// Where the host application lies on this machine.
+// The folder in which the host application lies on this machine.
 #pragma once
 
 #include <string>
@@ -6,5 +6,5 @@
 // The folder of the program that the system opens project files (.ust) with; empty if there is none.
 std::wstring AssociatedHostFolder();
 
-// The same, or else the folder that the host is installed in by default, whether it is there or not.
+// The associated folder, or else the one that the host is installed in by default, whether that is there or not.
 std::wstring FindHostFolder();

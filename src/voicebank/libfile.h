@@ -11,7 +11,7 @@
 #include "base/handle.h"
 #include "voicebank/textlines.h"
 
-// An open file, which nobody else may open meanwhile.
+// A file that is open, and that nobody else may open meanwhile.
 class LibFile {
  public:
   LibFile() = default;
@@ -34,13 +34,13 @@ class LibReadFile : public LibFile {
  public:
   explicit LibReadFile(CharsetRule rule) : charsetRule_(rule) {}
 
-  // A file beyond 16 MiB fails as well: what is made of its lines takes many times its size, in a process of 32 bits.
+  // A file beyond 16 MiB fails as well: its lines, once read, take many times its size, in a process of 32 bits.
   DWORD Open(const std::wstring& path) override;
   void Close() override;
 
   TextEncoding Encoding() const { return encoding_; }
 
-  // False behind the last line, and at once if the file could not be read.
+  // Gives the next line; false behind the last one, and at once if the file could not be read.
   bool ReadLine(std::wstring& line);
 
  private:

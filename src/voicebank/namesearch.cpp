@@ -7,7 +7,7 @@
 
 namespace {
 
-// How well a name fits; as it is written counts one more. 0 is not at all.
+// Ranks of how well a name fits; one that fits as it is written has one more. 0 is not at all.
 constexpr std::uint8_t kInside = 1, kAtStart = 3, kWhole = 5, kBest = kWhole + 1;
 
 // The names that fit, the best ones first, in two passes.
@@ -39,7 +39,7 @@ void NameSearch::Spelled::Add(std::wstring_view name) {
   Ends.push_back(Text.size());
 }
 
-// Of several places in a name the first one is the best.
+// A name that holds the part several times is ranked by the first place, which is the best.
 void NameSearch::Spelled::Rank(std::wstring_view part, std::uint8_t bonus, std::vector<std::uint8_t>& ranks) const {
   std::size_t name = 0;
   for (std::size_t at = 0; (at = Text.find(part, at)) != Text.npos; at = Ends[name]) {

@@ -1,4 +1,4 @@
-// NameSearch: which of many names hold a typed part, in whatever script either is written.
+// NameSearch finds those of many names that hold a typed part, in whatever script either is written.
 //
 // Names are spelled once (namespelling.h) and stand one behind the other in one text for each spelling, so that a
 // search is one pass over each and thousands of names answer between two key presses. Portable.

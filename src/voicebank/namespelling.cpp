@@ -18,7 +18,7 @@ constexpr wchar_t kNarrowKana[] =
     L"をぁぃぅぇぉゃゅょっーあいうえおかきくけこさしすせそたちつてとなにぬねのはひふへほまみむめもやゆよらりるれろわん";
 static_assert(std::size(kNarrowKana) - 1 == kLastNarrowKana - kFirstNarrowKana + 1);
 
-// What is typed for each hiragana, from kFirstKana on.
+// The letters that are typed for each hiragana, from kFirstKana on.
 constexpr std::array<const wchar_t*, kLastKana - kFirstKana + 1> kTyped = {
     L"xa", L"a",  L"xi", L"i",  L"xu",  L"u",   L"xe",  L"e",  L"xo",  L"o",  L"ka",  L"ga", L"ki", L"gi", L"ku",
     L"gu", L"ke", L"ge", L"ko", L"go",  L"sa",  L"za",  L"si", L"zi",  L"su", L"zu",  L"se", L"ze", L"so", L"zo",
@@ -60,8 +60,8 @@ wchar_t OneWidth(wchar_t c) {
   return c < 0x20 || c == 0x3000 ? L' ' : c;
 }
 
-// How far behind a kana its form with a voicing mark stands, 0 for those that have none. Names that come from another
-// system may hold the mark as a character of its own, and those of half width always do.
+// The distance from a kana to its form with a voicing mark, 0 for one that has none. Names that come from another
+// system may hold the mark as a character of its own, and kana of half width always have it so.
 int StepToVoiced(wchar_t kana, wchar_t mark) {
   const bool isHalf = mark == 0x309A || mark == 0xFF9F;
   if (!isHalf && mark != 0x3099 && mark != 0xFF9E) return 0;
@@ -130,8 +130,8 @@ std::wstring WithDoubled(const std::wstring& typed) {
   return text;
 }
 
-// One way to write what another one writes too: `From`, of which `Taken` letters become `To`, where one of the letters
-// in `Before` follows. Empty: whatever follows; "$": the end of what is typed.
+// One of two ways to write the same: of `From`, `Taken` letters become `To` where one of the letters in `Before`
+// follows. An empty `Before` fits whatever follows, and "$" the end of a typed text.
 struct Spelling {
   std::wstring_view From;
   std::wstring_view Before;
@@ -139,7 +139,7 @@ struct Spelling {
   std::size_t Taken;
 };
 
-// The first one that fits is taken.
+// The spelling that fits first is taken.
 constexpr Spelling kSpellings[] = {
     {L"shi", L"", L"si", 3},   {L"sh", L"aueo", L"sy", 2}, {L"sh", L"$", L"s", 2},    {L"tch", L"", L"t", 1},
     {L"cc", L"", L"t", 1},     {L"chi", L"", L"ti", 3},    {L"ch", L"aueo", L"ty", 2}, {L"ch", L"$", L"t", 2},
@@ -156,7 +156,7 @@ bool Fits(const Spelling& spelling, std::wstring_view text, bool isTyped) {
   return rest.empty() ? isTyped && spelling.Before == L"$" : IsOneOf(rest.front(), spelling.Before);
 }
 
-// Two of them are one that stands by itself, but where the second one begins a syllable.
+// "nn" is one n that stands by itself, except where the second n begins a syllable.
 bool IsSyllabicN(std::wstring_view text) {
   return text.starts_with(L"nn") && (text.size() == 2 || !IsOneOf(text[2], L"aiueoy"));
 }

@@ -11,7 +11,7 @@ namespace {
 
 constexpr wchar_t kNameKey[] = L"[]";
 
-// More than a project of the host can hold; what goes beyond it would take the memory.
+// More notes than a project of the host can hold; a file with more would take the memory.
 constexpr std::size_t kMostNotes = 1000000;
 
 bool IsDigit(wchar_t c) {

@@ -11,7 +11,7 @@
 
 namespace UtauCommon {
 
-// What a section is, by its name.
+// The types of sections, by their names.
 enum NoteType : std::int32_t {
   NoteTypeOther = 0,  // no name, or one that is not known
   NoteTypeVersion = 1,
@@ -34,7 +34,7 @@ class NOTE {
   NOTE* next = nullptr;
 
   NoteType GetType() const;
-  // Whether the section takes time in the song and has a number: the notes, also the inserted ones, and those on
+  // Whether the section takes time in the song and has a number, as all notes do, also the inserted ones and those on
   // either side of the selection.
   bool IsCounted() const;
 
@@ -42,7 +42,7 @@ class NOTE {
   std::wstring GetValue(const std::wstring& key) const;
   std::wstring GetLyric() const { return GetValue(L"Lyric"); }
   std::wstring GetAlias() const { return GetValue(L"@alias"); }
-  // In ticks, a quarter note being 480; 0 for a text that is no number.
+  // The length in ticks, a quarter note being 480; 0 for a text that is no number.
   std::int32_t GetLength() const;
 };
 

@@ -46,7 +46,7 @@ std::optional<OTOENTRY> ParseLine(std::wstring_view line) {
   return entry;
 }
 
-// As the shell has it: a dot before a blank or a folder begins no extension.
+// The path without its extension as the shell tells it: a dot before a blank or a folder begins none.
 std::wstring WithoutExtension(const std::wstring& path) {
   const std::size_t dot = path.find_last_of(L"\\ .");
   return dot != path.npos && path[dot] == L'.' ? path.substr(0, dot) : path;
@@ -70,7 +70,7 @@ void OTOINI::Parse(const LineSource& next, const std::wstring& subfolder) {
 
 void OTOINI::Add(OTOENTRY entry) {
   const OTOENTRY& added = entries.emplace_back(std::move(entry));
-  // The first of each is found, so that a later one changes nothing.
+  // The first entry of an alias or a name is found, so that a later one changes nothing.
   byAlias_.emplace(added.alias, &added);
   byName_.emplace(WithoutExtension(NameInVoicebank(added)), &added);
 }

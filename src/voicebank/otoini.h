@@ -39,13 +39,14 @@ class OTOINI {
   int Load(const std::wstring& folderOrFile);
   // Adds the entries of one file, to a million in all. A line that is none is dropped.
   void Parse(const LineSource& next, const std::wstring& subfolder);
-  // Behind those that are there.
+  // Adds an entry behind those that are there.
   void Add(OTOENTRY entry);
   void Clear();
 
-  // By alias, or else by the wave's name in the voicebank without its extension; null for an unknown or empty text.
+  // The entry with that alias, or else with that name of its wave in the voicebank, without extension; null for an
+  // unknown or empty text.
   const OTOENTRY* Find(const std::wstring& text) const;
-  // The full path of what Find finds, empty for nothing. It is not looked at whether the wave exists.
+  // The full path of the wave that Find finds, empty for none. The wave need not exist.
   std::wstring ResolveWavePath(const std::wstring& text) const;
 
  private:

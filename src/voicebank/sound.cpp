@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::uint16_t kIntegers = 1;
 constexpr std::uint16_t kFloats = 3;
-constexpr std::uint16_t kExtensible = 0xFFFE;  // what the samples are stands farther behind: integers, by far the most
+constexpr std::uint16_t kExtensible = 0xFFFE;  // the form of samples stands farther behind: mostly it is integers
 
 template <typename T>
 T NumberAt(const std::uint8_t* bytes) {
@@ -35,7 +35,7 @@ float FromFloat(const std::uint8_t* at) {
   return std::isfinite(value) ? std::clamp(value, -1.0f, 1.0f) * 32768.0f : 0.0f;
 }
 
-// False for a form that is not known.
+// Reads the samples by their form; false for one that is not known.
 bool ReadAs(const WaveFormat& format, ByteSpan bytes, std::size_t stride, std::vector<float>& samples) {
   using At = const std::uint8_t*;
   const bool isFloat = format.formatTag == kFloats && format.bitsPerSample == 32;

@@ -17,7 +17,7 @@ struct Sound {
 // bits, and floats of 32. None for any other form, for no samples, and for a rate under 4 or over 400 kHz.
 std::optional<Sound> SoundOfWave(const WaveFormat& format, ByteSpan samples);
 
-// As integers, with all that is too loud cut off.
+// The samples as integers, those that are too loud cut off at the limits.
 std::vector<std::int16_t> To16Bits(std::span<const float> samples);
 
 // A RIFF file of one channel.

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-// Which mark makes a sort of file UTF-8. A byte order mark always does; without any mark it is Shift-JIS.
+// The mark that makes a sort of file UTF-8. A byte order mark always does; without any mark a file is Shift-JIS.
 enum class CharsetRule : std::uint32_t {
   MoreConfig = 0,  // the byte order mark alone
   OtoIni = 1,      // also "#Charset:UTF8" at the very start
@@ -39,5 +39,5 @@ struct KeyValue {
   std::wstring_view value;
 };
 
-// What stands before and behind the first "=", neither trimmed; none without one.
+// The texts before and behind the first "=", neither trimmed; none without a "=".
 std::optional<KeyValue> SplitKeyValue(std::wstring_view line);

@@ -10,7 +10,7 @@ constexpr std::uint16_t kPlainBits = 16;
 
 using FourCc = std::array<char, 4>;
 
-// The fields that every form has; a form of integers has no more.
+// Writes the fields that every form has; a form of integers has no more.
 void WriteFormat(ByteWriter& writer, const WaveFormat& format) {
   writer.Write(format.formatTag);
   writer.Write(format.channels);

@@ -13,5 +13,5 @@ std::optional<DecodedWave> CutWave(const DecodedWave& wave, std::int64_t first, 
 // The format of 16-bit samples.
 WaveFormat PlainFormat(int channels, int rate);
 
-// A RIFF file. `extension` is what the format tells behind the fields of WaveFormat.
+// A RIFF file. `extension` is the bytes of the format behind the fields of WaveFormat.
 Bytes EncodeWave(const WaveFormat& format, ByteSpan extension, ByteSpan samples);

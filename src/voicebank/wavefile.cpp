@@ -40,7 +40,7 @@ class RiffWalk {
     }
     return false;
   }
-  // Behind a chunk; one of an odd size has a byte of padding.
+  // Goes behind a chunk; one of an odd size has a byte of padding.
   void Ascend(const Chunk& chunk) { position_ = chunk.content + chunk.size + chunk.size % 2; }
   bool Read(void* target, std::size_t size) {
     if (file_.ReadAt(position_, target, size) != size) return false;
@@ -64,19 +64,19 @@ class RiffWalk {
   std::int64_t position_ = 0;
 };
 
-// Big-endian numbers, and blocks, off the front of an AIFF file.
+// Takes big-endian numbers and blocks off the front of an AIFF file.
 class AiffReader {
  public:
   explicit AiffReader(ByteSpan bytes) : rest_(bytes) {}
 
   std::size_t Left() const { return rest_.size(); }
-  // As many bytes as there are, up to `size`.
+  // Takes as many bytes as there are, up to `size`.
   ByteSpan Take(std::size_t size) {
     const ByteSpan taken = rest_.first(std::min(size, rest_.size()));
     rest_ = rest_.subspan(taken.size());
     return taken;
   }
-  // Of `size` bytes; they must be there.
+  // Takes a number of `size` bytes, which must be there.
   std::uint32_t TakeNumber(std::size_t size) {
     std::uint32_t number = 0;
     for (const std::uint8_t byte : Take(size)) number = number << 8 | byte;
@@ -164,7 +164,7 @@ class AiffChunks {
   WaveFormat format_;
   std::uint32_t frames_ = 0;
   std::uint32_t soundSize_ = 0;  // as the chunk claims
-  ByteSpan sound_;               // what of it is there
+  ByteSpan sound_;               // the part of it that is there
 };
 
 }  // namespace

@@ -22,14 +22,14 @@ struct DecodedWave {
   WaveFormat format;
   std::uint32_t dataSize = 0;  // bytes of sound, also where the samples were not asked for
   std::vector<std::uint8_t> samples;
-  std::vector<std::uint8_t> extension;  // what its format tells behind those fields
+  std::vector<std::uint8_t> extension;  // bytes of the format behind those fields
 };
 
-// Bytes that are read here and there: the head of a wave is wanted of files that are large.
+// Bytes that are read here and there: of a large file often nothing but the head is wanted.
 class ByteSource {
  public:
   virtual ~ByteSource() = default;
-  // How many of `size` bytes were there.
+  // Reads up to `size` bytes, and gives how many were there.
   virtual std::size_t ReadAt(std::int64_t position, void* target, std::size_t size) = 0;
   virtual std::int64_t Size() const = 0;
 };

@@ -55,7 +55,7 @@ class FileSource : public ByteSource {
   std::vector<char> block_;
 };
 
-// What memory cannot hold counts as a file that cannot be read.
+// A wave that memory cannot hold counts as one that cannot be read.
 template <typename Decode>
 std::optional<DecodedWave> DecodeIfItFits(Decode decode) {
   try {

@@ -13,7 +13,7 @@ bool IsSoundFile(const std::wstring& path);
 class WaveHeader {
  public:
   WaveFormat format;
-  std::vector<std::uint8_t> extension;  // what the format of a .wav tells behind its fields
+  std::vector<std::uint8_t> extension;  // bytes of the format of a .wav behind its fields
   std::vector<std::uint8_t> samples;    // the data chunk; empty after a header-only read
   std::uint32_t dataSize = 0;           // bytes in the data chunk, also after a header-only read
   bool loaded = false;
@@ -23,10 +23,10 @@ class WaveHeader {
   // 0 or -1. The name tells the kind of file, without regard to case: .wav and .wave, .aif and .aiff. Another name is
   // refused unread and changes nothing, while a failed read leaves the defaults.
   int Load(const std::wstring& path, bool headerOnly);
-  // As Load with the samples, of a wave that has no more bytes of them and is no longer [s]; -1 for one that is. Opens
-  // the file once, and of a .wav that is too large it reads the header alone.
+  // Load with the samples, within limits: -1 for a wave that has more bytes of samples than `mostBytes` or is longer
+  // than `mostSeconds`. Opens the file once, and reads of a .wav that is too large the header alone.
   int LoadWithin(const std::wstring& path, std::uint32_t mostBytes, double mostSeconds);
-  // As Load, whatever the name.
+  // Load for a file of any name, read as a .wav.
   int LoadWav(const std::wstring& path, bool headerOnly);
   // Always with the samples. A file beyond 64 MiB is refused.
   int LoadAiff(const std::wstring& path);

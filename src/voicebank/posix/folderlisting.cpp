@@ -12,7 +12,7 @@
 
 namespace {
 
-// Of what a link leads to; a link that leads nowhere is neither file nor folder.
+// The type of a link is that of its target; a link that leads nowhere is neither file nor folder.
 int TypeOf(DIR* pass, const dirent& item) {
   if (item.d_type == DT_REG || item.d_type == DT_DIR) return item.d_type;
   struct stat facts {};

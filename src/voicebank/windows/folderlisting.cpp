@@ -1,4 +1,4 @@
-// The pass over a folder, and what the file system takes for one name.
+// The pass over a folder, and the names that the file system takes for the same.
 #include "voicebank/folderlisting.h"
 
 #include <windows.h>
