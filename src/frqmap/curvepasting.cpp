@@ -22,7 +22,7 @@ double SecondsOf(const FrqMap& map, int frame, int first) {
   return (static_cast<double>(frame) - first) * map.Hop / FrqSampleRate;
 }
 
-// Rows from 0 on in ascending time, asked for times that they reach.
+// The frequency at a time that the rows reach; they stand in ascending time from 0.
 double FrequencyAt(std::span<const CurveRow> rows, double seconds) {
   const auto next = std::ranges::lower_bound(rows, seconds - kSameTime, {}, &CurveRow::Seconds);
   if (next == rows.end()) return rows.back().Hz;
@@ -34,7 +34,7 @@ double FrequencyAt(std::span<const CurveRow> rows, double seconds) {
   return before.Hz * std::pow(next->Hz / before.Hz, part);
 }
 
-// In cents, so that of an even number it is the middle between the two.
+// The median in cents: for an even number of pitches, the middle between the two.
 std::optional<double> MedianOf(std::vector<double> pitches) {
   std::erase_if(pitches, [](double hz) { return !IsPitch(hz); });
   if (pitches.empty()) return std::nullopt;
@@ -44,7 +44,7 @@ std::optional<double> MedianOf(std::vector<double> pitches) {
   return std::sqrt(*middle * *std::max_element(pitches.begin(), middle));
 }
 
-// What brings the rows to where the shape belongs.
+// The factor that brings the rows to where their shape belongs.
 double FactorOf(const FrqMap& map, std::span<const int> frames, std::span<const CurveRow> rows) {
   std::vector<double> pasted, there;
   for (const CurveRow& row : rows) pasted.push_back(row.Hz);

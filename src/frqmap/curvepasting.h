@@ -1,6 +1,6 @@
 // A curve taken from the frames of one map and laid over those of another, by time, so that the two may differ in hop.
 //
-// Apart from the edits of single frames (edits.h): here frames are made anew from rows that come from elsewhere.
+// It stands apart from the edits of single frames (edits.h), because frames are made here from rows of elsewhere.
 #pragma once
 
 #include <span>
@@ -14,7 +14,7 @@
 
 std::vector<CurveRow> CurveOf(const FrqMap& map, std::span<const int> frames);
 
-// How many rows can matter to a map: one a sample, of some minute and a half at most.
+// The number of rows that can matter to a map: one a sample, for some minute and a half at most.
 std::size_t MostCurveRows(const FrqMap& map);
 
 enum class PasteAs {
@@ -24,8 +24,8 @@ enum class PasteAs {
   Shape,
 };
 
-// Sets those of the frames to which the rows come, the first row at the first frame, within the limits of the kind at
-// work. Between two rows with pitch the pitch goes straight in cents; beside one without, the nearer row counts. The
-// frames that were set.
+// Lays the rows over the frames, the first row at the first frame, within the limits of the kind at work; frames beyond
+// the last row stay. Between two rows with pitch the pitch goes straight in cents; beside one without, the nearer row
+// counts. Gives the frames that were set.
 std::vector<int> PasteRows(FrqMap& map, std::span<const int> frames, std::span<const CurveRow> rows, PasteAs as,
                            FrqType workingKind);

@@ -28,7 +28,7 @@ std::wstring_view Trimmed(std::wstring_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-// All of a text; nothing for one that is no number, an endless one included.
+// The number that all of a text is; none for a text that is no number, or an endless one.
 std::optional<double> NumberOf(std::wstring_view text, bool mayHaveComma) {
   std::string digits(text.size(), '?');
   std::ranges::transform(text, digits.begin(), [](wchar_t c) { return c < 0x80 ? static_cast<char>(c) : '?'; });
@@ -71,8 +71,8 @@ std::optional<CurveRow> RowOf(const Fields& fields) {
   return CurveRow{*seconds, std::max(*hz, FrqNoPitch)};
 }
 
-// Takes the next line that holds anything; nothing where it is longer than any of ours, empty at the end. A tab that it
-// begins with stands behind an empty cell.
+// Takes the next line that holds anything: none where it is longer than any of ours, an empty one at the end. A tab at
+// its beginning stands behind an empty cell.
 std::optional<std::wstring_view> TakeLine(std::wstring_view& text) {
   const std::size_t held = std::min(text.find_first_not_of(L"\r\n \t"), text.size());
   text.remove_prefix(held == text.size() ? held : text.substr(0, held).find_last_of(L"\r\n") + 1);
@@ -101,7 +101,7 @@ std::wstring CurveText(std::span<const CurveRow> rows) {
   return text;
 }
 
-// A lone number in each line is a list of anything: one of the lines at least has to be a pair.
+// Lines of one number each may be a list of anything, so at least one line has to be a pair.
 std::optional<std::vector<CurveRow>> ParseCurve(std::wstring_view text, std::size_t most) {
   std::vector<CurveRow> rows;
   bool isAnyPair = false, mayBeHeading = true;

@@ -1,6 +1,6 @@
 // A curve as text: a row for each frame with its time and its frequency, as a spreadsheet takes and gives them.
 //
-// It knows no map, so that what a clipboard holds is read apart from what becomes of it (curvepasting.h). Portable.
+// It knows no map, so that the text of a clipboard is read apart from its pasting (curvepasting.h). Portable.
 #pragma once
 
 #include <optional>

@@ -21,7 +21,7 @@ bool StartsNumber(std::string_view text) {
   return !text.empty() && (text.front() == '.' || (text.front() >= '0' && text.front() <= '9'));
 }
 
-// What is beyond ASCII ends a number like any other odd character.
+// Characters beyond ASCII become "?", which ends a number like any other odd character.
 std::string NarrowDigits(std::wstring_view text) {
   std::string narrow(text.size(), '?');
   std::ranges::transform(text, narrow.begin(), [](wchar_t c) { return c < 0x80 ? static_cast<char>(c) : '?'; });

@@ -1,7 +1,7 @@
-// What an edit makes of frequencies: the limits of the kind at work, the texts that the editor shows and reads, and the
-// edits of many frames at once.
+// Edits of frequencies: the limits of the kind at work, the texts that the editor shows and reads, and the edits of
+// many frames at once.
 //
-// Apart from the editor window, which only moves these values between its boxes and the map.
+// It stands apart from the editor window, which only moves these values between its boxes and the map.
 #pragma once
 
 #include <array>
@@ -24,12 +24,12 @@ std::wstring FrequencyText(double hz);
 // Text of a row of the frame list: as in the boxes, but "----" for a frame without pitch.
 std::wstring FrameRowText(double hz);
 
-// The same into a buffer of the caller's, with its end: a list of tens of thousands of rows is filled several times an
-// edit, and a string for each would be a tenth of that.
+// Writes the text of a row into a buffer of the caller's, with a zero at its end: a list of tens of thousands of rows
+// is filled several times an edit, and strings would make up a tenth of that time.
 using FrameRowBuffer = std::array<wchar_t, 324>;
 const wchar_t* WriteFrameRowText(double hz, FrameRowBuffer& buffer);
 
-// The number that a text begins with, after blanks: sign, digits with a ".", exponent. What follows is not looked at;
+// The number that a text begins with, after blanks: sign, digits with a ".", exponent. All behind it is passed over;
 // 0.0 where there is no such number. Words and hexadecimal digits are none. No locale has a say.
 double ParseFrequency(std::wstring_view text);
 
@@ -45,8 +45,9 @@ std::vector<int> ScaleFrames(FrqMap& map, std::span<const int> rows, double fact
 // for fewer than two rows.
 std::vector<int> InterpolateFrames(FrqMap& map, std::span<const int> rows, FrqType workingKind);
 
-// The arithmetic mean [Hz] of the frames with pitch, and so no average in cents; none of none.
+// The arithmetic mean [Hz] of the frames with pitch, and so no mean in cents; none without such a frame.
 std::optional<double> MeanFrequency(const FrqMap& map, std::span<const int> rows);
 
-// Takes the frequencies of the rows back from `saved`. How many of the other frames, up to `rowCount`, still differ.
+// Takes the frequencies of the rows back from `saved`. Gives the number of other frames, up to `rowCount`, that still
+// differ.
 int RestoreFrames(FrqMap& map, const FrqMap& saved, std::span<const int> rows, int rowCount);

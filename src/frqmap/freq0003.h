@@ -10,15 +10,15 @@
 #include "frqmap/frqmap.h"
 
 // The map in a file: Magic, Hop, Average, Tag, FrameCount and Frames; the rest is that of a new map. None if the file
-// is no such map or ends too early. What follows the last frame is not looked at.
+// is no such map or ends too early. Bytes behind the last frame are passed over.
 std::optional<FrqMap> DecodeFreq0003(ByteSpan file);
 
 // The file of a map. `kind`, FrqTypeFrq or FrqTypeFrc, decides the 16-byte field; the map's own Magic, Tag and Kind
 // do not count.
 Bytes EncodeFreq0003(const FrqMap& map, FrqType kind);
 
-// What the 16-byte field holds in a file of a kind.
+// The content of the 16-byte field in a file of a kind.
 std::array<char, 16> Freq0003Tag(FrqType kind);
 
-// What a file of ours begins with.
+// The first bytes of a file of ours.
 inline constexpr std::array<char, 8> Freq0003Magic = {'F', 'R', 'E', 'Q', '0', '0', '0', '3'};

@@ -16,14 +16,14 @@
 struct FrqFrame {
   double Frequency = FrqNoPitch;    // [Hz]; FrqNoPitch where the frame has no pitch
   double Amplitude = 0.0;           // level in units of 16-bit samples
-  double SuggestedFrequency = 0.0;  // [Hz] what the check offers for a marked frame; 0.0 = nothing
+  double SuggestedFrequency = 0.0;  // [Hz] the check's suggestion for a marked frame; 0.0 = none
   std::uint32_t Mark = 0;           // nonzero: the check has marked this frame
   bool Voiced = false;              // the frame has a pitch
   bool Selected = false;            // in the selection of the frequency table control
 };
 
-// Reading is like reading a vector. Several threads may hold copies and read them; one of them, and all that is asked
-// of it, is one thread's at a time.
+// FrqFrames are read like a vector. Several threads may hold copies and read them; a single copy is used by one thread
+// at a time.
 class FrqFrames {
  public:
   using value_type = FrqFrame;
@@ -50,11 +50,11 @@ class FrqFrames {
   const FrqFrame& front() const { return block_->frames.front(); }
   const FrqFrame& back() const { return block_->frames.back(); }
 
-  // True if nothing tells the two apart, since they are the same memory.
+  // Whether both share the same memory, so that nothing tells them apart.
   bool IsSameAs(const FrqFrames& other) const { return block_ == other.block_; }
 
   // The frames to be changed, which are shared no longer. Good until a copy is made of this. Throws std::bad_alloc,
-  // with everything as it was: who must not be stopped half way asks CanOwn first.
+  // with everything as it was: a caller that must not be stopped half way asks CanOwn first.
   std::vector<FrqFrame>& Own() {
     if (!block_) {
       block_ = new Block;

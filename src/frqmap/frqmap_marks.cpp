@@ -1,6 +1,6 @@
-// What the check works on: the regions of a map that sound, and the marks that it leaves in frames.
+// FrqMap as the check uses it: the regions that sound, and the marks that the check leaves in frames.
 //
-// Apart from the rest of the map, which reads and writes neither.
+// It stands apart from the rest of the map, which reads and writes neither.
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -13,7 +13,7 @@ namespace {
 constexpr double kLeastThreshold = 500.0;
 constexpr double kGreatestThreshold = 2000.0;
 
-// A level that is no number has no order; as the least there is it never sounds.
+// The level of a frame. One that is no number has no order, and counts as the least there is, which never sounds.
 double LevelOf(const FrqFrame& frame) {
   return std::isnan(frame.Amplitude) ? -std::numeric_limits<double>::infinity() : frame.Amplitude;
 }
@@ -59,7 +59,7 @@ void Unmark(FrqFrame& frame) {
   frame.SuggestedFrequency = 0.0;
 }
 
-// Whether there was a suggestion to take; without one the mark stays, for the user to look at.
+// True if there was a suggestion to take; without one the mark stays, for the user to look at.
 bool TakeSuggestion(FrqFrame& frame) {
   if (!(frame.SuggestedFrequency > 0.0)) return false;
   frame.Frequency = frame.SuggestedFrequency;

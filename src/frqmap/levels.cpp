@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t kSampleBytes = sizeof(std::int16_t);
 
-// Summed in order and in doubles, so that the same wave gives the same digits everywhere.
+// The squares are summed in order and in doubles, so that the same wave gives the same digits everywhere.
 double LevelOf(const std::uint8_t* sample, std::size_t count, std::size_t stride) {
   double squares = 0.0;
   for (std::size_t i = 0; i < count; ++i) {

@@ -1,4 +1,4 @@
-// The level of a wave, hop by hop: what stands in for amplitudes in maps whose files hold none.
+// The levels of a wave, hop by hop, which stand in for those of maps whose files hold none.
 #pragma once
 
 #include <vector>

@@ -13,10 +13,10 @@ constexpr std::int64_t kCountAt = 8;
 constexpr std::int64_t kBodyHeadBytes = 12;  // frame count, sample rate, hop
 constexpr std::int64_t kTrailerBytes = 8;    // Timestamp, Unedited
 constexpr std::int64_t kBlockBytes = 65536;
-constexpr std::int64_t kLongestName = 32000;  // units; longer than any path, and what claims more is no name
+constexpr std::int64_t kLongestName = 32000;  // units; longer than any path: a longer one is no name
 
-// A body without a trailer gives zeros for it. The count is looked at once more: another program may have written the
-// file since it was found.
+// A body without a trailer gives zeros for it. The frame count is checked once more, because another program may have
+// written the file since the entry was found.
 std::optional<MrqEntry> DecodeBody(ByteSpan body) {
   ByteReader reader(body);
   const auto frameCount = reader.Read<std::int32_t>();
@@ -105,7 +105,7 @@ std::optional<MrqEntry> MrqScan::ReadMrqEntry() {
   return DecodeBody(body);
 }
 
-// A body that does not fit into a block is read past it.
+// A body that does not fit into the block is read directly, past it.
 bool MrqScan::Read(std::int64_t position, std::span<std::uint8_t> into) {
   if (into.size() > kBlockBytes) {
     const bool isRead = stream_.ReadAt(position, into);

@@ -7,7 +7,7 @@
 // a longer one leaves stale bytes behind itself. A name whose first unit is zero marks a dead entry.
 //
 // Files of thousands of entries are searched head by head. All of this works on a stream, which is a file or a block of
-// memory. How one is written is told in mrqwriting.h.
+// memory. mrqwriting.h tells how such a file is written.
 #pragma once
 
 #include <cstdint>
@@ -59,24 +59,24 @@ struct MrqHead {
 class MrqScan {
  public:
   explicit MrqScan(FileStream& stream);
-  // Begins at that entry, which an earlier scan has come to.
+  // Begins at an entry that an earlier scan has come to.
   MrqScan(FileStream& stream, const MrqHead& from);
 
-  // To the next entry, or the first. False behind the last one, and where the file ends too early or tells nonsense,
-  // which HasFailed then says; a file of less than its header has failed from the start.
+  // Goes to the next entry, or the first. False behind the last one, and where the file ends too early or holds
+  // nonsense, which HasFailed tells then; a file of less than its header has failed from the start.
   bool Next();
   bool HasFailed() const { return failed_; }
   const MrqHead& Head() const { return head_; }
 
-  // To the entry behind the last one that is counted; false if what is there is no sound one: dead, or one that can be
-  // read, and whole. Comes after a Next that was false without a failure, or with a count below 0.
+  // Goes to the entry behind the last one that is counted; false if none is there that is whole, and dead or readable.
+  // Comes after a Next that was false without a failure, or with a count below 0.
   bool NextUncounted();
-  // As the header tells it.
+  // The entry count of the header.
   std::int32_t Count() const { return count_; }
   // Whether the system refused to read what the file has. Such a failure says nothing about the file.
   bool IsUnreadable() const { return isUnreadable_; }
 
-  // The entry of the head; none if it has no frames, or if what its frames take ends behind its body or the file.
+  // The entry of the head; none if it has no frames, or if they end behind its body or the file.
   std::optional<MrqEntry> ReadMrqEntry();
 
  private:
@@ -108,9 +108,9 @@ std::optional<MrqHead> FindMrqEntry(FileStream& stream, const std::u16string& na
 // Gives every live entry that can be read, in their order. False if the end of the file came first.
 bool ReadAllMrqEntries(FileStream& stream, const std::function<void(const std::u16string&, MrqEntry&&)>& take);
 
-// A body as it lies in a file, with a trailer. `timestamp` is the present time; what the entry says does not count.
+// A body as it lies in a file, with a trailer. `timestamp` is the present time; that of the entry does not count.
 Bytes EncodeMrqBody(const MrqEntry& entry, std::int32_t timestamp);
-// Everything of an entry that comes ahead of its body.
+// The bytes of an entry ahead of its body.
 Bytes EncodeMrqHead(const MrqHead& head);
 
 // The only entry of a piece of a file, its head included; none if it cannot be read or is dead.

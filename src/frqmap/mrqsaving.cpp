@@ -16,7 +16,7 @@ constexpr std::uint32_t kFileCorrupt = 1392;  // ERROR_FILE_CORRUPT
 
 enum class Kept { Yes, NoRoom, Unreadable };
 
-// An entry as a map of its own, by which the guard knows it.
+// The path that the entry would have as a map of its own, by which the guard knows it.
 std::wstring MapPathOf(const std::wstring& path, const std::u16string& entry) {
   const std::wstring name(entry.begin(), std::ranges::find(entry, u'\0'));
   return PathIn(FolderOf(path), PathWithoutExtension(name) + L".mrq");
@@ -50,7 +50,7 @@ class MrqPatch {
   bool IsOpen() const { return staged_ && staged_->IsOpen(); }
   FileStream& Stream() { return *staged_; }
 
-  // An entry goes to the guard before it goes. One that cannot be read now does not go either.
+  // An entry goes to the guard before it is lost. Where it cannot be read now, the change fails.
   MrqKeeping Keeping() {
     return [this](const MrqHead& head) {
       if (KeepEntry(path_, *staged_, head) == Kept::Unreadable) keepError_ = files_.LastError();
@@ -64,7 +64,7 @@ class MrqPatch {
     return false;
   }
 
-  // Only what a reader finds in the file itself has been saved.
+  // An entry counts as saved only if a reader finds it in the file itself.
   bool CommitEntry(const MrqHead& entry, const Bytes& body) {
     return Commit([&] {
       const bool isThere = IsInFile(entry, body);
@@ -74,7 +74,7 @@ class MrqPatch {
   }
 
  private:
-  // The way to the entry was gone ahead of the writing, behind the same lock.
+  // The scan begins at the entry: the way there was gone before the writing, behind the same lock.
   bool IsInFile(const MrqHead& entry, const Bytes& body) {
     MrqScan scan(*file_, entry);
     if (!scan.Next() || scan.Head().Name != entry.Name) return false;

@@ -11,20 +11,21 @@
 
 #include "frqmap/mrqwriting.h"
 
-// Null if there is none, or if it is larger than 64 MiB.
+// The file to be read; null if there is none, or if it is larger than 64 MiB.
 std::unique_ptr<FileStream> OpenMrqFile(FileSystem& files, const std::wstring& path);
 
 // WriteMrqEntry on a file, which is made if need be.
 bool SaveMrqEntry(FileSystem& files, const std::wstring& path, const std::u16string& name, const MrqEntry& entry,
                   std::int32_t timestamp);
 
-// KillMrqEntries on a file; one that is not there is made, with a header alone. True if no reader finds the entry now.
+// KillMrqEntries on a file; where there is none, one is made with a header alone. True if no reader finds the entry
+// now.
 bool RemoveMrqEntry(FileSystem& files, const std::wstring& path, const std::u16string& name);
 
-// Gives the entry to the guard ahead of what another program may do to it. False if there is one that could not be kept.
+// Gives the entry to the guard before another program may change it. False if there is one that could not be kept.
 bool KeepMrqEntry(FileSystem& files, const std::wstring& path, const std::u16string& name);
 
-// CompactMrqEntries on a file. Also 0 for one that cannot be opened; one that was not there then is, with a header
+// CompactMrqEntries on a file. Also 0 for one that cannot be opened; where there is none, one is made with a header
 // alone.
 int CompactMrqFile(const std::wstring& path, std::int32_t timestamp, FileSystem& files = Disk());
 

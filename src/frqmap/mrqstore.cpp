@@ -20,7 +20,7 @@ std::wstring MrqPathOf(const std::wstring& key) {
   return MrqPathIn(FolderOf(key));
 }
 
-// The name in the file; what stands behind a last dot of the key is lost on the way.
+// The name in the file; the part of the key behind its last dot is lost on the way.
 std::u16string NameOf(const std::wstring& key) {
   return Utf16Of(PathWithExtension(FileNameOf(key), L".wav"));
 }
@@ -106,7 +106,7 @@ bool MrqStore::Remove(const std::wstring& key) {
     const Lock lock(EntriesLock);
     Entries.erase(key);
   }
-  // By the wave's whole name: one that is cut or has another extension is that of another file.
+  // The analysis goes by the wave's whole name: a name that is cut or has another extension is another file's.
   Files.Delete(key + L".wav.llsm");
   return isGone;
 }

@@ -34,38 +34,38 @@ class MrqStore {
   // no file.
   int AddFolder(const std::wstring& folder);
 
-  // By exactly this path.
+  // Whether the folder was entered by exactly this path.
   bool HasFolder(const std::wstring& folder) const;
 
-  // A copy, since other threads may be at the entry.
+  // A copy of the entry, since other threads may be at it; none if there is none.
   std::optional<MrqEntry> Find(const std::wstring& key) const;
 
-  // In memory alone. Always 0.
+  // Sets the entry in memory alone. Always 0.
   int SetEntry(const std::wstring& key, MrqEntry entry);
 
   // Writes the entry to the file of its folder. 0, or -1 with the reason in Disk().LastError and the entry still in memory.
   int WriteEntry(const std::wstring& key);
 
-  // Both at once. What is written is this entry, even if a thread that loads the folder meanwhile has just put the old
-  // one of the file back into memory.
+  // SetEntry and WriteEntry at once. This very entry is written, even if a thread that loads the folder meanwhile has
+  // just put the old one of the file back into memory.
   int SaveEntry(const std::wstring& key, const MrqEntry& entry);
 
   // Kills the entry in the file of its folder, which is made if there is none, and takes it from memory; deletes the
   // resampler's analysis of the wave. False if the entry is still in the file: then it stays in memory as well.
   bool Remove(const std::wstring& key);
-  // The same. Always 0.
+  // Remove for callers that need no answer. Always 0.
   int RemoveEntry(const std::wstring& key);
 
-  // Gives the entry as it lies in its file to the guard: a resampler is about to run that may write there. False if
-  // there is one that has been kept nowhere.
+  // Gives the entry as it lies in its file to the guard, for a resampler that is about to run and may write there.
+  // False if there is an entry that has been kept nowhere.
   bool KeepEntry(const std::wstring& key) const;
 
   // Reads all folders anew.
   void Reload();
   void Clear();
 
-  // Rebuilds the files of all folders without their dead entries. False if one of them could not be: it is as it was.
-  // One of a newer version is meant to be left alone.
+  // Rebuilds the files of all folders without their dead entries. False if one could not be rebuilt, which is as it was
+  // then. A file of a newer version is left alone, which is no failure.
   bool CompactFiles();
 
  private:

@@ -13,14 +13,14 @@ constexpr std::int32_t kVersion = 2;
 constexpr std::int64_t kVersionAt = 4;
 constexpr std::int64_t kCountAt = 8;
 
-// What a writer has to know of a file.
+// The facts of a file that a writer needs.
 struct Walk {
   std::optional<MrqHead> Old;         // the first entry of the name
   std::int64_t End = MrqHeaderBytes;  // of the last sound entry
   std::int32_t Entries = 0;           // sound ones
   std::optional<MrqHead> Overlong;    // the last one, if it can be read but claims more than there is
   std::vector<MrqHead> Uncounted;     // sound ones behind the count
-  std::vector<MrqHead> Shadowing;     // those of them whose name has come before: counted, they would hide that one
+  std::vector<MrqHead> Shadowing;     // uncounted ones whose name has come before: if counted, they would hide that one
   std::int32_t Count = 0;             // as the file says
   bool HasTwin = false;               // a second counted entry has the name
   bool IsFailed = false;              // the stream cannot be read
@@ -31,8 +31,8 @@ void Take(Walk& walk, const MrqHead& head) {
   walk.End = head.End();
 }
 
-// An entry that is cut off by the end of the file counts if its frames are there. One that cannot be read has nothing
-// to lose: its place is free.
+// An entry that is cut off by the end of the file counts if its frames are there. Any other has nothing to lose, and
+// its place is free.
 void TakeCut(Walk& walk, MrqScan& scan, std::int64_t size) {
   const MrqHead head = scan.Head();
   if (scan.ReadMrqEntry() && !head.IsDead()) {
@@ -44,7 +44,7 @@ void TakeCut(Walk& walk, MrqScan& scan, std::int64_t size) {
   }
 }
 
-// Names that readers find stay what they are: what lies behind is counted with the rest, but must not take their place.
+// The uncounted entries are counted with the rest from now on, but must not take the place of those that readers find.
 void SortUncounted(Walk& walk, FileStream& stream, const std::u16string& name) {
   std::set<std::u16string> names;
   MrqScan scan(stream);
@@ -60,7 +60,7 @@ void SortUncounted(Walk& walk, FileStream& stream, const std::u16string& name) {
   }
 }
 
-// Goes no further than to an entry of the name that has room for `bodySize` bytes.
+// Walks over the file, but no further than to an entry of the name that has room for `bodySize` bytes.
 Walk WalkTo(FileStream& stream, const std::u16string& name, std::int64_t bodySize) {
   const std::int64_t size = stream.Size();
   MrqScan scan(stream);
@@ -100,7 +100,7 @@ bool Kill(FileStream& stream, const MrqHead& head) {
   return stream.WriteAt(head.NameStart(), Bytes(head.Name.size() * 2));
 }
 
-// The size of an overlong entry becomes what there is of it.
+// The size of an overlong entry becomes that of the bytes that are there.
 bool MendEnd(FileStream& stream, const Walk& walk) {
   if (!walk.Overlong) return true;
   const std::int64_t start = walk.Overlong->BodyStart();
@@ -111,15 +111,15 @@ bool KillShadowing(FileStream& stream, const Walk& walk) {
   return std::ranges::all_of(walk.Shadowing, [&](const MrqHead& head) { return Kill(stream, head); });
 }
 
-// One more than the file says, also where that was too many: a reader stops at the end of the file. Where something
-// else lies behind the entries it would read that, and the count becomes what it should have been.
+// The count is one more than the file says, also where that was too many: a reader stops at the end of the file. Where
+// something else lies behind the entries, a reader would take that for one, and the count is put right instead.
 std::int32_t RaisedCount(const Walk& walk, std::int64_t size) {
   const bool isHarmless = walk.Count > walk.Entries && walk.End == size && !walk.Overlong;
   return std::min((isHarmless ? walk.Count : walk.Entries), std::numeric_limits<std::int32_t>::max() - 1) + 1;
 }
 
-// The entry comes ahead of the count that leads to it, and the old one goes last: whoever reads meanwhile meets no half
-// of an entry and misses none.
+// The entry is written before the count that leads to it, and the old one goes last: a program that reads meanwhile
+// meets no half of an entry and misses none.
 std::optional<MrqHead> Append(FileStream& stream, const Walk& walk, const std::u16string& name, const Bytes& body) {
   // A file that ends within its header has no place for an entry.
   std::array<std::uint8_t, MrqHeaderBytes> header;
@@ -141,13 +141,13 @@ bool Overwrite(FileStream& stream, const Walk& walk, const Bytes& body) {
   return KillShadowing(stream, walk) && WriteNumbers(stream, kVersionAt, kVersion, walk.Entries);
 }
 
-// A file that is made anew. A name that comes twice goes where a second save of it would: over the first, or behind it
-// as a dead one.
+// A file that is made anew. A name that comes twice goes where a second save of it would: over the first entry if it
+// fits there, else to the end, the first one becoming dead.
 class Compacted {
  public:
   bool Has(const std::u16string& name) const { return places_.contains(name); }
 
-  // `was` is the entry where it lay.
+  // `was` is the head of the entry in the old file.
   void Put(const MrqHead& was, const Bytes& body, const MrqKeeping& keep) {
     const auto [place, isNew] = places_.try_emplace(was.Name, Place{was, {}});
     if (!isNew && keep) keep(std::exchange(place->second.Was, was));

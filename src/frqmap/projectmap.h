@@ -1,6 +1,6 @@
 // Maps of the kind .vs4ufrq, which are projects of the analysis library, as the other kinds need them: without a word
-// of the library itself, so that who only handles maps is portable. Elsewhere than on Windows there is no library, and
-// all of this fails.
+// of the library itself, so that code that only handles maps is portable. Elsewhere than on Windows there is no
+// library, and all of this fails.
 #pragma once
 
 #include <string>
@@ -17,7 +17,7 @@ bool CanLibraryOpen(const std::wstring& path);
 int LoadVs4ufrq(FrqMap& map, const std::wstring& path);
 int SaveVs4ufrq(const FrqMap& map, const std::wstring& path);
 
-// The map of another kind beside a project, and a project from such a map of a wave. 0, or what the library says.
+// Make the map of another kind beside a project, and a project from such a map of a wave. 0, or the library's result.
 // `store` serves .mrq alone.
 int MapFromProject(const std::wstring& project, FrqType kind, MrqStore* store);
 int ProjectFromMap(const std::wstring& wave, FrqType kind, MrqStore* store);

@@ -28,8 +28,8 @@ std::optional<std::string> LibraryPath(const std::wstring& path) {
   return bytes;
 }
 
-// Where a new project goes. A file that is not there has no short name yet: if its own does not do, an empty one is
-// made ahead of it, and goes again if nothing is written.
+// The place of a new project. A file that is not there has no short name yet: where the library cannot take its own
+// name, an empty file is made first, and goes again if nothing is written.
 class NewProject {
  public:
   explicit NewProject(const std::wstring& path) : path_(path) {
@@ -144,8 +144,8 @@ CVsLib::~CVsLib() {
   CloseProject();
 }
 
-// A missing entry fails like a call that the library refuses. What a project held that the library has failed over is
-// lost.
+// A missing entry fails like a call that the library refuses. Where the library fails over a project, all that the
+// project held is lost.
 template <typename Entry, typename... Arguments>
 int CVsLib::Call(Entry VsHelper::*entry, Arguments... arguments) {
   if (!library_ || !(library_->*entry) || hasCrashed_) return -1;
@@ -292,8 +292,8 @@ int LoadVs4ufrq(FrqMap& map, const std::wstring& path) {
   return 0;
 }
 
-// What a full disk has left of a project may open as one without points: they are refused then, and must be, or the
-// next save would count as one that has kept the edits.
+// The rest of a project that a full disk has cut short may open as one without points: they are refused then, and must
+// be, or the next save would count as one that has kept the edits.
 int SaveVs4ufrq(const FrqMap& map, const std::wstring& path) {
   CVsLib library;
   if (const int result = library.OpenProject(path); result != 0) return result;

@@ -3,7 +3,7 @@
 // The library is no piece of ours and often not there; without it every operation here fails and nothing else suffers.
 // A call in which it raises an exception counts as one that it refuses, and it does not see that project again.
 // It takes paths as bytes of the user's code page: a file that these cannot name is refused before anything is opened
-// or written, with ERROR_BAD_PATHNAME. Results are 0, -1, or what the library said.
+// or written, with ERROR_BAD_PATHNAME. Results are 0, -1, or the library's own.
 #pragma once
 
 #include <windows.h>
@@ -53,8 +53,8 @@ class VsHelper {
   std::mutex loading_;
 };
 
-// A project of the library, used by one thread at a time. It is open within an operation only; what was read stays in
-// the lists.
+// A project of the library, used by one thread at a time. It is open within an operation only; the data that was read
+// stays in the lists.
 class CVsLib : public VsProject {
  public:
   VsHandle Handle = 0;
@@ -71,14 +71,14 @@ class CVsLib : public VsProject {
   // Does nothing if no project is open.
   void CloseProject();
 
-  // Fill the lists from the open project, leaving out what the library refuses to tell. A count of items that it
-  // refuses counts as none; a count beyond all reason is -1.
+  // Fill the lists from the open project, without the items and points that the library refuses to tell. A count of
+  // items that it refuses counts as none; a count beyond all reason is -1.
   int ReadItems();
   int ReadControlPoints();
 
-  // Puts the control points into the open project. 0 whatever the library says: a refusal ends its item alone.
+  // Puts the control points into the open project. Always 0: where the library refuses a point, only that item ends.
   int WriteControlPoints();
-  // Whether the last of these had a point refused.
+  // Whether the last WriteControlPoints had a point refused.
   bool WasPointRefused() const { return wasPointRefused_; }
 
   // Analyses a wave between two notes, the range being in semitones, and saves the project under its map's name: a.wav

@@ -1,7 +1,7 @@
-// The data of a .vs4ufrq project: what the analysis library tells of one, and how it becomes a map and back.
+// The data of a .vs4ufrq project as the analysis library tells it, and its way into a map and back.
 //
-// Apart from the library's own calls, so that a map can hold, copy and edit a project where there is no library. Only
-// the first item of a project counts: a project of ours has no other.
+// It stands apart from the library's own calls, so that a map can hold, copy and edit a project where there is no
+// library. Only the first item of a project counts: a project of ours has no other.
 #pragma once
 
 #include <array>
@@ -18,7 +18,8 @@
 struct FrqFrame;
 class FrqMap;
 
-// The library's records as they lie in memory. What has no meaning to us is carried along and given back unchanged.
+// The library's records as they lie in memory. Fields without a meaning to us are carried along and given back
+// unchanged.
 struct VsProjectInfo {
   std::array<std::uint8_t, 8> CarriedAt0{};
   std::int32_t SampleRate = 0;  // [Hz]
