@@ -17,8 +17,9 @@ constexpr double kLowestScore = -12.0, kHighestScore = 8.0;  // beyond, a score 
 constexpr double kPerCorrelation = 0.3;
 constexpr double kUsualCorrelation = 0.7;
 // A shout may put so much into the second or third harmonic that the scores take that for the pitch. The correlation
-// tells in a clean sound, and nothing in breath: what it says of two candidates counts the more, the higher the highest
-// is. So it must be able to make up for the scores, which set a candidate back by a limited amount.
+// tells the right one in a clean sound, and nothing in breath: the difference of two candidates' correlations counts
+// the more, the higher the highest is. It must be able to make up for the scores, so that these set a candidate back by
+// a limited amount only.
 constexpr double kMostBehind = 2.2;
 constexpr double kPerDifference = 1.2;
 constexpr double kUnclear = 0.65, kClear = 0.95;

@@ -1,6 +1,6 @@
-// How likely each candidate of a frame is its pitch, and that it has one at all: a small perceptron that is shared by
-// all candidates, with weights that benchmarks/voices/learn.py learned from made voices of known pitch
-// (candidateweights.inc), and what real recordings ask for beyond it.
+// The likelihood that a candidate is the pitch of its frame, and that the frame has one at all: a small perceptron that
+// all candidates share, with weights that benchmarks/voices/learn.py learned from made voices of known pitch
+// (candidateweights.inc), and corrections that real recordings ask for beyond it.
 #pragma once
 
 #include <span>
@@ -8,7 +8,7 @@
 
 #include "pitch/candidatesearch.h"
 
-// The strength of there being no pitch, which those of the candidates stand against.
+// The strength of there being no pitch, against which the candidates' strengths are held.
 inline constexpr double kVoiceless = 0.42;
 
 // The logarithm of the odds that a candidate is the pitch and not that there is none, by itself: about -15 to 15.

@@ -1,5 +1,5 @@
-// What a frame's pitch may be: candidates from the correlation and from the regularity of the spectrum, each with what
-// is heard of it, which is what its weight is judged by (candidatescore.h).
+// Candidates for the pitch of a frame, from the correlation and from the regularity of the spectrum, each with the
+// traits of its sound by which its weight is judged (candidatescore.h).
 #pragma once
 
 #include <array>
@@ -16,7 +16,7 @@ inline constexpr std::size_t kTraits = 48;
 // A level, as part of the loudest one, under which there is no voice: -33 dB.
 inline constexpr double kSilentLevel = 0.0211;
 
-// What is heard of a candidate, in numbers of the size of one.
+// The traits of a candidate's sound, in numbers of the size of one.
 using Traits = std::array<float, kTraits>;
 
 struct FoundPitch {
@@ -39,8 +39,8 @@ class CandidateSearch {
 
   // The level at a moment, as part of the loudest one.
   double LevelAt(double seconds) const;
-  // Those at a moment, kMostCandidates at most, without an order. What lies outside the range is among them, since it
-  // tells whether there is a voice, but leaves room for what lies inside.
+  // The candidates at a moment, kMostCandidates at most, without an order. Those outside the range are among them,
+  // since they tell whether there is a voice, but leave room for those inside.
   const std::vector<FoundPitch>& At(double seconds, const LogRange& range);
 
  private:
@@ -48,7 +48,7 @@ class CandidateSearch {
     double lag;  // [s]
     double height;
   };
-  // What is needed of a candidate more than once.
+  // The facts of a candidate that are needed more than once.
   struct Facts {
     double hz, clearness, regularity;
   };
@@ -57,7 +57,7 @@ class CandidateSearch {
     std::array<const HarmonicView*, 4> others;  // before and after
     double level;
     std::array<double, 4> changes;  // of the level, before and after
-    double high;                    // what lies above the coarse signal
+    double high;                    // how much of the sound lies above the coarse signal
     double clearness, regularity;   // the highest of all candidates
   };
   void Correlate(double seconds);

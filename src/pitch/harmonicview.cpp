@@ -13,8 +13,8 @@ constexpr double kStep = 0.010;    // [s]
 constexpr double kTopHz = 2800.0;  // breath is louder than the voice above
 constexpr float kFaintest = -16.0f, kScale = 0.125f;
 
-// The logarithm to the base 2 of a positive number, to 0.009: exponent and a parabola over the fraction. The library's
-// takes longer than all else here.
+// The logarithm to the base 2 of a positive number, to 0.009: exponent and a parabola over the fraction. That of the
+// standard library takes longer than all else here.
 float RoughLog2(float x) {
   const auto bits = std::bit_cast<std::int32_t>(x);
   const float exponent = static_cast<float>((bits >> 23) - 128);

@@ -1,6 +1,6 @@
-// What a longer stretch of sound around a moment says of its harmonics: the levels of its spectrum, and how regularly
-// they lie. A correlation of two periods is sharp in time but takes breath for a voice of another pitch; over some
-// fifty milliseconds breath comes to nothing and harmonics stand out.
+// The harmonics in a longer stretch of sound around a moment: the levels of its spectrum, and how regularly they lie. A
+// correlation of two periods is sharp in time but takes breath for a voice of another pitch; over some fifty
+// milliseconds breath comes to nothing and harmonics stand out.
 #pragma once
 
 #include <array>
@@ -19,19 +19,20 @@ struct HarmonicView {
   std::array<float, kViewBins> regularity;
 };
 
-// The views of a signal a hundredth of a second apart, made when they are first asked for. Those near the last one
+// The views of a signal, a hundredth of a second apart, made when they are first asked for. Views near the last one
 // that was asked for are kept.
 class HarmonicViews {
  public:
   explicit HarmonicViews(const Repetition& signal);
 
-  // The one nearest to a moment, and those `steps` later, negative for earlier, at most kMostSteps either way.
+  // The view nearest to a moment, or the one `steps` later, negative for earlier, at most kMostSteps either way.
   const HarmonicView& Near(double seconds, std::ptrdiff_t steps = 0);
   static constexpr std::ptrdiff_t kMostSteps = 7;
 
-  // Between two bins along the line between them. -2 to about 1; 0 where nothing is looked at.
+  // The level at a frequency, between two bins along the line between them. -2 to about 1; 0 outside the bins that are
+  // looked at.
   float LevelAt(const HarmonicView& view, double hz) const;
-  // At a lag [s], 0 beyond those that there are.
+  // The regularity at a lag [s], 0 beyond the lags that there are.
   float RegularityAt(const HarmonicView& view, double lag) const;
 
  private:

@@ -30,7 +30,7 @@ struct Candidate {
   bool isVoice;
 };
 
-// The first candidate of a frame is always that it has no pitch.
+// The candidates of a frame; the first always stands for no pitch.
 using Candidates = std::vector<Candidate>;
 
 double CostOfStep(const Candidate& from, const Candidate& to, double scale) {
@@ -38,8 +38,8 @@ double CostOfStep(const Candidate& from, const Candidate& to, double scale) {
   return from.isVoice ? kJumpCost * scale * std::abs(from.logHz - to.logHz) : 0.0;
 }
 
-// The candidate of each frame on the best path (Viterbi 1967). `scale`: of the costs, as frames of another distance
-// than kCostSeconds need it.
+// The candidate of each frame on the best path (Viterbi 1967). `scale` is that of the costs, which frames of another
+// distance than kCostSeconds need.
 std::vector<std::size_t> BestPath(const std::vector<Candidates>& frames, double scale) {
   std::vector<std::array<std::uint8_t, kMostCandidates + 1>> cameFrom(frames.size());
   std::vector<double> scores(1, 0.0), next;
@@ -86,7 +86,8 @@ void Smooth(std::vector<double>& pitch, std::ptrdiff_t most) {
   }
 }
 
-// What is searched where nothing is asked for: all that the lags hold, a little beyond the range at either end.
+// The range that is searched at a frame. Where none is asked for it is all that the lags hold, a little beyond the
+// range of voices at either end.
 LogRange RangeOf(const PitchConstraint& constraint, std::size_t frame) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   LogRange range{-kInfinity, kInfinity};

@@ -1,4 +1,4 @@
-// The pitch of a recorded voice, frame by frame: what a frequency map is made from, and what the check weighs one by.
+// The pitch of a recorded voice, frame by frame: frequency maps are made from it, and the check weighs maps by it.
 //
 // Candidates come from the normalised cross-correlation of the sound with itself (Talkin 1995, "A robust algorithm for
 // pitch tracking (RAPT)") and from its spectrum (candidatesearch.h); how likely each is has been learned
@@ -18,22 +18,22 @@ struct PitchCandidate {
   double strength;  // how much speaks for it, up to about 1
 };
 
-// What the sound says at one frame.
+// The pitches that the sound bears out at one frame.
 struct PitchFrame {
   double voiceless = 0.0;               // the strength of there being no voice; over 1 in what is nearly silent
   std::vector<PitchCandidate> pitches;  // the strongest one first
 };
 
-// Where candidates are looked for.
+// The range in which candidates are looked for.
 struct PitchConstraint {
   double lowestHz = kLowestVoiceHz, highestHz = kHighestVoiceHz;
-  // Where it is not empty: a pitch for each frame that is asked for, from which candidates lie no farther than `cents`.
-  // A frame in which it has none, FrqNoPitch or less, has no candidates.
+  // If not empty, a pitch for each frame that is asked for, from which candidates lie no farther than `cents`. A frame
+  // without one there, FrqNoPitch or less, has no candidates.
   std::span<const double> line = {};
   double cents = 0.0;
 };
 
-// A recording made ready for questions about its pitch. What is asked of it changes nothing, so that any thread may.
+// A recording made ready for questions about its pitch. Questions change nothing in it, so that any thread may ask.
 class PitchSearch {
  public:
   // `samples` are one channel of any scale; they are copied. Nothing has a pitch at a rate under 4 kHz.
@@ -56,13 +56,13 @@ class PitchSearch {
   std::unique_ptr<const PitchSignals> signals_;  // null where there is nothing to search
 };
 
-// To a millionth of a hertz: the functions of two systems differ in the last bit, and a map is to have the same bytes
-// wherever it was made.
+// The frequency rounded to a millionth of a hertz: the functions of two systems differ in the last bit, and a map is to
+// have the same bytes wherever it was made.
 double RoundedHz(double hz);
 
 // The pitch [Hz] of each frame, FrqNoPitch for none, on the path through their candidates that costs least. `seconds`
-// lie between two frames. Of a frame the first ten candidates count. Within a voice the pitches are smoothed over some
-// milliseconds, and rounded.
+// lie between two frames. Only the first ten candidates of a frame count. Within a voice the pitches are smoothed over
+// some milliseconds, and rounded.
 std::vector<double> BestPitchPath(std::span<const PitchFrame> frames, double seconds);
 
 // The pitch [Hz] at the samples 0, `hop`, 2 * `hop` and so on, FrqNoPitch where there is none: as many as there are

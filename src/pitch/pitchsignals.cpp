@@ -12,7 +12,7 @@ constexpr double kFineRate = 22050.0;        // and weighed at this one, which l
 constexpr double kNoiseFloor = 0.003;        // level, as part of the loudest one, whose correlation counts half
 constexpr std::ptrdiff_t kLoudestStep = 64;  // [samples] at the coarse rate
 
-// About a rate, or at that of the voice if it is lower.
+// The voice at about a rate, or at its own if that is lower.
 Repetition RepetitionAt(double rate, const Signal& voice, double voiceRate) {
   const auto factor = std::max<std::ptrdiff_t>(1, std::lround(voiceRate / rate));
   return Repetition(Decimated(voice, factor), voiceRate / static_cast<double>(factor));
@@ -20,7 +20,8 @@ Repetition RepetitionAt(double rate, const Signal& voice, double voiceRate) {
 
 }  // namespace
 
-// At 8 kHz a high voice has a period of ten samples, between which the height of its peak cannot be told.
+// A slow recording is raised: at 8 kHz a high voice has a period of ten samples, between which the height of its peak
+// cannot be told.
 PitchSignals::Voice PitchSignals::VoiceOf(std::span<const float> samples, double rate) {
   Signal voice = WithoutRumble(samples, rate);
   const std::ptrdiff_t factor = std::lround(kFineRate / rate);

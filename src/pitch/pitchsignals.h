@@ -1,4 +1,4 @@
-// A recording as its pitch is looked for in it: the two signals that candidates are sought and weighed in.
+// A recording prepared for the search of its pitch: the two signals that candidates are sought and weighed in.
 #pragma once
 
 #include <span>

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr SampleCount kContext = 20;  // frames on both sides: what is likely hangs on what comes before and behind
+constexpr SampleCount kContext = 20;  // frames on both sides, on which it hangs what is likely
 constexpr double kAway = 3.0 / 12.0;  // [octaves]
 constexpr double kLineCents = 100.0;  // around an octave
 
@@ -28,7 +28,7 @@ std::vector<PitchFrame> CandidatesOf(SoundPitches& sound, const Stretch& stretch
   return frames;
 }
 
-// Where the sound says nothing near the octave it is the octave itself.
+// The pitches near an octave of a line; where the sound bears none out, the octave itself.
 std::vector<double> OctaveOf(SoundPitches& sound, const Stretch& stretch, std::vector<double> line, double factor) {
   for (double& hz : line) {
     const double moved = hz * factor;

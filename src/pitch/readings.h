@@ -1,5 +1,5 @@
-// What a recording says of some frames when it is asked more than once: the likeliest pitch first, then what an
-// analysis takes for it when it errs.
+// Readings of the pitch of some frames from their recording, when it is asked more than once: the likeliest pitch
+// first, then those that it may be where the analysis errs.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 #include "pitch/soundpitches.h"
 
-// In the order in which they are offered, and of their names in the string table.
+// Readings in the order in which they are offered, which is that of their names in the string table.
 enum class Reading : std::uint8_t {
   Likeliest,
   OctaveBelow,
@@ -24,6 +24,6 @@ struct OfferedReading {
   bool HasVoice() const;
 };
 
-// The reading that comes after `last`: behind the last one, and after none, the likeliest. One without any pitch is
-// passed over. `frames` are in ascending order and not empty.
+// The reading that comes after `last`; the likeliest comes after the last one and after none. A reading without any
+// pitch is passed over. `frames` are in ascending order and not empty.
 OfferedReading NextReading(SoundPitches& sound, std::span<const int> frames, std::optional<Reading> last);

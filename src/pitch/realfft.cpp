@@ -16,8 +16,8 @@ RealFft::RealFft() {
   }
 }
 
-// The radix-4 autosort transform (Stockham). Neighbours in the first pass have factors of their own each, those of the
-// others have the same, so that all of them are computed four at a time.
+// The radix-4 autosort transform (Stockham). Each of the neighbours in the first pass has factors of its own, those in
+// the other passes share theirs, so that all of them are computed four at a time.
 void RealFft::FirstPass(const Complexes& from, Complexes& to) const {
   constexpr std::size_t kQuarter = kHalf / 4;
   const float* __restrict re = from.re.data();
@@ -78,7 +78,8 @@ void RealFft::Pass(const Complexes& from, Complexes& to) const {
   }
 }
 
-// Even values as real and odd ones as imaginary parts, split afterwards (Cooley, Lewis and Welch 1970).
+// Even values are transformed as real and odd ones as imaginary parts, and split afterwards (Cooley, Lewis and Welch
+// 1970).
 void RealFft::Transform(std::span<const float, kFftLength> input, std::span<float> re, std::span<float> im) {
   Complexes &a = work_[0], &b = work_[1];
   for (std::size_t i = 0; i < kHalf; ++i) {

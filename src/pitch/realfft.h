@@ -1,6 +1,6 @@
-// The transform of the pitch analysis: 1,024 real values, in single precision, which is enough to tell harmonics from
-// noise and twice as many at a time. The one of the spectrum is made for another length, for 16-bit samples and for
-// magnitudes alone.
+// The transform of the pitch analysis: 1,024 real values in single precision, which is enough to tell harmonics from
+// noise, and of which the processor takes twice as many at a time. The transform of the spectrum is another one, made
+// for another length, for 16-bit samples and for magnitudes alone.
 #pragma once
 
 #include <array>

@@ -30,7 +30,7 @@ Four FourAt(const float* from) {
   return four;
 }
 
-// The sums of products of some pairs. Each is taken in four sums, and those of four pairs side by side, so that an
+// The sums of products of some pairs. Each is taken in four partial sums, and four pairs side by side, so that an
 // addition need not wait for the one before.
 void DotProducts(const Pair (&pairs)[kTogether], float (&products)[kTogether]) {
   const auto& [p, q, r, s] = pairs;
@@ -53,7 +53,7 @@ void DotProducts(const Pair (&pairs)[kTogether], float (&products)[kTogether]) {
   }
 }
 
-// A windowed sinc that ends at a part of what every `factor`-th sample can hold.
+// A windowed sinc that ends at a `part` of the highest frequency that every `factor`-th sample can hold.
 Signal LowPass(double part, std::ptrdiff_t factor) {
   const std::ptrdiff_t half = 8 * factor;
   Signal taps;
@@ -65,7 +65,7 @@ Signal LowPass(double part, std::ptrdiff_t factor) {
   return taps;
 }
 
-// Every `step`-th sample of what a filter makes of a signal.
+// Every `step`-th sample of a filtered signal.
 Signal Filtered(const Signal& signal, const Signal& taps, std::ptrdiff_t step) {
   const std::ptrdiff_t half = std::ssize(taps) / 2;
   Signal padded(signal.size() + 2 * static_cast<std::size_t>(half));
@@ -87,7 +87,7 @@ Signal Filtered(const Signal& signal, const Signal& taps, std::ptrdiff_t step) {
 
 }  // namespace
 
-// By the bilinear transform.
+// The filter comes from the analogue one by the bilinear transform.
 Signal WithoutRumble(std::span<const float> samples, double rate) {
   const double k = std::tan(std::numbers::pi * kRumbleHz / rate);
   const double scale = 1.0 / (1.0 + std::numbers::sqrt2 * k + k * k);
@@ -99,7 +99,7 @@ Signal WithoutRumble(std::span<const float> samples, double rate) {
   for (std::size_t i = 0; i < samples.size(); ++i) {
     const double x = samples[i];
     double y = scale * (x - 2.0 * x1 + x2) - a1 * y1 - a2 * y2;
-    // What rings on into a silence would end in denormal numbers, which are many times slower.
+    // A filter that rings on into a silence would end in denormal numbers, which are many times slower.
     if (std::abs(y) < 1e-9) y = 0.0;
     x2 = x1, x1 = x, y2 = y1, y1 = y;
     out[i] = static_cast<float>(y);

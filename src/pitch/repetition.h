@@ -8,14 +8,15 @@
 
 using Signal = std::vector<float>;
 
-// Butterworth high-pass of second order, which leaves out what is no voice but would correlate with itself at any lag.
+// The samples through a Butterworth high-pass of second order, which takes out rumble: that is no voice, but would
+// correlate with itself at any lag.
 Signal WithoutRumble(std::span<const float> samples, double rate);
 
 // Every `factor`-th sample behind a low-pass that ends at half of what the new rate can hold, so that the peaks of a
 // correlation are wide enough to be seen between two lags.
 Signal Decimated(const Signal& signal, std::ptrdiff_t factor);
 
-// At `factor` times the rate.
+// The signal at `factor` times its rate.
 Signal Raised(const Signal& signal, std::ptrdiff_t factor);
 
 class Repetition {
@@ -30,7 +31,7 @@ class Repetition {
   double PowerAt(std::ptrdiff_t centre) const;
   double LoudestPower(std::ptrdiff_t step) const;
 
-  // Taken as part of every window, so that what is next to silent correlates less.
+  // Sets a power that counts as part of every window, so that sound next to silent correlates less.
   void SetNoisePower(double power) { noisePower_ = power; }
 
   // For each lag from `lag` on, the correlation of two windows of that lag, or of 10 ms where that is longer, that lie
@@ -59,7 +60,7 @@ struct Peak {
   double height;
 };
 
-// Of the parabola through three values, the middle one being the greatest.
+// The peak of the parabola through three values, the middle one being the greatest.
 Peak PeakOf(double before, double middle, double after);
 
 struct Repeat {

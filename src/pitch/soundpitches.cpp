@@ -49,7 +49,7 @@ bool SoundPitches::CanBeOf(SampleCount hop, SampleCount frameCount) const {
   return hop == hop_ && CanBeMapOf(size_, rate_, hop, frameCount);
 }
 
-// Those that the recording holds; beyond it is silence.
+// The number of frames that the recording holds; beyond it is silence.
 SampleCount SoundPitches::Count() const {
   return static_cast<SampleCount>((size_ + hop_ - 1) / hop_);
 }
@@ -62,7 +62,7 @@ void SoundPitches::MakeReady(SampleCount first, SampleCount last) {
   search_.reset();
   first_ = BlockOf(std::max(first - around, 0));
   last_ = std::min(BlockOf(std::min(last, Count() - around) + around) + kBlock, Count()) - 1;
-  // A block more at either end, where what is found is not to be relied on.
+  // The stretch has a block more at either end, where findings are not to be relied on.
   origin_ = std::max(first_ - kBlock, 0);
   const std::int64_t from = std::int64_t{origin_} * hop_;
   const std::int64_t to = std::min((std::int64_t{last_} + 1 + kBlock) * hop_, size_);
@@ -114,7 +114,7 @@ std::vector<PitchFrame> SoundPitches::Candidates(SampleCount first, SampleCount 
                                                  const PitchConstraint& constraint) {
   std::vector<PitchFrame> found;
   found.reserve(static_cast<std::size_t>(count));
-  // Piece by piece, as a long recording is not ready as a whole.
+  // The frames are taken piece by piece, because a long recording is not ready as a whole.
   const auto piece = std::max<SampleCount>(1, static_cast<SampleCount>(kStretchSeconds * rate_ / hop_));
   for (SampleCount at = first; at < first + count; at += piece) {
     const SampleCount size = std::min(piece, first + count - at);

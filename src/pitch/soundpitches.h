@@ -1,9 +1,9 @@
 // SoundPitches: the pitches that a recording bears out at the frames of its map, sought where they are asked for and
 // kept.
 //
-// Apart from PitchSearch, which keeps no answer: the pencil and its dots ask for the same frames with every move of the
-// mouse. Frames are sought in blocks. Of a long recording only a stretch around what was asked last is made ready, so
-// that the first answer does not wait for all of it.
+// It stands apart from PitchSearch, which keeps no answer: the pencil and its dots ask for the same frames with every
+// move of the mouse. Frames are sought in blocks. Of a long recording only a stretch around the last question is made
+// ready, so that the first answer does not wait for all of it.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,8 @@
 // Whether a map can be of a recording: their lengths are near each other, and the hop is one that a map may have.
 bool CanBeMapOf(std::int64_t samples, double sampleRate, SampleCount hop, SampleCount frameCount);
 
-// Those that the recording bears out, the strongest first: what has not half the strength of the strongest is chance.
+// The candidates that the recording bears out, the strongest first: one with less than half the strength of the
+// strongest is chance.
 std::span<const PitchCandidate> BorneOut(const PitchFrame& frame);
 
 class SoundPitches {
@@ -33,9 +34,10 @@ class SoundPitches {
 
   // Seeks the candidates of these frames, of which some may be known. True if any was not.
   bool Prepare(SampleCount first, SampleCount count);
-  // Null where nobody has sought yet. It holds until something else is sought.
+  // The candidates of a frame that was sought before; null for another. The pointer holds until something else is
+  // sought.
   const PitchFrame* Known(SampleCount frame) const;
-  // The same, sought if need be.
+  // The candidates of a frame, sought if need be.
   const PitchFrame& At(SampleCount frame);
 
   // The pitch [Hz] nearest to `hz` that is borne out at a frame, within three semitones; of several near ones a strong

@@ -14,10 +14,11 @@ class WavePitches {
  public:
   void SetWave(const std::wstring& path);
 
-  // Of a map with this hop and so many frames. Null where the wave cannot be read or the map cannot be of it. It holds
-  // until the next call. The file is looked at, and read if it is not known: tens of milliseconds for each second.
+  // The pitches for a map with this hop and so many frames. Null where the wave cannot be read or the map cannot be of
+  // it. The pointer holds until the next call. The file is looked at, and read if it is not known: tens of milliseconds
+  // for each second.
   SoundPitches* Load(SampleCount hop, SampleCount frameCount);
-  // The same as it was loaded last; null where it was not.
+  // The same pitches as they were loaded last; null where they were not.
   SoundPitches* Loaded(SampleCount hop, SampleCount frameCount);
 
  private:
