@@ -8,7 +8,7 @@
 
 namespace {
 
-// Zeroed, with room for `count` items behind the one that the record itself ends with. A map in memory is larger than
+// A zeroed record with room for `count` items behind the one that it ends with itself. A map in memory is larger than
 // its records, so that their size cannot wrap.
 template <typename Record>
 CheckRecordPtr<Record> Allocate(std::size_t count, std::size_t itemSize) {
@@ -26,7 +26,8 @@ CheckRecordPtr<CheckFrameRecord> MakeCheckFrames(const FrqMap& map, std::wstring
   record->Hop = map.Hop;
   for (SampleCount i = 0; i < map.FrameCount; ++i) {
     CheckFrame& frame = record->Frames[i];
-    // By its position, as all the program asks: with a hop that leads nowhere there is neither pitch nor level.
+    // A frame is asked for by its position, as everywhere: with a hop that leads nowhere it has neither pitch nor
+    // level.
     const bool isThere = map.PositionOf(i) >= 0;
     const FrqFrame& source = map.Frames[static_cast<std::size_t>(i)];
     frame.Frequency = isThere ? source.Frequency : FrqNoPitch;

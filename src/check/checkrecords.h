@@ -1,7 +1,7 @@
 // The three records that cross the border to the check library, byte for byte, and its one entry point.
 //
 // The program makes them from a map and takes the marks back; the library that comes along reads them. Both sides
-// include this file, and any other library has to keep to it.
+// include this file, and any other check library has to keep to it.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@
 
 class FrqMap;
 
-// What the user told of the voicebank; also a value in the registry.
+// The user's settings for the voicebank; also a value in the registry.
 struct CheckFrqSettings {
   std::int32_t Size = 24;       // of this record
   std::int32_t LowNote = 60;    // lowest and highest note of the syllables; 60 is C4
@@ -33,7 +33,7 @@ struct CheckFrame {
   double Amplitude;           // level in units of 16-bit samples
   std::int32_t Mark;          // out: nonzero where the frame failed
   std::uint8_t Unused2[4];    //
-  double SuggestedFrequency;  // out: [Hz] what the frame should have, 0.0 where that is not known
+  double SuggestedFrequency;  // out: [Hz] that the frame should have, 0.0 where that is not known
 };
 static_assert(sizeof(CheckFrame) == 40 && offsetof(CheckFrame, Frequency) == 8 &&
               offsetof(CheckFrame, Amplitude) == 16 && offsetof(CheckFrame, Mark) == 24 &&
@@ -63,8 +63,9 @@ struct CheckRegionRecord {
 };
 static_assert(sizeof(CheckRegionRecord) == 12 && sizeof(CheckRegion) == 8 && offsetof(CheckRegionRecord, Regions) == 4);
 
-// The entry point CheckFrequencyMap of checkfrq.dll, with the calling convention of C. `regions` may be null. Negative:
-// end the whole run, and the marks of this map do not count. The library writes the out fields alone and keeps nothing.
+// The entry point CheckFrequencyMap of checkfrq.dll, with the calling convention of C. `regions` may be null. A
+// negative result ends the whole run, and the marks of this map do not count. The library writes the out fields alone
+// and keeps nothing.
 using CheckFrequencyMapEntry = std::int32_t (*)(const CheckFrqSettings* settings, CheckFrameRecord* frames,
                                                 const CheckRegionRecord* regions);
 
@@ -74,10 +75,10 @@ struct CheckRecordDeleter {
 template <typename Record>
 using CheckRecordPtr = std::unique_ptr<Record, CheckRecordDeleter>;
 
-// The records of a loaded map; null without memory. `mapPath` is cut where the record ends. The second finds the sound
-// regions of the map anew.
+// The records of a loaded map; null without memory. `mapPath` is cut where the record ends. MakeCheckRegions finds the
+// sound regions of the map anew.
 CheckRecordPtr<CheckFrameRecord> MakeCheckFrames(const FrqMap& map, std::wstring_view mapPath);
 CheckRecordPtr<CheckRegionRecord> MakeCheckRegions(const FrqMap& map);
 
-// Replaces the marks of the map that `record` was made from by those in it. The number of marked frames.
+// Replaces the marks of the map that `record` was made from by those in it. Gives the number of marked frames.
 int TakeCheckResults(const CheckFrameRecord& record, FrqMap& map);

@@ -58,7 +58,7 @@ constexpr double kSpikeLevel = 0.3;  // of the softer end
 constexpr SampleCount kFinestHop = 32;
 constexpr double kPointHop = 220.5;
 
-// First and last frame that have a pitch and belong together, with what is asked of them.
+// A stretch of frames with pitch that belong together, from the first to the last, and the facts that rules ask for.
 struct Island {
   SampleCount first, last, count;
   double peakLevel;
@@ -143,7 +143,7 @@ class MapCheck {
     for (const CheckRegion& region : regions_.empty() ? std::span(&whole, 1) : regions_) FreeEndsOf(region, step);
   }
 
-  // The stretches where the settings tell of large transitions: the first and the last part of what has a pitch.
+  // The stretches where the settings tell of large transitions: the first and the last part of a region's pitch.
   void FreeEndsOf(const CheckRegion& region, double step) {
     SampleCount first = region.First, last = region.Last;
     while (first <= last && !Path(first).pitched) ++first;
@@ -162,8 +162,8 @@ class MapCheck {
     free_[static_cast<std::size_t>(i)] = true;
   }
 
-  // The path gives a frame or two at the edge of a run away, where that is cheaper than to enter the run. What goes on
-  // from the pitch beside it is no noise.
+  // The path takes a frame or two at the edge of a run for noise where that is cheaper than to enter the run. A frame
+  // that goes on from the pitch beside it is no noise.
   void ReclaimNoise() {
     for (const std::size_t shifts : {std::size_t{1}, kOctaveShifts}) {
       for (SampleCount i = 1; i < Count(); ++i) ReclaimBeside(i, i - 1, shifts);
@@ -171,7 +171,7 @@ class MapCheck {
     }
   }
 
-  // By one of the first `shifts`.
+  // Makes noise a pitch again if one of the first `shifts` brings it near the neighbour's.
   void ReclaimBeside(SampleCount i, SampleCount neighbour, std::size_t shifts) {
     if (Path(i).state != PathState::Noise || !IsPitch(neighbour)) return;
     const double off = Path(neighbour).TrueNote() - Path(i).note;
@@ -205,7 +205,7 @@ class MapCheck {
     return islands;
   }
 
-  // Distance to the nearer of the neighbours' ends [semitones]; 0 without a neighbour.
+  // The distance of an island to the nearer of its neighbours' ends [semitones]; 0 without a neighbour.
   double Stray(const std::vector<Island>& islands, std::size_t at) {
     std::optional<double> least;
     const auto compare = [&](SampleCount own, SampleCount other) {
@@ -252,7 +252,7 @@ class MapCheck {
     return true;
   }
 
-  // What stands alone for a moment, or in silence, is noise wherever it lies.
+  // A pitch that stands alone for a moment, or in silence, is noise wherever it lies.
   void DropSpecks() {
     for (SampleCount i = 0; i < Count(); ++i) {
       const SampleCount first = i;
@@ -321,7 +321,7 @@ class MapCheck {
     return std::lerp(Path(before).TrueNote(), Path(after).TrueNote(), share);
   }
 
-  // The least level of a run against the softer of its ends.
+  // Whether a run is nowhere softer than a share of the softer of its ends.
   bool IsAsLoud(SampleCount first, SampleCount end, double share) const {
     return IsAbove(first, end, share * std::min(Level(first - 1), Level(end)));
   }
@@ -337,7 +337,7 @@ class MapCheck {
            std::fabs(Path(before).TrueNote() - Path(after).TrueNote()) <= semitones;
   }
 
-  // A spike within a tone is drawn over; what lies at the edge of one, or in a consonant, has no pitch.
+  // A spike within a tone is drawn over; noise at the edge of one, or in a consonant, has no pitch.
   void MarkNoise() {
     ForRuns(PathState::Noise, [this](SampleCount first, SampleCount end) {
       const bool isSpike =
@@ -348,7 +348,7 @@ class MapCheck {
     });
   }
 
-  // The frame's own pitch by a factor, where one fits to the tone around it, otherwise that of the tone.
+  // The frame's own pitch by a factor that fits it to the tone around it; the tone's pitch where none does.
   double SuggestWithin(SampleCount i, double note) {
     for (std::size_t shift = 1; shift < kPitchShifts.size(); ++shift) {
       if (std::fabs(Path(i).TrueNoteBy(shift) - note) <= kFactorFit) return Moved(i, shift);
@@ -373,7 +373,7 @@ class MapCheck {
   const double hopMs_;  //
   double peakLevel_ = 0.0;
   std::vector<PathFrame> path_;
-  std::vector<bool> free_;  // in a stretch that may move largely
+  std::vector<bool> free_;  // whether a frame lies in a stretch that may move largely
   std::vector<CheckMark> marks_;
   std::vector<double> suggestions_;
 };

@@ -7,11 +7,11 @@
 #include "check/checkrecords.h"
 #include "frqmap/checkmark.h"
 
-// Marks the frames of one map. The number of marked frames, or -1 for a record that is missing or not what it claims to
-// be, and without memory; then nothing is written. `regions` may be null.
+// Marks the frames of one map. Gives the number of marked frames, or -1 for a record that is missing or not what it
+// claims to be, and without memory; then nothing is written. `regions` may be null.
 std::int32_t CheckMap(const CheckFrqSettings* settings, CheckFrameRecord* frames,
                       const CheckRegionRecord* regions) noexcept;
 
-// Whether they are what they claim to be, so far as that can be seen.
+// Whether the records are what they claim to be, so far as that can be seen.
 bool AreCheckRecords(const CheckFrqSettings* settings, const CheckFrameRecord* frames,
                      const CheckRegionRecord* regions) noexcept;

@@ -36,7 +36,7 @@ CheckQuery::CheckQuery(FrqMap& map, const std::wstring& mapPath) : Frames(MakeCh
   if (Frames) Regions = RegionsOf(map);
 }
 
-// One that has failed may fail in its end as well.
+// A library that has failed may fail in its end as well.
 void CheckLibrary::ModuleTraits::Close(Type module) {
   HasReturned([module] { FreeLibrary(module); });
 }

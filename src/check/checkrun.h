@@ -1,4 +1,5 @@
-// The library that looks for wrong frames, as long as a check runs, and a map put before it.
+// CheckLibrary, the library that looks for wrong frames, loaded as long as a check runs; CheckQuery, a map put before
+// it.
 //
 // The program judges no map itself: it hands each one over in three records and takes marks back (checkrecords.h). The
 // library is loaded for each run anew, so that the user can exchange it while the program runs.
@@ -14,15 +15,15 @@
 
 // A map as the library sees it. The map itself may change while the library works: it is not looked at then.
 struct CheckQuery {
-  // Without memory for the map there are no frames, and it is left out; without regions the library finds them itself
-  // or does without.
+  // Without memory for the map there are no Frames, and the map is left out; without Regions the library finds them
+  // itself or does without.
   CheckQuery(FrqMap& map, const std::wstring& mapPath);
 
   CheckRecordPtr<CheckFrameRecord> Frames;
   CheckRecordPtr<CheckRegionRecord> Regions;
 };
 
-// What a run has come to.
+// The results of a run.
 struct CheckSum {
   enum Ending { Ended, Aborted, BrokeOff } End = Ended;  // by the library's wish too; by the user; by its failure
   int Maps = 0;                                          // to be looked at
@@ -40,8 +41,8 @@ class CheckLibrary {
   bool HasEntry() const { return entry_ != nullptr; }
 
   // Has the library judge a map that has frames. Where it has judged, TakeCheckResults puts its marks in the place of
-  // the map's. Otherwise these stay as they were, and the whole run ends: the library wants that, or it has failed with
-  // an exception.
+  // the map's. Otherwise those stay, and the whole run ends: the library wants that, or it has failed with an
+  // exception.
   enum class Verdict { Judged, Stopped, Failed };
   Verdict Judge(const CheckFrqSettings& settings, const CheckQuery& query) const;
 

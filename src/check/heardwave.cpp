@@ -9,7 +9,8 @@
 
 namespace {
 
-// The file: head, waves, and a hash of all before it. A wave: its name, its facts, what is heard, the answer.
+// The file holds a head, the waves, and a hash of all before it; a wave is its name, its facts, its hearing, its
+// answer.
 struct Head {
   std::uint64_t magic = 0x31646172654868u;
   std::uint64_t edition;

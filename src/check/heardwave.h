@@ -38,17 +38,18 @@ struct HeardWave {
   bool operator==(const HeardWave&) const = default;
 };
 
-// By the name of the wave, without a folder.
+// The waves of a folder that were heard, by their names without a folder.
 using HeardWaves = std::map<std::wstring, std::shared_ptr<const HeardWave>>;
 
-// Of what the check looks at in a map: hop and pitch of its frames.
+// The hash of all that the check looks at in a map: hop and pitch of its frames.
 std::uint64_t HashOfMap(const CheckFrameRecord& map);
 
-// The answer that the record of a map holds, and back into a record of the same map, which gives the number of marked
-// frames.
+// AnswerIn takes the answer from the record of a map; WriteAnswer puts it into a record of the same map, and gives the
+// number of marked frames.
 KeptAnswer AnswerIn(const CheckFrameRecord& map);
 std::int32_t WriteAnswer(const KeptAnswer& answer, CheckFrameRecord& map);
 
-// `edition` names the rules: what others have heard is not read. None for bytes that are damaged.
+// The waves as bytes and back. `edition` names the rules: waves that others have heard are not read. No waves for bytes
+// that are damaged.
 Bytes EncodeHeardWaves(const HeardWaves& waves, std::uint64_t edition);
 HeardWaves DecodeHeardWaves(ByteSpan bytes, std::uint64_t edition);

@@ -1,4 +1,4 @@
-// What is heard in a recording, frame by frame: all that the check asks of the sound whatever the map. It costs nearly
+// The hearing of a recording, frame by frame: all that the check asks of the sound whatever the map. It costs nearly
 // all of a check's time, which is why it is a thing of its own that can be made ahead and kept.
 #pragma once
 
@@ -29,11 +29,11 @@ struct Hearing {
   std::int64_t samples = 0;  // its length
   std::vector<HeardFrame> frames;
 
-  // Beyond the end of the recording it is silent.
+  // The frame of that number; a silent one beyond the end of the recording.
   HeardFrame At(SampleCount frame) const;
 
   bool operator==(const Hearing&) const = default;
 };
 
-// Of a recording of `samples` that `search` was made of. `hop` is positive.
+// The hearing of a recording, of which `search` was made, with so many `samples`. `hop` is positive.
 Hearing HearingOf(const PitchSearch& search, std::size_t samples, double rate, SampleCount hop);

@@ -12,9 +12,9 @@ namespace {
 constexpr std::size_t kShifts = kPitchShifts.size();
 constexpr double kNever = std::numeric_limits<double>::infinity();
 
-// Costs. A jump costs half of what it exceeds the limit by, so that a spike of two jumps beats the noise that it might
-// be from some 2.5 semitones on; a change of the factor costs less than the largest jump, and more than one that is
-// nearer to the limit than to an octave.
+// Costs. A jump costs half of its excess over the limit, so that a spike of two jumps beats the noise that it might be
+// from some 2.5 semitones on; a change of the factor costs less than the largest jump, and more than one that is nearer
+// to the limit than to an octave.
 constexpr double kJumpCost = 0.5;  // per semitone beyond the limit
 constexpr double kGreatestJump = 3.0;
 constexpr double kOctaveChange = 1.5;
@@ -29,8 +29,8 @@ constexpr double kShiftPull = 6.0;
 constexpr double kFifthPull = 10.0;  // more than a fifth: the notes alone never move by one
 
 // The cheapest way to each state of one frame. The first half of the states have a pitch, by its factor; the second
-// half are entered for frames without pitch and for noise, by the factor of the last pitch. Lists side by side, because
-// the costs are looked through far more often than the rest.
+// half are entered for frames without pitch and for noise, by the factor of the last pitch. The lists stand side by
+// side, because the costs are looked through far more often than the rest.
 struct Ways {
   std::array<double, 2 * kShifts> cost;
   std::array<double, 2 * kShifts> lastNote;  // of the true course
@@ -75,8 +75,8 @@ std::size_t Cheapest(const Ways& ways) {
   return static_cast<std::size_t>(std::ranges::min_element(ways.cost) - ways.cost.begin());
 }
 
-// The states from which a way to another factor can pay: every state can be reached from the cheapest one at the price
-// of the largest change and jump. On a calm contour that leaves two or three.
+// The states from which a way to another factor can pay. Every state can be reached from the cheapest one at the price
+// of the largest change and jump, so that those beyond that price are left out. On a calm contour two or three remain.
 class Rivals {
  public:
   explicit Rivals(const Ways& ways) {
@@ -93,7 +93,8 @@ class Rivals {
   std::size_t count_ = 0;
 };
 
-// Into the pitch of a frame by one factor, from the state where that is cheapest, at the cost of the pitch itself.
+// Enters the pitch of a frame by one factor, from the state where that is cheapest; `pullCost` is that of the pitch
+// itself. Gives the state that it comes from.
 std::uint8_t EnterPitch(const PathFrame& frame, std::size_t shift, const Ways& before, const Rivals& rivals,
                         double pullCost, Ways& ways) {
   const double note = frame.note + kPitchShifts[shift];
@@ -117,7 +118,7 @@ std::uint8_t EnterPitch(const PathFrame& frame, std::size_t shift, const Ways& b
   return static_cast<std::uint8_t>(origin);
 }
 
-// Into no pitch, or noise, after a pitch by one factor.
+// Enters no pitch, or noise, after a pitch by one factor. Gives the state that it comes from.
 std::uint8_t EnterNoise(const PathFrame& frame, std::size_t shift, const Ways& before, double first, double further,
                         Ways& ways) {
   const double begun = before.cost[shift] + first;

@@ -1,8 +1,8 @@
 // The likeliest true course of a pitch contour that may hold errors of the analysis.
 //
 // An analysis errs by octaves, twelfths and fifths, or takes noise for a voice, and either shows as a jump that no
-// voice makes. Whether a run is wrong or its surroundings are is settled over the whole contour at once, by dynamic
-// programming over the factor of each frame (after the path finder of Boersma 1993).
+// voice makes. It is settled over the whole contour at once, by dynamic programming over the factor of each frame
+// (after the path finder of Boersma 1993), whether a run is wrong or its surroundings are.
 #pragma once
 
 #include <array>
@@ -10,15 +10,15 @@
 #include <cstdint>
 #include <vector>
 
-// What a frame may be off by [semitones to add]: nothing, x2, x1/2, x3, x1/3, x3/2, x2/3.
+// The factors by which a frame may be off [semitones to add]: none, x2, x1/2, x3, x1/3, x3/2, x2/3.
 inline constexpr std::array<double, 7> kPitchShifts = {0.0, -12.0, 12.0, -19.01955, 19.01955, -7.01955, 7.01955};
-inline constexpr std::size_t kOctaveShifts = 5;  // so many of them are no fifths
+inline constexpr std::size_t kOctaveShifts = 5;  // the first of them, which are no fifths
 
 enum class PathState : std::uint8_t { NoPitch, Pitch, Noise };
 
 struct PathFrame {
   // In:
-  double note = 0.0;       // note number; no finite one is noise
+  double note = 0.0;       // note number; a frame whose number is not finite is noise
   bool pitched = false;    // the frame claims a pitch
   double stepLimit = 1.0;  // [semitones] a step between neighbours that costs nothing
   double pull = 0.0;       // how much the notes of the settings count, per semitone off

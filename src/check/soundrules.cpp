@@ -21,11 +21,11 @@ constexpr SampleCount kLooseness = 2;  // [frames] that an analysis may be early
 constexpr double kSmoothStep = 150.0;  // [cents] from frame to frame
 
 // A voice is heard that has another pitch.
-constexpr double kHeard = 0.5;     // mean support of what is heard
+constexpr double kHeard = 0.5;     // mean support of the pitch that is heard
 constexpr double kFainter = 0.02;  // less support than a higher map, at most, where the map leaves it by a step
 constexpr double kClearer = 0.1;   // more support than the map, where that goes on without a step
-// More support than a higher map that gives no other sign: what repeats itself does so after twice the time as well, so
-// that what is heard has as much support as the map even where it is an octave too low. Measured: 0.15 and more where
+// More support than a higher map that gives no other sign: a sound that repeats itself does so after twice the time as
+// well, so that a pitch that is heard an octave too low has as much support as the map. Measured: 0.15 and more where
 // the map was an octave too high, 0.10 and less where it was right.
 constexpr double kClearlyBelow = 0.12;
 
@@ -33,7 +33,7 @@ constexpr double kClearlyBelow = 0.12;
 constexpr double kUnheard = 0.5;             // mean support of the map, at most
 constexpr double kUnheardBesideVoice = 0.2;  // likewise where the map only holds on to a voice for longer
 constexpr double kHeldOnMs = 40.0;           // so long at least
-// A hum repeats itself after any time, and a hiss may: no voice either is what the candidates do not speak for.
+// A hum repeats itself after any time, and a hiss may: a pitch that the candidates do not speak for is no voice either.
 constexpr double kUnlikely = 0.25;  // strength of a candidate, at most,
 constexpr double kNear = 60.0;      // that lies so near to the map [cents]
 constexpr double kBorneOut = 0.75;  // support of a single frame that is not marked
@@ -98,7 +98,7 @@ class SoundCheck {
   bool IsMapVoice(SampleCount i) const { return i >= 0 && i < Count() && IsVoice(Map(i)); }
   bool IsHeard(SampleCount i) const { return i >= 0 && i < Count() && IsVoice(Heard(i)); }
 
-  // Whether what is heard around a frame comes so near to the map, or goes past it.
+  // Whether the pitch that is heard around a frame comes so near to the map, or goes past it.
   bool Agrees(SampleCount i, double cents) const {
     double lowest = 0.0, highest = 0.0;
     for (SampleCount at = i - kLooseness; at <= i + kLooseness; ++at) {
@@ -106,7 +106,7 @@ class SoundCheck {
       if (CentsBetween(Map(i), Heard(at)) <= cents) return true;
       lowest = lowest == 0.0 ? Heard(at) : std::min(lowest, Heard(at));
       highest = std::max(highest, Heard(at));
-      // A jump of what is heard is no way past.
+      // A jump in the hearing is no way past.
       if (CentsBetween(lowest, highest) > 4 * kSmoothStep) return false;
     }
     return lowest > 0.0 && lowest <= Map(i) && Map(i) <= highest;
@@ -135,7 +135,7 @@ class SoundCheck {
     return *search;
   }
 
-  // How well the sound bears a pitch out, in the mean.
+  // The mean support of a pitch, that is how well the sound bears it out: of the one heard, and of the map's.
   double SupportOfHeard(SampleCount first, SampleCount end) const {
     double sum = 0.0;
     for (SampleCount i = first; i < end; ++i) sum += hearing_.At(i).support;
@@ -148,7 +148,7 @@ class SoundCheck {
     return sum / (end - first);
   }
 
-  // How much speaks for the pitch of the map in each frame. In silence nothing does, and the recording is not needed.
+  // The strength of the map's pitch in each frame. In silence it is nothing, and the recording is not needed.
   std::vector<double> LikelihoodsOfMap(SampleCount first, SampleCount end) const {
     if (IsSilent(first, end)) return std::vector<double>(Index(end - first), 0.0);
     const std::vector<PitchFrame> frames = Search().Candidates(hop_, first, end - first);
@@ -163,7 +163,7 @@ class SoundCheck {
     return likelihoods;
   }
 
-  // Whether the map runs on to a neighbour that agrees with what is heard.
+  // Whether the map runs on to a neighbour that agrees with the hearing.
   bool RunsOnTo(SampleCount i, SampleCount neighbour) const {
     return IsRight(neighbour) && CentsBetween(Map(i), Map(neighbour)) <= kSmoothStep;
   }
@@ -178,7 +178,7 @@ class SoundCheck {
     return (RunsOnTo(first, first - 1) || RunsOnTo(end - 1, end)) && IsSmooth(first, end);
   }
 
-  // Where the map goes on without a step it may be what is heard that has jumped.
+  // Where the map goes on without a step it may be the hearing that has jumped.
   bool HoldsMoved(SampleCount first, SampleCount end) const {
     const double heard = SupportOfHeard(first, end);
     if (heard < kHeard || IsLoneEnd(first, end)) return false;
@@ -188,7 +188,7 @@ class SoundCheck {
     if (HasJumped(first, end)) return !isAbove || clearer > -kFainter;
     return !isAbove || clearer > kClearlyBelow;
   }
-  // Whether the map leaves what is heard by a step that the sound does not make, at either end.
+  // Whether the map leaves the pitch that is heard, at either end, by a step that the sound does not make.
   bool HasJumped(SampleCount first, SampleCount end) const { return IsJump(first, -1) || IsJump(end - 1, 1); }
   bool IsJump(SampleCount i, SampleCount step) const {
     SampleCount neighbour = i + step;
@@ -203,7 +203,7 @@ class SoundCheck {
     for (SampleCount i = first; i < end; ++i) above += Map(i) > Heard(i) ? 1 : 0;
     return 2 * above > end - first;
   }
-  // The first or the last frame of a tone, half of which is the pause before or behind it.
+  // Whether a run is but the first or the last frame of a tone: half of such a frame is the pause beside it.
   bool IsLoneEnd(SampleCount first, SampleCount end) const {
     return end - first == 1 && ((IsRight(first - 1) && !IsMapVoice(end)) || (IsRight(end) && !IsMapVoice(first - 1)));
   }
@@ -213,8 +213,8 @@ class SoundCheck {
     if (!HoldsOn(first, end)) return true;
     return (end - first) * hopMs_ >= kHeldOnMs && SupportOfMap(first, end) < kUnheardBesideVoice;
   }
-  // A run that goes on from no voice is judged from step to step of the map, and leaves out single frames in which a
-  // voice is likely: an analysis that errs in a noise may find its way into the voice behind it.
+  // A run that goes on from no voice is judged in pieces, from one step of the map to the next, and single frames in
+  // which a voice is likely are left out: an analysis that errs in a noise may find its way into the voice behind it.
   void MarkNoise(SampleCount first, SampleCount end) {
     const std::vector<double> likelihoods = LikelihoodsOfMap(first, end);
     for (SampleCount from = first, to = first; from < end; from = to) {
@@ -264,8 +264,8 @@ class SoundCheck {
   const double hopMs_;
   const Hearing& hearing_;
   const std::function<const PitchSearch*()>& search_;
-  std::vector<Claim> claims_;  // what each frame looks like by itself,
-  std::vector<Claim> marks_;   // and what has held
+  std::vector<Claim> claims_;  // against each frame, by itself
+  std::vector<Claim> marks_;   // the claims that have held
 };
 
 }  // namespace

@@ -1,5 +1,5 @@
-// The rules by which the check library that comes along marks frames where it has the recording: by what is heard at
-// each frame. A contour alone cannot tell an octave that was sung from one that an analysis made.
+// The rules by which the check library that comes along marks frames where it has the recording: by the pitch that is
+// heard at each frame. A contour alone cannot tell an octave that was sung from one that an analysis made.
 #pragma once
 
 #include <cstdint>
@@ -13,13 +13,13 @@
 // Whether a map can be of the recording: its hop is that of the hearing and its length that of the sound.
 bool IsMapOf(const CheckFrameRecord& frames, const Hearing& hearing);
 
-// Marks the frames of one map of the recording. The number of marked frames. `search` is asked where the map gives
-// another pitch than what is heard, which most maps do nowhere: none if it has none then.
+// Marks the frames of one map of the recording. Gives the number of marked frames. `search` is asked for the recording
+// where the map has another pitch than the one that is heard, which most maps have nowhere; none if it has none then.
 std::optional<std::int32_t> MarkBySound(CheckFrameRecord& frames, const Hearing& hearing,
                                         const std::function<const PitchSearch*()>& search);
 
-// As CheckMap, for the map of a recording: one channel of any scale. A recording that the map cannot be of, as it has
-// another length, and a hop that is no number of samples leave the map to CheckMap.
+// CheckMap for the map of a recording, which is one channel of any scale. A recording that the map cannot be of, as it
+// has another length, and a hop that is no number of samples leave the map to CheckMap.
 std::int32_t CheckMapBySound(const CheckFrqSettings* settings, CheckFrameRecord* frames,
                              const CheckRegionRecord* regions, std::span<const float> samples,
                              double sampleRate) noexcept;
