@@ -113,7 +113,7 @@ bool KeptFiles::Keep(const std::wstring& mapPath, KeptBecause because, std::int6
   const std::lock_guard lock(mutex_);
   if (kept_.contains(mapPath)) return true;
   if (!OpenFile(record.size())) return false;
-  // What is torn off here would end the list for all that come behind it.
+  // A record that is not whole would end the list for all that come behind it.
   if (!file_->WriteAt(end_, record)) {
     file_->Truncate(end_);
     return false;
@@ -135,7 +135,7 @@ bool KeptFiles::OpenFile(std::size_t coming) {
   return true;
 }
 
-// Before a file is begun, with room for a full one.
+// Deletes the oldest files before a new one is begun, so that the limit has room for a full one.
 void KeptFiles::KeepWithinLimit() {
   std::vector<KeptFile> all = FilesUnder(files_, root_);
   std::int64_t bytes = limits_.FileBytes;
@@ -156,7 +156,7 @@ std::vector<KeptMap> KeptFiles::List() const {
   });
   std::vector<KeptMap> list;
   for (const KeptFile& file : all) ListFile(files_, file.Path, list);
-  // The latest first; of one second, as a job makes them, the one that came later.
+  // The latest map comes first; of those of one second, as a job makes them, the one that was kept later.
   std::ranges::reverse(list);
   std::ranges::stable_sort(list, std::ranges::greater(), &KeptMap::Time);
   return list;

@@ -23,8 +23,8 @@ struct KeptMap {
   std::int64_t Time = 0;  // seconds since 1970
   KeptBecause Because = KeptBecause::Saved;
   std::uint32_t Size = 0;  // bytes
-  std::wstring File;       // where it lies
-  std::int64_t At = 0;     // and where in there its record begins
+  std::wstring File;       // that it lies in
+  std::int64_t At = 0;     // place in the file at which its record begins
 };
 
 struct KeptLimits {
@@ -34,27 +34,28 @@ struct KeptLimits {
 
 class KeptFiles {
  public:
-  // `root`: where the folders of the runs lie. `run`: that of this one, which is there when the first map is kept.
+  // `root` is the folder in which the folders of the runs lie, `run` that of this run, which is there when the first
+  // map is kept.
   KeptFiles(FileSystem& files, std::wstring root, std::wstring run, KeptLimits limits = {})
       : files_(files), root_(std::move(root)), run_(std::move(run)), limits_(limits) {}
 
-  // On any thread. Each map once, until it is forgotten.
+  // Called on any thread. Each map is wanted and kept once, until it is forgotten.
   bool Wants(const std::wstring& mapPath) const;
   bool Keep(const std::wstring& mapPath, KeptBecause because, std::int64_t time, ByteSpan bytes);
   // The map is kept once more before its next change: what the user puts back may be the wrong one.
   void Forget(const std::wstring& mapPath);
-  // The same of all maps.
+  // Forgets all maps.
   void ForgetAll();
 
-  // Lets go of the file; nothing is kept behind this.
+  // Lets go of the file; nothing is kept any more after this.
   void Close() { file_.reset(); }
 
-  // Of all runs, the latest first.
+  // The kept maps of all runs, the latest first.
   std::vector<KeptMap> List() const;
-  // None if it has gone or is damaged.
+  // The bytes of a kept map; none if they have gone or are damaged.
   std::optional<Bytes> Read(const KeptMap& kept) const;
 
-  // Whether a file in a run's folder is one of these.
+  // Whether a file in a run's folder is one of kept maps.
   static bool IsKeptFile(const std::wstring& name);
 
  private:

@@ -48,7 +48,7 @@ inline Bytes ReadBlock(ByteReader& reader) {
   return Bytes(block.begin(), block.end());
 }
 
-// In UTF-16.
+// Writes a text in UTF-16, its length first.
 inline void WriteText(ByteWriter& writer, const std::wstring& text) {
   const std::u16string units = Utf16Of(text);
   writer.Write(static_cast<std::uint32_t>(units.size()));

@@ -86,8 +86,8 @@ std::vector<Recovery::Run> Recovery::OtherRuns() const {
   return runs;
 }
 
-// A run that has ended in order has no mark any more; that of one that lives nobody else can open. One that is just
-// being begun has none yet either, and nothing that could be missed.
+// A run that has ended in order has no mark any more, and the mark of one that lives cannot be opened by others. A run
+// that is just being begun has no mark yet either, and nothing that could be missed.
 bool Recovery::Settle(Run& run) {
   const std::wstring mark = PathIn(run.Folder, kMark);
   if (!files_.FactsOf(mark)) return run.Start < clock_() - kDay || HoldsKept(run);
@@ -125,7 +125,7 @@ void Recovery::Close() {
   const bool isSettled = writes_.Close();
   mark_.reset();
   files_.Delete(PathIn(own_.Folder, kJournal));
-  // The mark alone has the next start look for writes.
+  // The mark stays if a write was not settled: without it the next start would not look for writes.
   if (isSettled) files_.Delete(PathIn(own_.Folder, kMark));
   kept_.Close();
   files_.RemoveFolder(own_.Folder);
@@ -156,7 +156,7 @@ void Recovery::SetReason(KeptBecause because) {
   if (because != KeptBecause::Saved) kept_.ForgetAll();
 }
 
-// What memory does not hold goes unrecorded, as on a full disk, and is no reason for a save to fail.
+// A change that memory does not hold goes unrecorded, as on a full disk, and is no reason for a save to fail.
 void Recovery::Begin(const FileChange& change) {
   if (!mark_) return;
   try {
@@ -184,7 +184,7 @@ bool Recovery::Keep(const std::wstring& mapPath, ByteSpan bytes) {
   try {
     isKept = mark_ && kept_.Keep(mapPath, because_, clock_(), bytes);
   } catch (const std::exception&) {
-    // Memory is as full as a disk may be.
+    // Without memory the map is not kept, as on a full disk.
   }
   Failure none = Failure::None;
   if (mark_ && !isKept) failure_.compare_exchange_strong(none, Failure::Met);

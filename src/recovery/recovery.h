@@ -1,7 +1,7 @@
 // Recovery: the program's own folder for what must not be lost, with a folder in it for each run.
 //
 // A run's folder holds a mark that it lives, the journal of its edits, its writes that are under way, and the maps that
-// it has kept. What a run that did not end in order has left the next start deals with: writes are completed or taken
+// it has kept. The next start deals with what is left of a run that did not end in order: writes are completed or taken
 // back, and its journal waits here to be asked about. Folders of runs that live are left alone.
 #pragma once
 
@@ -19,37 +19,37 @@
 class Recovery : public FileGuard {
  public:
   struct Limits {
-    int MostRuns = 5;   // whose kept maps stay
-    int MostDays = 30;  // after which nothing stays
+    int MostRuns = 5;   // runs whose kept maps stay
+    int MostDays = 30;  // days after which nothing stays
     KeptLimits Kept = {};
   };
   using Clock = std::int64_t (*)();  // seconds since 1970
   static std::int64_t PresentTime();
 
-  // `root`: the folder for all runs; empty if there is none to be had: then nothing is kept, and the program runs all
-  // the same. `process`: the number of this one. Makes nothing yet.
+  // `root` is the folder for all runs, `process` the number of this one. An empty `root` stands for none to be had:
+  // then nothing is kept, and the program runs all the same. No folder is made yet.
   Recovery(FileSystem& files, const std::wstring& root, std::uint32_t process, Clock clock = &PresentTime);
   Recovery(FileSystem& files, const std::wstring& root, std::uint32_t process, const Limits& limits,
            Clock clock = &PresentTime);
 
-  // Makes the folder of this run and deals with what others have left. Before any map is read.
+  // Makes the folder of this run and deals with those of other runs. Called before any map is read.
   void Start();
-  // The orderly end: the journal goes, what is kept stays for the next runs. Nothing is under way any more.
+  // The orderly end: the journal goes, kept maps stay for the next runs. Nothing is under way any more.
   void Close();
 
   // The journals of runs that did not end in order, the latest first. They are reserved for this run until they are
   // dropped, or it ends.
   std::vector<std::wstring> Journals() const;
-  // A journal that nobody needs any more.
+  // Deletes a journal that nobody needs any more.
   void Drop(const std::wstring& journal);
-  // Where this run's journal belongs; empty if there is no place for one.
+  // The path for this run's journal; empty if there is no place for one.
   std::wstring JournalPath() const;
 
-  // What those maps are kept for that are kept from now on. For anything but a save each is kept once more: what a user
-  // has edited and saved before a job by mistake is worth more than what there was at the start of the run.
+  // Sets the reason for which maps are kept from now on. For any but a save each is kept once more: a map that the user
+  // has edited and saved before a job by mistake is worth more than the one from the start of the run.
   void SetReason(KeptBecause because);
   KeptFiles& Kept() { return kept_; }
-  // Whether a map had no room here. True once in a run.
+  // Whether there was no room to keep a map. True once in a run.
   bool TakeKeepFailure();
 
   void Begin(const FileChange& change) override;
@@ -62,12 +62,12 @@ class Recovery : public FileGuard {
   struct Run {
     std::wstring Folder;
     std::int64_t Start = 0;              // its time
-    std::unique_ptr<FileStream> Mark{};  // of one that died, held so that no other start deals with it
+    std::unique_ptr<FileStream> Mark{};  // of a run that died, held so that no other start deals with it
   };
 
   bool MakeOwn();
   std::vector<Run> OtherRuns() const;
-  // False if it lives.
+  // Deals with the folder of another run; false if that run lives, or if its folder cannot be dealt with yet.
   bool Settle(Run& run);
   bool HoldsKept(const Run& run) const;
   void RemoveFiles(const std::wstring& folder) const;
@@ -86,7 +86,7 @@ class Recovery : public FileGuard {
   WriteLog writes_;
 };
 
-// For what is done inside a scope.
+// Sets the reason for maps that are kept inside a scope.
 class KeptBecauseScope {
  public:
   KeptBecauseScope(Recovery& recovery, KeptBecause because) : recovery_(recovery) { recovery_.SetReason(because); }

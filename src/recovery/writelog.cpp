@@ -49,7 +49,7 @@ std::optional<FileChange> Decode(ByteSpan record) {
   return reader.Failed() ? std::nullopt : std::optional(std::move(change));
 }
 
-// What stands in the place of a piece now; shorter where the file ends.
+// The bytes that stand in the place of a piece now; fewer where the file ends.
 Bytes Present(FileStream& file, const FileChange::Piece& piece) {
   const auto wanted = static_cast<std::int64_t>(std::max(piece.Before.size(), piece.After.size()));
   Bytes bytes(static_cast<std::size_t>(std::clamp<std::int64_t>(file.Size() - piece.At, 0, wanted)));
@@ -65,8 +65,8 @@ bool StandsAt(const FileChange& change, FileStream& file, Bytes FileChange::Piec
          });
 }
 
-// Whether nothing but the change has been at the file: each byte of it is an old or a new one, or one that the disk has
-// not got to.
+// Whether nothing but the change has been at the file: each byte of its pieces is an old or a new one, or a zero that
+// the disk has not got to.
 bool IsBrokenOff(const FileChange& change, FileStream& file) {
   const std::int64_t size = file.Size();
   const auto [least, most] = std::minmax(change.SizeBefore, change.SizeAfter);
@@ -92,19 +92,19 @@ bool Put(const FileChange& change, FileStream& file, Bytes FileChange::Piece::*s
 
 enum class Way { Forth, Back };
 
-// What a library writes it has written within minutes. Later it is somebody else's work, of which nothing is known: the
-// bytes of before are among the kept ones.
+// A library has written its file within minutes. A later write is somebody else's, of which nothing is known: the bytes
+// from before the library's are among the kept ones.
 bool IsWrittenSince(FileSystem& files, const std::wstring& path, std::int64_t begun) {
   constexpr std::int64_t kMoment = std::int64_t{600} * 10'000'000;  // [100 ns]
   const std::optional<FileFacts> facts = files.FactsOf(path);
   return facts && facts->Written > begun + kMoment;
 }
 
-// True if the file is one or the other now, or is none of this change's business any more.
-// `begun`: when the change was.
+// Completes a change or takes it back. True if the file is as it was before or after it now, or is none of its business
+// any more. `begun` is the time at which the change was begun.
 bool Settle(FileSystem& files, const FileChange& change, Way way, std::int64_t begun) {
-  // One that was not there and is not has not been begun; one that has gone somebody took away. Unless all of its disk
-  // has: that may come back.
+  // A file that is not there was never made, or somebody took it away: nothing is left to settle, unless its folder is
+  // not there either, as that may come back with its disk.
   if (!files.FactsOf(change.Path)) return files.FactsOf(FolderOf(change.Path)).has_value();
   const auto file = files.Open(change.Path, FileMode::Shared);
   if (!file) return false;
@@ -112,7 +112,7 @@ bool Settle(FileSystem& files, const FileChange& change, Way way, std::int64_t b
   // An empty file was made for this change.
   const bool isMade = way == Way::Forth && change.SizeBefore == 0 && !change.AfterIsUnknown;
   if (!isMade && StandsAt(change, *file, &Piece::Before, change.SizeBefore)) return true;
-  // Of a write that is not ours only what was there is known.
+  // Of a write by a library only the old bytes are known.
   if (change.AfterIsUnknown) {
     return IsWrittenSince(files, change.Path, begun) || Put(change, *file, &Piece::Before, change.SizeBefore);
   }
@@ -147,12 +147,12 @@ WriteLog::Slot* WriteLog::Take(const std::wstring& target) {
   }
   (*slot)->IsTaken = true;
   (*slot)->Target = target;
-  // What this thread has left open before stays taken.
+  // A slot that this thread has left open before stays taken.
   taken_[std::this_thread::get_id()] = slot->get();
   return slot->get();
 }
 
-// A slot that the disk does not take back stays as it is.
+// Marks a slot as free. One that cannot be written on the disk stays taken.
 bool WriteLog::LetGo(Slot& slot) {
   ByteWriter none;
   none.Write(std::uint32_t{0});
@@ -176,7 +176,7 @@ void WriteLog::End() {
   files_.SetLastError(error);
 }
 
-// Another thread's change of the file is under way only as long as that has it locked, and is none that was left.
+// A change of the file by another thread that is under way was not left unfinished: that thread has the file locked.
 void WriteLog::TakeBackLeft(const std::wstring& path) {
   const std::uint32_t error = files_.LastError();
   const std::lock_guard lock(mutex_);

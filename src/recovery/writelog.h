@@ -1,4 +1,4 @@
-// WriteLog: what is on the disk of a change before the file itself is touched, so that one that a kill or a power cut
+// WriteLog: records a change on the disk before the file itself is touched, so that a change that a kill or a power cut
 // has broken off is completed or taken back.
 //
 // A slot is a file that holds one change at a time: its first word tells whether that is under way. A thread has a slot
@@ -21,18 +21,18 @@ class WriteLog {
   // The folder is there when the first change begins.
   WriteLog(FileSystem& files, std::wstring folder) : files_(files), folder_(std::move(folder)) {}
 
-  // On any thread, each of which ends what it has begun. A disk without room for the record has the change go
-  // unrecorded.
+  // Called on any thread, each of which ends the change that it has begun. Where the disk has no room for the record,
+  // the change goes unrecorded.
   void Begin(const FileChange& change);
   void End();
-  // What a change of that file has left unfinished in this run is taken back, and ended.
+  // Takes back and ends a change of that file that this run has left unfinished.
   void TakeBackLeft(const std::wstring& path);
-  // Deletes the slots, but for those that were never let go; false if there are such.
+  // Deletes the slots, except those that were never let go; false if there are such.
   bool Close();
 
   // The slots of a run that has gone. False if one could be neither completed nor taken back: it stays.
   static bool Mend(FileSystem& files, const std::wstring& folder);
-  // Whether a file in a run's folder is one of these.
+  // Whether a file in a run's folder is a slot.
   static bool IsSlot(const std::wstring& name);
 
  private:
