@@ -23,7 +23,7 @@ void Document::lock() {
   ++depth_;
 }
 
-// What has changed is told by the outermost holder alone, and only when another thread may come in again.
+// Changes are told by the outermost holder alone, and only when another thread may come in again.
 void Document::unlock() {
   DocumentChanges told;
   if (--depth_ == 0) {
@@ -102,7 +102,7 @@ MapPair Document::Maps(int index) const {
 int Document::IndexOf(const FrqMap* map) const {
   const std::lock_guard locked(mutex_);
   if (!map) return -1;
-  // It nearly always is the current one, and a stroke asks for each of its columns.
+  // The map nearly always is the current one, and a stroke asks for it with each of its columns.
   if (const SyllableEntry* const current = At(current_); current && &current->Map == map) return current_;
   const auto found = std::ranges::find(entries_, map, [](const auto& entry) { return &entry->Map; });
   return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
@@ -142,7 +142,7 @@ void Document::SetHasMap(int index, bool hasMap, std::uint32_t frameEstimate) {
   Tell({.Index = index, .Facts = facts});
 }
 
-// True if it was the other way.
+// True if the mark has changed.
 bool Document::SetEditedMark(int index, bool edited) {
   SyllableEntry* const entry = At(index);
   if (!entry || entry->Edited == edited) return false;

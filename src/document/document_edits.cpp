@@ -1,4 +1,4 @@
-// Document: gestures, strokes, and the way back and forth through what they have changed.
+// Document: gestures, strokes, and the way back and forth through their changes.
 #include <algorithm>
 #include <utility>
 
@@ -92,13 +92,13 @@ StepResult Document::StepBack(bool redo) {
   return result;
 }
 
-// The syllables of a step whose maps are no longer what it would change. One that went out of memory is read again
-// first.
+// The syllables of a step whose maps are no longer as the step would find them. A map that went out of memory is read
+// again first.
 std::vector<int> Document::EntriesLostTo(const Step& step, bool redo) {
   std::vector<int> lost;
   std::vector<int> seen;
   const auto look = [&](const MapChange& change) {
-    // What an earlier change of this step meets is what the later one leaves.
+    // Only the first change of a map is looked at: any other meets the map as the one before it has left it.
     if (std::ranges::find(seen, change.Entry()) != seen.end()) return;
     if (step.Maps.size() > 1) seen.push_back(change.Entry());
     SyllableEntry* const entry = At(change.Entry());

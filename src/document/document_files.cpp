@@ -1,4 +1,4 @@
-// Document: what it does with files, each in one way: loading a pair of maps, saving, reloading, removing.
+// Document: its work with files, each in one way: loading a pair of maps, saving, reloading, removing.
 #include <exception>
 #include <utility>
 
@@ -6,9 +6,9 @@
 
 namespace {
 
-// Reads both maps of an entry. The stamp is taken first, so that who writes the file meanwhile makes it another. A map
-// that memory does not hold twice is as good as one that cannot be read: then the working one is empty, and the saved
-// one stays or is empty too.
+// Reads both maps of an entry. The stamp is taken first, so that a program that writes the file meanwhile makes it
+// another one. A map that memory does not hold twice counts as one that cannot be read: the working one is empty then,
+// and the saved one stays or is empty too.
 int ReadPair(DocumentFiles& files, SyllableEntry& entry, Document::OnFailure onFailure) {
   int result = -1;
   try {
@@ -90,7 +90,7 @@ int Document::Reload(int index, OnFailure onFailure, bool clearEdited) {
   std::optional<MapBefore> before = steps_.Remember(entry->Map);
   const std::optional<MapImage> onDisk = entry->File.Content(entry->SavedMap);
   const int result = LoadPair(index, onFailure);
-  // What was saved here comes back as its kind of file holds it.
+  // A map that was saved here comes back as its kind of file holds it, rounded or not.
   if (result == 0 && onDisk && (onDisk->IsOf(entry->Map) || onDisk->IsNearly(entry->Map))) {
     steps_.Record(index, std::move(before), entry->Map);
   } else {
@@ -111,7 +111,7 @@ int Document::ReadAfresh(int index, OnFailure onFailure, bool clearEdited) {
   return result;
 }
 
-// One that could not be read stays as edited as it was, unless it is said to be clean.
+// An entry whose map could not be read keeps its edited mark, unless it is said to be clean.
 void Document::TellRead(int index, bool isClean) {
   EntryChange told{.Index = index, .Facts = EntryChange::Replaced | EntryChange::Saved};
   if (isClean) told.Facts |= EntryChange::Touched;
@@ -154,8 +154,8 @@ int Document::Save(int index, bool deleteAnalysis, std::uint32_t& error, Outside
   return 0;
 }
 
-// Behind a save that failed it shows what did not reach the file; users know it as the state of the last attempt. What
-// the file holds is kept apart from it then.
+// After a save that failed, the saved map shows the state that did not reach the file; users know it as that of the
+// last attempt. The file's content is kept apart from it then.
 void Document::RenewSaved(int index) {
   const std::lock_guard locked(*this);
   SyllableEntry* const entry = At(index);

@@ -1,4 +1,4 @@
-// Document: the marks that a check leaves, and what becomes of them.
+// Document: the marks that a check leaves, and the taking or ending of them.
 #include <algorithm>
 #include <new>
 #include <utility>
@@ -9,7 +9,7 @@ void Document::Mark(int index, const std::function<void(FrqMap&)>& mark, bool te
   const std::lock_guard locked(*this);
   SyllableEntry* const entry = At(index);
   if (!entry) return;
-  // Else to undo the stroke would take the new marks along.
+  // The stroke ends first, or undoing it would take the new marks along.
   if (steps_.StrokeEntry() == index) CloseStroke();
   try {
     mark(entry->Map);

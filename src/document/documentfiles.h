@@ -1,4 +1,4 @@
-// Where the maps of a document come from and go to.
+// DocumentFiles: the files from which a document reads its maps and to which it saves them.
 //
 // The document calls this under its lock: an implementation sends nothing to a window and waits for no other thread.
 #pragma once
@@ -15,8 +15,8 @@ class DocumentFiles {
   // Reads the map of a wave. 0, or nonzero with the map cleared. May throw std::bad_alloc.
   virtual int Load(FrqMap& map, const std::wstring& wavePath) = 0;
 
-  // Writes it. 0, or nonzero with the system's code in `error`, which is 0 where no file was touched. May throw
-  // std::bad_alloc while no file was touched.
+  // Writes the map of a wave. 0, or nonzero with the system's code in `error`, which is 0 where no file was touched.
+  // May throw std::bad_alloc while no file was touched.
   virtual int Save(FrqMap& map, const std::wstring& wavePath, std::uint32_t& error) = 0;
 
   // Deletes the map with all that belongs to it. False if the map itself stayed. May throw std::bad_alloc while it is

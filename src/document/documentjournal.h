@@ -1,7 +1,8 @@
-// What a document tells its journal: all that has to be known to bring its maps, its edited marks and its history back.
+// DocumentJournal: a document tells its journal all that has to be known to bring its maps, its edited marks and its
+// history back.
 //
 // It is told under the document's lock, in the order in which it happens: an implementation copies what it needs, waits
-// for nothing and throws nothing. What one call of the document has told belongs together.
+// for nothing and throws nothing. All that one call of the document tells belongs together.
 #pragma once
 
 #include "document/step.h"
@@ -13,13 +14,14 @@ class DocumentJournal {
 
   // Other syllables are in place; whatever was told before concerns nobody any more.
   virtual void OnOpened() = 0;
-  // Map is what the file holds now; not Loaded where there is none or it could not be read.
+  // The file holds the entry's Map now, which is not Loaded where there is none or it could not be read.
   virtual void OnRead(int index, const SyllableEntry& entry) = 0;
-  // The file holds Map now; or, not `whole`, a save has failed that may have touched it. Stamp is that of the file.
+  // The file holds the entry's Map now; or, if not `whole`, a save has failed that may have touched the file. The
+  // entry's Stamp is that of the file.
   virtual void OnSaved(int index, const SyllableEntry& entry, bool whole) = 0;
   virtual void OnEdited(int index, bool edited) = 0;
 
-  // A step is made, and what could be done again ends.
+  // A step is made, and no step can be done again any more.
   virtual void OnStep(const Step& step) = 0;
   // The next step has been undone, or done again.
   virtual void OnMoved(bool redo) = 0;

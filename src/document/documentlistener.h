@@ -1,7 +1,7 @@
-// What a document tells its windows, in terms of itself: once for each call, all that it has changed.
+// DocumentListener: a document tells its windows, in terms of itself and once for each call, all that it has changed.
 //
-// It is told on the thread that made the change, when the document has let go of its lock: a listener may ask the
-// document anything, and send to its window.
+// It tells them on the thread that made the change, when it has let go of its lock: a listener may ask the document
+// anything, and send to its window.
 #pragma once
 
 #include <vector>
@@ -19,21 +19,21 @@ struct EntryChange {
     HasMap = 32,     // there is a map now, or no longer
     Saved = 64,      // SavedMap is another one
     Touched = 128,   // edited, saved or read again, whether or not anything differs
-    Readable = 256  // its map turned out to be none that can be read, or to be one after all
+    Readable = 256  // its map turned out to be unreadable, or readable after all
   };
 
   int Index = -1;
   unsigned Facts = 0;
   std::vector<int> Rows = {};  // the frames that were set, in ascending order, if Frames is among the facts
   bool InStroke = false;       // one of many changes under the mouse
-  bool OneOfMany = false;      // of a gesture or a run over all syllables
+  bool OneOfMany = false;      // part of a gesture or a run over all syllables
   bool FromHistory = false;    // a step was undone or done again
 };
 
 struct DocumentChanges {
   std::vector<EntryChange> Entries = {};
   bool OfMany = false;   // the end of a gesture or a run over all syllables is among them
-  bool History = false;  // what can be undone or done again is something else now
+  bool History = false;  // other steps can be undone or done again now
 };
 
 class DocumentListener {

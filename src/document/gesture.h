@@ -1,9 +1,9 @@
-// What a user would take back at once, and how a menu names it.
+// Gesture: a change that a user would take back at once, by which a menu names it.
 #pragma once
 
 #include <cstdint>
 
-// In the order of the names in the string table.
+// Gestures in the order of their names in the string table.
 enum class Gesture : std::uint8_t {
   Stroke,
   Erase,

@@ -1,6 +1,6 @@
 // The steps of a document, the done ones and the undone ones, within a limit of memory.
 //
-// It knows steps and no maps: what a step does to a map is the document's business.
+// It knows steps and no maps: to change a map by a step is the document's business.
 #pragma once
 
 #include <cstddef>
@@ -13,8 +13,8 @@ class History {
  public:
   static constexpr std::size_t kMostBytes = std::size_t{64} << 20;
 
-  // A new step ends what could be done again. Of a history beyond the limit the oldest steps go; a single step beyond
-  // it leaves none. Throws std::bad_alloc.
+  // Adds a step; none can be done again any more then. Where the history exceeds the limit the oldest steps go; a
+  // single step beyond it leaves none. Throws std::bad_alloc.
   void Add(Step step);
 
   // The step that is undone next, or done again next; null without one.
@@ -39,6 +39,6 @@ class History {
 
   Steps done_;    // the latest at the end
   Steps undone_;  // the one undone last at the end
-  std::map<int, int> changes_;  // of each entry in all steps: most entries are in none
+  std::map<int, int> changes_;  // number of each entry's changes in all steps: most entries are in none
   std::size_t bytes_ = 0;
 };

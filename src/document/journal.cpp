@@ -37,7 +37,7 @@ void Journal::OnOpened() {
   StartAnew(Bytes());
 }
 
-// What is still to be written of the old folder is of no use to anybody.
+// Frames of the old folder that are not yet written are of no use to anybody.
 void Journal::StartAnew(std::optional<Bytes> head) {
   End();
   for (auto& [index, syllable] : syllables_) syllable.IsNamed = false;
@@ -69,7 +69,7 @@ void Journal::Close(bool remove) {
   remove ? file_.Remove() : file_.Close();
 }
 
-// What memory does not hold must not reach the document, which has done its work already.
+// A lack of memory must not reach the document, which has done its work already.
 template <typename Function>
 void Journal::Note(Function&& write) {
   if (!isOn_) return;
@@ -168,7 +168,7 @@ void Journal::OnStroke(bool isOpen) {
   if (isAsleep_) told_.notify_one();
 }
 
-// A hand that rests for a while leaves nothing new to write.
+// The stroke is written only if it has grown: a hand that rests for a while leaves nothing new.
 void Journal::OnStrokeSoFar(const Step& step) {
   Note([&] {
     ByteWriter writer;
@@ -207,8 +207,8 @@ void Journal::Run() {
   }
 }
 
-// False if it is time to ask for the open stroke. To be woken costs the one who does it more than the step itself:
-// while somebody is at work the thread looks by itself.
+// False if it is time to ask for the open stroke. To wake this thread costs another one more than the step itself, so
+// this one looks by itself while somebody is at work.
 bool Journal::WaitForWork(std::unique_lock<std::mutex>& lock) {
   while (!newHead_ && queue_.empty() && !isEnding_) {
     const Clock::time_point now = Clock::now();
@@ -225,7 +225,7 @@ bool Journal::WaitForWork(std::unique_lock<std::mutex>& lock) {
   return true;
 }
 
-// The document tells it on this thread, under its own lock. Meanwhile another stroke may have begun.
+// The document tells the stroke on this thread, under its own lock. Meanwhile another stroke may have begun.
 void Journal::AskForStroke(std::unique_lock<std::mutex>& lock) {
   strokeDue_.reset();
   lock.unlock();
@@ -234,7 +234,7 @@ void Journal::AskForStroke(std::unique_lock<std::mutex>& lock) {
   if (isOpen && !strokeDue_) strokeDue_ = Clock::now() + strokeInterval_;
 }
 
-// The lock is let go for the disk. A folder that is opened meanwhile makes nothing of what becomes of this write.
+// The lock is let go while the disk works. Where a folder is opened meanwhile, a failure of this write does not count.
 void Journal::Write(std::unique_lock<std::mutex>& lock) {
   std::deque<Frame> frames = std::exchange(queue_, {});
   std::optional<Bytes> head = std::exchange(newHead_, std::nullopt);

@@ -1,12 +1,12 @@
-// Journal: writes down what a document tells, as it happens, so that what is not saved outlasts a kill or a power cut.
+// Journal: writes down all that a document tells, as it happens, so that unsaved edits outlast a kill or a power cut.
 //
 // The document only leaves bytes in a queue. A thread of the journal's own appends them to the file, 20 ms later at
 // most, and while a stroke is open asks the document now and then how far it is, so that no more than a second of work
 // is ever missing. There is no file before the first edit. Where the disk fails, or the file would become too large,
 // journaling ends without a word until the next folder: nothing that a user does hangs on it.
 //
-// Locks: what the document tells is its own, under its lock. The queue has a lock that is taken under that one, never
-// the other way round, and that nobody holds while the disk works.
+// Locks: the members that the document's calls use are guarded by its lock. The queue has a lock that is taken under
+// that one, never the other way round, and that nobody holds while the disk works.
 #pragma once
 
 #include <chrono>
@@ -24,13 +24,13 @@
 
 class Journal : public DocumentJournal {
  public:
-  // With the write behind it this stays below a second.
+  // The time after which an open stroke is asked for; with the write behind it that stays below a second.
   static constexpr std::chrono::milliseconds kStrokeInterval{750};
-  // How long the thread stays awake behind the last work, and how often it looks for more then.
+  // The time that the thread stays awake after the last work, and the pauses in which it looks for more then.
   static constexpr std::chrono::milliseconds kAwake{1000};
   static constexpr std::chrono::milliseconds kPause{20};
 
-  // The document tells it from now on, and outlives it. `path`: of a file in a folder that is there.
+  // The document tells this journal from now on, and outlives it. `path` is that of a file in a folder that is there.
   Journal(Document& document, FileSystem& files, std::wstring path,
           std::chrono::milliseconds strokeInterval = kStrokeInterval);
   // The file stays.
@@ -38,13 +38,13 @@ class Journal : public DocumentJournal {
   Journal(const Journal&) = delete;
   Journal& operator=(const Journal&) = delete;
 
-  // What comes is of this voicebank: behind each Document::Open, before anybody can edit, and where another kind of
-  // maps has come to work and nothing is edited. Without it nothing is written.
+  // Begins a journal of this voicebank: after each Document::Open, before anybody can edit, and when another kind of
+  // maps comes to work and nothing is edited. Without it nothing is written.
   void Begin(const JournalHead& head);
-  // Waits until all that was told is on the disk. False if it is not, since journaling has ended. Not under the
-  // document's lock, and neither is Close.
+  // Waits until all that was told is on the disk. False if it is not, since journaling has ended. Neither this nor
+  // Close is called under the document's lock.
   bool Flush();
-  // Nothing is told any more, what was told is written, and the file goes or stays.
+  // Ends the journal: nothing is told any more, all that was told is written, and the file goes or stays.
   void Close(bool remove);
 
   void OnOpened() override;
@@ -86,7 +86,7 @@ class Journal : public DocumentJournal {
   void AskForStroke(std::unique_lock<std::mutex>& lock);
   void Write(std::unique_lock<std::mutex>& lock);
 
-  // Under the document's lock.
+  // Guarded by the document's lock:
   Document& document_;
   bool isOn_ = false;
   bool hasRecords_ = false;  // of this voicebank
@@ -94,7 +94,7 @@ class Journal : public DocumentJournal {
   ByteWriter frame_ = NewFrame();
   std::uint64_t strokeTold_ = 0;  // hash of the open stroke as it was told last, 0 if it was not
 
-  // Under the lock of the queue.
+  // Guarded by the lock of the queue:
   std::mutex mutex_;
   std::condition_variable told_;     // to the thread
   std::condition_variable written_;  // by it
@@ -107,7 +107,7 @@ class Journal : public DocumentJournal {
   bool hasFailed_ = false;
   bool isEnding_ = false;
 
-  // Of the thread.
+  // Used by the thread alone:
   JournalFile file_;
   const std::chrono::milliseconds strokeInterval_;
   std::thread thread_;

@@ -17,7 +17,7 @@ std::uint64_t ChecksumOf(std::uint64_t seed, std::int64_t position, std::int64_t
   return hash.Value();
 }
 
-// Reads frame after frame; none at the end, and where one is not whole.
+// Reads frame after frame; gives none at the end, and where a frame is not whole.
 class FrameReader {
  public:
   explicit FrameReader(FileStream& stream) : stream_(stream), size_(stream.Size()) {}
@@ -81,7 +81,7 @@ void JournalFile::Begin(Bytes head) {
   head_ = std::move(head);
 }
 
-// Empty first: a scanner that has it open may keep it from going.
+// The file is emptied before it is deleted: a scanner that has it open may keep it from going.
 void JournalFile::Remove() {
   if (stream_) stream_->Truncate(0);
   Close();

@@ -1,4 +1,5 @@
-// The file of a journal: frames that are whole or do not count, one for what each call of a document has told.
+// The file of a journal: a frame for each call of a document that has told it anything; a frame that is not whole does
+// not count.
 //
 // A frame is a head of 24 bytes (magic, size of what follows, time, checksum) and its records; the first frame holds
 // the JournalHead. The checksum covers the place of the frame and the first frame as well, so that bytes of an older
@@ -17,19 +18,19 @@
 
 // A frame in the making: room for its head, then what is written to it.
 ByteWriter NewFrame();
-// Its length without anything in it.
+// The length of a frame without records.
 inline constexpr std::size_t kFrameHead = 24;
 
-// Of one thread.
+// JournalFile: the file that is being written, used by one thread.
 class JournalFile {
  public:
   static constexpr std::int64_t kMostBytes = std::int64_t{256} << 20;
 
   JournalFile(FileSystem& files, std::wstring path) : files_(files), path_(std::move(path)) {}
 
-  // The file goes. It is made anew with the first frame behind this; `head` is the frame of its head.
+  // Deletes the file. It is made anew with the first frame that is appended; `head` is the frame of its head.
   void Begin(Bytes head);
-  // Appends a frame of that time, written through. False if that failed; a file that would become too large goes.
+  // Appends a frame of that time, written through. False if that failed; a file that would become too large is deleted.
   bool Append(Bytes frame, std::int64_t time);
   void Close() { stream_.reset(); }
   void Remove();
@@ -43,7 +44,7 @@ class JournalFile {
   Bytes head_;
   std::unique_ptr<FileStream> stream_;
   std::int64_t end_ = 0;
-  std::uint64_t seed_ = 0;  // of all checksums but the head's own, which it is
+  std::uint64_t seed_ = 0;  // of all checksums but the head's; it is that one's value
 };
 
 struct JournalContent {
@@ -53,6 +54,6 @@ struct JournalContent {
   std::vector<JournalRecord> Records;
 };
 
-// None if there is no journal, or nothing of it but its head. What follows the first frame that is not whole is left
-// out. Throws std::bad_alloc.
+// The content of a journal; none if there is no file, or nothing of it but its head. All from the first frame on that
+// is not whole is left out. Throws std::bad_alloc.
 std::optional<JournalContent> ReadJournal(FileSystem& files, const std::wstring& path);

@@ -1,6 +1,6 @@
-// What stands in a journal: its head, and records of what a document has told, as bytes and back.
+// The content of a journal as bytes and back: its head, and records of all that a document has told.
 //
-// Apart from the file, which frames and checks them, and from what is made of them again.
+// It stands apart from the file (journalfile.h), which frames and checks the bytes, and from the replay of the records.
 #pragma once
 
 #include <cstdint>
@@ -22,16 +22,16 @@ struct JournalHead {
 
 struct JournalRecord {
   enum Type : std::uint8_t {
-    Read,      // the map is what the file holds, of the path: Stamp and Image. Image is 0 where there is none
-    Saved,     // the file holds the map, likewise
+    Read,      // the map of Path was read: Stamp and Image of its file. Image is 0 where there is no map
+    Saved,     // the map was saved, with the Stamp and Image of its file then
     Broken,    // a save has failed and has left that Stamp
     Edited,    // the edited mark is set
-    Clean,     // it is cleared
+    Clean,     // the edited mark is cleared
     Done,      // Change is a new step
     Stroke,    // Change is an open stroke so far, in the place of an earlier one
     NoStroke,  // the stroke has ended
-    Undone,    // the next step back
-    Redone,    // the next step forth
+    Undone,    // the next step is undone
+    Redone,    // the next step is done again
     Dropped,   // the entry goes out of all steps
     Cleared,   // all steps go
   };
@@ -48,9 +48,9 @@ struct JournalRecord {
 void EncodeHead(ByteWriter& writer, const JournalHead& head);
 std::optional<JournalHead> DecodeHead(ByteSpan bytes);
 
-// What a type has no place for is left out.
+// Fields that a type has no place for are left out.
 void EncodeRecord(ByteWriter& writer, const JournalRecord& record);
-// Done and Stroke.
+// Encodes a record of the types Done and Stroke.
 void EncodeChange(ByteWriter& writer, JournalRecord::Type type, const Step& step);
 // Adds all records that lie there. False if they are not whole; then those ahead of the fault have been added.
 bool DecodeRecords(ByteSpan bytes, std::vector<JournalRecord>& records);

@@ -9,8 +9,8 @@
 using Record = JournalRecord;
 using Reason = RestoreReport::Reason;
 
-// Where memory gives out half way nothing is recovered: what there is stays as the files have it, and the journal is
-// still there.
+// Where memory gives out half way nothing is recovered: the maps stay as the files have them, and the journal is still
+// there.
 RestoreReport JournalReplay::Run(JournalContent content) {
   const std::lock_guard locked(document_);
   document_.CloseStroke();
@@ -32,7 +32,7 @@ RestoreReport JournalReplay::Run(JournalContent content) {
   return std::move(report_);
 }
 
-// What is known of the files at the end.
+// The syllables of the journal, with the state of their files and edited marks at its end.
 std::map<int, JournalReplay::Syllable> JournalReplay::Collect(const std::vector<Record>& records) {
   std::map<int, Syllable> syllables;
   for (const Record& record : records) {
@@ -68,8 +68,8 @@ std::vector<std::wstring> JournalReplay::UnchangedOf(const JournalContent& conte
   return paths;
 }
 
-// Syllables may stand in another order than then, or be gone. Those keep an index of their own, so that the history
-// goes the same ways until they are taken out of it.
+// Syllables may stand in another order now, or be gone. Those that are gone get indexes of their own, so that the
+// history goes the same ways until they are taken out of it.
 void JournalReplay::Place() {
   std::unordered_map<std::wstring_view, int> indexes;
   const int count = static_cast<int>(document_.entries_.size());
@@ -113,8 +113,8 @@ void JournalReplay::Apply(Record& record) {
   }
 }
 
-// The file may have been saved behind this. Then the steps in between bring each frame that the save has changed to
-// what it was.
+// The file may have been saved after this record. Then the steps in between set each frame that the save has changed as
+// it was.
 void JournalReplay::ApplyRead(Syllable& syllable) {
   SyllableEntry* const entry = document_.At(syllable.Index);
   if (!entry || !syllable.IsLoaded) return;
@@ -123,7 +123,7 @@ void JournalReplay::ApplyRead(Syllable& syllable) {
   if (document_.journal_) document_.journal_->OnRead(syllable.Index, *entry);
 }
 
-// A save that failed has left the file that has been read here.
+// After a save that failed, the file that has been read here is the one that it has left.
 void JournalReplay::ApplySaved(Syllable& syllable, bool whole) {
   SyllableEntry* const entry = document_.At(syllable.Index);
   if (!entry || !syllable.IsLoaded) return;
@@ -153,8 +153,8 @@ void JournalReplay::ApplyMove(bool redo) {
   document_.steps_.Move(redo);
 }
 
-// Whatever the map holds there: a file that has been saved behind this step holds it already, or what came later, and
-// some kinds of files round it.
+// The change is made whatever the map holds: a file that was saved after this step holds the change already, or a later
+// one, and some kinds of files round it.
 void JournalReplay::ApplyChange(const MapChange& change, bool redo) {
   const auto found = byIndex_.find(change.Entry());
   SyllableEntry* const entry = document_.At(change.Entry());
@@ -171,7 +171,7 @@ void JournalReplay::Settle() {
   for (auto& [entry, syllable] : syllables_) {
     const std::optional<Reason> reason = ReasonAgainst(syllable);
     if (reason) LeaveAlone(syllable.Index);
-    // One that was emptied has nothing that could be recovered.
+    // A syllable whose map was emptied has nothing that could be recovered.
     if (reason && syllable.WasEdited && syllable.Image != 0) report_.Others.push_back({syllable.Path, *reason});
     const SyllableEntry* const here = document_.At(syllable.Index);
     if (!here) continue;

@@ -31,7 +31,7 @@ void KnownFile::OnBroken(DocumentFiles& files, const std::wstring& path) {
   try {
     stamp_ = files.Stamp(path);
   } catch (const std::exception&) {
-    // It counts as changed by somebody else then.
+    // Without memory the file counts as changed by somebody else.
   }
 }
 
@@ -77,6 +77,6 @@ bool KnownFile::IsChangedOutside(const FrqMap& saved, DocumentFiles& files, cons
     stamp_ = stamp;
     return false;
   } catch (const std::exception&) {
-    return true;  // memory does not tell
+    return true;  // without memory nobody knows
   }
 }

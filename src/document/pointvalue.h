@@ -1,6 +1,6 @@
-// Of a control point of a .vs4ufrq project what an edit sets; of other maps there is none.
+// PointValue: the part of a control point of a .vs4ufrq project that an edit sets; other maps have no such points.
 //
-// Apart from steps and images, which both keep it.
+// It stands apart from steps and images, because both keep it.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Recorder: what of a gesture becomes a step, from its first change to its end, and the steps that there are.
+// Recorder: makes a step of a gesture, from its first change to its end, and keeps the steps that there are.
 //
 // A gesture is open for the time of one call of the document, a stroke over many; only one of both at a time. Where
 // memory does not hold a step the gesture stands all the same, and the history begins anew.
@@ -13,7 +13,7 @@
 
 class Recorder {
  public:
-  // What becomes of the steps is told to it; null for nobody.
+  // Sets the journal that is told of all steps; null for none.
   void SetJournal(DocumentJournal* journal) { journal_ = journal; }
 
   // True if this is the outermost gesture, which the same caller ends.
@@ -23,27 +23,27 @@ class Recorder {
 
   // A map as it is before a change; none where memory does not hold it.
   std::optional<MapBefore> Remember(const FrqMap& map);
-  // The difference of the entry's map goes into the open gesture. To a map of another size no step leads: that entry is
+  // Puts the difference of the entry's map into the open gesture. No step leads to a map of another size: that entry is
   // dropped. `expected`: see MapChange.
   void Record(int entry, std::optional<MapBefore> before, const FrqMap& map, std::size_t expected = 0);
 
   void BeginStroke(Gesture gesture, int entry, const FrqMap& map);
-  // With the map of its entry. A stroke inside an open gesture is a part of it.
+  // Ends the stroke, given the map of its entry. A stroke inside an open gesture is a part of that.
   void EndStroke(const FrqMap& map);
-  // What the open stroke has changed so far; none without one, or where memory does not hold it.
+  // The changes of the open stroke so far; none without one, or where memory does not hold them.
   std::optional<Step> StrokeSoFar(const FrqMap& map) const;
-  // -1 without a stroke.
+  // The entry of the open stroke; -1 without one.
   int StrokeEntry() const { return stroke_ ? stroke_->Entry : -1; }
 
-  // What would be undone: an open stroke ends then.
+  // The gesture that would be undone. Where a stroke is open, that one: it ends then.
   std::optional<Gesture> UndoGesture() const;
   const Step* Next(bool redo) const { return redo ? steps_.NextRedo() : steps_.NextUndo(); }
-  // A step as it comes from a gesture.
+  // Adds the step of a gesture.
   void Add(Step step);
-  // That step has been done again, or undone.
+  // The next step has been done again (`redo`), or undone.
   void Move(bool redo);
 
-  // The map of an entry is another one: its steps go, and what was recorded of it in an open gesture.
+  // The map of an entry is another one: its steps go, and its changes in an open gesture.
   void DropEntry(int entry);
   void Clear();
 

@@ -3,7 +3,8 @@
 
 #include <cstring>
 
-// By reference: in 32 bits two words are compared where they lie, several times faster than through a register.
+// The numbers come by reference: in 32 bits two words are compared where they lie, several times faster than through a
+// register.
 inline bool SameBits(const double& a, const double& b) {
   return std::memcmp(&a, &b, sizeof(double)) == 0;
 }

@@ -1,4 +1,4 @@
-// SyllableEntry: what the document holds of one wave and its map.
+// SyllableEntry: one wave with its map, as the document holds them.
 #pragma once
 
 #include <cstdint>
@@ -14,12 +14,12 @@ struct SyllableEntry {
   FrqMap SavedMap;                  // Map as it was last loaded or saved; its only source is Map.CopyTo
   std::uint32_t FrameEstimate = 0;  // frames of the map, known without loading it; 0 without a map
   bool HasMap = false;              // a map of the working kind exists for the wave
-  bool Unreadable = false;          // there is one, and it could not be read when somebody tried last
+  bool Unreadable = false;          // there is a map, and it could not be read when somebody tried last
   bool Edited = false;              // Map has changes that no file holds; Map.Modified does not count for this
   KnownFile File;                   // of the map
 };
 
-// What is known of a syllable when its folder has been looked through.
+// The facts of a syllable as a pass through its folder finds them.
 struct FoundSyllable {
   std::wstring Path;
   bool HasMap = false;

@@ -33,15 +33,15 @@ std::uint64_t StampOf(const FileFacts& facts) {
 
 }  // namespace
 
-// The host's syllables may lie in folders that no scan has come through, and so may all of them behind a change of the
+// The host's syllables may lie in folders that no scan has come through, and so may all syllables after a change of the
 // kind.
 void VoicebankFiles::EnterFolder(const std::wstring& wavePath) {
   const std::wstring folder = FolderOf(wavePath);
   if (!Store.HasFolder(folder)) Store.LoadFolder(folder);
 }
 
-// Another program may have written the file since the store read it, and one file holds the maps of many syllables:
-// whether it was another one or ourselves tells whether it has to be read again.
+// Another program may have written the file since the store read it, and then it has to be read again, since one file
+// holds the maps of many syllables. After a write of our own it has not.
 void VoicebankFiles::LookAtFolder(const std::wstring& wavePath, bool isOwnWrite) {
   const std::wstring folder = FolderOf(wavePath);
   const std::lock_guard locked(seenLock_);
@@ -58,7 +58,7 @@ int VoicebankFiles::Load(FrqMap& map, const std::wstring& wavePath) {
   return LoadMap(map, wavePath, kind, &Store);
 }
 
-// The code is what the file layer left behind. A save that fails before it touches a file leaves none.
+// The code in `error` is that of the file layer. A save that fails before it touches a file leaves none.
 int VoicebankFiles::Save(FrqMap& map, const std::wstring& wavePath, std::uint32_t& error) {
   try {
     const FrqType kind = Kind;
@@ -75,7 +75,7 @@ int VoicebankFiles::Save(FrqMap& map, const std::wstring& wavePath, std::uint32_
   return -1;
 }
 
-// Of an entry of desc.mrq: its content, so that its neighbours may change.
+// The stamp of an entry of desc.mrq is one of its content, so that its neighbours may change.
 std::uint64_t VoicebankFiles::Stamp(const std::wstring& wavePath) {
   const FrqType kind = Kind;
   const std::wstring mapPath = MapPathFromWaveW(wavePath, kind);
@@ -96,8 +96,8 @@ void VoicebankFiles::DeleteAnalysis(const std::wstring& wavePath) {
   Disk().Delete(LlsmPathFromWave(wavePath));
 }
 
-// A file with which nothing is wrong has met what cannot be seen in it: a name that the library does not get, or the
-// library's own opinion of the project.
+// Where nothing is wrong with the file itself, the cause lies outside of it: a name that the library does not get, or
+// the library's own opinion of the project.
 MapFault VoicebankFiles::FaultOf(const std::wstring& wavePath) const {
   const FrqType kind = Kind;
   const std::wstring mapPath = MapPathFromWaveW(wavePath, kind);

@@ -1,4 +1,4 @@
-// The map files of a voicebank in the kind at work: what a document loads from and saves to.
+// The map files of a voicebank in the kind at work, from which a document loads and to which it saves.
 #pragma once
 
 #include <atomic>
