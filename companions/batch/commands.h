@@ -1,4 +1,4 @@
-// The commands, each in a source of its own. They work through the banks of the call and leave what came of it in the
+// The commands, each in a source of its own. They work through the banks of the call and leave the results in the
 // context.
 #pragma once
 

@@ -50,7 +50,7 @@ bool Console::Write(std::string_view text) {
   return !isClosed_;
 }
 
-// A call of the system for each line would take as long as the work that is told.
+// The output is flushed seldom: a call of the system for each line would take as long as the work that it tells of.
 void Console::Flush() {
   if (!isClosed_) isClosed_ = std::fflush(stdout) != 0;
 }

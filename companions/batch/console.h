@@ -1,5 +1,5 @@
-// What the program says: results on the standard output, as lines for people or as lines of JSON, and faults, progress
-// and the sum on the other one, so that a pipe gets results alone.
+// The output of the program: results on the standard output, as lines for people or as lines of JSON, and faults,
+// progress and the sum on the error output, so that a pipe gets results alone.
 #pragma once
 
 #include <atomic>
@@ -13,13 +13,14 @@
 // Keys stay in the order in which they were set.
 using Json = nlohmann::ordered_json;
 
-// UTF-8 for a terminal or a file: control characters, which a name may hold, and bytes that are no text become U+FFFD.
+// A text in UTF-8 for a terminal or a file: control characters, which a name may hold, and bytes that are no text
+// become U+FFFD.
 std::string Printable(std::wstring_view text);
 
-// "1,234 maps", "1 map".
+// A number with its noun: "1,234 maps", "1 map".
 std::string Counted(std::size_t number, std::string noun);
 
-// "4 s", "2 min 05 s", "1 h 12 min".
+// A duration in words: "4 s", "2 min 05 s", "1 h 12 min".
 std::string DurationText(double seconds);
 
 class Console {
@@ -31,17 +32,17 @@ class Console {
 
   bool IsJson() const { return isJson_; }
 
-  // A piece of the result, with its line breaks. False when nobody reads on. On a terminal it is there at once,
+  // Writes a piece of the result, with its line breaks. False when nobody reads on. On a terminal it is there at once,
   // otherwise with the next Flush or Say.
   bool Write(std::string_view text);
-  // What was written reaches who reads along.
+  // Brings all that was written to whoever reads along.
   void Flush();
   bool IsClosed() const { return isClosed_; }
 
-  // A line on the other output.
+  // Writes a line on the error output.
   void Say(std::string_view line);
 
-  // How far the work is. Shown on a terminal alone, and not more often than somebody can read.
+  // Show how far the work is, on a terminal alone, and not more often than somebody can read.
   void BeginProgress(std::string doing, std::size_t total);
   void Progress(std::size_t done);
   void EndProgress();

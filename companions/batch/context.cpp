@@ -13,7 +13,7 @@
 
 namespace {
 
-// One that cannot be listed, or is none, has no listing.
+// The reason for which a folder is no bank. One that cannot be listed has no listing.
 std::string WhyNoBank(const std::wstring& folder) {
   const std::optional<FileFacts> facts = Disk().FactsOf(folder);
   if (!facts) return LastFault();

@@ -1,4 +1,4 @@
-// What a command works with: the call, what it says, and what it has come to.
+// The context of a command: the call, its output, and its results.
 #pragma once
 
 #include <atomic>
@@ -14,7 +14,7 @@
 #include "batch/workers.h"
 #include "frqmap/mapfault.h"
 
-// What came of a run, in numbers. Added up in the order of the waves.
+// The results of a run in numbers, added up in the order of the waves.
 struct Tally {
   std::size_t Syllables = 0;
   std::size_t Maps = 0;      // looked at, made or changed
@@ -26,7 +26,7 @@ struct Tally {
   Tally& operator+=(const Tally& other);
 };
 
-// Of one wave: lines for the output, lines for the other one, and its share of the numbers.
+// The results for one wave: lines for the standard output, lines for the error output, and its share of the numbers.
 struct Outcome {
   std::string Lines;
   std::vector<std::string> Faults;
@@ -42,9 +42,9 @@ struct Context {
   Tally Sum{};
 
   int Threads() const;
-  // A fault of one file, which the run goes on from.
+  // Tells and counts a fault of one file, after which the run goes on.
   void Fail(const std::string& line);
-  // What the numbers come to.
+  // The exit code that the numbers come to.
   ExitCode End() const;
 };
 
@@ -55,10 +55,10 @@ struct WaveTask {
   std::string Name;  // for people, with the bank's folder where there are several
 };
 
-// The banks of the folders of a call; those without a wave, or that are none, are told.
+// The banks of the folders of a call. A folder that is no bank, or has no wave, is told as a fault.
 std::vector<std::unique_ptr<Bank>> BanksOf(Context& context);
 
-// All waves of the banks, in order. A task is made when its turn comes: of a large bank all of them take megabytes.
+// All waves of the banks, in order. A task is made when its turn comes: those of a large bank take megabytes together.
 class WaveTasks {
  public:
   explicit WaveTasks(const std::vector<std::unique_ptr<Bank>>& banks);
@@ -70,8 +70,8 @@ class WaveTasks {
   std::vector<std::size_t> starts_;  // of the waves of each bank, and the end of the last one's
 };
 
-// Has `work(task)` done for each wave of the banks, on as many threads as the call allows, and what came of it taken in
-// order by `take(result)`, which gives whether to go on. `doing`: for the progress.
+// Has `work(task)` done for each wave of the banks, on as many threads as the call allows, and its results taken in
+// order by `take(result)`, which gives whether to go on. `doing` names the work for the progress.
 template <typename Result, typename Work, typename Take>
 void WorkThrough(Context& context, const std::vector<std::unique_ptr<Bank>>& banks, const std::string& doing,
                  const Work& work, const Take& take) {
@@ -91,18 +91,18 @@ void WorkThrough(Context& context, const std::vector<std::unique_ptr<Bank>>& ban
   if (context.Stop) context.Out.Say("marlit-batch: ended early, as asked; what was begun is finished");
 }
 
-// The same for a command that puts out lines.
+// WorkThrough for a command that puts out lines.
 void ForEachWave(Context& context, const std::vector<std::unique_ptr<Bank>>& banks, const std::string& doing,
                  const std::function<Outcome(const WaveTask&)>& work);
 
 // The system's reason for what failed last in a file, in words: "access denied".
 std::string LastFault();
 std::string FaultText(std::uint32_t error);
-// Why a map cannot be read; and the line that tells it.
+// The reason for which a map cannot be read, and the line that tells it.
 std::string FaultText(const MapFault& fault);
 std::string ReadFault(const WaveTask& task, const MapFacts& map);
 
 // A line of JSON, with its end.
 std::string LineOf(const Json& json);
-// As the windows write notes, with the cents above or below: "A3 +12".
+// A pitch as the windows write notes, with the cents above or below: "A3 +12".
 std::string NoteText(double hz);

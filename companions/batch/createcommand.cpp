@@ -48,14 +48,14 @@ class Creation {
     const std::optional<Sound> sound = ReadRecording(task.Wave);
     if (!sound) return "the wave cannot be read";
     FrqMap made = MakeMap(*sound);
-    // What an analysis kept beside the old map is not of this one.
+    // The files that an analysis kept beside the old map are not of this one.
     for (const std::wstring& companion : MapCompanions(map)) Disk().Delete(companion);
     const bool isWritten =
         kind_ == FrqTypeMrq ? WriteEntry(task.Wave, made) : SaveMap(made, task.Wave, kind_, nullptr) == 0;
     return isWritten ? "" : "the map cannot be written: " + LastFault();
   }
 
-  // As the bundled resampler writes one.
+  // Writes an entry of desc.mrq as the bundled resampler does.
   bool WriteEntry(const std::wstring& wave, const FrqMap& made) {
     Disk().Delete(LlsmPathFromWave(wave));
     const std::lock_guard lock(entries_);

@@ -37,7 +37,7 @@ class Lines {
  public:
   explicit Lines(std::string_view text) : rest_(text) {}
 
-  // The next one that holds anything.
+  // The next line that holds anything.
   std::optional<std::string_view> Take() {
     while (!rest_.empty()) {
       const std::size_t length = std::min(rest_.find_first_of("\r\n"), rest_.size());
@@ -76,7 +76,7 @@ void Split(std::string_view line, char separator, Fields& fields) {
   fields.push_back(FieldOf(line.substr(begin)));
 }
 
-// What parts the fields of a line, told from what stands outside of quotes.
+// The character that parts the fields of a line, found outside of quotes.
 char SeparatorOf(std::string_view line) {
   bool isInside = false;
   std::string outside;
@@ -90,7 +90,7 @@ char SeparatorOf(std::string_view line) {
   return ',';
 }
 
-// None where the first line is no heading: it begins with a number, or with nothing.
+// The columns by the heading; none where the first line is no heading: it begins with a number, or with nothing.
 std::optional<Columns> HeadingOf(const Fields& fields) {
   if (fields[0].Text.empty() || NumberIn(fields[0].Text, true)) return std::nullopt;
   const std::string first = Lower(fields[0].Text);
@@ -126,7 +126,7 @@ class RowReader {
   }
 
  private:
-  // Leaves an empty one as it is.
+  // Reads the number of a field; an empty field leaves it as it is.
   CurveFault::Reason Read(const Field& field, std::optional<double>& number) const {
     if (field.Text.empty()) return CurveFault::None;
     number = NumberIn(field.Text, separator_ != ',' || field.IsQuoted);
@@ -142,7 +142,7 @@ CurveReading Fault(CurveFault::Reason why, std::int64_t line) {
   return {{}, {why, line}};
 }
 
-// The line with which a spreadsheet is told what parts the fields.
+// Whether a line is the one that tells a spreadsheet the separator of the fields.
 bool IsSeparatorLine(std::string_view line) {
   return line.size() == 5 && Lower(line).starts_with("sep=");
 }

@@ -7,11 +7,12 @@
 
 #include "batch/curvefile.h"
 
-// A heading, and lines that end in CR LF. Numbers come back bit for bit; no pitch and no level are empty.
+// The points under a heading, in lines that end in CR LF. Numbers come back bit for bit; no pitch and no level are
+// empty.
 std::string CurveCsv(std::span<const CurvePoint> points);
 
-// Also as spreadsheets of other countries write it: parted by semicolons or tabs, with commas in the numbers, in
-// quotes, behind a mark of the byte order or a line "sep=;". A heading names its columns in any order; without one they
-// are time, hertz and level. A column for the level may be missing, and others are passed over. Rows may stand in any
-// order. An empty frequency, or 0, is no pitch.
+// Reads a table, also as spreadsheets of other countries write it: parted by semicolons or tabs, with commas in the
+// numbers, in quotes, behind a mark of the byte order or a line "sep=;". A heading names its columns in any order;
+// without one they are time, hertz and level. A column for the level may be missing, and others are passed over. Rows
+// may stand in any order. An empty frequency, or 0, is no pitch.
 CurveReading ReadCurveCsv(std::string_view file);

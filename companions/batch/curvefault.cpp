@@ -7,7 +7,7 @@
 
 namespace {
 
-// In the order of CurveFault::Reason.
+// The texts in the order of CurveFault::Reason.
 constexpr std::array<std::string_view, CurveFault::TooLong + 1> kTexts = {
     "",
     "there is no row",

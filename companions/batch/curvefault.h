@@ -1,4 +1,4 @@
-// Why a file of a curve cannot be read, and in which of its lines: what the readers of all its formats share.
+// CurveFault: why a file of a curve cannot be read, and in which of its lines. The readers of all formats share it.
 #pragma once
 
 #include <cstdint>
@@ -10,10 +10,10 @@ struct CurveFault {
   enum Reason {
     None,
     Empty,           // there is no row in it
-    NotText,         // it holds bytes of something else, or text in UTF-16
+    NotText,         // it holds bytes that are no text, or text in UTF-16
     Foreign,         // it is no file of this format
     NoTimeColumn,    // the heading names no time
-    NoHertzColumn,   // or no hertz
+    NoHertzColumn,   // the heading names no hertz
     TooFewColumns,   // the line ends before the hertz
     TooManyColumns,  // more than the heading names, as commas make of them that are both decimal and separator
     NoNumber,        // something else stands where a number belongs, an endless one included
@@ -28,13 +28,14 @@ struct CurveFault {
   bool operator==(const CurveFault&) const = default;
 };
 
-// "line 7: a number was expected"; empty without a fault.
+// The fault in words, "line 7: a number was expected"; empty without a fault.
 std::string TextOf(const CurveFault& fault);
 
-// Rows that are read at all: some five hours of frames that are 5 ms apart.
+// The most rows that are read: some five hours of frames that are 5 ms apart.
 inline constexpr std::size_t MostCurvePoints = 4'000'000;
 
-// A number that fills its text, with a point or, where it may have one, a comma. Nothing for one without an end.
+// The number that a text is, with a point or, where it may have one, a comma. None for any other text, and for an
+// endless number.
 std::optional<double> NumberIn(std::string_view text, bool mayHaveComma);
 
 // Appends the shortest text that reads back to the same number.

@@ -1,6 +1,7 @@
 // Curves of maps as they go out into files of other programs and come in again: points in time with pitch and level.
 //
-// The formats themselves (curvecsv.h, pitchtier.h) know no map. What a map cannot take of a curve is told beforehand.
+// The formats themselves (curvecsv.h, pitchtier.h) know no map. The values that a map cannot take of a curve are told
+// beforehand.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +20,7 @@ struct CurvePoint {
   bool operator==(const CurvePoint&) const = default;
 };
 
-// Of ascending time, or of a fault.
+// The points of a file in ascending time, or the fault for which there are none.
 struct CurveReading {
   std::vector<CurvePoint> Points;
   CurveFault Fault;
@@ -34,11 +35,11 @@ double SecondsOf(const FrqMap& map);
 // Whether the files of a kind hold levels; for others the wave stands in.
 bool HoldsLevels(FrqType kind);
 
-// What is lost of a curve in a map of a kind.
+// The values of a curve that are lost in a map of a kind.
 struct LostValues {
   std::size_t TooLow = 0;   // pitches under the lowest, which become no pitch
   std::size_t TooHigh = 0;  // pitches above the highest, which are taken down to it
-  std::size_t Levels = 0;   // that the kind does not hold
+  std::size_t Levels = 0;   // levels that the kind does not hold
   std::size_t Beyond = 0;   // points behind the end of the map
 
   bool Any() const { return TooLow + TooHigh + Levels + Beyond > 0; }
@@ -47,7 +48,7 @@ struct LostValues {
 LostValues LostIn(const FrqMap& map, std::span<const CurvePoint> points, FrqType kind);
 
 // Lays points over the frames of a map by time, pitch and, where the kind holds them, levels. Frames before the first
-// point and behind the last one stay as they are. How many frames were set.
+// point and behind the last one stay as they are. Gives the number of frames that were set.
 std::size_t LayOver(FrqMap& map, std::span<const CurvePoint> points, FrqType kind);
 
 // A map for points where there is none, with frames of 256 samples: `frames` of them, or as many as reach the last

@@ -59,7 +59,7 @@ PitchRange RangeOf(std::span<const FrqFrame> frames) {
   return range;
 }
 
-// From top to bottom goes what the map holds, or more around its middle.
+// The pitches from top to bottom of the picture: the map's, or a wider span around their middle.
 class PitchScale {
  public:
   explicit PitchScale(const PitchRange& range) {
@@ -67,7 +67,7 @@ class PitchScale {
     span_ = std::max(kLeastSpan, high - low);
     top_ = (low + high + span_) / 2.0;
   }
-  // Clamped to what is far above or below.
+  // The height of a pitch, clamped where it is far above or below the picture.
   int YOf(double hz) const {
     const double part = std::clamp((top_ - HzToNote(hz)) / span_, -1.0, 2.0);
     return kMargin + static_cast<int>(std::lround(part * (kHeight - 2 * kMargin)));
@@ -82,7 +82,7 @@ void AppendNumber(std::string& path, int number) {
   path += std::to_string(number);
 }
 
-// A line through its points, without those that lie on a straight way.
+// Appends a line through the points, without those that lie on a straight way.
 void AppendLine(std::string& path, const std::vector<Point>& points) {
   path += 'M';
   path += std::to_string(points[0].X);
@@ -134,7 +134,7 @@ double LevelOf(std::span<const FrqFrame> frames) {
   return level;
 }
 
-// As high as the picture where the map is loudest.
+// The path of the levels, which is as high as the picture where the map is loudest.
 std::string LevelPath(const FrqMap& map) {
   const double loudest = LevelOf(map.Frames);
   if (loudest <= 0.0) return {};

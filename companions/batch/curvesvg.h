@@ -10,6 +10,6 @@
 #include "batch/facts.h"
 #include "batch/reporttexts.h"
 
-// Empty for a map without frames. `key` [Hz] is a line across; `label` is UTF-8, not escaped.
+// The picture of a map; empty for a map without frames. `key` [Hz] is a line across; `label` is UTF-8, not escaped.
 std::string CurveSvg(const FrqMap& map, double key, std::span<const Finding> findings, std::string_view label,
                      ReportLanguage language);

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kKeyWindow = 2;  // semitones; the scoop into a note, and its end, are not what it was sung at
+constexpr int kKeyWindow = 2;  // semitones; the scoop into a note, and its end, are not at the pitch that was sung
 
 // Frames that a product takes under the lowest pitch lose theirs, as in the windows.
 std::string Shift(FrqMap& map, FrqType kind, double cents) {

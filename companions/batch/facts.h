@@ -1,4 +1,4 @@
-// What is known of the syllables of a bank: found once, and then written as a table, as lines of JSON or as a page.
+// The facts of the syllables of a bank: found once, and then written as a table, as lines of JSON or as a page.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 #include "frqmap/frqtype.h"
 #include "frqmap/mapfault.h"
 
-// Of one map that is there.
+// The facts of one map that is there.
 struct MapFacts {
   FrqType Kind = FrqTypeUnknown;
   MapFault Fault{};  // none: it can be read, and the rest is told
@@ -28,7 +28,7 @@ struct Finding {
   double Begin = 0.0, End = 0.0;    // [s] from the first frame to behind the last
   std::int32_t Mark = 0;            // CheckMark
   double From = 0.0;                // [Hz] mean of their pitches; 0 without one
-  double To = 0.0;                  // [Hz] suggested; FrqNoPitch to take the pitch away, 0 where nothing is
+  double To = 0.0;                  // [Hz] suggested; FrqNoPitch to take the pitch away, 0 without a suggestion
 };
 
 struct SyllableFacts {

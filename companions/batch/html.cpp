@@ -51,7 +51,7 @@ std::string Escaped(std::string_view utf8) {
   return text;
 }
 
-// A colon in the first name would make a scheme of what stands before it, were it not encoded.
+// A colon in the first name is encoded, or it would make a scheme of the text before it.
 std::string LinkTo(std::wstring_view path) {
   const std::string bytes = NameBytesOf(path);
   const bool hasDrive = bytes.size() > 2 && bytes[1] == ':' && (bytes[2] == '\\' || bytes[2] == '/');

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-// For text and for attributes in quotes. Control characters, which HTML does not take, are U+FFFD.
+// A text as HTML takes it, also in attributes in quotes. Control characters, which HTML does not take, become U+FFFD.
 std::string Escaped(std::string_view utf8);
 
 // The address of a file by its path, which is relative to the page or full; folders are parted by "\\" or "/".

@@ -35,7 +35,7 @@ bool JudgeMap(FrqMap& map, const std::wstring& mapPath, CheckSettings& settings)
 // The marks of a map, run by run; those of fewer frames than `leastFrames` lose theirs.
 std::vector<Finding> TakeFindings(FrqMap& map, int leastFrames);
 
-// What a finding is about, in words: "an octave too high".
+// The reason of a finding in words: "an octave too high".
 std::string ReasonText(std::int32_t mark);
-// The same for programs: "octave-high".
+// The reason of a finding for programs: "octave-high".
 std::string ReasonName(std::int32_t mark);

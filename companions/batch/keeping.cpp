@@ -8,7 +8,7 @@
 
 namespace {
 
-// A run is often one bank of many, so that more of them count than of the windows.
+// A run is often for one bank of many, so that more runs are kept than of the windows.
 constexpr Recovery::Limits kLimits = {1000, 30, {std::int64_t{1} << 30, std::int64_t{16} << 20}};
 
 class WithoutOld : public FileGuard {

@@ -1,5 +1,5 @@
-// What a run overwrites is kept in a folder of the program's own, beside that of the windows, and a write that is cut
-// off is put right by the next run, as in the windows.
+// Keeping: maps that a run overwrites are kept in a folder of the program's own, beside that of the windows, and a
+// write that is cut off is put right by the next run, as in the windows.
 #pragma once
 
 #include <cstddef>
@@ -12,11 +12,11 @@
 class Keeping {
  public:
   enum Use {
-    Old,      // what is overwritten is kept
-    Nothing,  // it is not, but a write that is cut off is put right all the same
-    Unused,   // nothing will be written; what runs have kept can be read
+    Old,      // maps that are overwritten are kept
+    Nothing,  // they are not kept, but a write that is cut off is put right all the same
+    Unused,   // nothing will be written; maps that runs have kept can be read
   };
-  // Is the guard of the process for as long as it is there.
+  // A Keeping is the guard of the process for as long as it is there, unless its use is Unused.
   explicit Keeping(Use use);
   ~Keeping();
   Keeping(const Keeping&) = delete;
@@ -29,7 +29,7 @@ class Keeping {
     std::int64_t Time = 0;  // [s since 1970] of its first map
     std::vector<KeptMap> Maps;
   };
-  // What the runs have kept of maps below a folder, the latest first.
+  // The runs that have kept maps below a folder, with these, the latest first.
   std::vector<Run> RunsBelow(const std::wstring& folder);
 
   Recovery& Safety() { return safety_; }

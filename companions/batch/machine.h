@@ -1,4 +1,4 @@
-// What the program asks of the system beyond files. Each system has a source of its own behind this.
+// Questions and orders to the system beyond files. Each system has a source of its own behind this.
 #pragma once
 
 #include <cstdint>
@@ -24,12 +24,13 @@ std::wstring KeepingFolder();
 
 std::uint32_t ProcessNumber();
 
-// Before anything else: text is UTF-8 from then on, a pipe that closes makes a write fail, and no library comes from
-// the folder that is current.
+// Called before anything else: text is UTF-8 from then on, a pipe that closes makes a write fail, and no library comes
+// from the folder that is current.
 void PrepareProcess();
 bool IsTerminal(std::FILE* file);
 
-// Called on any thread when the user asks the program to end. What it does must be safe in a signal handler.
+// Sets a handler that is called, on any thread, when the user asks the program to end. It must do nothing but what is
+// safe in a signal handler.
 void WhenInterrupted(void (*handler)());
 
 // Has a resampler make the map of a wave, as the windows do. False with the reason if it could not be run or ended

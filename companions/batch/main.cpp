@@ -1,4 +1,5 @@
-// marlit-batch: what the windows do with the maps of one voicebank, for any number of them and without a window.
+// marlit-batch: does with the maps of any number of voicebanks, and without a window, what the windows do with those of
+// one.
 #include "base/utf8.h"
 #include "batch/program.h"
 

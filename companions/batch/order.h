@@ -1,4 +1,4 @@
-// What a call of the program asks for, whatever it looked like on the command line.
+// The order that a call of the program gives, whatever it looked like on the command line.
 #pragma once
 
 #include <optional>
@@ -19,7 +19,7 @@ struct Order {
   int Jobs = 0;                      // threads; 0: one for each core
   bool IsJson = false;
   bool IsDryRun = false;  // nothing is written
-  bool KeepsOld = true;   // what is overwritten
+  bool KeepsOld = true;   // maps that are overwritten are kept
 
   std::optional<FrqType> Kind;  // of map; none: every kind that is there, or the one that the command is for
 
@@ -38,6 +38,6 @@ struct Order {
   ReportLanguage Language = ReportLanguage::English;
   CurveFormat Format = CurveFormat::Csv;
 
-  bool ListsRuns = false;  // of a restore, in the place of one
+  bool ListsRuns = false;  // a restore lists the runs and puts nothing back
   int Run = 1;             // the latest one is 1
 };

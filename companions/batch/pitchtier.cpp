@@ -8,13 +8,13 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
-// Distances that differ by less than this share of a step are the same: others write six digits.
+// Distances that differ by less than this share of a step are the same: other programs write six digits.
 constexpr double kSameStep = 0.02;
-// Of the distances between points, those that are one step where the steps are even.
+// Steps are even where at least this share of the distances between points is one step.
 constexpr double kMostAreSteps = 0.7;
 constexpr std::size_t kLeastPoints = 4;
 
-// Less than a sample [s]: what stands so near before the end of a tier reaches its last frame, and no further.
+// A time [s] shorter than a sample: points so near before the end of a tier reach its last frame, and no further.
 constexpr double kJustBefore = 1e-5;
 
 struct Token {
@@ -22,7 +22,7 @@ struct Token {
   std::int64_t Line = 0;
 };
 
-// What stands by itself: texts in quotes, numbers and words, without comments.
+// The tokens of a text: texts in quotes, numbers and words, without comments.
 class Tokens {
  public:
   explicit Tokens(std::string_view text) : rest_(text) {}
@@ -61,7 +61,7 @@ bool IsWordForNoNumber(std::string_view text) {
   return text == "nan" || text == "NaN" || text == "inf" || text == "Infinity" || text == "--undefined--";
 }
 
-// Words are names of what follows, and nothing else tells a number from them than what it begins with.
+// Words are names of the numbers behind them, and a number is told from a word by its first character alone.
 bool IsMeantAsNumber(std::string_view text) {
   const char first = text.front();
   return (first >= '0' && first <= '9') || first == '-' || first == '+' || first == '.' || IsWordForNoNumber(text);
@@ -101,7 +101,7 @@ struct Tier {
   CurveFault Fault;
 };
 
-// Stops at the first fault.
+// Takes a number; false for a fault, which the tier keeps.
 bool Take(Tokens& tokens, double& number, Tier& tier) {
   const NumberRead read = TakeNumber(tokens);
   number = read.Value;
@@ -120,7 +120,7 @@ bool TakePoint(Tokens& tokens, Tier& tier) {
   return true;
 }
 
-// The count is believed no further than the points come.
+// The count of points is believed no further than the points come.
 Tier TakeTier(Tokens& tokens) {
   Tier tier;
   double count = 0.0;
@@ -153,7 +153,7 @@ std::optional<double> StepOf(const std::vector<CurvePoint>& points) {
   return step > 0.0 && isEven ? std::optional(step) : std::nullopt;
 }
 
-// From one step behind `from` to one step before `to` there is no pitch.
+// Adds points without pitch from one step behind `from` to one step before `to`.
 void AddGap(std::vector<CurvePoint>& points, double from, double to, double step) {
   if (to - from < 1.5 * step) return;
   points.push_back({from + step, 0.0, {}});

@@ -8,10 +8,10 @@
 
 #include "batch/curvefile.h"
 
-// The long text form, over `seconds`. Points without pitch are left out, levels too.
+// The points in the long text form, over `seconds`. Points without pitch are left out, levels too.
 std::string PitchTier(std::span<const CurvePoint> points, double seconds);
 
-// The long or the short text form. Of points in even steps those that are left out have no pitch, and here they are
-// told as points without one. Of any others, as a hand puts them, the pitch goes from each to the next and stays at
-// both ends, as Praat takes it.
+// Reads the long or the short text form. Where points stand in even steps, those that are left out have no pitch and
+// come back as points without one. Between points that stand otherwise, as a hand puts them, the pitch goes from each
+// to the next, and it stays at both ends, as Praat takes it.
 CurveReading ReadPitchTier(std::string_view file);

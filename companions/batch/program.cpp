@@ -14,7 +14,7 @@ namespace {
 
 std::atomic<bool> stop = false;
 
-// A command that writes no map leaves what was kept alone.
+// Whether a command writes maps. One that does not leaves kept maps alone.
 bool Writes(const Order& call) {
   return !call.IsDryRun && (call.What != Command::Check || call.Fixes);
 }

@@ -4,5 +4,6 @@
 #include <string>
 #include <vector>
 
-// `arguments` are in UTF-8, or the bytes that the system has for names, without the name of the program. The exit code.
+// Runs the program and gives its exit code. `arguments` are in UTF-8, or the bytes that the system has for names,
+// without the name of the program.
 int RunProgram(const std::vector<std::string>& arguments);

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::size_t kFindingsInView = 3;  // of more the rest is folded away
+constexpr std::size_t kFindingsInView = 3;  // any further ones are folded away
 
 // Problems gather at one end of the rows that are sorted by findings.
 constexpr double kUnreadableRank = 2e9;
@@ -47,7 +47,7 @@ class RowWriter {
   bool IsRead() const { return row_.State == ReportRow::WithMap; }
   std::string Text(std::string_view name) const { return Escaped(PageText(name, language_)); }
 
-  // The cents stand back behind the note.
+  // The pitch, with the cents smaller than the note.
   std::string Pitch(double hz) const {
     const std::string text = Escaped(TextOfPitch(hz, language_));
     if (!text.ends_with(PageText("cents", language_))) return text;

@@ -1,4 +1,4 @@
-// A row of the report page: what is known of one syllable as HTML. Rows are made apart from the page, so that several
+// A row of the report page: the facts of one syllable as HTML. Rows are made apart from the page, so that several
 // threads can make them.
 #pragma once
 

@@ -17,12 +17,12 @@ struct ReportHead {
 
 class ReportPage {
  public:
-  // Writes what stands before the rows. Whether all could be written is the stream's to tell.
+  // Writes the page up to the rows. Whether all could be written is the stream's to tell.
   ReportPage(std::ostream& out, ReportHead head);
 
   void Add(const ReportRow& row);
 
-  // Writes what stands behind the rows.
+  // Writes the page behind the rows.
   void Finish();
 
  private:

@@ -11,7 +11,7 @@
 
 namespace {
 
-// In the order of ReportLanguage.
+// The words of each language, in the order of ReportLanguage.
 using Words = std::array<std::string_view, 2>;
 
 struct NamedText {

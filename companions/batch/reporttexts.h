@@ -26,17 +26,17 @@ using CountsOfReasons = std::array<std::int64_t, ReasonCount>;
 std::size_t ReasonOf(std::int32_t mark);
 std::string_view TextOfReason(std::size_t reason, ReportLanguage language);
 
-// Why a map cannot be read; empty without a fault.
+// The reason for which a map cannot be read; empty without a fault.
 std::string TextOfFault(const MapFault& fault, ReportLanguage language);
 
-// "C4 +3 cents"; in hertz where the note has no name, and in words where there is no pitch.
+// A pitch as "C4 +3 cents"; in hertz where the note has no name, and in words where there is no pitch.
 std::string TextOfPitch(double hz, ReportLanguage language);
 
-// The extension of its files without the dot.
+// The name of a kind: the extension of its files without the dot.
 std::string NameOfKind(FrqType kind);
 
-// Of digits in threes: "5,000".
+// A number with its digits in threes: "5,000".
 std::string TextOfCount(std::int64_t count);
 
-// As printf does, in the "C" locale.
+// A number with so many decimals, as printf writes it in the "C" locale.
 std::string Fixed(double value, int decimals);

@@ -45,7 +45,7 @@ void PutBack(Context& context, Keeping& keeping, MrqStore& entries, const KeptMa
 
 }  // namespace
 
-// What is there now is kept in turn, so that a restore can be taken back as well.
+// The maps that are there now are kept in turn, so that a restore can be taken back as well.
 void RestoreMaps(Context& context, Keeping& keeping) {
   const KeptBecauseScope because(keeping.Safety(), KeptBecause::PutBack);
   for (const std::string& typed : context.Call.Folders) {

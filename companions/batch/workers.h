@@ -1,6 +1,6 @@
 // Work on many items at once, whose results are taken in the order of the items.
 //
-// At no time are more results held than some for each thread, so that memory goes by the cores and not by the bank.
+// At no time are more than some results for each thread held, so that memory goes by the cores and not by the bank.
 #pragma once
 
 #include <algorithm>
@@ -15,9 +15,10 @@
 #include <thread>
 #include <vector>
 
-// `work(index)` is called for 0 to `count` - 1, on any thread, and `take(index, result)` for each in order, on the
-// caller's. Ends early, with what was begun finished and taken, when `stop` becomes true. The first exception of either
-// ends it too and comes out of here. `rest()` is called after some have been taken, and before more are waited for.
+// Calls `work(index)` for 0 to `count` - 1, on any thread, and `take(index, result)` for each in order, on the
+// caller's. Ends early when `stop` becomes true: items that were begun are still finished and taken. The first
+// exception of either ends it too and comes out of here. `rest()` is called after some results have been taken, and
+// before more are waited for.
 //
 // Results are taken some at a time, since a wake-up costs more than the work on a small item does, and none waits
 // longer than kSoon.

@@ -20,7 +20,7 @@ namespace {
 
 Hearings* present = nullptr;
 
-// Of the wave that a map is of, whether it is there or not; empty for a map path that is not a full one.
+// The path of the wave that a map is of, whether it is there or not; empty for a map path that is not a full one.
 std::wstring WavePathOf(const CheckFrameRecord& map) {
   const auto* const end = std::find(std::begin(map.MapPath), std::end(map.MapPath), u'\0');
   std::wstring path = WavePathFromMapW(std::wstring(std::begin(map.MapPath), end));
@@ -28,7 +28,7 @@ std::wstring WavePathOf(const CheckFrameRecord& map) {
   return isFull ? path : std::wstring();
 }
 
-// By the file of this very library: another one hears otherwise.
+// The edition of hearings, told by the file of this very library: another one hears otherwise.
 std::uint64_t Edition() {
   HMODULE own = nullptr;
   GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
@@ -44,7 +44,7 @@ Hearings& Present() {
   return *present;
 }
 
-// None without a recording that the map is of.
+// Marks the frames by the recording. Gives the number of marked frames; none without a recording that the map is of.
 std::optional<std::int32_t> MarkByEar(CheckFrameRecord& frames) {
   const std::wstring path = WavePathOf(frames);
   if (path.empty() || frames.Hop <= 0) return std::nullopt;
@@ -70,13 +70,13 @@ extern "C" std::int32_t CheckFrequencyMap(const CheckFrqSettings* settings, Chec
   try {
     if (const auto count = MarkByEar(*frames)) return *count;
   } catch (const std::exception&) {
-    // Without memory it is judged without the recording.
+    // Without memory the map is judged without the recording.
   }
   return CheckMap(settings, frames, regions);
 }
 static_assert(std::is_same_v<decltype(&CheckFrequencyMap), CheckFrequencyMapEntry>);
 
-// Where the process ends its threads have been cut off wherever they were, and nothing of theirs may be touched.
+// When the process ends, its threads have been cut off wherever they were, and nothing of theirs may be touched.
 BOOL WINAPI DllMain(HINSTANCE, DWORD reason, void* processEnds) {
   if (reason == DLL_PROCESS_DETACH && !processEnds) delete present;
   return TRUE;

@@ -18,20 +18,20 @@
 
 namespace {
 
-constexpr double kMostSecondsAhead = 15.0;  // of one that nobody has asked for yet, as several are held at once
+constexpr double kMostSecondsAhead = 15.0;  // of a wave that nobody has asked for yet, as several are held at once
 constexpr std::ptrdiff_t kMostAhead = 4;    // waves, for each thread
 constexpr int kMostThreads = 8;
 constexpr auto kPatience = std::chrono::milliseconds(250);  // of a thread that has nothing to do
 constexpr std::size_t kMostFiles = 40;
 
-// One for each processor: whoever asks mostly waits for a wave that is under way.
+// The number of threads is that of the processors: a caller mostly waits for a wave that is under way.
 int ThreadCount() {
   SYSTEM_INFO info;
   GetSystemInfo(&info);
   return std::clamp(static_cast<int>(info.dwNumberOfProcessors), 1, kMostThreads);
 }
 
-// None of a wave that cannot be listened to, or that somebody is writing.
+// Listens to a wave; gives none for one that cannot be listened to, or that somebody is writing.
 Hearings::Heard Listen(const std::wstring& path, SampleCount hop, double mostSeconds) {
   const std::optional<FileFacts> facts = Disk().FactsOf(path);
   std::optional<Sound> sound = facts ? ReadSound(path, mostSeconds) : std::nullopt;
@@ -58,7 +58,7 @@ std::vector<std::wstring> WavesIn(const std::wstring& folder) {
   return names;
 }
 
-// The files that were not written for the longest time go.
+// Deletes the files that were not written for the longest time.
 void LeaveNewest(const std::wstring& folder) {
   std::vector<std::pair<std::int64_t, std::wstring>> files;
   for (const std::wstring& name : Disk().List(folder)) {
@@ -119,7 +119,7 @@ void Hearings::Keep(const std::wstring& wavePath, const HeardWave& wave, KeptAns
   folder.hasChanged = true;
 }
 
-// With what earlier runs have heard there. Folders stay once they are entered.
+// The folder, with all that earlier runs have heard there. Folders stay once they are entered.
 Hearings::Folder& Hearings::Enter(const std::wstring& path, std::unique_lock<std::mutex>& lock) {
   if (const auto known = folders_.find(path); known != folders_.end()) return known->second;
   lock.unlock();
@@ -131,7 +131,7 @@ Hearings::Folder& Hearings::Enter(const std::wstring& path, std::unique_lock<std
   return folders_.try_emplace(path, std::move(folder)).first->second;
 }
 
-// One that cannot be started is not missed: what is asked for is listened to all the same.
+// A thread that cannot be started is not missed: a wave that is asked for is listened to all the same.
 void Hearings::StartThreads() {
   if (threads_ > 0) return;
   for (const int wanted = ThreadCount(); threads_ < wanted; ++threads_) {
@@ -190,8 +190,8 @@ void Hearings::ListenAhead() {
   Write();
 }
 
-// The next wave that will be asked for and that nobody has listened to; which is then under way. False if there is none
-// so soon.
+// Takes the next wave that will be asked for and that nobody has listened to, which is under way then. False if there
+// is none among the next few.
 bool Hearings::TakeNext(Name& next) {
   const auto at = folders_.find(asked_.first);
   if (at == folders_.end()) return false;

@@ -1,12 +1,12 @@
-// Hearings: what the check library has heard in the waves of the folders that it was asked about.
+// Hearings: the hearings of waves, by the check library, in the folders that it was asked about.
 //
-// While the program goes through the maps of a folder, the next waves are listened to ahead on the other cores. What
-// was heard is kept in files of the user's local data, and read from there in the next run as long as the wave has the
+// While the program goes through the maps of a folder, the next waves are listened to ahead on the other cores.
+// Hearings are kept in files of the user's local data, and read from there in the next run as long as the wave has the
 // same time and size. The library is unloaded when a run ends: each thread holds it by a reference of its own, which it
 // gives back when it has had nothing to do for a while, and the last one writes the files.
 //
-// Any thread may call. One lock guards all but what is heard itself, which nobody changes; nothing is read, listened to
-// or written under it.
+// Any thread may call. One lock guards all but the hearings themselves, which nobody changes; nothing is read, listened
+// to or written under it.
 #pragma once
 
 #include <condition_variable>
@@ -30,18 +30,18 @@ class Hearings {
     Search search;                          // of the same wave, if it was listened to just now
   };
 
-  // `folder`: where what was heard is kept; empty if there is no place.
+  // `folder` is the one in which hearings are kept; empty if there is no place.
   Hearings(std::wstring folder, std::uint64_t edition);
   Hearings(const Hearings&) = delete;
   Hearings& operator=(const Hearings&) = delete;
 
-  // Listens if that was not done before, or waits for the thread that does. `hop` is positive.
+  // The hearing of a wave. Listens if that was not done before, or waits for the thread that does. `hop` is positive.
   Heard Of(const std::wstring& wavePath, SampleCount hop);
 
-  // Null without a wave that can be listened to.
+  // The search of a wave; null for one that cannot be listened to.
   static Search SearchOf(const std::wstring& wavePath);
 
-  // Of what `wave` was heard in: the answer to a map.
+  // Keeps the answer to a map of the recording that `wave` was heard in.
   void Keep(const std::wstring& wavePath, const HeardWave& wave, KeptAnswer answer);
 
  private:
@@ -69,7 +69,7 @@ class Hearings {
   std::map<std::wstring, Folder> folders_;
   std::map<Name, Search> fresh_;  // heard ahead and not yet asked for
   std::set<Name> underWay_;
-  std::set<Name> unheard_;  // what cannot be listened to ahead
+  std::set<Name> unheard_;  // waves that cannot be listened to ahead
   Name asked_;              // last
   SampleCount hop_ = 0;
   unsigned calls_ = 0;

@@ -81,7 +81,7 @@ std::optional<NoteToRender> ParseNote(const std::vector<std::wstring>& arguments
   return note;
 }
 
-// -1 for a character that is none.
+// The digit that a character stands for in base 64; -1 for a character that is none.
 int DigitOf(wchar_t c) {
   constexpr std::wstring_view kAlphabet = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   const std::size_t digit = kAlphabet.find(c);

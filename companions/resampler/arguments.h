@@ -1,4 +1,4 @@
-// What a host asks of a resampler: the positions of its command line, taken apart.
+// The call of a host to a resampler: the positions of its command line, taken apart.
 #pragma once
 
 #include <optional>
@@ -25,12 +25,12 @@ struct ResamplerCall {
   std::optional<NoteToRender> note;  // exactly where there is an output
 };
 
-// The arguments behind the program's name: input, output, note name, velocity, flags, offset, length, consonant,
+// Reads the arguments behind the program's name: input, output, note name, velocity, flags, offset, length, consonant,
 // cutoff, volume, modulation, "!" and tempo, pitch bend. All behind the length may be missing. An output called "nul"
 // asks for the map alone, and then nothing behind it is looked at: programs that only want the map put dummies there.
 // None for a call that makes no sense. Flags are taken and have no effect.
 std::optional<ResamplerCall> ParseCall(const std::vector<std::wstring>& arguments);
 
 // A curve of cents: two characters for each value, which are the twelve bits of a signed number in the alphabet of base
-// 64, high ones first, and "#n#" for n more of the last value. Ends at the first character that does not fit.
+// 64, high ones first, and "#n#" for n more of the last value. It ends at the first character that does not fit.
 std::vector<double> DecodePitchBend(std::wstring_view text);

@@ -35,7 +35,7 @@ class TimeMap {
     return time < consonantEnd ? begin_ + time / consonantStretch_
                                : begin_ + consonant_ + (time - consonantEnd) / vowelStretch_;
   }
-  // How much slower the recording runs there.
+  // The factor by which the recording runs slower at a time.
   double StretchAt(double time) const {
     return time < consonant_ * consonantStretch_ ? consonantStretch_ : vowelStretch_;
   }
@@ -47,7 +47,7 @@ class TimeMap {
   double consonantStretch_ = 1.0, vowelStretch_ = 1.0;
 };
 
-// How a grain of noise departs from the part of the recording that it stands for.
+// The departure of a grain of noise from the part of the recording that it stands for.
 struct Scatter {
   double seconds = kUnvoicedSeconds;  // to the next one
   double shift = 0.0;                 // of its place in the recording [s]
@@ -59,10 +59,11 @@ struct Scatter {
 // scattered like those of a cloud (Roads 1988, "Introduction to granular synthesis"), half of them run backwards
 // (Moulines and Laroche 1995, "Non-parametric techniques for pitch-scale and time-scale modification of speech"), and
 // half are turned over, since noise has no phase of its own (Macon and Clements 1997, "Sinusoidal modeling and
-// modification of unvoiced speech"). The same on every run: hosts keep notes that they have rendered.
+// modification of unvoiced speech"). A cloud is the same on every run: hosts keep notes that they have rendered.
 class Cloud {
  public:
-  // `stretch` above 1. The less it is, the less repeats itself, and the nearer the grains stay to their places.
+  // `stretch` is above 1. The smaller it is, the less of the noise repeats itself, and the nearer the grains stay to
+  // their places.
   Scatter Next(double stretch) {
     constexpr double kFarthest = 0.015;  // [s]; farther off, bursts and the edges of the noise would be torn
     Scatter scatter;
@@ -102,7 +103,7 @@ class Layout {
   }
 
  private:
-  // Both give the time to the next grain [s].
+  // Both functions add a grain and give the time to the next one [s].
   double AddVoiced(std::vector<Grain>& grains, double at, double source, double hz) const {
     const double seconds = SecondsOfPeriod(at, hz);
     // Closer grains add up to more: the note is kept as loud as the recording. A lower one is left a little softer, or
@@ -116,7 +117,8 @@ class Layout {
     Scatter scatter = stretch > 1.0 ? cloud_.Next(stretch) : Scatter();
     if (!IsNoiseAround(source + scatter.shift * rate_)) scatter = Scatter();
     const double centre = at * kRenderedRate;
-    // On whole samples of the recording: between them the interpolation would take the noise its brightness.
+    // The grain stands on whole samples of the recording: between them the interpolation would take the noise its
+    // brightness.
     const double turned = scatter.isReversed ? -centre : centre;
     const double place = turned + std::round(source + scatter.shift * rate_ - turned);
     grains.push_back({centre, place, 0.0, note_.volume / 100.0 * scatter.sign, scatter.isReversed});
@@ -145,7 +147,7 @@ class Layout {
     return std::clamp(note_.hz * sung * std::exp2(BendAt(seconds) / 1200.0), kLowest, kHighest);
   }
 
-  // [cents]; between two values on a straight line, behind the last one it stays.
+  // The pitch bend [cents]: between two values on a straight line, and the last value behind it.
   double BendAt(double seconds) const {
     const auto last = static_cast<double>(note_.pitchBend.size() - 1);
     const double place = std::clamp(seconds * note_.tempo / 60.0 * kBendsPerBeat, 0.0, last);

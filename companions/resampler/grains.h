@@ -1,5 +1,4 @@
-// Which pieces of a recording become a note, and where in it each of them comes to lie. How they are joined is the
-// renderer's part.
+// The pieces of a recording that become a note, and the place of each in the note. To join them is the renderer's part.
 #pragma once
 
 #include <vector>
@@ -18,7 +17,7 @@ struct Grain {
 // Distance of the grains where there is no pitch and nothing is stretched [s].
 inline constexpr double kUnvoicedSeconds = 0.005;
 
-// By ascending centre, up to the end of the note or of the recording's part. `samples` are those of a recording of
-// `rate`, the note is one of kRenderedRate.
+// The grains of a note by ascending centre, up to the end of the note or of the recording's part. `samples` are those
+// of a recording of `rate`, the note is one of kRenderedRate.
 std::vector<Grain> LayOutGrains(const std::vector<float>& samples, int rate, const FrqMap& map,
                                 const NoteToRender& note);

@@ -31,14 +31,14 @@ constexpr char kUsage[] =
     "                       [CONSONANT [CUTOFF [VOLUME [MODULATION [!TEMPO [PITCHBEND]]]]]]\n"
     "       basic-resampler INPUT.WAV nul    makes the frequency map alone\n";
 
-// As UTF-8, because a path in the narrow encoding of the system may lose characters.
+// The path is told in UTF-8, because in the narrow encoding of the system it may lose characters.
 void Say(const char* what, const std::wstring& path) {
   std::string name(path.size() * 3 + 1, '\0');
   WideCharToMultiByte(CP_UTF8, 0, path.c_str(), -1, name.data(), static_cast<int>(name.size()), nullptr, nullptr);
   std::fprintf(stderr, "basic-resampler: %s %s\n", what, name.c_str());
 }
 
-// The map of the wave, read or made and then written. None if it could not be written and nothing else needs it. One
+// The map of the wave, read or made and then written. None if it could not be written and nothing else needs it. A map
 // that cannot be read stays as it is, for its user to see to.
 std::optional<FrqMap> MapFor(const std::wstring& wavePath, FrqType kind, const Sound& sound, bool isNeeded) {
   if (HasMap(wavePath, kind)) {

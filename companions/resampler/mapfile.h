@@ -8,10 +8,10 @@
 #include "base/bytes.h"
 #include "frqmap/frqmap.h"
 
-// None if there is no map, or none that can be read. `wavePath` is a full path.
+// The map of a wave; none if there is no map, or none that can be read. `wavePath` is a full path.
 std::optional<FrqMap> ReadMapOf(const std::wstring& wavePath, FrqType kind);
 
-// Whether there is one: a file, good or bad, or an entry of desc.mrq that can be read.
+// Whether there is a map: a file, good or bad, or an entry of desc.mrq that can be read.
 bool HasMap(const std::wstring& wavePath, FrqType kind);
 
 // Writes the map whole or not at all, and an entry of desc.mrq while no other process of ours is at the file. False if

@@ -1,4 +1,4 @@
-// An entry of desc.mrq as we make one: its name there, and what it holds.
+// An entry of desc.mrq as we make one: its name there, and its content.
 #pragma once
 
 #include <string>

@@ -14,7 +14,7 @@ class Marker {
   Marker(const std::vector<float>& samples, int rate, const SourcePitch& pitch)
       : samples_(samples), rate_(rate), pitch_(pitch) {}
 
-  // From the loudest place of the stretch in both directions.
+  // Sets marks from the loudest place of the stretch in both directions.
   void MarkStretch(std::ptrdiff_t first, std::ptrdiff_t last, std::vector<double>& marks) const {
     const auto begin = samples_.begin();
     const auto loudest =
@@ -31,7 +31,8 @@ class Marker {
   }
 
  private:
-  // One period on, where the sound is most like that at the mark. None where the stretch has ended.
+  // The next mark, about one period on, where the sound is most like that at this mark. None where the stretch has
+  // ended.
   std::optional<double> Next(double mark, int direction) const {
     const double hz = pitch_.HzAt(mark);
     if (hz == 0.0) return std::nullopt;
@@ -54,13 +55,13 @@ class Marker {
     return isInside ? std::optional(next) : std::nullopt;
   }
 
-  // Where a parabola through three neighbours has its peak, from the middle one on: half a step away at most.
+  // The peak of the parabola through three neighbours, from the middle one on: half a step away at most.
   static double PeakBetween(double before, double peak, double after) {
     const double bend = 2.0 * peak - before - after;
     return bend > 0.0 && peak >= before && peak >= after ? 0.5 * (after - before) / bend : 0.0;
   }
 
-  // Correlation of two periods, and none beyond the ends.
+  // The correlation of two periods; 0 beyond the ends.
   double Likeness(std::ptrdiff_t a, std::ptrdiff_t b, std::ptrdiff_t period) const {
     const std::ptrdiff_t half = period / 2;
     if (std::min(a, b) < half || std::max(a, b) + half >= std::ssize(samples_)) return 0.0;

@@ -1,5 +1,5 @@
-// Where the periods of a recording's voiced stretches lie: marks at the same moment of each. They follow the map, and
-// within it the sound, because the map's frames are coarser than a period.
+// PitchMarks: the places of the periods in a recording's voiced stretches, marked at the same moment of each. They
+// follow the map, and within it the sound, because the map's frames are coarser than a period.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 class PitchMarks {
  public:
-  // Neither is kept.
+  // Neither `samples` nor `pitch` is kept.
   PitchMarks(const std::vector<float>& samples, int rate, const SourcePitch& pitch);
 
   // The nearest mark to a place, between two samples as a rule; that place itself if there are no marks.

@@ -14,12 +14,12 @@ namespace {
 // One side of a grain, over which it rises from nothing or falls to it.
 struct Side {
   double length;  // in rendered samples
-  // Two sounds that belong together add up to one under a Hann window. Those that have nothing to do with each other
-  // keep their power, as sound does, under its root.
+  // Two sounds that belong together add up to one under a Hann window. Two that have nothing to do with each other keep
+  // their power, as sound does, under its root.
   bool isRoot;
 };
 
-// Without it a sound that begins or ends at once is heard as a click.
+// Ramps up the beginning and down the end: a sound that begins or ends at once is heard as a click.
 void RampEnds(std::span<float> samples, int rate) {
   constexpr double kSeconds = 0.003;
   const std::size_t length = std::min(static_cast<std::size_t>(kSeconds * rate), samples.size() / 2);
@@ -31,7 +31,8 @@ void RampEnds(std::span<float> samples, int rate) {
   }
 }
 
-// Recordings may be cut out of a sound, and grains reach over their ends.
+// The samples of a recording with ramps at its ends, because it may be cut out of a sound, and grains reach over the
+// ends.
 std::vector<float> RampedSamples(const Sound& sound) {
   std::vector<float> samples = sound.samples;
   RampEnds(samples, sound.rate);
@@ -63,8 +64,8 @@ class Renderer {
     return {grain.period > 0.0 ? grain.period : kUnvoicedSeconds * kRenderedRate, false};
   }
 
-  // Periods keep their own length whatever the distance. All else reaches just to the neighbour, so that the two are
-  // as loud together as each of them.
+  // Between two periods a grain keeps its own length whatever the distance. Any other reaches just to the neighbour, so
+  // that the two are as loud together as each of them.
   Side SideTowards(const Grain& grain, const Grain& neighbour) const {
     if (grain.period > 0.0 && neighbour.period > 0.0) return {grain.period, false};
     const double distance = neighbour.centre - grain.centre;
@@ -96,7 +97,7 @@ class Renderer {
     }
   }
 
-  // Between samples by the cubic of Catmull and Rom (1974); silence outside.
+  // The sample at a place, between samples by the cubic of Catmull and Rom (1974); silence outside.
   double SampleAt(double place) const {
     const double whole = std::floor(place);
     const auto index = static_cast<std::ptrdiff_t>(whole);
@@ -128,7 +129,7 @@ FrqMap MakeMap(const Sound& sound) {
   const std::vector<std::int16_t> samples = To16Bits(sound.samples);
   SetLevels(map,
             LevelsOfSamples({reinterpret_cast<const std::uint8_t*>(samples.data()), 2 * samples.size()}, 1, map.Hop));
-  // Not of all frames: the scoop into a note, and its end, are not what it was sung at.
+  // The key is not the mean of all frames: the scoop into a note, and its end, are not at the pitch that was sung.
   map.Average = RoundedHz(map.ComputeAverage(2));
   return map;
 }

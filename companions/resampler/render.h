@@ -1,9 +1,9 @@
 // A note from a recording and its map, by pitch-synchronous overlap-add (Moulines and Charpentier 1990,
 // "Pitch-synchronous waveform processing techniques for text-to-speech synthesis using diphones").
 //
-// The recording is cut into grains of two periods, a period being what the map says, and the grains are laid out anew
-// in the distance that the note's pitch asks for. Where the map has no pitch the grains are of about one length, and of
-// a random one where noise is stretched. Sound begins and ends by a ramp.
+// The recording is cut into grains of two periods, as the map has them, and the grains are laid out anew in the
+// distance that the note's pitch asks for. Where the map has no pitch the grains are of about one length, and of a
+// random one where noise is stretched. Sound begins and ends by a ramp.
 #pragma once
 
 #include <vector>

@@ -14,8 +14,8 @@ class SourcePitch {
     if (!IsPitch(average_)) average_ = map.ComputeAverage(2);
   }
 
-  // On a straight line from frame to frame where both have a pitch: a glide is no staircase. 0 where there is none. A
-  // frequency that no recording of this rate can hold is none either.
+  // The pitch at a sample, on a straight line from frame to frame where both have one: a glide is no staircase. 0 where
+  // there is no pitch, and for a frequency that no recording of this rate can hold.
   double HzAt(double sample) const {
     const auto position = static_cast<SampleCount>(sample);
     const double hz = map_.FrequencyAt(position);
@@ -23,7 +23,7 @@ class SourcePitch {
     const SampleCount frame = map_.FrameAt(position).value_or(0);
     const SampleCount next = map_.PositionOf(frame + 1);
     const double nextHz = next < 0 ? 0.0 : map_.FrequencyAt(next);
-    // An octave, or an error as large, is a jump.
+    // An octave, or an error as large, is a jump and not a glide.
     if (!IsPitch(nextHz) || std::max(hz, nextHz) > 1.5 * std::min(hz, nextHz)) return hz;
     return std::lerp(hz, nextHz, std::clamp((sample - map_.PositionOf(frame)) / map_.Hop, 0.0, 1.0));
   }

@@ -1,4 +1,4 @@
-// What the syllables are, how their maps are spoilt, and how the files of a folder come about.
+// The list of the syllables, the spoiling of their maps, and the making of the files of a folder.
 #include "bank.h"
 
 #include <algorithm>
@@ -50,7 +50,8 @@ constexpr std::array<Entry, 2> kStrongEntries = {{
     {u8"い", {Consonant::None, Vowel::I, Ornament::Fall, 67.0, 0.8}, MapState::Missing},
 }};
 
-// To 16 bits, at a level that leaves room, over the faint noise of a quiet room: a recording is never wholly silent.
+// Records a voice in 16 bits, at a level that leaves room, over the faint noise of a quiet room: a recording is never
+// wholly silent.
 std::vector<std::int16_t> Record(const std::vector<double>& voice, Noise& noise) {
   constexpr double kPeak = 20000.0;
   constexpr double kRoom = 3.0;
@@ -63,7 +64,7 @@ std::vector<std::int16_t> Record(const std::vector<double>& voice, Noise& noise)
   return samples;
 }
 
-// The same on both channels, the right one softer, so that a mix-up of channels shows.
+// A wave with the same sound on both channels, softer on the right one, so that a mix-up of channels shows.
 std::vector<std::int16_t> ToStereo(const std::vector<std::int16_t>& mono) {
   std::vector<std::int16_t> both;
   for (const std::int16_t sample : mono) {
@@ -73,7 +74,7 @@ std::vector<std::int16_t> ToStereo(const std::vector<std::int16_t>& mono) {
   return both;
 }
 
-// Root mean square of each hop; the last one may be short.
+// The root mean square of each hop; the last one may be short.
 std::vector<double> HopLevels(const std::vector<std::int16_t>& samples) {
   std::vector<double> levels;
   const auto count = static_cast<SampleCount>(samples.size());
@@ -97,7 +98,7 @@ void ScaleMiddle(std::vector<double>& frames, std::ptrdiff_t count, double facto
   for (double& hz : std::span(frames).subspan(first, count)) hz *= factor;
 }
 
-// What an analysis finds that takes the hiss of a consonant for a voice: anything from 200 to 900 Hz.
+// Spoils a map as an analysis does that takes the hiss of a consonant for a voice: with anything from 200 to 900 Hz.
 void PitchTheHiss(std::vector<double>& frames, const SungSyllable& sung, Noise& noise) {
   const SampleCount first = sung.consonantStart / kHopSamples + 1;
   const SampleCount last = sung.vowelStart / kHopSamples;
@@ -112,7 +113,8 @@ std::vector<double> MapPitch(const SungSyllable& sung, MapState state, Noise& no
   return frames;
 }
 
-// wave=alias,offset,consonant,cutoff,preutterance,overlap, all five in ms. The alias must tell the folders apart.
+// A line of oto.ini: wave=alias,offset,consonant,cutoff,preutterance,overlap, all five in ms. The alias must tell the
+// folders apart.
 std::string OtoLine(std::u8string_view folder, std::u8string_view name, const SungSyllable& sung) {
   const auto toMs = [](std::ptrdiff_t samples) { return std::lround(samples * 1000.0 / FrqSampleRate); };
   const long preutterance = toMs(sung.vowelStart - sung.consonantStart);

@@ -1,4 +1,4 @@
-// The sample voicebank: which syllables it has, and every file of it in memory.
+// The sample voicebank: its syllables, and every file of it in memory.
 //
 // It lets a newcomer try the program at once and gives the tests something real to open. Some maps are faultless, some
 // hold the errors that pitch analysis makes on real voices, and some are missing.
@@ -14,5 +14,5 @@ struct BankFile {
   Bytes bytes;
 };
 
-// Waves with their maps, oto.ini in each folder, and character.txt. The same bytes on every run.
+// All files: waves with their maps, oto.ini in each folder, and character.txt. They have the same bytes on every run.
 std::vector<BankFile> MakeSampleBank();

@@ -1,4 +1,4 @@
-// Plain memory in and out: no file is opened here.
+// The file formats are written into plain memory: no file is opened here.
 #include "encode.h"
 
 #include <algorithm>

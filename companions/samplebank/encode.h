@@ -18,6 +18,6 @@ Bytes EncodeWave(std::span<const std::int16_t> samples, std::int16_t channels);
 // the header the mean of the pitched frames.
 Bytes EncodeMap(std::int32_t hopSamples, std::span<const double> pitch, std::span<const double> levels);
 
-// Text in code page 932, which voicebanks are written in by custom. ASCII and the few characters of the sample
+// Text in code page 932, which voicebanks are written in by custom. It knows ASCII and the few characters of the sample
 // voicebank; any other becomes "?".
 std::string EncodeCp932(std::u8string_view text);

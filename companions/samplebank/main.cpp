@@ -10,7 +10,7 @@
 
 namespace {
 
-// As UTF-8, because a path in the narrow encoding of the system may lose characters.
+// The path is told in UTF-8, because in the narrow encoding of the system it may lose characters.
 int ReportFailure(const std::filesystem::path& path) {
   const std::u8string name = path.u8string();
   std::fprintf(stderr, "make-samplebank: cannot write %s\n", reinterpret_cast<const char*>(name.c_str()));

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <random>
 
-// Even noise in -1..1. Scaled by hand, because the library's distributions differ from one compiler to the next.
+// Even noise in -1..1. It is scaled by hand, because the library's distributions differ from one compiler to the next.
 class Noise {
  public:
   explicit Noise(std::uint32_t seed) : generator_(seed) {}

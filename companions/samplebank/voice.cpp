@@ -29,7 +29,7 @@ struct Articulation {
   double noiseWidthHz;  //
 };
 
-// In the order of Consonant.
+// The articulations in the order of Consonant.
 constexpr std::array<Articulation, 5> kArticulations = {{
     {0.000, false, 1.00, {500.0, 1500.0, 2800.0, 3900.0}, 0.01, 0.0, 2000.0, 600.0},
     {0.055, false, 1.00, {350.0, 2100.0, 2500.0, 3700.0}, 0.04, 0.7, 2000.0, 600.0},
@@ -38,7 +38,7 @@ constexpr std::array<Articulation, 5> kArticulations = {{
     {0.045, true, 0.20, {400.0, 1500.0, 2200.0, 3600.0}, 0.01, 0.0, 2000.0, 600.0},
 }};
 
-// In the order of Vowel: rounded values of a high voice.
+// The formants in the order of Vowel: rounded values of a high voice.
 constexpr std::array<Formants, 5> kVowels = {{
     {850.0, 1350.0, 2850.0, 3900.0},
     {320.0, 2650.0, 3300.0, 4100.0},
@@ -47,12 +47,12 @@ constexpr std::array<Formants, 5> kVowels = {{
     {480.0, 900.0, 2800.0, 3800.0},
 }};
 
-// 0 before `from`, 1 after `from` + `length`, a half cosine between.
+// A rise that is 0 before `from`, 1 after `from` + `length`, and a half cosine between.
 double Rise(double t, double from, double length) {
   return 0.5 - 0.5 * std::cos(std::numbers::pi * std::clamp((t - from) / length, 0.0, 1.0));
 }
 
-// What the singer means to do at each moment; all times in seconds from the start of the wave.
+// The singer's intentions at each moment; all times in seconds from the start of the wave.
 class Score {
  public:
   explicit Score(const Syllable& syllable)
@@ -66,8 +66,8 @@ class Score {
   double VowelStart() const { return vowelStart_; }
   double End() const { return end_; }
 
-  // A scoop into the note, its ornament, and the slow unsteadiness of a held tone: three sines that do not come
-  // together again (Klatt and Klatt 1990), 5 cents at most.
+  // The pitch is made of a scoop into the note, its ornament, and the slow unsteadiness of a held tone: three sines
+  // that do not come together again (Klatt and Klatt 1990), 5 cents at most.
   double PitchHz(double t) const {
     const double sung = t - voiceStart_;
     double cents = -110.0 * std::exp(-sung / 0.05);
@@ -204,7 +204,7 @@ SungSyllable Sing(const Syllable& syllable, Noise& noise) {
     mouth.Tune(score.FormantsAt(t));
     const double hz = score.PitchHz(t);
     const double level = score.VoiceLevel(t);
-    // In two statements: both take from the noise, and the order must not be the compiler's choice.
+    // The flow is summed in two statements: both take from the noise, and the order must not be the compiler's choice.
     double flow = mouth.Step(level * glottis.Step(hz, noise));
     flow += consonant.Step(score.NoiseLevel(t) * noise.Next());
     sung.samples.push_back(flow - lastFlow);  // the lips radiate about the derivative of the flow

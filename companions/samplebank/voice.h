@@ -11,7 +11,7 @@
 
 enum class Vowel { A, I, U, E, O };
 
-// How the consonant is made: a stop's burst (k), hiss (s), a hum through the nose (m, n), a touch of the tongue (r).
+// The ways to make a consonant: a stop's burst (k), hiss (s), a hum through the nose (m, n), a touch of the tongue (r).
 enum class Consonant { None, Burst, Hiss, Nasal, Tap };
 
 enum class Ornament { Plain, Vibrato, Fall };

@@ -20,7 +20,7 @@ _marlit_batch_options() {
   esac
 }
 
-# What is taken for the value of option $2 of command $1. Fails where that is no word of a list.
+# The words that option $2 of command $1 takes for its value. Fails where that is no word of a list.
 _marlit_batch_values() {
   case $2 in
     -k | --kind | --from | --to)

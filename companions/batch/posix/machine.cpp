@@ -28,7 +28,7 @@ std::string Environment(const char* name) {
   return value ? value : "";
 }
 
-// As programs of Windows name a file of this system.
+// The name that programs of Windows have for a file of this system.
 std::string WineForm(const std::wstring& path) {
   std::string form = "Z:" + NativePath(path);
   std::ranges::replace(form, '/', '\\');
@@ -74,7 +74,7 @@ bool IsTerminal(std::FILE* file) {
   return isatty(fileno(file)) == 1;
 }
 
-// A second one ends the program at once, as users expect of what does not answer.
+// A second request ends the program at once, as users expect of one that does not answer.
 void WhenInterrupted(void (*handler)()) {
   interrupted = handler;
   struct sigaction action {};
@@ -84,7 +84,7 @@ void WhenInterrupted(void (*handler)()) {
   for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
 }
 
-// A program of Windows runs under Wine. In a group of its own: what the user types to end this program is not for it.
+// A program of Windows runs under Wine, and in a group of its own: the keys that end this program are not meant for it.
 bool RunResampler(const std::wstring& resampler, const std::wstring& wave, FrqType kind, MrqStore& store,
                   std::string& reason) {
   const std::wstring map = MapPathFromWaveW(wave, kind);

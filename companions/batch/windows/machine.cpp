@@ -15,7 +15,7 @@ namespace {
 
 void (*interrupted)() = nullptr;
 
-// The second time it ends the program at once, as users expect of what does not answer.
+// A second request ends the program at once, as users expect of one that does not answer.
 BOOL WINAPI OnControl(DWORD) {
   static bool wasAsked = false;
   if (wasAsked) return FALSE;
@@ -64,7 +64,7 @@ void PrepareProcess() {
   _setmode(_fileno(stderr), _O_BINARY);
 }
 
-// A console that knows how to take a line back.
+// Whether a file is a console that knows how to take a line back.
 bool IsTerminal(std::FILE* file) {
   DWORD mode = 0;
   const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)));
