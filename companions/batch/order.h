@@ -13,7 +13,7 @@ enum class CurveFormat { Csv, PitchTier };
 
 struct Order {
   Command What = Command::List;
-  std::vector<std::string> Folders;  // as they were typed
+  std::vector<std::string> Folders;  // in the form in which they were typed
   bool Recursive = false;            // whatever banks lie below them
   std::string Only;                  // a pattern for names of waves; empty: all
   int Jobs = 0;                      // threads; 0: one for each core

@@ -22,7 +22,7 @@ struct Articulation {
   double seconds;       // length of the consonant
   bool voiced;          // the pulses run through the consonant
   double closure;       // level of the voice while the mouth is closed, 1 = that of the vowel
-  Formants locus;       // where the formants come from
+  Formants locus;       // the formants from which those of the vowel are reached
   double noiseSeconds;  // the noise starts with the consonant
   double noiseLevel;    // 0 = no noise
   double noiseHz;       // middle of the noise band

@@ -1,8 +1,8 @@
 // Pointers that have come in a message: whether the memory they lead to is there, asked ahead of following them.
 //
-// Any program on the desktop may send any number to our windows, with anything in its parameters. What it sends must
-// not end this program, least of all with a lock held. A pointer of our own may go while it is followed only if its
-// sender does not wait, and all of ours do.
+// Any program on the desktop may send any number to our windows, with anything in its parameters. Its messages must not
+// end this program, least of all with a lock held. A pointer of our own could go while it is followed only if its
+// sender did not wait, and all of ours do.
 #pragma once
 
 #include <cstddef>

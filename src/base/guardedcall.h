@@ -6,8 +6,8 @@
 
 using GuardedFunction = DWORD (*)(void* argument);
 
-// The result of the function, or the code of the exception that it raised, which is never 0. The function is left
-// without its destructors then: it must not own anything in C++ at that moment. A stack that has run out is not caught.
+// The result of the function, or the code of the exception that it raised, which is never 0. The function is left then
+// without running destructors: it must not own anything in C++ at that moment. A stack that has run out is not caught.
 DWORD CallGuarded(GuardedFunction function, void* argument);
 
 // Calls what needs no result in the same way: false if it raised an exception. `call` owns nothing, as above.

@@ -9,14 +9,14 @@
 #include "base/fileguard.h"
 #include "base/filesystem.h"
 
-// Makes the whole content of the file these bytes, in one write; the file is made if need be. What was there and is
-// still to be kept goes to the guard first. False, with the reason in LastError, with the file as it was: one that was
+// Makes these bytes the whole content of the file, in one write; the file is made if need be. The old bytes go to the
+// guard first if they are still to be kept. False, with the reason in LastError and the file as it was: one that was
 // not there is gone again. A file that holds these bytes already is not written.
 bool WriteInPlace(FileSystem& files, const std::wstring& path, Bytes bytes);
 
-// Makes a change of an open file. `isThere`, if there is one, looks at the file then and may say that it is not as it
-// was meant to be. If anything fails, the old bytes are put back; LastError is that of what failed first. The change
-// has an End at the guard unless they could not be put back.
+// Makes a change of an open file. `isThere`, if there is one, looks at the file then, and fails the change by false if
+// the file is not as it should be. If anything fails, the old bytes are put back; LastError is that of the first
+// failure. The change has an End at the guard unless the old bytes could not be put back.
 bool MakeChange(FileSystem& files, FileStream& stream, const FileChange& change,
                 const std::function<bool()>& isThere = {});
 

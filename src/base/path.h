@@ -27,7 +27,7 @@ inline std::wstring PathIn(const std::wstring& folder, const std::wstring& name)
 
 // The path of a name that is not empty, seen from a folder: without "." and "..", which lead no further than to the
 // root. A name that is a full path stands for itself, and one that begins with "\\" goes out from the folder's root.
-// Empty if the path is longer than any can be.
+// The path is empty if it would be longer than any can be.
 std::wstring PathSeenFrom(const std::wstring& folder, const std::wstring& name);
 
 // The extension goes from the last dot of the name to its end; a name with a blank behind that dot has none.

@@ -38,12 +38,12 @@ std::wstring HistoryName(int number) {
   return L"History" + std::to_wstring(number);
 }
 
-// One text of a history; false if it is missing or cannot be read. Its type is not looked at.
+// Reads one text of a history, whatever its type; false if it is missing or cannot be read.
 bool ReadHistoryText(HKEY key, int number, std::wstring& text) {
   const std::wstring name = HistoryName(number);
   DWORD size = 0;
   if (RegQueryValueExW(key, name.c_str(), nullptr, nullptr, nullptr, &size) != ERROR_SUCCESS) return false;
-  // Zeroed and larger than the value, so that a text without its terminator ends all the same.
+  // The buffer is zeroed and larger than the value, so that a text without its terminator ends all the same.
   std::wstring buffer(size + 1, L'\0');
   auto* const bytes = reinterpret_cast<BYTE*>(buffer.data());
   if (RegQueryValueExW(key, name.c_str(), nullptr, nullptr, bytes, &size) != ERROR_SUCCESS) return false;

@@ -1,7 +1,8 @@
 // The program's settings in the registry of the current user.
 //
 // Every value is REG_BINARY of an exact size: one of another size or type counts as absent. A value opens and closes
-// its key by itself. What cannot be written is skipped, and whoever has a window may ask whether that has happened.
+// its key by itself. A value that cannot be written is skipped, and code that has a window may ask whether that has
+// happened.
 #pragma once
 
 #include <windows.h>

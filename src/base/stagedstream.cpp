@@ -81,7 +81,7 @@ bool StagedStream::Commit(const std::function<bool()>& isThere) {
   return MakeChange(files_, under_, *change, isThere);
 }
 
-// None if the old bytes cannot be read.
+// The change from the file to the stream's content; none if the old bytes cannot be read.
 std::optional<FileChange> StagedStream::Change() {
   FileChange change{path_, *sizeUnder_, size_, {}};
   for (const Piece& piece : pieces_) {

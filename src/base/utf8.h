@@ -8,12 +8,12 @@
 #include <string>
 #include <string_view>
 
-// For people: what is no character, lone surrogates among it, is U+FFFD.
+// The text for people: U+FFFD stands for all that is no character, lone surrogates included.
 std::string Utf8Of(std::wstring_view text);
 
-// For the system: units that stand for a byte become that byte again; other lone surrogates are U+FFFD.
+// The name for the system: units that stand for a byte become that byte again; other lone surrogates are U+FFFD.
 std::string NameBytesOf(std::wstring_view name);
 
-// A byte that belongs to no character becomes the unit that stands for it. Characters that are spelt longer than they
-// need be, halves of a pair and what lies beyond U+10FFFF are none.
+// The text of bytes. A byte that belongs to no character becomes the unit that stands for it. Characters that are spelt
+// longer than they need be, halves of a pair and those beyond U+10FFFF are none.
 std::wstring WideOf(std::string_view utf8);

@@ -30,7 +30,7 @@ constexpr double kFarthestOff = 11.0;  // [semitones] from the middle of the map
 
 // Islands of pitch.
 constexpr double kShortestMs = 15.0;
-constexpr double kFewestPeriods = 2.2;    // as Morise 2017 has it for sections of pitch
+constexpr double kFewestPeriods = 2.2;    // that of Morise 2017 for sections of pitch
 constexpr double kShortMs = 60.0;         // an island that must lie near its neighbours to be believed
 constexpr double kRoughMs = 90.0;         // and one that must be smooth
 constexpr double kRough = 0.5;            // [semitones], see Roughness

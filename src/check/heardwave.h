@@ -31,7 +31,7 @@ struct KeptAnswer {
 };
 
 struct HeardWave {
-  FileFacts file;  // as it was when it was read
+  FileFacts file;  // of the wave when it was read
   Hearing hearing;
   std::optional<KeptAnswer> answer = {};  // the last one
 

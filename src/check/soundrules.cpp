@@ -296,7 +296,7 @@ std::int32_t CheckMapBySound(const CheckFrqSettings* settings, CheckFrameRecord*
       if (const auto count = MarkBySound(*frames, hearing, [&] { return &search; })) return *count;
     }
   } catch (const std::bad_alloc&) {
-    // As without the recording.
+    // Without memory the map is left to the rules that need no recording.
   }
   return CheckMap(settings, frames, regions);
 }

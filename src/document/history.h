@@ -20,7 +20,7 @@ class History {
   // The step that is undone next, or done again next; null without one.
   const Step* NextUndo() const { return done_.empty() ? nullptr : &done_.back(); }
   const Step* NextRedo() const { return undone_.empty() ? nullptr : &undone_.back(); }
-  // That step has been undone, or done again. Throws std::bad_alloc.
+  // The next step has been undone, or done again. Throws std::bad_alloc.
   void MoveToUndone();
   void MoveToDone();
 

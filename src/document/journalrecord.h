@@ -15,7 +15,7 @@
 // The voicebank that a journal is of.
 struct JournalHead {
   FrqType Kind = FrqTypeUnknown;
-  std::wstring Folder;     // as the list has opened it
+  std::wstring Folder;     // the path by which the list has opened it
   std::wstring Resampler;  // path, empty for none
   std::int64_t Time = 0;   // [s since 1970] when the folder was opened
 };

@@ -16,7 +16,7 @@ class Recorder {
   // Sets the journal that is told of all steps; null for none.
   void SetJournal(DocumentJournal* journal) { journal_ = journal; }
 
-  // True if this is the outermost gesture, which the same caller ends.
+  // Begins a gesture. True if it is the outermost one, which the same caller ends.
   bool Begin(Gesture gesture);
   void End();
   bool IsOpen() const { return open_.has_value(); }

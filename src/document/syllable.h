@@ -10,7 +10,7 @@
 // HasMap false implies that both maps are empty, without marks, and that the entry is not Edited.
 struct SyllableEntry {
   std::wstring Path;                // full path of the wave
-  FrqMap Map;                       // what the user sees and edits; empty until first needed
+  FrqMap Map;                       // the one that the user sees and edits; empty until first needed
   FrqMap SavedMap;                  // Map as it was last loaded or saved; its only source is Map.CopyTo
   std::uint32_t FrameEstimate = 0;  // frames of the map, known without loading it; 0 without a map
   bool HasMap = false;              // a map of the working kind exists for the wave

@@ -11,7 +11,7 @@ namespace {
 
 using Lock = std::lock_guard<std::recursive_mutex>;
 
-// Empty if the path becomes too long.
+// The path of a folder's file; empty if it becomes too long.
 std::wstring MrqPathIn(const std::wstring& folder) {
   return PathSeenFrom(folder, L"desc.mrq");
 }
@@ -25,8 +25,8 @@ std::u16string NameOf(const std::wstring& key) {
   return Utf16Of(PathWithExtension(FileNameOf(key), L".wav"));
 }
 
-// Empty if the path becomes too long, or if the name leads out of the folder: a wave elsewhere must not be changed for
-// what this file says. Some writers let a zero end the name.
+// The key of an entry; empty if the path becomes too long, or if the name leads out of the folder: a wave elsewhere
+// must not be changed because of this file. Some writers let a zero end the name.
 std::wstring KeyOf(const std::wstring& folder, const std::u16string& name) {
   if (!IsPlainMrqName(name)) return {};
   return PathWithoutExtension(PathSeenFrom(folder, WideOf(name.substr(0, name.find(u'\0')))));

@@ -25,7 +25,7 @@ class WavePitches {
   void Read(SampleCount hop);
 
   std::wstring path_;
-  std::optional<FileFacts> file_;      // as it was when it was read, or could not be
-  SampleCount hop_ = 0;                // likewise
+  std::optional<FileFacts> file_;      // of the wave when it was read, or could not be read
+  SampleCount hop_ = 0;                // the one that was asked for then
   std::optional<SoundPitches> sound_;  // none of a wave that cannot be read
 };

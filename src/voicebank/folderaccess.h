@@ -8,8 +8,8 @@
 
 #include <string>
 
-// The shadow of a path, which is there for roots and for what lies under a protected folder of the system. 0 or -1,
-// which leaves `shadow` alone. Whether anything lies there is not looked at.
+// The shadow of a path: 0 for a root and for a path under a protected folder of the system; -1, which leaves `shadow`
+// alone, for any other and where there is no place for shadows. Nothing need lie there.
 int GetVirtualStorePath(const std::wstring& path, std::wstring& shadow);
 
 // The answer of the system's own access check for the current user: 1 may write, 0 may not, -1 cannot be told.

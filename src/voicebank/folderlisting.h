@@ -14,7 +14,7 @@
 
 class FolderListing {
  public:
-  // None if the folder cannot be listed.
+  // The listing of a folder; none if it cannot be listed.
   static std::optional<FolderListing> Read(const std::wstring& folder);
 
   // Names as the file system gives them, in its order; "." and ".." are left out.

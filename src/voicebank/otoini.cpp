@@ -27,7 +27,7 @@ std::optional<std::wstring_view> CutField(std::wstring_view& rest) {
   return field;
 }
 
-// The last number runs to the end of the line, with any further commas.
+// Reads a line. The last number runs to the end of it, with any further commas.
 std::optional<OTOENTRY> ParseLine(std::wstring_view line) {
   const auto parts = SplitKeyValue(line);
   if (!parts) return std::nullopt;

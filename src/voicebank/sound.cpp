@@ -19,7 +19,7 @@ T NumberAt(const std::uint8_t* bytes) {
   return value;
 }
 
-// A loop for each form of the numbers, and one of its own for a single channel, so that the compiler sees all of it.
+// Each form of the numbers has a loop, and a single channel one of its own, so that the compiler sees all of it.
 template <std::size_t size, typename Read>
 void ReadAll(ByteSpan bytes, std::size_t stride, std::vector<float>& samples, const Read& read) {
   const std::uint8_t* const at = bytes.data();

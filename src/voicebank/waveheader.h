@@ -28,7 +28,7 @@ class WaveHeader {
   int LoadWithin(const std::wstring& path, std::uint32_t mostBytes, double mostSeconds);
   // Load for a file of any name, read as a .wav.
   int LoadWav(const std::wstring& path, bool headerOnly);
-  // Always with the samples. A file beyond 64 MiB is refused.
+  // Load for a file of any name, read as an AIFF, always with the samples. A file beyond 64 MiB is refused.
   int LoadAiff(const std::wstring& path);
 
   // Length [s], told in whole milliseconds: computed in integers that truncate, and wrap for data over 512 MiB.

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::int64_t kLargestFile = std::int64_t{64} << 20;  // as on Windows
+constexpr std::int64_t kLargestFile = std::int64_t{64} << 20;  // the limit that Windows has
 
 }  // namespace
 
