@@ -168,7 +168,7 @@ void Journal::OnStroke(bool isOpen) {
   if (isAsleep_) told_.notify_one();
 }
 
-// The stroke is written only if it has grown: a hand that rests for a while leaves nothing new.
+// The stroke is written only if it has changed: a hand that rests for a while leaves nothing new.
 void Journal::OnStrokeSoFar(const Step& step) {
   Note([&] {
     ByteWriter writer;

@@ -292,8 +292,8 @@ int LoadVs4ufrq(FrqMap& map, const std::wstring& path) {
   return 0;
 }
 
-// The rest of a project that a full disk has cut short may open as one without points: they are refused then, and must
-// be, or the next save would count as one that has kept the edits.
+// A project that a full disk has cut short may open as one without points: points are refused then, and must be, or the
+// next save would count as one that has kept the edits.
 int SaveVs4ufrq(const FrqMap& map, const std::wstring& path) {
   CVsLib library;
   if (const int result = library.OpenProject(path); result != 0) return result;

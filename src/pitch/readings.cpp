@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr SampleCount kContext = 20;  // frames on both sides, on which it hangs what is likely
+constexpr SampleCount kContext = 20;  // frames on both sides, since the likeliest pitch hangs on them
 constexpr double kAway = 3.0 / 12.0;  // [octaves]
 constexpr double kLineCents = 100.0;  // around an octave
 
