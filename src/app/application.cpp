@@ -30,8 +30,8 @@ HACCEL Accelerators(int id) {
   return LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id));
 }
 
-// In full, since the process may change its current folder and a host is answered at the end, and without the separator
-// that completion of a typed name leaves behind a folder. A root keeps its own. Both windows go by the same.
+// The path is full, since the process may change its current folder and a host is answered at the end. It loses the
+// separator that completion of a typed name leaves behind a folder, a root excepted. Both windows go by it.
 std::wstring ArgumentPath(const std::wstring& path) {
   std::wstring full = FullPathOf(path);
   if (full.ends_with(L'\\') && !PathIsRootW(full.c_str())) full.pop_back();
@@ -42,9 +42,9 @@ std::wstring ArgumentPath(const std::wstring& path) {
 
 int RunApplication(const std::wstring& given) {
   CoInitialize(nullptr);
-  // A drive without a disk, or a damaged library, is an error to us and no box of the system's.
+  // Drives without a disk and damaged libraries come back to us as errors and bring up no box of the system's.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
-  // Whatever the user's own locale: narrow paths and texts are Japanese.
+  // Narrow paths and texts are Japanese, whatever the user's own locale is.
   setlocale(LC_ALL, "Japanese");
   InitCommonControls();
   RegisterControl<CFrqCtrl>();

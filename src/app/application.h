@@ -3,5 +3,5 @@
 
 #include <string>
 
-// Runs the program on an argument, empty for none, until its windows have gone. The exit code.
+// Runs the program on an argument, empty for none, until its windows have gone, and gives the exit code.
 int RunApplication(const std::wstring& argument);

@@ -10,11 +10,11 @@
 
 class CEditorDlg;
 
-// What the menu's state hangs on, collected once for all commands.
+// The facts that the menu's state depends on, collected once for all commands.
 struct EditorState {
   int rows = 0;  // of the syllable list
   int selectedRow = -1;
-  int maps = 0;  // syllables that have one
+  int maps = 0;  // syllables that have a map
   bool selectedHasMap = false;
   bool hasThumbnails = false;  // their window is there
   bool sounds = false;         // something is listened to
@@ -28,7 +28,7 @@ struct EditorState {
   int brightness = 0;
   bool pluginMode = false;
   bool allSyllables = false;  // in plug-in mode: the whole voicebank is shown
-  std::optional<Gesture> undo;  // what would be undone, and done again
+  std::optional<Gesture> undo;  // the gestures that would be undone and redone
   std::optional<Gesture> redo;
 
   bool operator==(const EditorState&) const = default;
@@ -38,7 +38,7 @@ struct EditorCommand {
   using Test = bool (*)(const EditorState&);
 
   UINT id;
-  // A function over the editor, so that it may call a part of it. Null: nothing answers the command in this version,
+  // The handler takes the editor, so that it may call a part of it. Null: nothing answers the command in this version,
   // and its item is grey.
   void (*handler)(CEditorDlg& editor, UINT id);
   Test enabled = nullptr;  // null: always

@@ -12,7 +12,7 @@
 
 namespace {
 
-// Closed at the end; another program may hold it.
+// The clipboard, closed at the end; it is not open while another program holds it.
 class OpenedClipboard {
  public:
   explicit OpenedClipboard(HWND owner) : isOpen_(OpenClipboard(owner) != 0) {}
@@ -54,7 +54,7 @@ bool PutText(const std::wstring& text) {
   return false;
 }
 
-// Read where it lies: it may be of any length.
+// The text is read where it lies, since it may be of any length.
 std::optional<std::vector<CurveRow>> RowsInClipboard(std::size_t most) {
   const LockedMemory locked(GetClipboardData(CF_UNICODETEXT));
   const auto* const text = static_cast<const wchar_t*>(locked.Data());
@@ -70,14 +70,14 @@ std::vector<int> SelectedFrames(const CurveWork& work) {
   return FrameList(GetDlgItem(work.Editor, IDC_EDITOR_FRAMES)).SelectedRows();
 }
 
-// Of a map with this many.
+// The frames from `first` to the last one of a map of `count` frames.
 std::vector<int> FramesFrom(int first, SampleCount count) {
   std::vector<int> frames(static_cast<std::size_t>(std::max(0, count - first)));
   std::iota(frames.begin(), frames.end(), first);
   return frames;
 }
 
-// How many rows can matter from a frame on; 0 where no sample position leads to it.
+// The number of rows that can matter from a frame on; 0 where no sample position leads to it.
 std::size_t RoomIn(const CurveWork& work, int first) {
   const std::lock_guard reading(work.Syllables);
   const FrqMap* const map = work.Map.Map();

@@ -1,6 +1,6 @@
 // Copying the curve of the shown syllable to the clipboard, as rows of time and frequency, and pasting such rows.
 //
-// What the rows are read as, and what becomes of them in a map, is portable (frqmap/curvetext.h, curvepasting.h).
+// Reading such rows and laying them over a map is portable (frqmap/curvetext.h, curvepasting.h).
 #pragma once
 
 #include <windows.h>
@@ -10,22 +10,22 @@
 #include "app/shownmap.h"
 #include "frqmap/curvepasting.h"
 
-// Where it happens: the editor's window and its parts.
+// The parts that both commands work with.
 struct CurveWork {
   HWND Editor;
   Document& Syllables;
   const ShownMap& Map;
   FramePane& Frames;
   const EditCommands& Edits;
-  FrqType Kind;  // at work
+  FrqType Kind;  // the kind at work
 };
 
-// The selected frames, or all of them if none is.
+// Copies the selected frames, or all of them if none is selected.
 void CopyCurve(const CurveWork& work);
 
-// From the first selected frame on, or from the first one of all: to the end of the rows, of the selection, if it has
-// more than one frame, or of the map. A word says what was expected where the clipboard holds anything else. One step.
+// Pastes from the first selected frame on, or else from the first of all, to the end of the rows, of the map, or of a
+// selection of more than one frame, as one step. A word says what was expected where the clipboard holds anything else.
 void PasteCurve(const CurveWork& work, PasteAs as);
 
-// In a box that holds text the keys of both mean that text. True if a key was one of them, and is dealt with.
+// The keys of both commands mean the text itself in a box that holds text. True if a key was one of them, and is done.
 bool TranslateClipboardKey(const MSG& message);

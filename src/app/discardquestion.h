@@ -1,5 +1,4 @@
-// Edits that are thrown away: the question before it, the same wherever that would happen, and their end where no map
-// is read anew.
+// The question before edits are thrown away, the same wherever that happens, and their end where no map is read anew.
 #pragma once
 
 #include <windows.h>

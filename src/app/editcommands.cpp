@@ -123,8 +123,8 @@ void EditCommands::RemoveAll(const FileListSender& list) {
   TellSum(ID_EDIT_REMOVEALL, TextOfCounts(removed, left), isCompact);
 }
 
-// The syllable that the step concerns comes first, so that what changes is seen. Not while a dialog of ours stands in
-// front, which other windows do not know of.
+// The syllable that the step concerns comes first, so that what changes is seen. Nothing happens while a dialog of ours
+// stands in front, which other windows do not know of.
 void EditCommands::StepBack(const FileListSender& list, bool redo) {
   if (!IsWindowEnabled(editor_)) return;
   const auto nextEntry = [&] {

@@ -1,8 +1,8 @@
-// EditCommands: what becomes of edits and maps: saved, read again, thrown away, taken back, with the questions before
+// EditCommands: saving maps, reading them again, throwing edits away and taking steps back, with the questions before
 // and the words after.
 //
-// It runs on the main thread. The file work of many maps is the list's, which is asked for it; what has changed the
-// document tells. The state of the commands is the caller's to update.
+// It runs on the main thread. It asks the list for the file work of many maps; the document tells what has changed. Its
+// caller updates the state of the commands.
 #pragma once
 
 #include <windows.h>
@@ -18,17 +18,17 @@ class EditCommands {
   EditCommands(Voicebank& bank, ShownMap& map, FramePane& frames, const EditorSettings& settings)
       : bank_(bank), syllables_(bank.Maps), map_(map), frames_(frames), settings_(settings) {}
 
-  // The editor's window when it has come; where the words that need no box stand.
+  // The editor's window, once it has come, is where the words that need no box stand.
   void Attach(HWND editor) { editor_ = editor; }
-  // For a key that finds nothing to undo, or to redo. Its menu item is grey, so that no command comes of it.
+  // Answers a key that finds nothing to undo or redo. Its menu item is grey, so that no command comes of it.
   void TellIfNothing(bool redo);
-  // A word at the table that needs no box.
+  // Says a word at the table that needs no box.
   void Tell(const std::wstring& title, const std::wstring& text) const;
-  // What a command has done to many maps, under its name; `isCompact`: the files that hold the maps of a folder are
-  // tidy. Where they are not, nothing is lost.
+  // Tells under a command's name what it has done to many maps. `isCompact`: the files that hold the maps of a folder
+  // are tidy; nothing is lost where they are not.
   void TellSum(UINT command, std::wstring text, bool isCompact) const;
-  // What was to be kept and could not be: settings, and maps before they were overwritten. Once a run for each, and
-  // when no other word stands.
+  // Tells what could not be kept: settings, and maps before they were overwritten. It does so once a run for each, when
+  // no other word stands.
   void TellIfNotKept() const;
 
   // True if nothing is edited or the user lets it go (discardquestion.h).
@@ -37,7 +37,7 @@ class EditCommands {
   // Both ask before they overwrite what another program has made of a map.
   void Save(const FileListSender& list);
   void SaveAll(const FileListSender& list);
-  // A map without edits is not even read: what changed it from outside does not come in here. The button says so.
+  // A map without edits is not even read, so that outside changes do not come in here. The button says so.
   void PressReload(const FileListSender& list);
   void ReloadIfEdited(const FileListSender& list);
   // The edits of one syllable go without a question.
@@ -55,7 +55,7 @@ class EditCommands {
   void StepBack(const FileListSender& list, bool redo);
 
   Voicebank& bank_;
-  Document& syllables_;  // of bank_
+  Document& syllables_;  // bank_'s document
   ShownMap& map_;
   FramePane& frames_;
   const EditorSettings& settings_;

@@ -22,7 +22,7 @@ constexpr wchar_t kZoomValue[] = L"FrqCtrlZoom";
 constexpr int kNumberBoxLimit = 16;  // characters
 constexpr int kEditMenu = 1;         // its place in the menu bar
 
-// The templates leave out what only a mouse could reach.
+// The templates give these controls to the mouse alone.
 void TakeIntoTabOrder(HWND dialog) {
   const auto take = [dialog](int id) {
     const HWND control = GetDlgItem(dialog, id);
@@ -88,8 +88,8 @@ INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
   return 1;
 }
 
-// The one orderly way out: the close box, Exit and Escape all come here. The list goes first, then this window. Not
-// while a dialog of ours stands in front: a job runs behind it, whose answers would have nowhere to go.
+// The one orderly way out: the close box, Exit and Escape all come here. The list goes first, then this window. Nothing
+// happens while a dialog of ours stands in front: the answers of a job behind it would have nowhere to go.
 void CEditorDlg::OnCancel() {
   if (!IsWindowEnabled(Hwnd)) return;
   if (!Edits.ConfirmDiscard()) return;
@@ -97,14 +97,14 @@ void CEditorDlg::OnCancel() {
   End(IDCANCEL);
 }
 
-// Where a dialog of ours stands in front there is no asking: edits then hold up the end by themselves.
+// Nothing is asked where a dialog of ours stands in front: edits then hold up the end by themselves.
 bool CEditorDlg::MayEndSession() {
   HasLetEditsGo = IsWindowEnabled(Hwnd) ? Edits.ConfirmDiscard() : Syllables.State().Edited == 0;
   return HasLetEditsGo;
 }
 
-// The system ends the process as soon as this comes back. The list has a host to answer. An end in a hurry comes
-// without a question, or in spite of the answer: the edits are left to the next start then, as if the power had gone.
+// The system ends the process as soon as this comes back, and the list has a host to answer. After an end in a hurry,
+// without a question or in spite of the answer, the edits are left to the next start, as if the power had gone.
 void CEditorDlg::OnEndSession(bool ending) {
   const bool isAgreed = std::exchange(HasLetEditsGo, false) || Syllables.State().Edited == 0;
   if (!ending) return;
@@ -134,7 +134,7 @@ LRESULT CEditorDlg::OnDestroy() {
   return CDlgBase::OnDestroy();
 }
 
-// Enter in the window ends nothing. In the box of the frequency it sets what was typed.
+// Enter ends nothing. In the box of the frequency it sets what was typed.
 void CEditorDlg::OnOK() {
   if (GetFocus() == Item(IDC_EDITOR_FREQUENCY)) RunControlCommand(IDC_EDITOR_SET, BN_CLICKED, 0);
 }

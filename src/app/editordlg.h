@@ -1,12 +1,12 @@
 // CEditorDlg: the main window, with the frames of one map, its boxes and commands, and the frequency table.
 //
 // It runs on the main thread and owns no map: it shows the syllable that the list has handed over, edits it through the
-// document, and shows what the document tells. What has state of its own is a part that it owns and that does not know
-// it: the frames and their boxes, what becomes of edits, the settings, the recent folders, the group around Play, the
-// layout, the folder for scratch files, the names in the menu. Sources: editordlg.cpp is the window from its start to
-// its end, _state the commands and what enables them, _syllable what the list hands over and the document tells,
-// _folders how voicebanks are opened, _check the windows that look at the whole voicebank, _creating what follows a job
-// that makes maps, _options its settings and the resampler, _recovery what is brought back.
+// document, and shows what the document tells. Each thing with state of its own is a part that it owns and that does
+// not know it: the frames and their boxes, the edit commands, the settings, the recent folders, the group around Play,
+// the layout, the folder for scratch files, the names in the menu. Sources: editordlg.cpp is the window from its start
+// to its end, _state the commands and what enables them, _syllable what the list hands over and the document tells,
+// _folders the opening of voicebanks, _check the windows that look at the whole voicebank, _creating the work after a
+// job that makes maps, _options its settings and the resampler, _recovery what is brought back.
 #pragma once
 
 #include <atomic>
@@ -41,7 +41,7 @@ class CFileListDlg;
 
 class CEditorDlg : public CDlgBase, public DocumentListener {
  public:
-  // `argument`: what the process was given, empty for nothing.
+  // `argument`: the argument of the process, empty for none.
   CEditorDlg(const std::wstring& argument, Voicebank& voicebank);
 
   // The two dialogs know each other; set before either thread starts.
@@ -49,10 +49,10 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   // Set when this window is complete. Until then the list may tell of an opened folder and of nothing else.
   EventHandle ReadyEvent;
 
-  // Before either window exists.
+  // To be called before either window exists.
   void LoadSettings();
 
-  // On any thread.
+  // May be called on any thread.
   void OnChanged(const DocumentChanges& changes) override;
 
   LRESULT OnDestroy() override;
@@ -86,7 +86,7 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   void OnThumbnail();
   void OnCheck();
 
-  // What the list tells.
+  // News from the list.
   void OnSetMap(FrqMap* saved, FrqMap* map);
   void OnSetSyllable(const wchar_t* wavePath);
   void OnRefreshMap(bool rebuildFrames);
@@ -106,7 +106,7 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   void OnRecentFolder(UINT id);
   void OnEditAllSyllables();
 
-  // What must not be lost.
+  // Edits and maps that are brought back.
   void OnAskOfLeftEdits();
   bool BringBack(LeftEdits edits);
   void OnPutBack();
@@ -116,19 +116,19 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
 
   const std::wstring Argument;
   Voicebank& Bank;
-  Document& Syllables;             // of Bank
+  Document& Syllables;             // Bank's
   std::wstring CurrentPath;        // the wave shown now
   ShownMap Map;                    // its map, which comes a little later where the row changes
-  CheckFrqSettings CheckSettings;  // what the user last said of the voicebank
+  CheckFrqSettings CheckSettings;  // the user's last wishes for a check
   EditorState Shown;               // what UpdateState last carried into the menu
   bool IsMenuShown = false;        // the menu bears what Shown says
-  unsigned Updates = 0;            // that have begun
-  std::atomic<bool> InJob = false; // what the list reads anew meanwhile is shown behind it
-  bool HasLetEditsGo = false;      // the user, when the system asked whether the session may end
+  unsigned Updates = 0;            // calls of UpdateState that have begun
+  std::atomic<bool> InJob = false; // a job is on; the list's news are shown after it
+  bool HasLetEditsGo = false;      // by the user's answer to whether the session may end
   const bool PluginMode;           // started on a plug-in file of the host
   bool AllSyllables = false;       // in plug-in mode: the whole voicebank was asked for
 
-  WavePitches Pitches;  // of the wave that is shown
+  WavePitches Pitches;  // those of the wave that is shown
   FramePane Frames;
   EditorSettings Settings;
   RecentFolders Recent;

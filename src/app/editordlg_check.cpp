@@ -18,7 +18,7 @@ void CEditorDlg::OnThumbnail() {
   WaitForWindowToGo(thumbnail);
 }
 
-// The list checks while this thread waits for it, which shows the marks of its own map meanwhile.
+// The list checks while this thread waits for it and shows the marks of its own map.
 void CEditorDlg::OnCheck() {
   CCheckFrqDlg dialog(CheckSettings);
   if (dialog.Run(false) != IDOK) return;

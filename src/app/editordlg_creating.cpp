@@ -1,4 +1,4 @@
-// What the editor does behind the commands that make maps or convert them: what has to be read anew, and shown.
+// The editor's work after the commands that make maps or convert them: to read anew and show what has changed.
 #include <windows.h>
 
 #include <mutex>
@@ -20,9 +20,9 @@ void CEditorDlg::OnMakeMaps(UINT id) {
   }
 }
 
-// Where no syllable is shown nothing is done, which is said. A stroke that is still on ends: its map may be another one
-// soon. Edits stay but where the job has come, and where it failed as well: there the map has gone, as the user was
-// ready to let it go.
+// Nothing is done where no syllable is shown, and a word says so. A stroke that is still on ends, since its map may
+// soon be another one. Edits stay except where the job has come. They go even where it failed: the map has gone there,
+// as the user was ready to let it go.
 void CEditorDlg::RunMapJob(UINT command, const CreateFrqJob& job) {
   if (!Map) return Edits.TellSum(command, LoadResString(IDS_NOWAVES), true);
   const KeptBecauseScope because(Bank.Run.Safety,
@@ -40,7 +40,7 @@ void CEditorDlg::RunMapJob(UINT command, const CreateFrqJob& job) {
   list.RefreshMaps();
   InJob = false;
   if (job.mode == CreateMode::All || job.mode == CreateMode::ConvertAll) ReloadEverything(false);
-  // A map that was there is none of those that were missing, unless its edits have outlived its file.
+  // A map that was there was not missing, so the job has left it alone, unless its edits have outlived its file.
   const bool isLeftAlone = job.mode == CreateMode::Missing && wasLoaded && !wasEdited;
   if (!isLeftAlone && !Syllables.Facts(Map.Index()).Edited) {
     Syllables.ReadAfresh(Map.Index(), Document::OnFailure::EmptySaved, true);
@@ -48,7 +48,7 @@ void CEditorDlg::RunMapJob(UINT command, const CreateFrqJob& job) {
   list.PostRefreshThumbnail();
   UpdateState();
   const bool isCompact = Bank.Files.Store.CompactFiles() && outcome.IsCompact;
-  // Of one syllable the curve tells that all went well.
+  // The curve of a single syllable tells by itself that all went well.
   if (IsForOne(job.mode) && outcome.Sum.Made == 1 && isCompact) return;
   Edits.TellSum(command, TextOf(outcome.Sum, Settings.ResamplerInUse()), isCompact);
 }

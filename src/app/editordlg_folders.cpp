@@ -1,4 +1,4 @@
-// How voicebanks are opened from the running editor, and what is shown of one that has been opened.
+// Opening voicebanks from the running editor, and showing what is known of an opened one.
 #include <windows.h>
 #include <shlwapi.h>
 
@@ -24,8 +24,8 @@ void OpenFolderWaiting(const FileListSender& list, const std::wstring& path) {
   list.ShowModifyBar(false, false);
 }
 
-// Under a protected folder of the system always, elsewhere only where writing is denied. The first syllable comes when
-// the user has closed it.
+// The warning always comes under a protected folder of the system, elsewhere only where writing is denied. The first
+// syllable comes when the user has closed it.
 void WarnOfRestrictedFolder(HWND owner, const std::wstring& folder) {
   std::wstring shadow;
   GetVirtualStorePath(folder, shadow);
@@ -54,7 +54,7 @@ void CEditorDlg::OnOpen() {
   if (BrowseForFolder(Hwnd, folder) == 0) OpenFolderWaiting(ToList(), folder);
 }
 
-// The whole voicebank instead of the syllables that the host handed over; there is no way back to those.
+// Shows the whole voicebank instead of the syllables that the host handed over; there is no way back to those.
 void CEditorDlg::OnEditAllSyllables() {
   // A plug-in file that names no voicebank must not open the root of the drive.
   if (AllSyllables || FileList->Folder.empty() || !Edits.ConfirmDiscard()) return;
@@ -75,8 +75,7 @@ void CEditorDlg::OnRecentFolder(UINT id) {
   Recent.ShowIn(GetMenu(Hwnd));
 }
 
-// The list waits while this runs. What was shown of a syllable goes: the first of the new ones comes later, or there is
-// none.
+// The list waits while this runs. The syllable that was shown goes; the first of the new ones, if any, comes later.
 void CEditorDlg::OnFolderOpened(const wchar_t* folder) {
   OnSetSyllable(L"");
   Recent.PutFirst(folder);

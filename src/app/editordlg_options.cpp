@@ -16,8 +16,8 @@ void CEditorDlg::LoadSettings() {
   Recent.Load();
 }
 
-// The list looks at it when it is told to refresh. Before the window exists the table's share is lost; it gets it again
-// with each syllable.
+// The list looks at the kind when it is told to refresh. The table misses it before the window exists, but gets it
+// again with each syllable.
 void CEditorDlg::ShareKind() {
   Bank.Files.Kind = Settings.FrqType;
   Bank.Run.SetResampler(Settings.ResamplerPath);
@@ -34,7 +34,7 @@ void CEditorDlg::OnOption() {
   dialog.AutoDeleteLlsm = Settings.AutoDeleteLlsm;
   if (dialog.Run(false) != IDOK) return;
 
-  // Edits are those of one kind. Who keeps them keeps all of the old options.
+  // Edits belong to one kind. A user who keeps them keeps all of the old options.
   const bool kindChanges = GetResamplerKind(dialog.ResamplerPath) != Settings.FrqType;
   if (kindChanges && !Edits.ConfirmDiscard()) return;
   Settings.ChooseResampler(dialog.ResamplerPath);

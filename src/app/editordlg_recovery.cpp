@@ -1,4 +1,4 @@
-// What the editor brings back: the edits of a run that did not end in order, and maps that were kept.
+// Bringing back the edits of a run that did not end in order, and maps that were kept.
 #include <windows.h>
 
 #include <algorithm>
@@ -13,8 +13,8 @@
 #include "resources/ids.h"
 #include "window/waitcursor.h"
 
-// Once, when both windows have come. Who starts the program for a folder is asked about that one alone, and a host's
-// syllables are another work: what is left then waits for a later start.
+// The question comes once, when both windows have come. A user who starts the program for a folder is asked about that
+// one alone. A host's syllables are another work, so that left edits wait for a later start then.
 void CEditorDlg::OnAskOfLeftEdits() {
   if (PluginMode || !IsWindowEnabled(Hwnd) || Syllables.State().Edited > 0) return;
   std::optional<LeftEdits> edits = FindLeftEdits(Bank, Argument.empty() ? std::wstring() : FileList->Folder);
@@ -33,13 +33,13 @@ void CEditorDlg::OnAskOfLeftEdits() {
   }
 }
 
-// False if not all that could be are on the disk again: the old journal stays then. That is so where memory gave out, and
-// where a map that is as it was left cannot be read now or is listed by another name.
+// False if not all edits that could be are on the disk again; the old journal stays then. It happens where memory gave
+// out, and where a map that is as it was left cannot be read now or is listed by another name.
 bool CEditorDlg::BringBack(LeftEdits edits) {
   const WaitCursor waiting;
   const FileListSender list = ToList();
   const JournalHead& head = edits.Content.Head;
-  // The kind of the maps hangs on the resampler.
+  // The kind of the maps depends on the resampler.
   if (GetResamplerKind(head.Resampler) == head.Kind && Settings.FrqType != head.Kind) {
     Settings.ChooseResampler(head.Resampler);
     Settings.UpdateKind();

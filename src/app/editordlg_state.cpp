@@ -19,7 +19,7 @@ namespace {
 
 constexpr UINT kFromKey = 1;  // the notification code of a command that an accelerator has sent
 
-// The handler that a member function of the editor is; those that serve one command only take no id.
+// Makes a handler of a member function of the editor. Functions that serve one command only take no id.
 template <auto Member>
 void Call(CEditorDlg& editor, UINT id) {
   if constexpr (std::is_invocable_v<decltype(Member), CEditorDlg&>) {
@@ -50,7 +50,7 @@ bool HasColor(const EditorState& state) {
 
 }  // namespace
 
-// What an edit changes tells of itself, but for the state of the list.
+// The document tells of what an edit changes, but not of the list's state, which is asked for here.
 template <void (EditCommands::*Command)(const FileListSender&)>
 void CEditorDlg::RunEdit(CEditorDlg& editor, UINT) {
   // Escape may have ended the list, which does the work.
@@ -71,9 +71,9 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
   static constexpr auto selectionEdited = [](S s) { return s.currentEdited && s.selectedFrames > 0; };
   static constexpr auto hasMaps = [](S s) { return s.maps > 0; };
   using E = CEditorDlg;
-  // Through the message queue, so that the command has returned when the window goes.
+  // This goes through the message queue, so that the command has returned when the window goes.
   static constexpr auto exit = [](E& e, UINT) { PostMessageW(e.Hwnd, WM_COMMAND, IDCANCEL, 0); };
-  // Through the list's selection, so that the syllable changes as by a click.
+  // This goes through the list's selection, so that the syllable changes as by a click.
   static constexpr auto neighbour = [](E& e, UINT id) { e.ToList().PostSelectNeighbour(id == ID_VIEW_PREVIOUS); };
   static constexpr auto view = [](E& e, UINT id) {
     ChangeView(e.Table(), id);
@@ -183,14 +183,14 @@ const std::vector<EditorCommand>& CEditorDlg::Commands() {
   return commands;
 }
 
-// Of the list in one question, of the rest from the document and the table.
+// The list gives its state in one answer, the document and the table give the rest.
 EditorState CEditorDlg::CollectState() const {
   const ListState list = ToList().State();
   const DocumentState syllables = Syllables.State();
   EditorState state;
   state.rows = list.Rows;
   state.selectedRow = list.SelectedRow;
-  // Without rows there is no list, or not yet: nothing can be asked of it.
+  // Without rows there is no list, or none yet: nothing can be asked of it.
   if (list.Rows > 0) {
     state.maps = syllables.Maps;
     state.currentEdited = syllables.CurrentEdited;
@@ -212,8 +212,8 @@ EditorState CEditorDlg::CollectState() const {
   return state;
 }
 
-// The question to the list lets other threads in, which may ask for an update themselves: theirs is the later state,
-// and has been shown when this one comes to it.
+// The question to the list lets other threads in, which may ask for an update themselves. Theirs is the later state and
+// has been shown by then, so this one ends.
 void CEditorDlg::UpdateState() {
   const unsigned update = ++Updates;
   const EditorState state = CollectState();
@@ -264,8 +264,8 @@ bool CEditorDlg::TranslateKey(const MSG& message) {
   return true;
 }
 
-// What the boxes, lists and buttons tell; the table tells a frame where others tell their window. The button "Update"
-// is not here: it works by taking the focus from the key box, and that alone.
+// Boxes, lists and buttons tell their window in `detail`, the table tells a frame. The button "Update" is not here: it
+// works by taking the focus from the key box, and that alone.
 void CEditorDlg::RunControlCommand(UINT id, UINT code, LPARAM detail) {
   if (Frames.OnControl(id, code, detail)) return;
   if (id == IDC_EDITOR_RELOAD) RunEdit<&EditCommands::PressReload>(*this, id);

@@ -1,4 +1,4 @@
-// What the editor shows of its syllable: what the list hands over, and what the document tells of it.
+// The syllable in the editor: what the list hands over, and what the document tells of it.
 #include <windows.h>
 
 #include "app/editordlg.h"
@@ -20,8 +20,8 @@ std::wstring WaveInformation(const std::wstring& path) {
                     channels.c_str(), wave.LengthSeconds());
 }
 
-// From another thread, which waits until the editor has taken it in: whether the map that it shows is another one now.
-// What the bar has made of frames the list tells when it is through (ApplyFailure).
+// Tells the editor, from another thread that waits meanwhile, if its map is another one now. Frames that the bar has
+// changed are no news from here: the list tells of them when it is through (ApplyFailure).
 void TellFromAfar(HWND editor, const DocumentChanges& changes, int shown) {
   unsigned facts = 0;
   for (const EntryChange& change : changes.Entries) {
@@ -37,8 +37,8 @@ void TellFromAfar(HWND editor, const DocumentChanges& changes, int shown) {
 
 }  // namespace
 
-// The very map that is shown brings nothing new: a caller who changed what is in it sends EDM_REFRESHMAP. What is no
-// pair of the document's is none of the list's: any program may send anything.
+// The very map that is shown brings nothing new: a caller who changed what is in it sends EDM_REFRESHMAP. Maps that are
+// no pair of the document's are ignored, since they are not the list's: any program may send anything.
 void CEditorDlg::OnSetMap(FrqMap* saved, FrqMap* map) {
   if (map == Map.Map() || !Bank.Editing.MayShow(saved, map)) return;
   Map.Set(saved, map);
@@ -51,7 +51,7 @@ void CEditorDlg::OnSetMap(FrqMap* saved, FrqMap* map) {
 }
 
 void CEditorDlg::OnSetSyllable(const wchar_t* wavePath) {
-  Balloon::Hide();  // of another syllable
+  Balloon::Hide();  // it tells of another syllable
   Sounds.Stop();
   CurrentPath = wavePath;
   SetDlgItemTextW(Hwnd, IDC_EDITOR_TABLE, FileNameOf(CurrentPath).c_str());
@@ -61,8 +61,8 @@ void CEditorDlg::OnSetSyllable(const wchar_t* wavePath) {
   SetDlgItemTextW(Hwnd, IDC_EDITOR_WAVEINFO, WaveInformation(CurrentPath).c_str());
 }
 
-// Frames are rebuilt where the list has edited the map: Ctrl+S asks the menu as it stands whether there is anything to
-// save.
+// The frames are rebuilt where the list has edited the map, and the commands with them: Ctrl+S asks the menu as it
+// stands whether there is anything to save.
 void CEditorDlg::OnRefreshMap(bool rebuildFrames) {
   Table().DropLayer();
   Table().RepaintNow();

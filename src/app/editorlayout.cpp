@@ -11,7 +11,7 @@ RECT ItemRect(HWND dialog, int id) {
   return rect;
 }
 
-// What a control showed is not carried along: the window erases the ground under its new place afterwards.
+// The picture of a control is not carried along: the window erases the ground under its new place afterwards.
 void PlaceItem(HWND dialog, int id, const RECT& rect) {
   SetWindowPos(GetDlgItem(dialog, id), nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);

@@ -59,7 +59,7 @@ void TakeProjectResampler(const std::wstring& pluginFile, std::wstring& path) {
   }
 }
 
-// A path that does not fit goes by its short form: cut, it would name another program. None where it has none.
+// A path that does not fit goes by its short form, and is not stored without one: cut, it would name another program.
 std::optional<StoredPath> Stored(const std::wstring& path) {
   StoredPath stored;
   const std::wstring kept = path.size() < std::size(stored.text) ? path : NarrowForm(path).value_or(path);

@@ -14,20 +14,20 @@ class EditorSettings {
  public:
   EditorSettings();
 
-  // The resampler of the last time or, for want of it, the host's, and its kind. The project that a plug-in file names
-  // wins over both; `pluginFile` is empty for none.
+  // Takes the resampler of the last time or, for want of it, the host's, and its kind. The project that a plug-in file
+  // names wins over both; `pluginFile` is empty for none.
   void LoadResampler(const std::wstring& pluginFile);
-  // The numbers and marks. What is missing in the registry keeps its value.
+  // Reads the numbers and marks. A value that the registry lacks stays as it is.
   void LoadOptions();
-  // With what the table shows now.
+  // Writes the settings, and what the table shows now.
   void Save(const FrqCtrlSender& table);
 
-  // What the user has chosen. The same path in other letters is no change.
+  // Takes over the user's choice. The same path in other letters is no change.
   void ChooseResampler(const std::wstring& path);
   // Has the resampler decide the kind at work.
   void UpdateKind();
 
-  // The one that comes with the program where nobody has named another one. The kind is the same as without any.
+  // The resampler that comes with the program, where nobody has named another one. The kind stays that of no resampler.
   std::wstring ResamplerInUse() const;
 
   std::wstring ResamplerPath;  // as it is named; empty for none

@@ -113,7 +113,7 @@ LRESULT CFileListDlg::OnNotify(WPARAM, NMHDR* header) {
   return 1;
 }
 
-// A name that its column cuts comes before what is told of the list.
+// A name that its column cuts comes before the tip of the list itself.
 std::wstring CFileListDlg::TipOf(HWND control) const {
   POINT mouse{};
   GetCursorPos(&mouse);
@@ -124,9 +124,9 @@ std::wstring CFileListDlg::TipOf(HWND control) const {
 // Enter in the list does nothing.
 void CFileListDlg::OnOK() {}
 
-// Reached by Escape in this window, which ends the list alone: the editor runs on without it, and has no command that
+// Escape in this window comes here and ends the list alone: the editor runs on without it, and has no command that
 // would save. So edits go here, if the user agrees, and leaving does not ask for them again. While the question stands
-// the editor takes no input: it would have to wait for this window. Under a box or a job there is no asking.
+// the editor takes no input: it would have to wait for this window. Edits keep the list open under a box or a job.
 void CFileListDlg::OnCancel() {
   if (Syllables.State().Edited > 0) {
     if (!IsWindowEnabled(Hwnd)) return;
@@ -144,9 +144,9 @@ void CFileListDlg::EndList() {
 }
 
 // The road from a click to the editor: both sends come back only when the editor has taken the syllable over, and it
-// asks back through messages meanwhile. A folder that is opened in between ends it: the syllable has gone then. A map
-// that cannot be read is left empty, which the editor says: a row without a map goes this way as well, and the next
-// time it is tried again.
+// asks back through messages meanwhile. A folder that is opened in between ends it: the syllable has gone then. A row
+// without a map goes this way as well. A map that cannot be read is left empty, which the editor says, and is tried
+// again the next time.
 void CFileListDlg::ShowSyllable(int index) {
   const std::wstring path = Syllables.Facts(index).Path;
   if (path.empty()) return;

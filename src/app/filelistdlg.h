@@ -1,9 +1,9 @@
 // CFileListDlg: the window "Files", which lists the syllables of the document.
 //
 // It runs on the list thread. The other threads reach it through the FLM_ messages alone (messages.h), and its handlers
-// run on the list thread. Whatever they do to a map the document does; the list shows what the document tells, from
-// whichever thread. Sources: filelistdlg.cpp is the window, _filling how it gets its syllables, _messages what it
-// answers, _maps what a message asks of many maps, _check the run of a check and the steps through its marks.
+// run on the list thread. They have the document change maps; the list shows what the document tells, from whichever
+// thread. Sources: filelistdlg.cpp is the window, _filling how it gets its syllables, _messages its answers, _maps the
+// messages about many maps, _check the run of a check and the steps through its marks.
 #pragma once
 
 #include <string>
@@ -35,7 +35,7 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
   // Thumbnails and modify bar. The editor's menu has a check mark for the former, and hears when their window goes.
   SideWindows Windows;
 
-  // On any thread.
+  // May be called on any thread.
   void OnChanged(const DocumentChanges& changes) override;
 
   LRESULT OnDestroy() override;
@@ -90,11 +90,11 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
 
   const std::wstring Argument;
   Voicebank& Bank;
-  Document& Syllables;     // of Bank
-  SyllableRows Rows;       // of Syllables, by index
+  Document& Syllables;     // Bank's
+  SyllableRows Rows;       // a row for each of Syllables
   WaitingChanges Waiting;  // to be shown on this thread
   int FillCount = 0;       // folders opened so far: tells a handler that the syllables were replaced under it
-  SharedKeys Keys;         // those of the editor that act here too
+  SharedKeys Keys;         // keys of the editor that act here too
   int MinTrackWidth = 0;
   int MinTrackHeight = 0;
   int LeftMargin = 0;  // of the list view in the window, kept at the right too

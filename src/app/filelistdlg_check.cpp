@@ -1,4 +1,4 @@
-// The check: the run over the maps of all syllables, and what the bar asks for that goes through its marks.
+// The check: the run over the maps of all syllables, and the answers to the bar, which goes through its marks.
 #include <windows.h>
 
 #include <mutex>
@@ -15,7 +15,7 @@
 #include "window/messagebox.h"
 #include "window/waitcursor.h"
 
-// All on this thread: the editor waits in its send, and shows what becomes of its own map meanwhile.
+// Everything runs on this thread: the editor waits in its send and shows what becomes of its own map meanwhile.
 void CFileListDlg::RunCheck(const CheckFrqSettings& settings) {
   CheckSum sum;
   bool hasEntry = false;

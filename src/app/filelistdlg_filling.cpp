@@ -1,4 +1,4 @@
-// How the list is filled: from the argument of the process, or with another folder.
+// Filling the list from the argument of the process, or with another folder.
 #include <windows.h>
 
 #include <atomic>
@@ -74,7 +74,7 @@ bool CFileListDlg::FillFromArguments() {
 // has taken the null maps: it points into them, and may paint while it waits in its send. A row that is on its way to
 // the editor when this comes in between is given up (ShowSyllable).
 void CFileListDlg::OpenFolder(const wchar_t* path) {
-  Balloon::Hide();  // of another folder
+  Balloon::Hide();  // it tells of another folder
   const SyllableEntries old = Syllables.Open({});
   Rows.Forget();
   ++FillCount;
@@ -94,7 +94,7 @@ void CFileListDlg::OpenFolder(const wchar_t* path) {
   TellIfNoWaves();
 }
 
-// A host knows what it has handed over.
+// A host is told nothing: it knows what it has handed over.
 void CFileListDlg::TellIfNoWaves() const {
   if (Rows.Count() == 0 && !PluginAnswer) Balloon::Show(Rows.Window(), LoadResString(IDS_NOWAVES));
 }

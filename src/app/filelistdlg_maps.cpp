@@ -1,4 +1,4 @@
-// What the messages of the editor and of jobs ask of the maps: to save them, to read them again, to say how they are.
+// The answers to messages about maps: saving them, reading them again, saying how they are.
 #include "app/filelistdlg.h"
 
 #include <algorithm>
@@ -36,7 +36,7 @@ bool CFileListDlg::SaveEntry(int index, SaveRecord& record, Document::OutsideCha
   return result == 0;
 }
 
-// The maps that have edits, as one gesture, or all of them, as their files are now. True if the current one came. One
+// Reads the maps that have edits from their files, as one gesture, or all maps. True if the current one came. A map
 // whose file cannot be read is left empty and as edited as it was.
 bool CFileListDlg::ReloadMaps(bool all) {
   using enum Document::OnFailure;
@@ -85,8 +85,8 @@ bool CFileListDlg::IsMarked(int index) const {
   return Syllables.IsAnyMarked();
 }
 
-// What happened on the disk since the last look. Nothing watches the folder, so an outside change shows only here.
-// Edits outlive their file, and a save makes it again.
+// Takes in what happened on the disk since the last look. Nothing watches the folder, so an outside change shows only
+// here. Edits outlive their file, and a save makes it again.
 void CFileListDlg::RefreshMaps() {
   const FrqType kind = Bank.Files.Kind;
   Rows.UpdateColumns(kind);

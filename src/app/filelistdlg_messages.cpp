@@ -1,8 +1,8 @@
-// What the list answers: the FLM_ messages, taken apart once and handed to what they ask for.
+// The FLM_ messages that the list answers, taken apart once and handed on.
 //
-// An index in a message is a position in the document. One that is none is ignored, and what the sender put into its
-// answer stays; the questions that are asked of any index (has it a map) answer 0 then. A pointer that leads nowhere
-// gets no answer, and nothing is done for the sake of one alone: any program may send any of the numbers.
+// An index in a message is a position in the document. An index out of range is ignored, and the sender's answer keeps
+// its value; the questions that are asked of any index (has it a map) answer 0 then. A pointer that leads nowhere gets
+// no answer, and a message that wants nothing else does nothing: any program may send any of the numbers.
 #include "app/filelistdlg.h"
 
 #include <shlwapi.h>
@@ -119,7 +119,7 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
-// The questions whose answer stays as it was for an index that is none.
+// Answers the questions whose answer keeps its value for an index out of range.
 void CFileListDlg::AnswerOfEntry(UINT message, int index, LPARAM target) const {
   const MapPair maps = Syllables.Maps(index);
   if (!maps.Map) return;

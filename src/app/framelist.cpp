@@ -61,7 +61,7 @@ void FrameList::SelectOnly(std::span<const int> rows) const {
   SelectRows(rows);
 }
 
-// A message for each run of rows. One for each row would take seconds.
+// The rows are told a run at a time. A message for each row would take seconds.
 void FrameList::SelectRows(std::span<const int> rows) const {
   for (std::size_t i = 0; i < rows.size();) {
     const std::size_t first = i;
@@ -74,7 +74,7 @@ void FrameList::SelectRows(std::span<const int> rows) const {
   ShowLast(rows);
 }
 
-// As if the rows had been selected one by one, each coming into view.
+// The list ends up as if the rows had been selected one by one, each coming into view.
 void FrameList::ShowLast(std::span<const int> rows) const {
   if (rows.empty()) return;
   Send(LB_SETCARETINDEX, static_cast<WPARAM>(rows.front()), FALSE);

@@ -1,8 +1,8 @@
 // The frame list of the editor: one row for each frame of a map, row i being frame i.
 //
 // The rows are a view: frequencies are read from the map that is shown and only the selection from the list box. Rows
-// are replaced, never edited. A list may hold tens of thousands, so that many are replaced in one pass, with the end of
-// a pass one by one: the rows selected, the last of them with the focus rectangle and in view.
+// are replaced, never edited. A list may hold tens of thousands, so that many are replaced in one pass, which ends as
+// replacing them one by one does: the rows selected, the last of them with the focus rectangle and in view.
 #pragma once
 
 #include <windows.h>
@@ -26,14 +26,14 @@ class FrameList {
 
   void SelectAll() const;
   void DeselectAll() const;
-  // These rows, in ascending order, and no others; the last of them comes into view.
+  // Selects these rows, in ascending order, and no others; the last of them comes into view.
   void SelectOnly(std::span<const int> rows) const;
 
-  // All rows anew, selected as in the map.
+  // Makes all rows anew, selected as in the map.
   void Fill(const ShownMap& map) const;
-  // All rows anew, none selected; the caret and the first row in view stay.
+  // Makes all rows anew, none selected; the caret and the first row in view stay.
   void Rewrite(const ShownMap& map) const;
-  // These rows anew, each selected.
+  // Makes these rows anew and selects each.
   void Update(const ShownMap& map, std::span<const int> rows) const;
 
  private:

@@ -65,7 +65,7 @@ void FramePane::ShowKey() {
   EnableWindow(Item(IDC_EDITOR_UPDATE), map_ && !derived);
 }
 
-// A derived key is computed over the whole map: once for all columns that one move of the mouse has set.
+// A derived key is computed over the whole map, so once for all columns that one move of the mouse has set.
 void FramePane::ShowKeySoon() {
   if (!keyIsLate_) keyIsLate_ = PostMessageW(dialog_, kShowKeyMessage, 0, 0) != 0;
 }
@@ -133,12 +133,12 @@ double FramePane::Clamp(double hz) const {
   return ClampFrequency(hz, kind_, map_.IsSinglePrecision());
 }
 
-// The frequency of the caret row, for Set to start from.
+// Shows the frequency of the caret row, for Set to start from.
 void FramePane::RefreshFrequencyBox() const {
   SetDlgItemTextW(dialog_, IDC_EDITOR_FREQUENCY, FrequencyText(map_.FrequencyOf(Frames().Caret())).c_str());
 }
 
-// Also where no value changes the syllable counts as edited.
+// The syllable counts as edited even where no value changes.
 void FramePane::Edit(Gesture gesture, const std::function<std::vector<int>(FrqMap&)>& change) {
   document_.Change(gesture, map_.Index(), change);
 }
@@ -264,7 +264,7 @@ void FramePane::OnKeyEdited() {
 }
 
 // Only frequencies count: a changed key alone is not seen, and goes when the map is read again because no difference is
-// left. A click on another row may be under way, so that the map is told by itself and not by a row.
+// left. The map itself says which syllable is meant, since a click on another row may be under way.
 void FramePane::ReloadSelection() {
   const int index = map_.Index();
   if (!map_ || !document_.Facts(index).Edited) return;
@@ -293,7 +293,7 @@ void FramePane::OnTableNotification(UINT code, int frame) {
   }
 }
 
-// One comes for each column of a stroke.
+// A notification comes for each column of a stroke.
 void FramePane::OnTableFrameChanged(int frame) {
   if (!map_) return;
   Frames().DeselectAll();

@@ -19,32 +19,32 @@ class FramePane {
  public:
   FramePane(Document& document, ShownMap& map) : document_(document), map_(map) {}
 
-  // The dialog with the controls, when it has come.
+  // The dialog with the controls, once it has come.
   void Attach(HWND dialog);
 
   // The kind at work decides the limits of an edit.
   void SetKind(FrqType kind);
 
-  // Everything anew: the key, the rows, the limits of the table.
+  // Shows everything anew: the key, the rows, the limits of the table.
   void ShowFrames();
-  // What the document tells of the map that is shown.
+  // Shows what the document tells of the map that is shown.
   void Show(const EntryChange& change);
-  // The map as if it had never been shown.
+  // Shows the map as if it had never been shown.
   void ShowAnew();
-  // The run of marks between two sample positions is selected alone and stands a few columns in from the left.
+  // Selects the run of marks between two sample positions alone, a few columns in from the left.
   void ShowMarks(SampleCount first, SampleCount last);
-  // These frames and no others are selected, in the list and in the table, and in view.
+  // Selects these frames and no others, in the list and in the table, and brings them into view.
   void ShowPlace(const std::vector<int>& frames);
 
-  // What the boxes, buttons, the frame list and the table tell. True if it is one of theirs.
+  // Takes what the boxes, buttons, the frame list and the table tell. True if it is one of theirs.
   bool OnControl(UINT id, UINT code, LPARAM detail);
   void SelectAllFrames();
   void ReloadSelection();
   // In ascending order.
   std::vector<int> SelectedRows() const { return Frames().SelectedRows(); }
-  // These frames get these frequencies [Hz], within the limits of the kind at work. No gesture where nothing differs.
+  // Gives these frames these frequencies [Hz], within the limits of the kind at work. No gesture where nothing differs.
   void SetFrequencies(Gesture gesture, const std::vector<int>& rows, std::vector<double> hz);
-  // A key that is shown when the message at work is done with.
+  // Shows a key that has waited for the message at work to be done with.
   void OnShowKey();
 
   // The sample position of the frame that the user is at, -1 without one.
@@ -52,7 +52,7 @@ class FramePane {
   int SelectedCount() const { return Frames().SelectedCount(); }
   FrqCtrlSender Table() const;
 
-  // To the dialog itself; it calls OnShowKey.
+  // This message to the dialog itself calls OnShowKey.
   static constexpr UINT kShowKeyMessage = WM_APP + 0x100;
 
  private:

@@ -9,14 +9,14 @@
 #include "app/voicebank.h"
 #include "base/sample.h"
 
-// For FindFailureRecord::Show. Who else asks the list for a run leaves the bar where it is.
+// A value of FindFailureRecord::Show. All others who ask the list for a run leave the bar where it is.
 constexpr std::uint8_t kShowWithBar = 2;
 
-// From the syllable that is shown, as the user would choose the next one in the list. `command`: ID_GO_NEXTUNSAVED,
-// ID_GO_NEXTUNREADABLE or ID_GO_NEXTMISSING. False if there is none; another map is read for the second where nobody
-// has looked at it yet.
+// Goes on from the syllable that is shown, as the user would choose the next one in the list. `command`:
+// ID_GO_NEXTUNSAVED, ID_GO_NEXTUNREADABLE or ID_GO_NEXTMISSING. False if there is none. The second reads maps that
+// nobody has looked at yet.
 bool GoToSyllable(UINT command, const FileListSender& list, Voicebank& bank);
 
-// To the next run of marked frames from a sample position of the map that is shown; negative for none. False if there
-// is no other.
+// Goes to the next run of marked frames from a sample position of the map that is shown; negative for none. False if
+// there is no other.
 bool GoToMark(bool forward, const FileListSender& list, int index, SampleCount sample);

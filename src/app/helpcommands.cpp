@@ -15,7 +15,7 @@
 
 namespace {
 
-// Beside the program, in the user's language.
+// The manual lies beside the program, in the user's language.
 std::wstring ManualPath() {
   return PathIn(FolderOf(ProgramPath()), LoadResString(IDS_MANUALFILE));
 }

@@ -3,6 +3,6 @@
 
 #include <windows.h>
 
-// The manual beside the program, after a question.
+// Shows the manual beside the program, after a question.
 void ShowManual(HWND owner);
 void ShowAbout(HWND owner);

@@ -8,14 +8,14 @@
 
 #include "document/gesture.h"
 
-// As the menu names it, in the user's language.
+// The name of a gesture in the menu, in the user's language.
 std::wstring GestureName(Gesture gesture);
 
 class HistoryMenu {
  public:
   // Puts both items, and a line below them, at the head of the menu.
   void PutInto(HMENU menu);
-  // Nothing to undo, or to do again, leaves the bare words.
+  // Without a gesture to undo, or to do again, the bare words stand there.
   void Show(std::optional<Gesture> undo, std::optional<Gesture> redo);
 
  private:

@@ -11,8 +11,8 @@
 
 namespace {
 
-// Whether there is something to ask about. One that cannot be opened now, or that memory does not hold, waits: a later
-// start may have more luck. One that holds nothing is given up.
+// Whether a journal has something to ask about. One that cannot be opened now, or that memory does not hold, waits for
+// a later start with more luck. One that holds nothing is given up.
 bool ReadOrDrop(Recovery& safety, const std::wstring& journal, std::optional<JournalContent>& content) {
   try {
     if (!Disk().Open(journal, FileMode::Read)) return false;
@@ -32,7 +32,7 @@ std::uint64_t ImageInFile(VoicebankFiles& files, const std::wstring& wave) {
   return files.Kind == FrqTypeVs4ufrq && files.Load(map, wave) == 0 ? ImageHash(map) : 0;
 }
 
-// However it was typed.
+// Folders are the same however they were typed.
 bool IsSameFolder(const std::wstring& a, const std::wstring& b) {
   return lstrcmpiW(a.c_str(), b.c_str()) == 0;
 }
@@ -43,10 +43,10 @@ std::optional<LeftEdits> FindLeftEdits(Voicebank& bank, const std::wstring& fold
   for (const std::wstring& journal : bank.Run.Safety.Journals()) {
     std::optional<JournalContent> content;
     if (!ReadOrDrop(bank.Run.Safety, journal, content)) continue;
-    // What belongs to another folder, or to a disk that is not there now, waits.
+    // Edits of another folder, or of a disk that is not there now, wait.
     if (!folder.empty() && !IsSameFolder(content->Head.Folder, folder)) continue;
     if (!Disk().FactsOf(content->Head.Folder)) continue;
-    // Files of its own: the kind at work may be another one.
+    // These files are separate, since the kind at work may be another one.
     VoicebankFiles files;
     files.Kind = content->Head.Kind;
     std::vector<std::wstring> waves = JournalReplay::UnchangedOf(

@@ -1,4 +1,4 @@
-// The edits that a run has left which did not end in order: what there is of them, and the question about them.
+// The edits of a run that did not end in order: what there is of them, and the question about them.
 #pragma once
 
 #include <windows.h>
@@ -16,8 +16,8 @@ struct LeftEdits {
   std::vector<std::wstring> Waves;  // of the syllables whose maps are as they were left
 };
 
-// Those of the latest run whose folder can be opened here: any, or `folder` alone if that is not empty. Journals that
-// hold nothing go.
+// Finds those of the latest run whose folder can be opened here: any, or `folder` alone if that is not empty. Journals
+// that hold nothing go.
 std::optional<LeftEdits> FindLeftEdits(Voicebank& bank, const std::wstring& folder);
 
 // Says what there is and asks once. False: the user gives them up.

@@ -43,7 +43,7 @@ void Listening::OnCommand(UINT command, const std::wstring& wavePath) {
   try {
     Start(command, wavePath);
   } catch (const std::exception&) {
-    Tell(LoadResString(IDS_NOTPLAYED));  // a map that memory does not hold twice
+    Tell(LoadResString(IDS_NOTPLAYED));  // memory does not hold the map twice
   }
 }
 
@@ -123,7 +123,7 @@ std::wstring Listening::TextOfNoCurve() const {
   return fault.empty() ? LoadResString(IDS_LISTEN_NOCURVE) : fault;
 }
 
-// At the table, as the focus may be anywhere.
+// The word stands at the table, since the focus may be anywhere.
 void Listening::Tell(const std::wstring& text) const {
   if (text.empty()) return;
   Balloon::Show(GetDlgItem(editor_, IDC_EDITOR_TABLE), text, CommandName(GetMenu(editor_), command_));

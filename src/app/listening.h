@@ -23,30 +23,30 @@ class Listening {
             PreviewPanel& preview)
       : bank_(bank), map_(map), frames_(frames), settings_(settings), preview_(preview) {}
 
-  // The editor's window when it has come; where words stand.
+  // The editor's window, once it has come, is where words stand.
   void Attach(HWND editor) { editor_ = editor; }
   // Ends what sounds, and leaves nothing behind.
   void Close();
 
-  // One of ID_LISTEN_RECORDING and the following. Play's own sound ends too.
+  // `command`: ID_LISTEN_RECORDING or one of those that follow. Play's own sound ends too.
   void OnCommand(UINT command, const std::wstring& wavePath);
   void Stop();
   bool IsSounding() const { return run_.IsRunning(); }
-  // Space ends what sounds, wherever the focus is, and does nothing else as long as it is held; true if it is dealt
-  // with. Without a sound it is anybody's.
+  // Space ends what sounds, wherever the focus is, and does nothing else as long as it is held. True if the key was
+  // taken; without a sound it is not.
   bool TakeKey(const MSG& message);
   // Something has begun or ended, or somebody else has posted the number.
   void OnTold();
 
  private:
   void Start(UINT command, const std::wstring& wavePath);
-  // Of no frames: the whole.
+  // The part of no frames stands for the whole.
   FrameRange SelectedPart() const;
-  // Empty where it can be done.
+  // Empty if the two can be compared.
   std::wstring WhyNotComparable(const ListenInput& input) const;
   std::wstring TextOfEnd() const;
   std::wstring TextOfNoCurve() const;
-  // Nothing for an empty text.
+  // Tells nothing if the text is empty.
   void Tell(const std::wstring& text) const;
 
   Voicebank& bank_;
@@ -57,8 +57,8 @@ class Listening {
   HWND editor_ = nullptr;
   TempFolder folder_;  // made by the first command
   SoundRun run_;
-  UINT command_ = 0;        // that was given last
-  std::wstring resampler_;  // of that one
+  UINT command_ = 0;        // the last one given
+  std::wstring resampler_;  // the resampler for it
   bool isEndNews_ = false;  // the end of the run has not been dealt with
   int told_ = -1;           // which one of a comparison has been told of
   bool isSpaceHeld_ = false;

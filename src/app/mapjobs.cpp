@@ -60,7 +60,7 @@ std::optional<CreateFrqJob> MapJobs::AskConvert() const {
                       .target = static_cast<FrqType>(dialog.TargetType)};
 }
 
-// What the kind at work has to ask before its maps are made.
+// Asks what has to be known before maps of the kind at work are made.
 std::optional<CreateFrqJob> MapJobs::AskOfKind(CreateMode mode) const {
   CreateFrqJob job{.mode = mode};
   if (settings_.FrqType == FrqTypeVs4ufrq && !AskOfVs4ufrq(job)) return std::nullopt;
@@ -77,7 +77,7 @@ bool MapJobs::AskOfVs4ufrq(CreateFrqJob& job) const {
   return true;
 }
 
-// Where there is no entry yet there is none to keep.
+// Nothing is asked where there is no entry yet that could be kept.
 bool MapJobs::AskOfMrq(CreateFrqJob& job) const {
   job.initBoth = true;
   if (job.mode == CreateMode::Missing || (job.mode == CreateMode::Current && !HasMap())) return true;

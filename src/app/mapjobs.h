@@ -15,7 +15,7 @@
 #include "resampler/createjob.h"
 #include "resampler/jobsum.h"
 
-// What a job has left behind.
+// The end of a job.
 struct JobOutcome {
   std::vector<int> Begun;  // syllables whose maps are no longer what they were, by their index; a negative one is the
                            // current syllable
@@ -28,9 +28,9 @@ class MapJobs {
   MapJobs(HWND editor, HWND list, const EditorSettings& settings, const Document& syllables)
       : editor_(editor), list_(list), settings_(settings), syllables_(syllables) {}
 
-  // What a command of the menu asks for; none if the user goes back. Edits that it would cost are asked about.
+  // Asks for the job of a menu's command; none if the user goes back. Edits that it would cost are asked about.
   std::optional<CreateFrqJob> Ask(UINT command) const;
-  // Does it, with the list disabled meanwhile. `currentWave`: of the syllable that is shown.
+  // Does the job, with the list disabled meanwhile. `currentWave`: the wave of the syllable that is shown.
   JobOutcome Run(const CreateFrqJob& job, const std::wstring& currentWave) const;
 
  private:
@@ -43,7 +43,7 @@ class MapJobs {
   bool HasMap() const;
   bool MakesListedKind(const CreateFrqJob& job) const;
   bool CostsEdits(const CreateFrqJob& job) const;
-  // Unless that costs edits, or the user lets them go.
+  // True if the job costs no edits, or the user lets them go.
   bool MayCost(const CreateFrqJob& job) const;
   JobOutcome RunDialog(const CreateFrqJob& job, const std::wstring& currentWave) const;
 

@@ -1,4 +1,4 @@
-// What is known of a wave's map without reading it, from what its folder holds.
+// Finding out about a wave's map from what its folder holds, without reading it.
 #pragma once
 
 #include <cstdint>

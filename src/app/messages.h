@@ -49,7 +49,7 @@ enum FileListMessage : UINT {
   FLM_IGNORE = 32798,              // index, sample position
   FLM_FINDFAILURE = 32799,         // -, FindFailureRecord*
   FLM_SHOWMODIFYBAR = 32800,       // show, by need
-  // Of our own: what the list shows of changes, and what of its state commands hang on.
+  // Messages of our own: showing what has changed, and the state of the list that commands depend on.
   FLM_SHOWCHANGES = 32801,  // -, -
   FLM_GETSTATE = 32802,     // -, ListState* out
   FLM_GETLONGPATH = 32803,  // index, buffer of 32768
@@ -66,11 +66,11 @@ enum EditorMessage : UINT {
   EDM_FOLDEROPENED = 32773,  // -, path of the folder
   EDM_REFRESHMAP = 32774,    // -, nonzero: rebuild the frame list too
   EDM_SHOWFAILURE = 32775,   // first and last sample position
-  // Of our own: the list has come, and what an earlier run has left can be asked about.
+  // Messages of our own: the list has come, so that the user can be asked about the edits of an earlier run,
   EDM_ASKOFLEFTEDITS = 32780,  // -, -
-  // And what has to be painted is painted, though the editor waits for the list.
+  // the editor paints what has to be painted though it waits for the list,
   EDM_PAINT = 32781,  // -, -
-  // And a sound that is listened to has begun or ended.
+  // and a sound that is listened to has begun or ended.
   EDM_LISTENING = 32785,  // -, -
 };
 
@@ -79,7 +79,7 @@ enum ThumbnailMessage : UINT {
   TNM_REFRESHALL = 32770,   // -, -
 };
 
-// What FLM_FINDFAILURE asks and answers.
+// Question and answer of FLM_FINDFAILURE.
 struct FindFailureRecord {
   std::int32_t Index;    // in: where to start, negative for the first in the direction; out: where it was found
   std::int32_t Sample;   // in: position to start after, negative for the start of that syllable; out: position found
@@ -88,7 +88,7 @@ struct FindFailureRecord {
   std::uint8_t Found;    // out
 };
 
-// What FLM_SAVE asks and answers. FLM_SAVECURRENT and FLM_SAVEALL overwrite whatever has become of a file; this stops
+// Question and answer of FLM_SAVE. FLM_SAVECURRENT and FLM_SAVEALL overwrite whatever has become of a file; this stops
 // at a map that another program has changed since it was read here.
 struct SaveRecord {
   std::int32_t Index;           // in: the syllable, saved if it is edited; negative for all that are
@@ -98,7 +98,7 @@ struct SaveRecord {
   std::uint32_t Error = 0;      // out: as of FLM_SAVECURRENT
 };
 
-// What FLM_GETSTATE answers.
+// The answer of FLM_GETSTATE.
 struct ListState {
   std::int32_t Rows;
   std::int32_t SelectedRow;    // -1: none
@@ -163,7 +163,7 @@ class FileListSender {
   // A negative index is the current syllable. False on an edited one throws its edits away: its map is read again.
   void SetEdited(int index, bool edited) const { Send(FLM_SETEDITED, static_cast<WPARAM>(index), edited); }
   bool IsEdited(int index) const { return AskNumber(FLM_GETEDITED, index) != 0; }
-  // When the former comes back, the editor shows the syllable.
+  // The editor shows the syllable when SelectSyllable comes back.
   void SelectSyllable(int index) const { Send(FLM_SELECTSYLLABLE, static_cast<WPARAM>(index)); }
   void PostSelectSyllable(int index) const {
     messages_detail::Post(list_, FLM_SELECTSYLLABLE, static_cast<WPARAM>(index));
@@ -181,7 +181,7 @@ class FileListSender {
   void Ignore(int index, int position) const { Send(FLM_IGNORE, static_cast<WPARAM>(index), position); }
   void FindFailure(FindFailureRecord& record) const { Send(FLM_FINDFAILURE, 0, messages_detail::Pointer(&record)); }
   void ShowModifyBar(bool show, bool byNeed) const { Send(FLM_SHOWMODIFYBAR, show, byNeed); }
-  // What has changed in the document since the list showed it last.
+  // Has the list show what has changed in the document since it last did.
   void ShowChanges() const { Send(FLM_SHOWCHANGES); }
   ListState State() const {
     ListState state{0, -1, -1, nullptr};
@@ -227,7 +227,7 @@ class EditorSender {
     SendMessageW(editor_, EDM_FOLDEROPENED, 0, messages_detail::Pointer(folder));
   }
   void RefreshMap(bool rebuildFrames) const { SendMessageW(editor_, EDM_REFRESHMAP, 0, rebuildFrames); }
-  // The run of marks between two sample positions.
+  // Shows the run of marks between two sample positions.
   void ShowMarkedRun(int first, int last) const {
     SendMessageW(editor_, EDM_SHOWFAILURE, static_cast<WPARAM>(first), last);
   }

@@ -16,7 +16,7 @@
 
 namespace {
 
-// Of the trackbar for the pitch: no change. A step is a semitone.
+// The place of the pitch's trackbar that changes nothing. A step is a semitone.
 constexpr int kPitchMiddle = 12;
 
 }  // namespace
@@ -51,7 +51,7 @@ void PreviewPanel::OnPlayPressed(const PreviewSource& source) {
     SetDlgItemTextW(dialog_, IDC_EDITOR_PLAY, LoadResString(IDS_STOP).c_str());
     preview_.Start(std::move(input));
   } catch (const std::exception&) {
-    OnDone(source.kind);  // a map that memory does not hold twice is not played
+    OnDone(source.kind);  // memory does not hold the map twice: it is not played
   }
 }
 
@@ -83,7 +83,7 @@ void PreviewPanel::OnToldDone(FrqType kind) {
   if (isNews) TellOfEnd();
 }
 
-// At the button, which has gone back to what it was.
+// The word stands at the button, which has gone back to what it was.
 void PreviewPanel::TellOfEnd() const {
   std::wstring text;
   switch (preview_.End()) {
@@ -102,7 +102,7 @@ void PreviewPanel::TellOfEnd() const {
   Balloon::Show(Item(IDC_EDITOR_PLAY), text);
 }
 
-// One family keeps more beside a wave than its map, and takes it for that of the next wave of the name.
+// One family keeps more beside a wave than its map, and takes it for that of the next wave with the same name.
 void PreviewPanel::OnDone(FrqType kind) {
   preview_.Finish();
   SetDlgItemTextW(dialog_, IDC_EDITOR_PLAY, LoadResString(IDS_PLAY).c_str());

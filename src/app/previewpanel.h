@@ -1,6 +1,6 @@
 // PreviewPanel: the group of controls around Play in the editor window, and the preview that it starts and stops.
 //
-// It runs on the thread of its window. What is to be heard is told it at each press; it keeps no map.
+// It runs on the thread of its window. Each press tells it what is to be heard; it keeps no map.
 #pragma once
 
 #include <windows.h>
@@ -12,7 +12,7 @@
 
 class MrqStore;
 
-// What is to be heard: looked at while the button's handler runs, which copies what the preview needs.
+// The sound to be heard, looked at while the button's handler runs, which copies what the preview needs.
 struct PreviewSource {
   const std::wstring& wavePath;
   const ShownMap& map;  // none: there is nothing to be heard
@@ -24,17 +24,17 @@ struct PreviewSource {
 
 class PreviewPanel {
  public:
-  // The controls as they stand at first.
+  // Sets the controls as they stand at first.
   void Prepare(HWND dialog);
-  // For scratch files.
+  // The folder is for scratch files.
   void SetFolder(const std::wstring& folder) { preview_.SetFolder(folder); }
   void ClearFolder() const { preview_.ClearFolder(); }
   // Ends what runs, and leaves nothing in the folder that can be deleted.
   void Close();
 
-  // What a preview works with, as the controls stand.
+  // The input of a preview, as the controls stand.
   PreviewInput CollectInput(const PreviewSource& source) const;
-  // As the button would, if a preview runs.
+  // Stops a preview that runs, as the button would.
   void Stop();
   // The same button stops what it began.
   void OnPlayPressed(const PreviewSource& source);

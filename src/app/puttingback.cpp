@@ -25,7 +25,7 @@ class PuttingBack {
     if (isEdited && !edits_.ConfirmDiscard()) return {};
     const int failed = PutBack(chosen);
     const int done = static_cast<int>(chosen.size()) - failed;
-    // What has no map yet gets one; of the others what is in memory counts no longer.
+    // Syllables without a map get one; for the others the map in memory counts no longer.
     list_.RefreshMaps();
     for (const int entry : entries) bank_.Maps.ReadAfresh(entry, Document::OnFailure::EmptySaved, true);
     list_.PostRefreshThumbnail();
@@ -34,7 +34,7 @@ class PuttingBack {
   }
 
  private:
-  // The syllables of the open voicebank whose maps are among them.
+  // The syllables of the open voicebank whose maps are among the chosen ones.
   std::vector<int> EntriesOf(const std::vector<KeptMap>& chosen) const {
     std::vector<int> entries;
     const FrqType kind = bank_.Files.Kind;
@@ -45,7 +45,7 @@ class PuttingBack {
     return entries;
   }
 
-  // Gives how many could not be put back. What is there now is kept in turn.
+  // Gives how many could not be put back. The maps that are there now are kept in turn.
   int PutBack(const std::vector<KeptMap>& chosen) {
     const KeptBecauseScope because(bank_.Run.Safety, KeptBecause::PutBack);
     int failed = 0;

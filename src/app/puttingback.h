@@ -7,7 +7,7 @@
 #include "app/messages.h"
 #include "app/voicebank.h"
 
-// At the end of the menu.
+// The item stands at the end of the menu.
 void AddPutBackItem(HMENU menu);
 
 // Runs the window of the kept maps to its end. Where a chosen map has edits they are asked about first.

@@ -77,7 +77,7 @@ void RecentFolders::ShowIn(HMENU windowMenu) {
   }
 }
 
-// The first time there is none yet.
+// There is no menu yet the first time.
 void RecentFolders::ClearMenu(HMENU fileMenu) {
   if (menu_) {
     for (int last = GetMenuItemCount(menu_) - 1; last >= 0; --last) {

@@ -17,11 +17,11 @@ class RecentFolders {
   void Load();
   void Save() const;
 
-  // Either shows in the menu with the next ShowIn.
+  // The next ShowIn shows in the menu what either has changed.
   void PutFirst(const std::wstring& folder);
   void Remove(const std::wstring& folder);
-  // The newest ten in a menu of their own that hangs in the File menu, the first of a window's menu, with the keys 1 to
-  // 9 and 0.
+  // Shows the newest ten in a menu of their own that hangs in the File menu, the first of a window's menu, with the
+  // keys 1 to 9 and 0.
   void ShowIn(HMENU windowMenu);
 
   // The folder that the item of a command stands for; none if there is no such item.

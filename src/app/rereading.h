@@ -16,11 +16,11 @@ class Rereading {
  public:
   Rereading(ShownMap& map, FramePane& frames, WavePitches& pitches) : map_(map), frames_(frames), pitches_(pitches) {}
 
-  // All frames where none is selected. What is to be told of it.
+  // Reads the selected frames, or all where none is. Gives what is to be told of it.
   std::wstring Read();
 
  private:
-  // A reading as the map was left by it. Whatever else is done since makes the next one the first again.
+  // A reading and the map as it left it. If anything else is done since, the next reading is the first again.
   struct Done {
     Reading which;
     int index;

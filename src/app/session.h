@@ -13,17 +13,17 @@ class Session {
  public:
   explicit Session(Document& maps);
 
-  // Before any map is read; and the orderly end, when nobody changes a map any more. Nothing is kept without `Start`.
+  // `Start` comes before any map is read, `End` when nobody changes a map any more. Nothing is kept without `Start`.
   void Start();
   void End();
 
-  // A folder has been opened, or another kind of map has come to work: the journal begins anew. On any thread.
+  // Begins the journal anew, for another folder or another kind of map. May be called on any thread.
   void BeginJournal(const std::wstring& folder, FrqType kind);
-  // That of the next journal, whose kind of map hangs on it.
+  // The next journal names this resampler, since its kind of map depends on it.
   void SetResampler(const std::wstring& path);
-  // The edits that are brought back are on the disk again. False if they are not.
+  // True if the edits that are brought back are on the disk again.
   bool IsJournalWritten();
-  // The edits of this run have been given up by the user: the end of the process may come without an `End`.
+  // The user has given up the edits of this run: the end of the process may come without an `End`.
   void GiveUpEdits();
 
   // Kept maps, writes under way, and the journals of runs that died.

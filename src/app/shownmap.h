@@ -21,7 +21,7 @@ class ShownMap {
   FrqMap* Map() const { return map_; }
   FrqMap* Saved() const { return saved_; }
   explicit operator bool() const { return map_ != nullptr; }
-  // Of the syllable, -1 for none. On any thread.
+  // The index of the syllable, -1 for none. May be called on any thread.
   int Index() const { return document_.IndexOf(map_); }
 
   bool IsLoaded() const;
@@ -30,18 +30,18 @@ class ShownMap {
   SampleCount FrameCount() const;
   // 0 without a loaded map.
   SampleCount Hop() const;
-  // The average to show [Hz]; FrqNoPitch without a map.
+  // The key to show [Hz]; FrqNoPitch without a map.
   double Key() const;
 
-  // Of all frames that a sample position leads to [Hz]: with a hop of 0 or less there are none, with a huge one only
-  // the first.
+  // The frequencies of all frames that a sample position leads to [Hz]: none with a hop of 0 or less, only the first
+  // with a huge one.
   std::vector<double> Frequencies() const;
-  // Of these frames; FrqNoPitch outside the map.
+  // The frequencies of these frames [Hz]; FrqNoPitch outside the map.
   std::vector<double> FrequenciesOf(std::span<const int> frames) const;
   double FrequencyOf(int frame) const;
-  // In ascending order.
+  // The frames are in ascending order.
   std::vector<int> SelectedFrames() const;
-  // Between two sample positions, both included: the selection alone, in the map itself.
+  // Selects the frames between two sample positions, both included, and no others, in the map itself.
   void SelectRange(SampleCount first, SampleCount last);
   // The frame at a sample position, 0 where there is none.
   SampleCount FrameAt(SampleCount position) const;

@@ -39,7 +39,7 @@ void SideWindows::ShowModifyBar(bool show, HWND list) {
   StartWindow(ModifyBarThread, ready.get());
 }
 
-// Posted, as the bar may be waiting for the list.
+// The message is posted, as the bar may be waiting for the list.
 void SideWindows::MoveModifyBar(int index, SampleCount sample) const {
   const HWND bar = ModifyBar.Hwnd;
   if (bar) PostMessageW(bar, CModifyFailureDlg::kMoveMessage, static_cast<WPARAM>(index), sample);

@@ -35,7 +35,7 @@ class SideWindows {
   // A bar that is open stays as it is, with its position; one that is not to be shown is closed.
   void ShowModifyBar(bool show, HWND list);
 
-  // To a run of marks that is shown already. Without a bar nothing happens.
+  // Takes the bar to a run of marks that is shown already. Without a bar nothing happens.
   void MoveModifyBar(int index, SampleCount sample) const;
 
   ThumbnailSender ToThumbnail() const { return ThumbnailSender(Thumbnail.Hwnd); }

@@ -1,5 +1,4 @@
-// What the check has left to do, in words: the run that the bar shows, and the list of all that Modify All would
-// change.
+// The rest of a check's work in words: the run that the bar shows, and the list of all that Modify All would change.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +9,7 @@
 #include "app/messages.h"
 #include "document/document.h"
 
-// Which run of how many stands at a sample position, and why it is marked; empty without a mark there.
+// Says which run of how many stands at a sample position, and why it is marked; empty without a mark there.
 std::wstring TextOfRun(Document& syllables, int index, SampleCount sample);
 
 // Runs the window of the suggestions to its end, and has the list modify all if the user wants it. False, without a

@@ -19,7 +19,7 @@
 enum SyllableColumn { kNameColumn = 0, kMapColumn = 1, kLlsmColumn = 2, kEditedColumn = 3, kMarkedColumn = 4 };
 inline constexpr int kColumnCount = 5;
 
-// What a new row shows.
+// The content of a new row.
 struct SyllableRow {
   std::wstring Name;
   bool HasMap = false;
@@ -32,18 +32,18 @@ bool HasLlsm(const std::wstring& wavePath, FrqType kind);
 
 class SyllableRows {
  public:
-  // The list view, once it is there, and by what the widths of its columns are multiplied.
+  // The list view, once it is there, and the factor of its columns' widths.
   void Attach(HWND view, double dpiScaleX);
-  // Null until then.
+  // Null until `Attach`.
   HWND Window() const { return View; }
 
-  // To be called once; then each time that the kind may have changed. The widths are those that the user has drawn.
+  // To be called once, then `UpdateColumns` when the kind may have changed. The user has drawn the widths.
   void SetupColumns(FrqType kind);
   void UpdateColumns(FrqType kind);
-  // For the next time, if the user has drawn a column wider or narrower.
+  // Keeps the widths for the next time, if the user has drawn a column wider or narrower.
   void KeepWidths();
 
-  // All rows anew, drawn once.
+  // Makes all rows anew and draws them once.
   void Fill(const std::vector<SyllableRow>& rows);
   // The syllables are about to be replaced: no index has a row any more. The rows are seen until the next Fill.
   void Forget() { RowOfIndex.clear(); }
@@ -53,7 +53,7 @@ class SyllableRows {
   // Looks at the disk for what the llsm cell shows.
   void UpdateLlsm(int index, const std::wstring& wavePath, FrqType kind) const;
 
-  // What the view asks while it draws: the rows of these syllables are in another colour, and no cell changes.
+  // Answers the view while it draws: the rows of these syllables are in another colour, and no cell changes.
   static LRESULT Draw(NMLVCUSTOMDRAW& drawing, const std::function<bool(int)>& isMarkedOut);
   void Redraw(int index) const;
 

@@ -6,7 +6,7 @@
 
 #include "frqctrl/frqctrlmessages.h"
 
-// Of the spectrum; a smaller value is brighter.
+// The brightest spectrum; a smaller value is brighter.
 inline constexpr int kBrightest = -3;
 inline constexpr int kDarkest = 3;
 

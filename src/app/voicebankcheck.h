@@ -1,5 +1,5 @@
-// VoicebankCheck: one run of the check over the maps of all syllables, on the thread of the list, for which the
-// editor's waits.
+// VoicebankCheck: one run of the check over the maps of all syllables. It runs on the list's thread, and the editor's
+// waits for it.
 #pragma once
 
 #include <windows.h>
@@ -23,9 +23,9 @@ class VoicebankCheck {
   void KeepPainted();
 
   Voicebank& bank_;
-  Document& syllables_;  // of it
+  Document& syllables_;  // bank_'s document
   const HWND editor_;
   CheckSum sum_;
   CheckProgress progress_;
-  ULONGLONG painted_ = 0;  // [ms] when
+  ULONGLONG painted_ = 0;  // [ms] when the windows were last painted
 };

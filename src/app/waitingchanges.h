@@ -15,7 +15,7 @@ class WaitingChanges {
     const std::lock_guard locked(lock_);
     changes_.push_back(changes);
   }
-  // All of them, in their order, whose message it may be that asks.
+  // Gives all of them in their order, since it may be the message of any that asks.
   std::vector<DocumentChanges> Take() {
     const std::lock_guard locked(lock_);
     return std::exchange(changes_, {});

@@ -20,7 +20,7 @@ std::wstring SystemSentence(std::uint32_t error, const std::wstring& path) {
   return place == text.npos ? text : text.replace(place, 2, FileNameOf(path));
 }
 
-// As the continuation of another sentence.
+// The text continues another sentence.
 std::wstring TextOfEnd(const ItemResult& result, const std::wstring& resampler) {
   const auto row = static_cast<UINT>(result.End) - static_cast<UINT>(ItemEnd::NotKept);
   const std::wstring text = LoadResString(IDS_JOB_BECAUSE_FIRST + row);
@@ -90,7 +90,7 @@ std::wstring TextOf(const CheckSum& sum) {
 
 std::wstring TextOfMissing(const std::wstring& resampler) {
   if (resampler.empty()) return LoadResString(IDS_NORESAMPLER);
-  // A bare name is the system's to look for.
+  // A bare name is looked for by the system.
   if (FolderOf(resampler).empty() || FileExists(resampler)) return {};
   return FormatText(LoadResString(IDS_RESAMPLERGONE).c_str(), resampler.c_str());
 }
@@ -102,7 +102,7 @@ std::wstring TextOf(const MapFault& fault, const std::wstring& wave) {
   return FormatText(format.c_str(), name.c_str(), SystemSentence(fault.Error, wave).c_str());
 }
 
-// Of the kind whose maps share a file, one that is not found there may be one that cannot be read.
+// Where maps share a file, one that is not found there may be one that cannot be read.
 std::wstring TextOfUnreadable(const Voicebank& bank, int index) {
   const EntryFacts facts = bank.Maps.Facts(index);
   const bool mayBeLost = bank.Files.Kind == FrqTypeMrq && !facts.HasMap && !facts.Path.empty() && !facts.Loaded;

@@ -11,26 +11,26 @@
 #include "frqmap/mapfault.h"
 #include "resampler/jobsum.h"
 
-// The names of waves in one line; of many the first ones.
+// The names of waves in one line, only the first ones if there are many.
 std::wstring NamesOf(const std::vector<std::wstring>& waves, std::size_t most = 8);
 
-// What a menu calls a command, without its access key, its shortcut and the dots of a dialog.
+// The name of a command in a menu, without its access key, its shortcut and the dots of a dialog.
 std::wstring CommandName(HMENU menu, UINT command);
 
-// How many are done, and which are not.
+// Says how many are done, and which are not.
 std::wstring TextOfCounts(int done, const std::vector<std::wstring>& failed);
-// The same of a job, with what the first that failed has met. `resampler` is the one that it ran.
+// Says the same of a job, with the cause of its first failure. `resampler` is the one that it ran.
 std::wstring TextOf(const JobSum& sum, const std::wstring& resampler);
-// What one run of it has met.
+// Says how one run of the resampler ended.
 std::wstring TextOf(const ItemResult& result, const std::wstring& resampler);
-// Why nothing comes of a resampler, as the continuation of another sentence; empty if it is there.
+// Why a resampler cannot run, as the continuation of another sentence; empty if it is there.
 std::wstring TextOfMissing(const std::wstring& resampler);
-// Of a check; empty where its marks tell all.
+// The sum of a check; empty where its marks tell all.
 std::wstring TextOf(const CheckSum& sum);
 // Empty without a fault.
 std::wstring TextOf(const MapFault& fault, const std::wstring& wave);
 
 // Why the map of a syllable cannot be read; empty where it can, or where there is none.
 std::wstring TextOfUnreadable(const Voicebank& bank, int index);
-// Says that at `place`.
+// Says so at `place`.
 void TellIfUnreadable(HWND place, const Voicebank& bank, int index);
