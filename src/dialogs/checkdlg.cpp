@@ -35,8 +35,8 @@ void CCheckFrqDlg::ShowNote(int nameBox, int octaveBox, int note) const {
   SendDlgItemMessageW(Hwnd, octaveBox, CB_SETCURSEL, static_cast<WPARAM>((note - kLowestNote) / 12), 0);
 }
 
-// The boxes of a second note are hidden and not read: from the first OK on both notes are the one that is asked for.
-// One that is not chosen, which only a damaged setting brings about, leaves them as they are.
+// The boxes of a second note are hidden and not read: from the first OK on both notes are the one that is asked for. A
+// box without a choice, which only a damaged setting brings about, leaves both as they are.
 void CCheckFrqDlg::OnOK() {
   const int note = NoteNumberFromName(WindowText(Item(IDC_CHECK_LOWNOTE)) + WindowText(Item(IDC_CHECK_LOWOCTAVE)));
   if (note >= 0) Settings.LowNote = Settings.HighNote = note;

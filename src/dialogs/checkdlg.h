@@ -8,7 +8,7 @@ class CCheckFrqDlg : public CDlgBase {
  public:
   explicit CCheckFrqDlg(const CheckFrqSettings& settings) : Settings(settings) {}
 
-  // What the user said, when the dialog ended with 1.
+  // The user's answers, when the dialog ended with 1.
   CheckFrqSettings Settings;
 
   INT_PTR OnInitDialog(LPARAM lParam) override;

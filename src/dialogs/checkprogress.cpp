@@ -10,10 +10,10 @@
 
 namespace {
 
-constexpr DWORD kPatienceMs = 1000;  // that long a check goes on without a window
+constexpr DWORD kPatienceMs = 1000;  // how long a check goes on without a window
 constexpr UINT_PTR kTimer = 1;
 constexpr UINT kUpdateMs = 100;
-constexpr int kMostSeconds = 90;  // beyond that minutes are told
+constexpr int kMostSeconds = 90;  // longer times are told in minutes
 
 std::wstring TextOfTimeLeft(int seconds) {
   if (seconds <= kMostSeconds) return FormatText(LoadResString(IDS_LEFT_SECONDS).c_str(), std::max(1, seconds));

@@ -1,7 +1,7 @@
 // CheckProgress: how far a check is, and the window that shows it and can abort it.
 //
 // The check keeps its own thread and the editor's busy, so that the window has a third one. It comes when a check has
-// taken a second: most are over before. It has no owner, as that one's thread would have to answer for it.
+// taken a second: most are over before. It has no owner, since the owner's thread would have to answer for it.
 #pragma once
 
 #include <windows.h>
@@ -18,13 +18,13 @@ class CheckProgress {
  public:
   // `over` is the window in whose middle it comes. `count` maps are to be looked at.
   CheckProgress(HWND over, int count);
-  // The window has gone afterwards. What other threads send to this one is answered meanwhile.
+  // The window has gone afterwards. Sends of other threads to this one are answered meanwhile.
   ~CheckProgress();
   CheckProgress(const CheckProgress&) = delete;
   CheckProgress& operator=(const CheckProgress&) = delete;
 
   int Count() const { return count_; }
-  // The next map; false once the user has aborted.
+  // Goes on to the next map; false once the user has aborted.
   bool Begin(const std::wstring& wavePath);
   // Whether the window has been there, and with it the need to keep others painted.
   bool IsShown() const { return isShown_; }
@@ -37,7 +37,7 @@ class CheckProgress {
     std::wstring wavePath = {};
   };
   State Present() const;
-  // [s], about
+  // About how long the check still takes [s].
   int SecondsLeft(int begun) const;
   static unsigned WINAPI ThreadProc(void* self);
 
@@ -59,9 +59,9 @@ class CCheckProgressDlg : public CTemplateDlg<CCheckProgressDlg, IDD_CHECKPROGRE
 
   INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   INT_PTR OnInitDialog(LPARAM lParam) override;
-  // Nothing: Enter ends no check.
+  // Does nothing: Enter ends no check.
   void OnOK() override {}
-  // The map that is being looked at comes to its end.
+  // Ends the check after the map that is being looked at.
   void OnCancel() override;
 
  private:

@@ -9,7 +9,7 @@ class CConverFrqDlg : public CTemplateDlg<CConverFrqDlg, IDD_CONVERT> {
  public:
   int SourceType = FrqTypeUnknown;
   int TargetType = FrqTypeUnknown;
-  bool ConvertAll = true;  // or the current syllable alone
+  bool ConvertAll = true;  // false: the current syllable alone
 
   INT_PTR OnInitDialog(LPARAM lParam) override;
   LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;

@@ -11,7 +11,7 @@
 
 namespace {
 
-// In the order of their names in the string table.
+// The sorts stand in the order of their names in the string table.
 enum Sort { kAll, kUnsaved, kMarked, kUnreadable, kWithoutMap, kSortCount };
 
 // The box leads on to the list below it.
@@ -76,8 +76,8 @@ void CFindDlg::SetupColumns() const {
   if (InManyFolders) AddColumn(view, 1, IDS_KEPT_FOLDER, folderWidth);
 }
 
-// The first time that those are asked for whose maps cannot be read. A map that was read stays in memory, as one does
-// whose syllable was chosen.
+// Reads the maps when those that cannot be read are first asked for. A map that was read stays in memory, as that of a
+// chosen syllable does.
 void CFindDlg::ReadMaps() {
   const WaitCursor waiting;
   for (int i = 0; i < static_cast<int>(Facts.size()); ++i) {
@@ -98,8 +98,8 @@ bool CFindDlg::IsOfSort(int index, int sort) const {
   }
 }
 
-// The texts are asked for when they are seen (OnNotify). The first row is selected, so that Enter goes to what fits
-// best without a detour.
+// The list asks for the texts when they are seen (OnNotify). The first row is selected, so that Enter goes to the best
+// fit without a detour.
 void CFindDlg::ListWhatFits() {
   const auto sort = static_cast<int>(SendDlgItemMessageW(Hwnd, IDC_FIND_SORT, CB_GETCURSEL, 0, 0));
   if (sort == kUnreadable && !AreMapsRead) ReadMaps();
@@ -118,7 +118,7 @@ void CFindDlg::ListWhatFits() {
   EnableWindow(Item(IDOK), !Rows.empty());
 }
 
-// As seen from the folder that was opened, which itself goes by its own name.
+// The folder as seen from the one that was opened, which itself goes by its own name.
 std::wstring CFindDlg::FolderText(int index) const {
   const std::wstring folder = FolderOf(Facts[static_cast<std::size_t>(index)].Path);
   const std::wstring opened = PathIn(Folder, L"");

@@ -1,7 +1,7 @@
 // CFindDlg: the window that finds a syllable by a part of its name, or by what is to be done to it.
 //
-// What is listed is the voicebank as it was when the window came. It changes nothing but that maps may be read: which
-// ones cannot be is known only then. To go to what was chosen is its owner's business.
+// It lists the voicebank as it was when the window came. It changes nothing, but maps may be read: only then is it
+// known which ones cannot be. Going to what was chosen is its owner's business.
 #pragma once
 
 #include <string>
@@ -18,7 +18,7 @@ class CFindDlg : public CTemplateDlg<CFindDlg, IDD_FIND> {
   Document* Syllables = nullptr;
   std::wstring Folder;
 
-  // If Run gives IDOK: the syllable and its path, which tells whether the same voicebank is open yet.
+  // The chosen syllable, if Run gives IDOK, and its path, which tells whether the same voicebank is open yet.
   int Chosen = -1;
   std::wstring ChosenPath;
 

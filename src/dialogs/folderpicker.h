@@ -5,5 +5,5 @@
 
 #include <string>
 
-// 0 and the full path of the folder that the user picked, or -1.
+// Gives 0 and the full path of the folder that the user picked, or -1.
 int BrowseForFolder(HWND owner, std::wstring& out);

@@ -1,5 +1,5 @@
-// CInitMrqDlg: what to renew of the maps in desc.mrq, asked before they are made anew: their entries as well, or only
-// the analysis that lies beside the waves, which keeps entries that were edited by hand.
+// CInitMrqDlg: the question, before maps in desc.mrq are made anew, what to renew: their entries as well, or only the
+// analysis that lies beside the waves, which keeps entries that were edited by hand.
 #pragma once
 
 #include "resources/ids.h"

@@ -48,7 +48,7 @@ void CKeptFilesDlg::SetupColumns() const {
   for (const Column& column : kColumns) AppendColumn(Hwnd, view, column.Title, column.Width, column.Format);
 }
 
-// The texts are asked for when they are seen (OnNotify): a job keeps a thousand maps.
+// The list asks for the texts when they are seen (OnNotify): a job keeps a thousand maps.
 void CKeptFilesDlg::Fill() {
   List = Kept->List();
   const HWND view = Item(IDC_KEPTFILES_LIST);
@@ -78,7 +78,7 @@ LRESULT CKeptFilesDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
   }
 }
 
-// Of one map the version that was kept last, which comes first.
+// Each map comes once, in the version that was kept last, which stands first.
 std::vector<KeptMap> CKeptFilesDlg::Chosen() const {
   const HWND view = Item(IDC_KEPTFILES_LIST);
   std::vector<KeptMap> chosen;

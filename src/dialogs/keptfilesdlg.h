@@ -1,6 +1,6 @@
 // CKeptFilesDlg: the maps that were kept before they were overwritten or deleted, to be looked through and put back.
 //
-// What putting back means for the voicebank that is open is its owner's business.
+// Its owner sees to what putting back means for the voicebank that is open.
 #pragma once
 
 #include <functional>
@@ -13,8 +13,8 @@
 
 class CKeptFilesDlg : public CTemplateDlg<CKeptFilesDlg, IDD_KEPTFILES> {
  public:
-  // Set before Run. Puts the chosen ones back, each map once, and gives the sentence that tells how it went; empty if
-  // the user went back.
+  // Set before Run. `PutBack` puts the chosen ones back, each map once, and gives the sentence that tells how it went;
+  // empty if the user went back.
   const KeptFiles* Kept = nullptr;
   std::function<std::wstring(const std::vector<KeptMap>&)> PutBack;
 

@@ -1,5 +1,5 @@
-// CMapChangedDlg: what is to become of edits whose map another program has changed, asked before they are saved. Cancel
-// is the default: it alone leaves both as they are.
+// CMapChangedDlg: the question what becomes of edits whose map another program has changed, before they are saved.
+// Cancel is the default: it alone leaves both as they are.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 #include "resources/ids.h"
 #include "window/templatedialog.h"
 
-// Its result is the id of the button.
+// The dialog's result is the id of the button.
 class CMapChangedDlg : public CTemplateDlg<CMapChangedDlg, IDD_MAPCHANGED> {
  public:
   std::wstring Wave;  // name of the file

@@ -28,7 +28,7 @@ INT_PTR CModifyFailureDlg::OnInitDialog(LPARAM) {
   Keys.Start(Hwnd, Commands, IDR_SHAREDKEYS);
   Index = Sample = -1;
   ShowNext(true);
-  // Ahead of the window's coming, which the placement brings about: a key may follow at once.
+  // The focus is set before the placement brings the window, since a key may follow at once.
   SendMessageW(Hwnd, DM_SETDEFID, IDC_MODIFY_MODIFY, 0);
   SetFocus(Item(IDC_MODIFY_MODIFY));
   if (!RestoreWindowPlacement(Hwnd, kPlacementValue)) PlaceBesideWork();
@@ -37,7 +37,7 @@ INT_PTR CModifyFailureDlg::OnInitDialog(LPARAM) {
   return 0;
 }
 
-// It hides nothing that is worked on; what it says stands below it.
+// The bar hides nothing that is worked on; its words stand below it.
 void CModifyFailureDlg::PlaceBesideWork() const {
   RECT own{};
   GetWindowRect(Hwnd, &own);

@@ -1,8 +1,8 @@
 // CModifyFailureDlg: the bar that goes from one run of marked frames to the next, through all syllables, and keeps or
 // replaces their frequencies.
 //
-// It runs on a thread of its own and blocks nobody: the user may edit, save and choose syllables while it is open. What
-// it does is asked of the list by messages, which works on the maps and shows each run in the editor.
+// It runs on a thread of its own and blocks nobody: the user may edit, save and choose syllables while it is open. It
+// asks for all that it does by messages to the list, which works on the maps and shows each run in the editor.
 #pragma once
 
 #include <functional>
@@ -23,7 +23,7 @@ class CModifyFailureDlg : public CTemplateDlg<CModifyFailureDlg, IDD_MODIFY> {
   HWND List = nullptr;
   HWND Commands = nullptr;  // the window whose keys act here too
   HANDLE ReadyEvent = nullptr;
-  // Which run of how many stands at a sample position of a syllable, and why. Called on the bar's thread.
+  // Says which run of how many stands at a sample position of a syllable, and why. Called on the bar's thread.
   std::function<std::wstring(int index, int sample)> TextOfRun;
 
   LRESULT OnDestroy() override;

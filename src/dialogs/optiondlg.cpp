@@ -43,14 +43,14 @@ INT_PTR COptionDlg::OnInitDialog(LPARAM) {
   return 1;
 }
 
-// In the empty box, whose text it is not.
+// The name is a cue in the empty box, and not its text.
 void COptionDlg::ShowBundled(HWND edit) const {
   if (Bundled.empty()) return;
   const std::wstring cue = FormatText(LoadResString(IDS_BUNDLED).c_str(), Bundled.c_str());
   SendMessageW(edit, EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(cue.c_str()));
 }
 
-// The text in the box goes with what was listed, so whoever wants to keep it puts it back.
+// The text in the box goes with the listed ones, so whoever wants to keep it puts it back.
 void COptionDlg::FillResamplers() const {
   const HWND box = Item(IDC_OPTION_RESAMPLER);
   ComboBox_ResetContent(box);
@@ -65,8 +65,8 @@ LRESULT COptionDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
   return CDlgBase::OnCommand(wParam, code, control);
 }
 
-// Starts from the resampler that the dialog was opened with, not from what was typed since. The picker gives a path of
-// any length, but does not come up, or breaks down, with one beyond the limit to start from: that goes by its short form.
+// The picker starts from the resampler that the dialog was opened with, not from what was typed since. It gives a path
+// of any length, but with one beyond the limit to start from it fails or breaks down: that goes by its short form.
 void COptionDlg::Browse() {
   std::wstring filter = LoadResString(IDS_RESAMPLERFILTER);
   std::ranges::replace(filter, L'|', L'\0');

@@ -15,14 +15,14 @@ class COptionDlg : public CTemplateDlg<COptionDlg, IDD_OPTION> {
   // The name of the resampler that is in use while none is chosen; empty for none.
   std::wstring Bundled;
 
-  // In: what is shown. Out: what the user settled on.
+  // The values that are shown and, after Run, those that the user settled on.
   std::wstring ResamplerPath;
   DWORD MaxParallelCount = 1;  // 0 is taken too
   bool AutoDeleteLlsm = true;
 
   INT_PTR OnInitDialog(LPARAM lParam) override;
   LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
-  // The dialog stays open without a resampler that is there.
+  // The dialog stays open if the resampler is not there.
   void OnOK() override;
 
  private:

@@ -29,7 +29,7 @@ constexpr int kCustom = static_cast<int>(std::size(kPresets));
 constexpr int kCustomBoxes[] = {IDC_VS4UFRQ_LOWNOTE, IDC_VS4UFRQ_LOWOCTAVE, IDC_VS4UFRQ_HIGHNOTE,
                                 IDC_VS4UFRQ_HIGHOCTAVE};
 
-// Where the boxes do not hold the note they show one end of what they hold.
+// For a note that the boxes do not hold they show one end of what they hold.
 constexpr NoteBoxes kLowDefault = {0, 0};
 constexpr NoteBoxes kHighDefault = {kNoteBoxNames - 1, kNoteBoxOctaves - 1};
 
@@ -67,7 +67,7 @@ void COptionVs4ufrqDlg::FillPresets() {
 }
 
 void COptionVs4ufrqDlg::FillNoteBoxes() {
-  // In a type that the sum of any two numbers in the registry fits into.
+  // This type holds the sum of any two numbers in the registry.
   const long long high = static_cast<long long>(CustomOffset) + CustomRange - 1;
   const int highNote = high >= 0 && high <= 127 ? static_cast<int>(high) : -1;
   FillNote(Item(IDC_VS4UFRQ_LOWNOTE), Item(IDC_VS4UFRQ_LOWOCTAVE), BoxesOfNote(CustomOffset).value_or(kLowDefault));

@@ -10,7 +10,7 @@
 
 class COptionVs4ufrqDlg : public CTemplateDlg<COptionVs4ufrqDlg, IDD_OPTIONVS4UFRQ> {
  public:
-  // What the user settled on.
+  // The values that the user settled on.
   bool UseFrq = true;
   int Offset = 24;  // lowest note
   int Range = 84;   // semitones
@@ -28,7 +28,7 @@ class COptionVs4ufrqDlg : public CTemplateDlg<COptionVs4ufrqDlg, IDD_OPTIONVS4UF
   int SelectedPreset() const;
   NoteRange CustomBoxes() const;
 
-  // Kept in the registry, together with UseFrq.
+  // These are kept in the registry, together with UseFrq.
   int Preset = 0;
   int CustomOffset = 24;
   int CustomRange = 84;

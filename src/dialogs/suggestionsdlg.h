@@ -17,7 +17,7 @@ class CSuggestionsDlg : public CTemplateDlg<CSuggestionsDlg, IDD_SUGGESTIONS> {
 
   // Set before Run, which gives IDOK if all is to be modified. Show is called with the number of a line.
   std::vector<Line> Lines;
-  HWND List = nullptr;  // of the syllables, which is to be seen too
+  HWND List = nullptr;  // the window of the syllables, which is to be seen too
   std::function<void(std::size_t)> Show;
 
   INT_PTR OnInitDialog(LPARAM lParam) override;

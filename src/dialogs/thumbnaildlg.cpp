@@ -23,7 +23,7 @@ PixelSize SizeOf(SampleCount frames) {
   return ThumbnailWindowSize(frames, kControlStyle, WS_EX_CLIENTEDGE, false, false);
 }
 
-// In whole multiples of an ordinary screen's dots, so that the distances stay as they are up to 191 dots per inch.
+// The spacing is a whole multiple of that of an ordinary screen, so that it stays as it is up to 191 dots per inch.
 ThumbnailSpacing SpacingOfScreen() {
   const ScreenScale scale = CurrentScreenScale();
   const int across = static_cast<int>(scale.X);
@@ -78,7 +78,7 @@ INT_PTR CThumbnailDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lPara
   }
 }
 
-// The first row. `keepAnchor` puts the row of the anchor there; otherwise the row stays, and the anchor follows it.
+// Gives the first row. `keepAnchor` makes it the row of the anchor; otherwise the row stays, and the anchor follows it.
 int CThumbnailDlg::Relayout(bool keepAnchor) {
   const FlagScope busy(Busy);
   if (Items.empty()) FillItems();
@@ -87,7 +87,7 @@ int CThumbnailDlg::Relayout(bool keepAnchor) {
     SetBar(Hwnd, 0, 1, 0);
     return 0;
   }
-  // Kept from here on, so that what comes next starts from the row that is shown.
+  // The row is kept from here on, so that all that follows starts from the row that is shown.
   TopRow = BuildRows(keepAnchor);
   const ThumbnailRow& top = Rows.Rows[static_cast<std::size_t>(TopRow)];
   if (!keepAnchor) AnchorSyllable = ItemAt(top.First).SyllableIndex;
@@ -168,7 +168,7 @@ void CThumbnailDlg::ShowItem(int index, int shift) {
   if (!item.Window) CreateControl(item);
   if (!item.Window) return;  // tried again when the rows move
   const PixelRect& place = Rows.Places[static_cast<std::size_t>(index)];
-  // Nor is its old picture taken along, which others that move may have painted over by now.
+  // The control's old picture is not taken along, since others that move may have painted over it by now.
   SetWindowPos(item.Window, nullptr, place.left, place.top + shift, place.right - place.left, place.bottom - place.top,
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | SWP_SHOWWINDOW);
 }
@@ -221,7 +221,7 @@ LRESULT CThumbnailDlg::OnSize(WPARAM kind, int, int) {
   return 0;
 }
 
-// Ahead of the flag's end, so that the anchor still holds; the first syllable of its row is the anchor from now on.
+// The layout comes before the flag ends, so that the anchor still holds; its row's first syllable is the anchor then.
 LRESULT CThumbnailDlg::OnExitSizeMove() {
   if (SizeChanged && !Busy) {
     Relayout(InSizeMove);
@@ -242,7 +242,7 @@ LRESULT CThumbnailDlg::OnGetMinMaxInfo(MINMAXINFO* info) {
   return 0;
 }
 
-// The whole name, which a narrow picture cuts.
+// The tip is the whole name, which a narrow picture cuts.
 std::wstring CThumbnailDlg::TipOf(HWND control) const {
   return ControlOf(control) ? WindowText(control) + L"\n" + LoadResString(IDS_TIP_THUMBNAIL) : std::wstring();
 }
@@ -266,7 +266,7 @@ LRESULT CThumbnailDlg::OnDestroy() {
   return CDlgBase::OnDestroy();
 }
 
-// The controls have gone with the window. That the handle is null is how the list knows that there is none.
+// The controls have gone with the window. The null handle tells the list that there is none.
 void CThumbnailDlg::OnDialogEnd() {
   Items.clear();
   Forget();

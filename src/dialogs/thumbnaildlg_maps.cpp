@@ -40,8 +40,8 @@ void CThumbnailDlg::CopyMaps(const std::vector<int>& items) {
   }
 }
 
-// What is posted comes ahead of the mouse and the keyboard: with the user waiting, the next map comes by a timer, which
-// comes behind them.
+// Posted messages come ahead of the mouse and the keyboard, and a timer behind them. So the next map comes by a timer
+// where the user waits.
 void CThumbnailDlg::PostLoadNext() {
   if (HIWORD(GetQueueStatus(QS_INPUT)) != 0) {
     SetTimer(Hwnd, kLoadTimer, USER_TIMER_MINIMUM, nullptr);
@@ -58,7 +58,7 @@ LRESULT CThumbnailDlg::OnTimer(UINT_PTR timer, LPARAM) {
 }
 
 // Reads the first map in view that nobody has read yet, and asks for the next one. Before the window is shown it reads
-// nothing, as it is shown only when its queue is empty; that it is shown then begins anew.
+// nothing, as it is shown only when its queue is empty; the reading begins anew then.
 void CThumbnailDlg::LoadNext() {
   if (!IsWindowVisible(Hwnd)) return;
   const ItemRange visible = ItemsIn(VisibleRows);
@@ -72,7 +72,7 @@ void CThumbnailDlg::LoadNext() {
   PostLoadNext();
 }
 
-// The document keeps what was read, unless it has read the map itself meanwhile: then that is what is shown.
+// The document keeps what was read, unless it has read the map itself meanwhile: then its own is shown.
 bool CThumbnailDlg::LoadItem(ThumbnailItem& item) {
   std::uint64_t stamp = 0;
   if (!ReadMap(item.Map, stamp, item.Path, *Files)) return false;

@@ -32,7 +32,7 @@ struct ThumbnailLayout {
   int RowOf(int thumbnail) const;
   // The row behind the last one to be seen in a window of a height whose topmost row is `first`.
   int EndOfView(int first, int height) const;
-  // Where the topmost row stands in the window. A row follows it at the distance of their tops.
+  // The place of the topmost row in the window. The other rows follow at the distance of their tops.
   int Shift(int first) const;
   // Rows that a window of a height holds as a whole, told from the last thumbnail; no more than there are.
   int Page(int height, const ThumbnailSpacing& spacing) const;
