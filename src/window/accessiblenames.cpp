@@ -25,7 +25,7 @@ BOOL CALLBACK NameControl(HWND control, LPARAM parameter) {
 
 }  // namespace
 
-// What is set stays with the windows when the services have gone.
+// The names stay with the windows when the services have gone.
 void NameControls(HWND dialog, std::span<const ControlText> texts) {
   if (texts.empty()) return;
   const HRESULT initialized = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);

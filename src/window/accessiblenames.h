@@ -1,7 +1,7 @@
 // Names of controls for screen readers, where neither a text nor a label says what a control is.
 //
-// They are given by dynamic annotation, which asks for no code in a control. That loads the system's library for it, so
-// it waits until somebody asks for the dialog: a screen reader does before it says anything.
+// They are given by dynamic annotation, which needs no code in a control. It loads a library of the system's, so it
+// waits until somebody asks for the dialog, as a screen reader does before it says anything.
 #pragma once
 
 #include <windows.h>

@@ -9,7 +9,7 @@ namespace {
 constexpr UINT kShownMs = 8000;
 constexpr int kWidestText = 320;  // pixels, before it is broken into lines
 
-// What a thread shows.
+// The balloon that a thread shows.
 struct Shown {
   HWND Tip = nullptr;
   UINT_PTR Timer = 0;

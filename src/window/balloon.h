@@ -11,10 +11,10 @@
 
 class Balloon {
  public:
-  // At the middle of a window of this thread; it goes with the window that `place` belongs to. Without a title the
-  // program's name is the title.
+  // Shows a balloon at the middle of a window of this thread; it goes with the window that `place` belongs to. Without
+  // a title the program's name is the title.
   static void Show(HWND place, const std::wstring& text, const std::wstring& title = {});
   static void Hide();
-  // Whether one of this thread's stands.
+  // Whether a balloon of this thread stands.
   static bool IsShown();
 };

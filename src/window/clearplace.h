@@ -5,8 +5,8 @@
 
 #include <initializer_list>
 
-// Below all of these windows or, where there is no room, above them; else at the lower end of the screen. `spare`
-// pixels stay free below it. False, and it stays, where one of the windows is not there.
+// Places a window below all of these or, where there is no room, above them; else at the lower end of the screen.
+// `spare` pixels stay free below it. False, and it stays, where one of the windows is not there.
 inline bool PlaceClearOf(HWND window, std::initializer_list<HWND> others, int spare) {
   RECT own{}, all{};
   GetWindowRect(window, &own);

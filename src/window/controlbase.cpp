@@ -51,7 +51,7 @@ struct PaintBuffer {
 };
 
 std::mutex idleLock;
-PaintBuffer idleBuffer;  // of all threads
+PaintBuffer idleBuffer;  // shared by all threads
 
 // A context takes no bitmap that was made when the screen had other colours.
 bool Takes(HDC memory, const Bitmap& picture) {
@@ -60,8 +60,8 @@ bool Takes(HDC memory, const Bitmap& picture) {
   return before != nullptr;
 }
 
-// The kept buffer, or a new one. Who paints while another thread paints, or in the middle of a paint, as under a
-// message box that the drawing shows, finds none and makes one of its own.
+// The kept buffer, or a new one. A paint during that of another thread, or in the middle of a paint, as under a message
+// box that the drawing shows, finds none and makes one of its own.
 PaintBuffer TakeBuffer(HDC target, HDC memory, const RECT& client) {
   PaintBuffer buffer;
   {

@@ -18,7 +18,7 @@ class CCtrlBase : public CWindow {
   // Draws the client area into a memory context; true to show it, false to leave the window as it was.
   virtual bool Draw(HDC dc, const RECT& client) = 0;
 
-  // What the window class is registered with, asked once of a prototype.
+  // The facts that the window class is registered with, asked once of a prototype.
   virtual const wchar_t* GetWindowClassName() const = 0;
   virtual const wchar_t* GetCursorName() const;
   virtual HINSTANCE GetCursorModule() const;

@@ -1,5 +1,5 @@
-// What the resources tell of the controls of a dialog besides their own texts: tips and names. tips.rc holds them, by
-// the number of the dialog's template.
+// The texts about the controls of a dialog besides their own: tips and names. tips.rc holds them, by the number of the
+// dialog's template.
 #pragma once
 
 #include <windows.h>

@@ -10,7 +10,7 @@ namespace {
 constexpr wchar_t kDialogProperty[] = L"{97C9657A-B5C4-4eae-BE4C-AD2144ACD85E}";
 
 INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  // It comes once from the system. Any program may send it again, with anything for an object.
+  // The message comes once from the system. Any program may send it again, with anything for an object.
   if (message == WM_INITDIALOG && !GetPropW(window, kDialogProperty)) {
     auto* const created = reinterpret_cast<CDlgBase*>(lParam);
     created->Hwnd = window;

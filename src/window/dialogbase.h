@@ -1,7 +1,7 @@
 // CDlgBase: dialogs from a resource template.
 //
-// A dialog's object belongs to whoever runs it, outlives its window, and may be run again. What is told of its
-// controls, by tips and to screen readers, comes from the resources and needs no line of a dialog.
+// A dialog's object belongs to whoever runs it, outlives its window, and may be run again. The tips and names of its
+// controls come from the resources and need no line of a dialog.
 #pragma once
 
 #include <windows.h>
@@ -30,7 +30,7 @@ class CDlgBase : public CWindow {
   LRESULT OnCommand(WPARAM wParam, UINT code, HWND control) override;
   LRESULT OnNotify(WPARAM wParam, NMHDR* header) override;
 
-  // In the modeless loop, ahead of the accelerators: true if the key is dealt with.
+  // Called in the modeless loop, ahead of the accelerators; true if the key is dealt with.
   virtual bool TranslateKey(const MSG& message);
   // The dialog procedure. A dialog that answers other messages overrides it and falls through to this routing.
   virtual INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam);
@@ -44,13 +44,13 @@ class CDlgBase : public CWindow {
   virtual void OnDialogEnd();
 
  protected:
-  // What is told where the mouse is over `control`; empty for nothing.
+  // The tip where the mouse is over `control`; empty for none.
   virtual std::wstring TipOf(HWND control) const;
 
   // Ends the dialog with a value, in whichever way it runs.
   void End(int result);
 
-  // What the dialog procedure gives for a private message: answered, with the message result 0.
+  // The dialog procedure's result for a private message: answered, with the message result 0.
   INT_PTR Answered();
 
   HWND Item(int id) const { return GetDlgItem(Hwnd, id); }

@@ -1,7 +1,7 @@
 // Messages to a control of the same thread, by a call of the procedure of its class.
 //
 // A list is filled with tens of thousands of them, and their way through the system and through whatever subclasses the
-// control would take as long as the filling. For messages in which no subclass has an interest.
+// control would take as long as the filling. No subclass may have an interest in such a message.
 #pragma once
 
 #include <windows.h>

@@ -15,7 +15,7 @@ inline void PrepareReport(HWND view) {
   SendMessageW(view, LVM_SETEXTENDEDLISTVIEWSTYLE, kStyles, kStyles);
 }
 
-// Behind those that are there. `title` is a string of the resources.
+// Appends a column behind those that are there. `title` is a string of the resources.
 inline void AppendColumn(HWND dialog, HWND view, UINT title, int width, int format = LVCFMT_LEFT) {
   RECT place{0, 0, width, 0};
   MapDialogRect(dialog, &place);

@@ -5,5 +5,5 @@
 
 #include <string>
 
-// The button that ended it.
+// Gives the button that ended the box.
 int ShowMessage(HWND owner, const std::wstring& text, UINT style);

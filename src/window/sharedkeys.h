@@ -15,8 +15,8 @@ class SharedKeys {
   SharedKeys(const SharedKeys&) = delete;
   SharedKeys& operator=(const SharedKeys&) = delete;
 
-  // On the thread of `window`, once it is there, and before it goes. `accelerators` is a resource of this program. A
-  // target that takes no input, as under a message box, gets no command, nor does it get one that is grey in its menu.
+  // To be called on the thread of `window`, once it is there and before it goes. `accelerators` is a resource of this
+  // program. A target gets no command that is grey in its menu, and none while it takes no input, as under a box.
   void Start(HWND window, HWND target, int accelerators);
   void Stop();
 

@@ -11,7 +11,7 @@ class StandingTip {
   StandingTip(const StandingTip&) = delete;
   StandingTip& operator=(const StandingTip&) = delete;
 
-  // On the thread of the window, which the tip goes with. Empty text is none.
+  // To be called on the thread of the window, which the tip goes with. An empty text is no tip.
   void Show(HWND below, const std::wstring& text);
   // The window has moved.
   void Follow() const;

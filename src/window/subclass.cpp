@@ -19,7 +19,7 @@ bool IsSubclassed(HWND window) {
 
 void BindSubclass(HWND window, CSubclassWindow* object) {
   object->Hwnd = window;
-  // These first: from the last line on the procedure looks for its object.
+  // These come first: from the last line on the procedure looks for its object.
   if (!SetPropW(window, kSubclassProperty, object)) {
     delete object;
     return;

@@ -10,7 +10,7 @@
 
 class CSubclassWindow : public CWindow {
  public:
-  // To the procedure that was replaced; behind WM_DESTROY the window is unbound and the object deleted.
+  // Hands on to the procedure that was replaced; behind WM_DESTROY the window is unbound and the object deleted.
   LRESULT OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
 
  protected:

@@ -1,4 +1,4 @@
-// CTemplateDlg: what a dialog says of itself that is made from one template and by default.
+// CTemplateDlg: a dialog's own answers to its base, where it is made from one template and by default.
 #pragma once
 
 #include <memory>

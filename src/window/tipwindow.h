@@ -7,8 +7,8 @@
 
 #include <string>
 
-// Goes with its owner. `shape`: of the TTS_ styles, beyond those of all. Lines are broken at `widest` pixels. Null if
-// the system makes none.
+// The tip goes with its owner. `shape`: TTS_ styles beyond those of all tips. Lines are broken at `widest` pixels. Null
+// if the system makes none.
 inline HWND CreateTipWindow(HWND owner, int widest, DWORD shape = 0) {
   const HWND tip =
       CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP | shape, 0, 0, 0,

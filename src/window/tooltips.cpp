@@ -41,8 +41,8 @@ void Tooltips::Follow(HWND control, UINT message, const std::wstring& text) {
   SendMessageW(tip_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relayed));
 }
 
-// Nothing is relayed yet: a mouse that a program puts there asks for nothing, and who moves it moves on.
-// One tool at a time: another text in the same control, as from row to row of a list, is another tool.
+// Nothing is relayed yet: a mouse that a program puts there asks for nothing, and a user who moves it moves on. There
+// is one tool at a time: another text in the same control, as from row to row of a list, is another tool.
 void Tooltips::Tell(HWND control, const std::wstring& text) {
   if (tip_ && !text_.empty()) SendTool(tip_, TTM_DELTOOLW, dialog_, control_, nullptr);
   control_ = control;

@@ -31,7 +31,7 @@ class Tooltips {
 
   HWND dialog_ = nullptr;
   HWND tip_ = nullptr;
-  HWND control_ = nullptr;  // of the tip that is told or about to be
+  HWND control_ = nullptr;  // the one whose tip is told or about to be
   std::wstring text_;
   POINT mouse_{};  // where it was last
 };
