@@ -3,5 +3,5 @@
 
 #include <string>
 
-// Its full path, beside the program; empty if it is not there.
+// The resampler's full path, beside the program; empty if it is not there.
 std::wstring BundledResampler();

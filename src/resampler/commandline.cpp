@@ -16,7 +16,7 @@ constexpr int kAllModulation = 100;  // percent
 constexpr int kMostModulation = 200;
 constexpr double kHighestHz = 1e6;  // beyond any note; keeps the number of one within its type
 
-// As "%g" writes it, whatever the locale: six digits, and two in an exponent.
+// The number as "%g" writes it, whatever the locale: six digits, and two in an exponent.
 std::wstring ShortNumber(double value) {
   std::array<char, 32> text;
   const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::general, 6);
@@ -36,7 +36,7 @@ std::wstring CreateCommandLine(const std::wstring& wave) {
 int ModulationFromText(const std::wstring& text) {
   if (text.empty()) return kAllModulation;
   const long long value = std::wcstoll(text.c_str(), nullptr, 10);
-  // As the system reads a number from a box: one that its type does not hold is none.
+  // The system reads a number from a box likewise: one that its type does not hold is none.
   if (value < std::numeric_limits<std::int32_t>::min() || value > std::numeric_limits<std::int32_t>::max()) return 0;
   return static_cast<int>(std::clamp<long long>(value, -kMostModulation, kMostModulation));
 }

@@ -1,4 +1,4 @@
-// What a resampler is called with: the command line that makes a wave's map, and the one that renders a preview.
+// The command lines of a resampler: the one that makes a wave's map, and the one that renders a preview.
 //
 // Resamplers of all families take the same positions, and hosts have always written them in these very forms.
 #pragma once
@@ -8,10 +8,10 @@
 
 #include "voicebank/wavefile.h"
 
-// The line that makes a map: a note that nobody wants, since the map beside the wave is what the run is for.
+// The line that makes a map. Nobody wants the note that it asks for, since the run is for the map beside the wave.
 std::wstring CreateCommandLine(const std::wstring& wave);
 
-// What the user asks of a preview.
+// The user's wishes for a preview.
 struct RenderSettings {
   int PitchShift = 0;    // semitones
   int Modulation = 100;  // percent
@@ -21,22 +21,22 @@ struct RenderSettings {
   friend bool operator==(const RenderSettings&, const RenderSettings&) = default;
 };
 
-// Percent of modulation that a text asks for: all of it where nothing was typed, 0 for what is no number, and -200 to
-// 200 else.
+// The modulation that a text asks for [percent]: all of it where nothing was typed, 0 for what is no number, and -200
+// to 200 else.
 int ModulationFromText(const std::wstring& text);
 
 // Flags stand in double quotes on the command line, and hold none.
 std::wstring WithoutQuotes(std::wstring flags);
 
-// The note that is nearest to a map's average [Hz], shifted by semitones. Averages under 55 Hz, and what is no number,
-// count as 55 Hz.
+// The note that is nearest to a map's key [Hz], shifted by semitones. A key under 55 Hz, or one that is no number,
+// counts as 55 Hz.
 int NoteToRender(double hz, int pitchShift);
 
 // Length [ms] of a wave at its own rate, to the precision of a float. Computed in integers of 32 bits, which wrap for
 // data over 512 MiB; 0 for a format without channels, bits or rate.
 double RenderLengthMs(const WaveFormat& format, std::uint32_t dataSize);
 
-// The line that renders a whole wave at its average pitch. A note that has no name leaves its position empty, and two
-// blanks stand side by side.
+// The line that renders a whole wave at its key. A note that has no name leaves its position empty, and two blanks
+// stand side by side.
 std::wstring RenderCommandLine(const std::wstring& wave, const std::wstring& output, double keyHz, double lengthMs,
                                const RenderSettings& settings);

@@ -19,9 +19,9 @@
 
 namespace {
 
-constexpr DWORD kFullBarMs = 500;  // that long the full bar can be seen
+constexpr DWORD kFullBarMs = 500;  // how long the full bar can be seen
 
-// A worker goes with what would meet the next item as well. A resampler that says that it failed may do better there.
+// A worker ends with a failure that its next item would meet as well. After a resampler's own failure it may do better.
 bool EndsWorker(ItemEnd end) {
   return end != ItemEnd::Made && end != ItemEnd::EndedBadly;
 }
@@ -79,7 +79,7 @@ void CCreateFrqDlg::AddFromList() {
   }
 }
 
-// As MapFileExists, without a call of the file system for each wave.
+// Answers as MapFileExists does, without a call of the file system for each wave.
 bool CCreateFrqDlg::HasMap(const std::wstring& wave, ::FrqType kind, ListedFolders& listed) const {
   const std::wstring map = MapPathFromWaveW(wave, kind);
   return kind == FrqTypeMrq ? MrqExists(map, Store) : listed.SizeOf(map).has_value();
@@ -100,7 +100,7 @@ void CCreateFrqDlg::StartWorkers() {
     worker.reset(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, WorkerProc, this, 0, nullptr)));
     if (!worker) break;
   }
-  // Without a single one nobody else would end the dialog.
+  // Without a single worker nobody else would end the dialog.
   if (wanted > 0 && WorkerCount == 0) PostMessageW(Hwnd, WM_CREATEFRQ_WORKER_DONE, 0, 0);
 }
 
@@ -122,7 +122,7 @@ void CCreateFrqDlg::OnStarted(std::size_t index) {
   SendDlgItemMessageW(Hwnd, IDC_CREATEFRQ_PROGRESS, PBM_SETPOS, static_cast<WPARAM>(StartedCount - 1), 0);
 }
 
-// The message is not what counts, as any program may send it.
+// The count of workers decides, and not the message, which any program may send.
 void CCreateFrqDlg::OnWorkerDone() {
   if (!Workers || LeavingCount < WorkerCount) return;
   Compact = Store.CompactFiles();
@@ -177,8 +177,8 @@ std::vector<int> CCreateFrqDlg::BegunSyllables() const {
   return syllables;
 }
 
-// Until the list is through, the user aborts, or an item fails: then this worker ends, the others go on, and the list
-// hears nothing of the item. Nor does it of one that was refused, whose map and edits stay.
+// A worker goes on until the list is through, the user aborts, or an item fails: then it ends, the others go on, and
+// the list hears nothing of the item. Nor does it hear of one that was refused, whose map and edits stay.
 void CCreateFrqDlg::WorkThrough() {
   const FileListSender list(ListWindow);
   while (!Aborting) {
@@ -201,7 +201,7 @@ ItemResult CCreateFrqDlg::Work(const WorkItem& item) {
 }
 
 // The target goes first: a conversion that fails leaves the wave without one, and without what a full disk took of it.
-// One that could not be kept is all that there is of that map, and is written over, which puts it back if it fails.
+// A target that could not be kept is all that there is of that map; it is written over, which puts it back on failure.
 ItemResult CCreateFrqDlg::Convert(const std::wstring& wave) {
   if (!CanConvertMap(wave, FrqType, TargetType)) return {ItemEnd::Refused};
   const std::wstring target = MapPathFromWaveW(wave, TargetType);

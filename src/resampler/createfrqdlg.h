@@ -34,7 +34,7 @@ enum CreateFrqMessage : UINT {
 
 class CCreateFrqDlg : public CTemplateDlg<CCreateFrqDlg, IDD_CREATEFRQ> {
  public:
-  // As many workers as there are processors.
+  // The workers are as many as the processors.
   CCreateFrqDlg();
   CCreateFrqDlg(CreateMode mode, HWND editorWindow, HWND listWindow, const std::wstring& resamplerPath,
                 int workerCount);
@@ -44,33 +44,33 @@ class CCreateFrqDlg : public CTemplateDlg<CCreateFrqDlg, IDD_CREATEFRQ> {
   HWND EditorWindow = nullptr;
   HWND ListWindow = nullptr;
   std::wstring ResamplerPath;
-  ::FrqType FrqType = FrqTypeFrq;  // the kind that is made; of a conversion its source
+  ::FrqType FrqType = FrqTypeFrq;  // the kind that is made; a conversion's source
   bool Vs4uUseFrq = true;
   int Vs4uOffset = 24;
   int Vs4uRange = 84;
   bool InitBoth = true;
   int WorkerCount = 0;       // the most; once they are started, how many did
-  int CurrentIndex = 0;      // of the syllable that a job for one is about
-  std::wstring CurrentWave;  // likewise
+  int CurrentIndex = 0;      // the syllable that a job for one is about
+  std::wstring CurrentWave;  // its wave
   ::FrqType TargetType = FrqTypeFrq;
   bool MakesListedKind = true;  // else what the list holds of a syllable stays as it is, edits too
 
   INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   INT_PTR OnInitDialog(LPARAM lParam) override;
-  // Nothing: Enter must not end a dialog whose workers run.
+  // Does nothing: Enter must not end a dialog whose workers run.
   void OnOK() override {}
-  // Also what closes the dialog at the end of the job, and nothing else does.
+  // The end of the job comes here too; nothing else closes the dialog.
   void OnCancel() override;
 
-  // When the job has ended: the syllables whose maps it has begun to make, as the list numbers them. A map whose making
+  // The syllables whose maps the job had begun to make when it ended, as the list numbers them. A map whose making
   // failed has gone, and nobody was told.
   std::vector<int> BegunSyllables() const;
-  // Likewise: what became of the items, and whether the file that holds the maps of a folder could be tidied up.
+  // The ended job's sum, and whether the file that holds the maps of a folder could be tidied up.
   JobSum Sum() const { return SumOf(WorkList, Results); }
   bool IsCompact() const { return Compact; }
 
  private:
-  // The number of items.
+  // Gives the number of items.
   int BuildWorkList();
   void AddFromList();
   bool HasMap(const std::wstring& wave, ::FrqType kind, class ListedFolders& listed) const;
@@ -79,7 +79,7 @@ class CCreateFrqDlg : public CTemplateDlg<CCreateFrqDlg, IDD_CREATEFRQ> {
   void OnWorkerDone();
   void LookForMaps();
 
-  // On a worker's thread.
+  // These run on a worker's thread.
   static unsigned WINAPI WorkerProc(void* self);
   void WorkThrough();
   ItemResult Work(const WorkItem& item);
@@ -90,7 +90,7 @@ class CCreateFrqDlg : public CTemplateDlg<CCreateFrqDlg, IDD_CREATEFRQ> {
   std::atomic<int> LeavingCount = 0;        // workers that have nothing left to do
   std::atomic<bool> Aborting = false;       // set by the user, read by the workers
   std::vector<WorkItem> WorkList;
-  std::vector<ItemResult> Results;  // of these
+  std::vector<ItemResult> Results;  // one for each item
   std::atomic<int> NextIndex = -1;  // the item drawn last
   bool Compact = true;
   int StartedCount = 0;             // items that the user has been told of

@@ -1,4 +1,4 @@
-// A job of making maps, as the commands of the editor ask for it, and what of it needs no window.
+// A job of making maps, as the commands of the editor ask for it, and the parts of it that need no window.
 #pragma once
 
 #include <cstdint>
@@ -27,20 +27,20 @@ struct CreateFrqJob {
 // One wave to be worked on.
 struct WorkItem {
   std::wstring wavePath;
-  int listIndex = 0;  // of the syllable in the list
+  int listIndex = 0;  // index of the syllable in the list
 };
 
 constexpr bool IsConversion(CreateMode mode) {
   return mode == CreateMode::ConvertAll || mode == CreateMode::ConvertOne;
 }
 
-// The job is for the syllable that is shown, not for the list.
+// True if the job is for the syllable that is shown, not for the list.
 constexpr bool IsForOne(CreateMode mode) {
   return mode == CreateMode::Current || mode == CreateMode::ConvertOne;
 }
 
-// Of the modes that go over the list: whether a syllable is worked on. `hasMap`: of the kind that is made, or of a
-// conversion's source.
+// Whether a mode that goes over the list works on a syllable. `hasMap`: the syllable has a map of the kind that is
+// made, or of a conversion's source.
 constexpr bool IsWanted(CreateMode mode, bool hasMap) {
   if (mode == CreateMode::Missing) return !hasMap;
   return mode != CreateMode::ConvertAll || hasMap;

@@ -12,7 +12,7 @@ constexpr double kMostSeconds = 600.0;
 constexpr double kUsualLevel = 3000.0;
 constexpr double kHighestLevel = 32767.0;
 constexpr float kHighestPeak = 32000.0f;
-// Of the rate: a harmonic fades out between the two, and no pitch is above the first.
+// Shares of the rate: a harmonic fades out between the two, and no pitch is above the first.
 constexpr double kFadeFrom = 0.4, kFadeTo = 0.45;
 
 // A file may hold any number.
@@ -28,8 +28,8 @@ class ToneGenerator {
  public:
   explicit ToneGenerator(double rate) : rate_(rate), rampStep_(1.0 / std::max(1.0, kRampSeconds * rate)) {}
 
-  // What sounds from the next sample on. While the tone fades out it keeps what it has: a voice that begins meanwhile
-  // would begin with a step.
+  // Sets what sounds from the next sample on. While the tone fades out it keeps what it has: a voice that begins
+  // meanwhile would begin with a step.
   void Set(double hz, double level) {
     if (isFading_) return;
     hz_ = std::min(hz, kFadeFrom * rate_);
@@ -45,7 +45,7 @@ class ToneGenerator {
   }
 
  private:
-  // Of the harmonics that the rate has room for, of equal power whatever their number.
+  // The sum of the harmonics that the rate has room for, of equal power whatever their number.
   double Shape() const {
     const double twiceCosine = 2.0 * std::cos(phase_);
     double before = 0.0, sine = std::sin(phase_), sum = 0.0, power = 0.0;
@@ -84,7 +84,7 @@ class Curve {
     return static_cast<std::size_t>(std::min(static_cast<double>(frames_.size()) * hop_, most));
   }
   bool IsVoiced(std::size_t sample) const { return HasPitch(frames_[FrameAt(sample)]); }
-  // Of a voiced one.
+  // The sample has to be voiced.
   void SetAt(std::size_t sample, ToneGenerator& tone) const {
     const std::size_t at = FrameAt(sample);
     const FrqFrame& frame = frames_[at];

@@ -1,5 +1,5 @@
-// CurveTone: the curve of a map as a tone, so that its pitch can be heard without any resampler. Apart from what is
-// played and how, so that its sound can be measured natively.
+// CurveTone: the curve of a map as a tone, so that its pitch can be heard without any resampler. It knows nothing of
+// playing, so that its sound can be measured natively.
 #pragma once
 
 #include <vector>

@@ -19,10 +19,10 @@ bool BeginsAsProgram(HANDLE file) {
   return ReadFile(file, &signature, sizeof(signature), &read, nullptr) && signature == IMAGE_DOS_SIGNATURE;
 }
 
-// Why a run need not be tried; 0 if it is to be. The shell would open a folder in a window, and an empty name as the
-// folder that is current: both would count as runs that went well, for each wave of a job. And it would tell the user
-// of a file that has gone or is no program, a box for each worker, of which all but the first hide behind the job's own
-// window. A bare name is the shell's to look for.
+// The reason not to try a run; 0 for none. The shell would open a folder in a window, and an empty name as the folder
+// that is current: both would count as runs that went well, for each wave of a job. It would also tell the user of a
+// file that has gone or is no program, in a box for each worker, of which all but the first hide behind the job's own
+// window. The shell itself looks for a bare name.
 DWORD WhyNotRun(const std::wstring& program) {
   const bool bareName = program.find(L'\\') == program.npos;
   if (bareName) return program.empty() ? ERROR_FILE_NOT_FOUND : 0;

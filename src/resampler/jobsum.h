@@ -1,4 +1,4 @@
-// What became of a job of making maps: the sum of what its workers have met, item by item.
+// The end of a job of making maps: the sum of what its workers have met, item by item.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ enum class ItemEnd : std::uint8_t {
   Refused,         // what would take its place cannot be made, so that it was left as it is
 };
 
-// Of one item of the work list.
+// The end of one item of the work list.
 struct ItemResult {
   ItemEnd End = ItemEnd::NotReached;
   std::int32_t Error = 0;
@@ -28,8 +28,8 @@ struct ItemResult {
 struct JobSum {
   int Made = 0;
   int NotReached = 0;
-  std::vector<std::wstring> Failed;  // their waves, in the order of the list
-  ItemResult First;                  // what the first of these met
+  std::vector<std::wstring> Failed;  // waves of failed items, in the order of the list
+  ItemResult First;                  // the result of the first of these
 };
 
 // `results` belong to `items` one by one.

@@ -24,7 +24,7 @@ SampleRange SamplesOf(const ListenInput& input) {
   return {input.Part.first * hop, (std::int64_t{input.Part.first} + input.Part.count) * hop};
 }
 
-// In a sound of another rate.
+// The same part of a sound of another rate.
 SampleRange Scaled(SampleRange range, double factor) {
   const auto scale = [&](std::int64_t sample) {
     const double scaled = static_cast<double>(sample) * factor;
@@ -33,8 +33,7 @@ SampleRange Scaled(SampleRange range, double factor) {
   return {scale(range.first), scale(range.end)};
 }
 
-// An AIFF file is taken with one channel of 16 bits: the samples of others come as they lie in the file, which no wave
-// is.
+// An AIFF file is taken with one channel of 16 bits. The samples of others lie in the file as they do in no wave.
 std::optional<DecodedWave> ReadRecording(const std::wstring& path) {
   WaveHeader wave;
   if (wave.Load(path, false) != 0) return std::nullopt;
@@ -96,7 +95,7 @@ SoundEnd SoundMaker::MakeRecording() {
   return wave ? WritePart(L"recording.wav", *wave, SamplesOf(input_)) : SoundEnd::NoWave;
 }
 
-// Heard without a recording too.
+// The curve is heard without a recording too.
 SoundEnd SoundMaker::MakeCurve() {
   WaveHeader wave;
   const bool hasRate = wave.Load(input_.Syllable.WavePath, true) == 0 && wave.format.samplesPerSec > 0;
@@ -145,8 +144,8 @@ SoundEnd SoundMaker::MakeComparison(const std::function<bool()>& isStopped) {
   return SoundEnd::Well;
 }
 
-// What is rendered is as long as the recording, at a rate of its own. Where it ends before the part it is heard as a
-// whole.
+// The rendered sound is as long as the recording, at a rate of its own. It is heard as a whole where it ends before the
+// part.
 SoundEnd SoundMaker::Render(const PreviewInput& side, double rate, DecodedWave& part) const {
   TempFolder::Empty(folder_);
   PreviewEnd end = PreviewEnd::NotPrepared;

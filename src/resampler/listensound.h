@@ -1,5 +1,5 @@
-// What is to be heard of a syllable, as wave files: its recording, its curve as a tone, both at a time, or what the
-// resampler makes of the saved curve and of the edited one. Apart from the thread that plays them.
+// The sounds of a syllable as wave files: its recording, its curve as a tone, both at a time, or the renderings of the
+// saved curve and of the edited one. They are made apart from the thread that plays them.
 #pragma once
 
 #include <functional>
@@ -13,9 +13,9 @@ enum class ListenTo { Recording, Curve, Both, Compare };
 
 struct ListenInput {
   ListenTo What = ListenTo::Recording;
-  FrameRange Part;        // of no frames: the whole
+  FrameRange Part;        // no frames: the whole
   PreviewInput Syllable;  // its wave and the map as it stands; the rest serves a comparison
-  FrqMap Saved;           // of a comparison
+  FrqMap Saved;           // for a comparison
 };
 
 enum class SoundEnd {
@@ -30,7 +30,7 @@ enum class SoundEnd {
 };
 
 // Makes the files in the folder and gives them in the order in which they are to be heard; none where `end` tells why.
-// Both at a time are the recording on the left and the tone on the right. Of a comparison the saved curve comes first;
-// between the two it is asked whether it has been stopped.
+// Both at a time are the recording on the left and the tone on the right. A comparison begins with the saved curve and
+// asks between the two whether it has been stopped.
 std::vector<std::wstring> MakeSounds(const std::wstring& folder, const ListenInput& input,
                                      const std::function<bool()>& isStopped, SoundEnd& end);

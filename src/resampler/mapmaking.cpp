@@ -54,7 +54,7 @@ bool IsMade(const std::wstring& wave, const std::wstring& map, MrqStore& store) 
   return MapFileExists(map, &store);
 }
 
-// What a resampler that ended with a negative code has left goes again; any other code is a success: resamplers give all
+// A resampler that ended with a negative code loses what it has left. Any other code is a success: resamplers give all
 // sorts of them.
 ItemResult Run(const MapOrder& order, const std::wstring& wave, const std::wstring& map, MrqStore& store) {
   LONG exitCode = 0;
@@ -87,7 +87,7 @@ ItemResult MakeUncertainly(const MapOrder& order, const std::wstring& wave, cons
 
 }  // namespace
 
-// Nobody knows what a resampler does to a map: one that could not be kept stays.
+// Nobody knows what a resampler does to a map, so a map that could not be kept stays.
 ItemResult MakeMap(const MapOrder& order, const std::wstring& wave, MrqStore& store) {
   if (order.Kind == FrqTypeVs4ufrq && !CanLibraryOpen(wave)) return {ItemEnd::Refused};
   const std::wstring map = MapPathFromWaveW(wave, order.Kind);

@@ -1,4 +1,4 @@
-// The making of one map, from the end of the one that is there to the new one: what a worker of a job does with a wave.
+// The making of one map by a worker of a job, from the end of the map that is there to the new one.
 //
 // A resampler is asked for the wave by its own path, as hosts ask it. Where that path is none that every program can
 // open, nobody knows what comes of it: then the map that was there is held, a resampler that made nothing is asked once
@@ -15,13 +15,13 @@
 #include "resampler/noterange.h"
 
 struct MapOrder {
-  HWND Owner = nullptr;  // of what the system may have to show
+  HWND Owner = nullptr;  // the window for what the system may have to show
   std::wstring Resampler;
   FrqType Kind = FrqTypeFrq;
   NoteRange Vs4uRange{};
   bool Vs4uUseFrq = true;
-  bool KeepsEntry = false;  // of desc.mrq: the resampler's analysis alone is renewed
+  bool KeepsEntry = false;  // the entry in desc.mrq stays, only the resampler's analysis is renewed
 };
 
-// Made, whether or not there is a map now: the files show that.
+// Gives Made whether or not there is a map now: the files show that.
 ItemResult MakeMap(const MapOrder& order, const std::wstring& wave, MrqStore& store);

@@ -24,7 +24,7 @@ class PlainCopy {
   PlainCopy(const PlainCopy&) = delete;
   PlainCopy& operator=(const PlainCopy&) = delete;
 
-  // Of the copy; empty if there can be none.
+  // The path of the copy; empty if there can be none.
   const std::wstring& Wave() const { return copy_; }
 
   // Puts the map of the copy and all that was made along with it beside the wave itself, or into the wave's entry of

@@ -18,7 +18,7 @@ constexpr DWORD kLongestWaitMs = 10'000;
 
 }  // namespace
 
-// What the object and its thread share.
+// The state that the object and its thread share.
 struct CPreview::Shared {
   std::wstring Folder;
   PreviewInput Input;
@@ -26,7 +26,7 @@ struct CPreview::Shared {
   std::atomic<bool> Ended = true;
   PreviewEnd End = PreviewEnd::Well;  // the thread's until it has ended
 
-  // The last render: the thread's alone.
+  // The last render belongs to the thread alone.
   FrqMap LastMap;
   std::wstring LastPath;
   RenderSettings LastSettings;
@@ -47,7 +47,7 @@ void CPreview::Shared::RememberInput() {
   LastSettings = Input.Settings;
 }
 
-// Only the folder is kept where the input is the same.
+// The same input leaves the folder as it is, but is rendered anew.
 int CPreview::Shared::RenderAndPlay() {
   End = PreviewEnd::NotPrepared;
   if (HasChanged()) TempFolder::Empty(Folder);
@@ -108,7 +108,7 @@ unsigned WINAPI CPreview::ThreadProc(void* argument) {
   try {
     result = shared.RenderAndPlay();
   } catch (const std::exception&) {
-    // What memory does not hold is not played.
+    // A preview that memory does not hold is not played.
   }
   const HWND window = shared.Input.Window;
   shared.Ended = true;  // the next render may begin at any moment from here on

@@ -3,9 +3,9 @@
 // The wave is copied into a private folder, its map is saved beside the copy, and the resampler runs there, so that
 // nothing of the voicebank is touched. All of it happens on a thread of its own for each press of Play.
 //
-// What the thread works with was copied when the user pressed: it looks at no map and no window, and touches nothing of
-// this object but the state of the last render, which nobody else reads. The thread and the object both own what they
-// share, since a resampler may still be running when the window has gone.
+// The thread works with copies that were made when the user pressed: it looks at no map and no window, and touches
+// nothing of this object but the state of the last render, which nobody else reads. The thread and the object both own
+// what they share, since a resampler may still be running when the window has gone.
 #pragma once
 
 #include <windows.h>
@@ -26,10 +26,10 @@ class CPreview {
 
   // The private folder for scratch files, or empty: there is nothing to clear then.
   void SetFolder(const std::wstring& folder);
-  // Deletes the files in the folder. What is in use stays, and so do folders.
+  // Deletes the files in the folder. Files in use stay, and so do folders.
   void ClearFolder() const;
 
-  // Between a press and the end that is posted.
+  // True between a press and the end that is posted.
   bool IsRunning() const { return Running; }
   // WM_PREVIEW_DONE comes to the window, whatever happens.
   void Start(PreviewInput input);
@@ -37,9 +37,9 @@ class CPreview {
   void Stop();
   // Whether the render that was begun last has come to its end, which it posts then. Any program may post that too.
   bool HasEnded() const;
-  // How it came to its end.
+  // How the last render came to its end.
   PreviewEnd End() const;
-  // The end has come.
+  // To be called when the end has come.
   void Finish();
   // Stops, and waits some ten seconds at most.
   void StopAndWait();

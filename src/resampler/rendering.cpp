@@ -22,7 +22,7 @@ namespace {
 
 std::mutex logLock;
 
-// The one entry in a desc.mrq of its own.
+// Writes the one entry into a desc.mrq of its own.
 bool WriteEntryBeside(const std::wstring& folder, const std::wstring& mapPath, const std::optional<MrqEntry>& entry) {
   if (!entry) return false;
   MrqStore store;
@@ -30,7 +30,7 @@ bool WriteEntryBeside(const std::wstring& folder, const std::wstring& mapPath, c
   return store.AddFolder(folder) == 0 && store.SetEntry(key, *entry) == 0 && store.WriteEntry(key) == 0;
 }
 
-// The same of a map, whatever the list's store holds.
+// Writes a map likewise, whatever the list's store holds.
 bool WriteMapBeside(const std::wstring& folder, const std::wstring& mapPath, const FrqMap& map) {
   MrqStore store;
   return store.AddFolder(folder) == 0 && SaveMrq(map, mapPath, &store) == 0;
@@ -98,7 +98,7 @@ bool Rendering::PutMapBeside(const std::wstring& wave) const {
     // The library puts edits into a project that is there.
     CopyFilePlainly(MapPathFromWaveW(input_.WavePath, input_.FrqType), mapPath);
   }
-  // A save renews the average of a map that has none in its file, and the next press would see another map.
+  // A save renews the key of a map that has none in its file, and the next press would see another map.
   FrqMap saved;
   input_.Map.CopyTo(saved);
   if (SaveMap(saved, wave, input_.FrqType, nullptr) == 0) return true;
@@ -109,12 +109,12 @@ bool Rendering::PutMapBeside(const std::wstring& wave) const {
 int Rendering::Render(const std::wstring& wave, const std::wstring& output) {
   const int result = RunResamplerRender(input_.Window, commandLine_, input_.ResamplerPath, wave,
                                         input_.Map.ShownAverage(), input_.Settings, output);
-  // Nothing hangs on that setting any more; it is read where it once was asked for.
+  // Nothing depends on that setting any more; it is read where it once was asked for.
   if (result == 0 && GetResamplerKind(input_.ResamplerPath) == FrqTypeMrq) IsMoreCompatibilityOff(input_.ResamplerPath);
   return result;
 }
 
-// For resamplers that cannot open the wave by its own name, or in a folder with such a name.
+// This serves resamplers that cannot open the wave by its own name, or in a folder with such a name.
 void Rendering::RenderUnderPlainName() {
   const std::optional<std::wstring> folder = NarrowForm(folder_);
   if (!folder) return;

@@ -19,7 +19,7 @@ constexpr DWORD kLongestWaitMs = 10'000;
 
 }  // namespace
 
-// What the object and its thread share.
+// The state that the object and its thread share.
 struct SoundRun::Shared {
   HWND Window = nullptr;
   std::wstring Folder;
@@ -34,7 +34,7 @@ struct SoundRun::Shared {
   bool Play(const std::wstring& file) const;
 };
 
-// Handed to the thread, which waits for the one before it.
+// A new run, handed to its thread, which waits for the one before it.
 struct SoundRun::Begun {
   std::shared_ptr<Shared> State;
   ThreadHandle Before;
@@ -85,7 +85,7 @@ unsigned WINAPI SoundRun::ThreadProc(void* argument) {
   try {
     if (!shared.IsStopped()) shared.End = shared.MakeAndPlay();
   } catch (const std::exception&) {
-    shared.End = SoundEnd::NotPrepared;  // what memory does not hold is not heard
+    shared.End = SoundEnd::NotPrepared;  // memory does not hold the sound
   }
   shared.Sounding = -1;
   shared.Ended = true;

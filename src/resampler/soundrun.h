@@ -1,8 +1,8 @@
 // SoundRun: something that is listened to: made and played on a thread of its own, for each command anew.
 //
-// What the thread works with was copied before: it looks at no map and no window. The thread and the object both own
-// what they share, since a resampler may still be running when the window has gone. A run begins when the one before it
-// has come to its end, so that one at a time is at work in the folder.
+// The thread works with copies: it looks at no map and no window. The thread and the object both own what they share,
+// since a resampler may still be running when the window has gone. A run begins when the one before it has come to its
+// end, so that one at a time is at work in the folder.
 #pragma once
 
 #include <windows.h>
@@ -28,11 +28,11 @@ class SoundRun {
   // Waits some ten seconds at most.
   void StopAndWait();
 
-  // Between a start and the end, or the stop.
+  // True between a start and the end, or the stop.
   bool IsRunning() const;
   // The number of the file that sounds; -1 before the first one, and for none.
   int Sounding() const;
-  // Of a run that is not running.
+  // To be asked of a run that is not running.
   SoundEnd End() const;
 
  private:
