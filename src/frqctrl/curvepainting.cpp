@@ -63,7 +63,7 @@ class CurveLine {
   std::array<Pen, CurveInkCount> pens_;
   std::vector<POINT> points_;
   CurveInk ink_ = InkPlain;    // of the segments of points_
-  bool lastSelected_ = false;  // the frame of the last point
+  bool lastSelected_ = false;  // the last point's frame is selected
 };
 
 // One curve: what it shows and how large its markers are.
@@ -76,7 +76,7 @@ struct Curve {
   int ToY(double hz) const { return Table.FrequencyToY(hz, Table.PlotRect.bottom); }
 };
 
-// Fills rectangles, those that touch side by side in one call: at the smallest zoom a steady note is one bar, and the
+// Fills rectangles, all that touch side by side in one call: at the smallest zoom a steady note is one bar, and the
 // calls for its markers would be most of a stroke's time.
 class MarkerBars {
  public:

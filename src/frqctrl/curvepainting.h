@@ -13,7 +13,7 @@ struct CurveColors {
   COLORREF Unvoiced;
 };
 
-// What a curve goes through.
-enum class CurveOf { Frequencies, Suggestions };  // those that the check offers, at marked frames only
+// The values that a curve goes through.
+enum class CurveOf { Frequencies, Suggestions };  // Suggestions: the check's, at marked frames only
 
 void DrawCurve(HDC dc, const TableGeometry& geometry, const FrqMap& map, CurveOf values, const CurveColors& colors);

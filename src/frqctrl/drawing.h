@@ -1,4 +1,4 @@
-// What the drawing steps of the frequency table control share: pens and brushes, filled rectangles, lines, and the walk
+// The tools of the frequency table control's drawing steps: pens and brushes, filled rectangles, lines, and the walk
 // over the frames in the plot.
 #pragma once
 
@@ -25,7 +25,7 @@ inline void Fill(HDC dc, const Brush& brush, const RECT& rect) {
   FillRect(dc, &rect, brush.get());
 }
 
-// Without its last pixel, with the selected pen.
+// Draws with the selected pen, without the line's last pixel.
 inline void Line(HDC dc, int x0, int y0, int x1, int y1) {
   MoveToEx(dc, x0, y0, nullptr);
   LineTo(dc, x1, y1);

@@ -28,7 +28,7 @@ struct TransformWindow {
   // `window`: 2,048 factors in the order of the samples.
   TransformWindow(const double* window, double gain);
 
-  // Those of the samples i + j * kStride and, as far as they are taken together with it, of the next ones.
+  // The factors of the samples i + j * kStride and, as far as they are taken together with it, of the next ones.
   const double* FactorsOf(std::size_t i, std::size_t j) const { return factors + PlaceOf(i, j); }
 
  private:

@@ -52,7 +52,7 @@ struct Avx2 {
 
 }  // namespace
 
-// Named here, so that its code is made here.
+// The function is named here, so that its code is made here.
 static const MagnitudeTransform::Function transform = TransformBy<Avx2>;
 #pragma GCC pop_options
 

@@ -10,7 +10,7 @@ struct Complexes {
   typename V::Value re, im;
 };
 
-// What lies between the passes. The complex transform of n values is at complexes[n].
+// The values between the passes. The complex transform of n values is at complexes[n].
 template <class V>
 struct FftBuffers {
   alignas(64) Complexes<V> complexes[2 * kComplexLength];
@@ -90,7 +90,7 @@ constexpr bool HasRoot(std::size_t bin) {
 }
 
 // Puts the squared magnitude, or the magnitude, of output kOutput of the last kRadix ones of the complex transform of
-// kWhole values where it belongs. `bin`: that of output 0.
+// kWhole values where it belongs. `bin`: the bin of output 0.
 template <class V, std::size_t kWhole, std::size_t kRadix, std::size_t kOutput>
 [[gnu::always_inline]] inline void StoreSquare(const Complexes<V>& x, typename V::Value* squares, std::size_t bin) {
   constexpr std::size_t kMore = kTransformLength / kRadix * kOutput, kLeast = kComplexLength / kWhole;
@@ -102,8 +102,8 @@ template <class V, std::size_t kWhole, std::size_t kRadix, std::size_t kOutput>
   }
 }
 
-// The last pass over kRadix values. Of eight the even outputs are done before the odd ones are begun, which go back to
-// the memory: so few values are needed at a time that the registers hold them.
+// The last pass over kRadix values. With eight the even outputs are done before the odd ones are begun, which read the
+// memory again: so few values are needed at a time that the registers hold them.
 template <class V, std::size_t kWhole, std::size_t kRadix>
 [[gnu::always_inline]] inline void LastButterfly(const Complexes<V>* values, typename V::Value* squares,
                                                  std::size_t bin) {
@@ -179,7 +179,7 @@ template <class V>
   V::Store(values, magnitudes, bin);
 }
 
-// The first pass. What the group before has left is stored meanwhile, if there was one: memory takes it no faster.
+// The first pass. It stores what the group before has left, if there was one: memory takes that no faster.
 template <class V>
 inline void SplitSamples(const FftTables& tables, const double* const* samples, const TransformWindow& window,
                          double* const* magnitudesBefore, FftBuffers<V>& buffers) {

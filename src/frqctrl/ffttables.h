@@ -25,19 +25,18 @@ inline constexpr std::size_t kBinsAtATime = 8;
 // take them with one load.
 struct FftTables {
   alignas(16) static constexpr double kRootOfHalf[2] = {0.70710678118654752440, 0.70710678118654752440};
-  // For the passes over `length` real values, which do two steps of the splitting, butterfly i from 0 to
-  // length / 8 - 1: W(length, i), W(length, i + length / 8), W(length, 2 i). That of `length` values starts at
-  // length / 8.
+  // For the passes over `length` real values, which do two steps of the splitting, butterfly i from 0 to length / 8 -
+  // 1: W(length, i), W(length, i + length / 8), W(length, 2 i). Those for `length` values start at length / 8.
   static constexpr std::size_t kRealFactors = 12;
   alignas(64) std::array<std::array<double, kRealFactors>, 2 * kTransformLength / 8> real;
   // For the passes over `length` complex values, butterfly i from 0 to length / RadixOf(length) - 1: W(length, j i) for
-  // j from 1 to RadixOf(length) - 1. That of `length` values starts at 4 * length.
+  // j from 1 to RadixOf(length) - 1. Those for `length` values start at 4 * length.
   alignas(64) std::array<double, 8 * kComplexLength> complex;
-  // Which bin the complex transform of n values leaves at its place p: bins[n + p].
+  // The complex transform of n values leaves the bin bins[n + p] at its place p.
   std::array<std::uint16_t, 2 * kComplexLength> bins;
 };
 
-// Made at the first call.
+// The tables are made at the first call.
 const FftTables& TablesOfFft();
 
 // None where this machine has no AVX2 or no fused multiply and add.

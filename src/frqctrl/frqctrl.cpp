@@ -21,7 +21,7 @@ bool IsMapOrNull(const FrqMap* map) {
   return !map || (isAligned && IsWritable(map, sizeof(FrqMap)));
 }
 
-// What is told of a place of the table.
+// The text about a place of the table.
 std::wstring TextAt(POINT point, const TableModel& model, const MapEditing& editing, WaveSpectrum& spectrum) {
   std::optional<TableReading> reading;
   {
@@ -43,7 +43,7 @@ const wchar_t* CFrqCtrl::GetWindowClassName() const {
   return L"FrequencyTableControl";
 }
 
-// It sets its cursor itself, by what the mouse can do.
+// The control sets its cursor itself, by what the mouse can do.
 const wchar_t* CFrqCtrl::GetCursorName() const {
   return nullptr;
 }
@@ -97,7 +97,7 @@ LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case WM_SETFOCUS:
     case WM_KILLFOCUS: Keys.OnFocus(message == WM_SETFOCUS); break;
     case WM_GETDLGCODE: return DLGC_WANTARROWS;
-    // For the themed buttons in it, which draw what is behind them.
+    // The themed buttons in the control ask for this, to draw what is behind them.
     case WM_PRINTCLIENT: PrintInto(reinterpret_cast<HDC>(wParam)); break;
     case WM_CAPTURECHANGED: OnCaptureChanged(reinterpret_cast<HWND>(lParam)); break;
     default: return CCtrlBase::OnMessage(window, message, wParam, lParam);
@@ -124,10 +124,10 @@ LRESULT CFrqCtrl::OnSize(WPARAM, int, int) {
 }
 
 bool CFrqCtrl::Draw(HDC dc, const RECT& client) {
-  // Under the box that tells of a failed analysis the layer is about to be built.
+  // A paint under the box of a failed analysis draws nothing: the layer is about to be built.
   if (Spectrum.IsAnalyzing()) return false;
   Painter.LayOut(dc, client);
-  // Ahead of the lock: the analysis may take seconds and show a box.
+  // The analysis comes ahead of the lock, since it may take seconds and show a box.
   const bool newLayer = !Layer;
   const PixelRect& plot = Model.Geometry.PlotRect;
   if (newLayer && Model.ShowsSpectrum() && plot.left < plot.right) Spectrum.Ensure(Hwnd);
@@ -157,7 +157,7 @@ void CFrqCtrl::Rebuild() {
   Refresh();
 }
 
-// A thumbnail's layer is there to be given up.
+// A thumbnail's layer goes with its memory.
 void CFrqCtrl::DropLayer() {
   if (Model.Geometry.ThumbnailMode) {
     Layer.GiveUp();
@@ -171,7 +171,7 @@ void CFrqCtrl::Notify(FrqCtrlNotification code, LPARAM lParam) {
   SendMessageW(GetParent(Hwnd), WM_COMMAND, MAKEWPARAM(id, code), lParam);
 }
 
-// What is no map is not taken.
+// Pointers that lead to no map are not taken.
 void CFrqCtrl::SetMaps(const FrqMap* reference, FrqMap* map) {
   if (!IsMapOrNull(reference) || !IsMapOrNull(map) || !CurrentEditing->MayShow(reference, map)) return;
   // The same map again means that its content is new. Its saved state is not taken here: the editor changes that one
@@ -343,7 +343,7 @@ LRESULT CFrqCtrl::OnLButtonDblClk(WPARAM, int x, int y) {
   return 0;
 }
 
-// What takes the capture away gets the release of the buttons too.
+// A window that takes the capture away gets the release of the buttons too.
 void CFrqCtrl::OnCaptureChanged(HWND owner) {
   if (!Mouse.IsDragging() || owner == Hwnd) return;
   Mouse.OnCaptureChanged(owner);

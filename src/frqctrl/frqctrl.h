@@ -74,7 +74,7 @@ class CFrqCtrl : public CCtrlBase, private TableHost {
   void SetEditing(MapEditing* editing);
   friend void FrqCtrlSender::SetPitches(WavePitches* pitches) const;
 
-  // What the private messages ask for, as far as no part does it by itself.
+  // The answers to private messages that no part gives by itself.
   void SetMaps(const FrqMap* reference, FrqMap* map);
   void SetSelection(const int* frames, std::size_t count);
   LRESULT SetViewMode(int mode);

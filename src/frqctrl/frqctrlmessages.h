@@ -63,18 +63,18 @@ class FrqCtrlSender {
 
   // The maps are not owned; `reference` is the last saved state, drawn behind. Repaint is the caller's.
   void SetMaps(const FrqMap* reference, FrqMap* map) const { Send(FCM_SETMAPS, Pointer(reference), Pointer(map)); }
-  // What the control writes through; not owned, null for its own again, which writes straight into the map. A drag
-  // ends. Called on the control's thread, and no message, which any other program might send.
+  // Sets what the control writes through; not owned, null for its own again, which writes straight into the map. A drag
+  // ends. A call on the control's thread, and no message, which any other program might send.
   void SetEditing(MapEditing* editing) const;
-  // What the recording offers to the pencil; not owned, null for nothing. Likewise no message.
+  // Sets what the recording offers to the pencil; not owned, null for nothing. Likewise no message.
   void SetPitches(WavePitches* pitches) const;
   void SetScrollColumn(SampleCount column) const { Send(FCM_SETSCROLLCOLUMN, static_cast<WPARAM>(column)); }
   // Scrolls so that these frames are seen; where they are seen already nothing moves.
   void ShowFrames(SampleCount first, SampleCount last) const { Send(FCM_SHOWFRAMES, static_cast<WPARAM>(first), last); }
-  // The view made for the curve (TableModel).
+  // Shows the view made for the curve (TableModel).
   void Fit() const { Send(FCM_FIT); }
   void Centre() const { Send(FCM_CENTRE); }
-  // The curve comes into view, once a view was made for one; a table that was scrolled by hand alone stays as it is.
+  // Brings the curve into view, once a view was made for one; a table that was scrolled by hand alone stays as it is.
   void ShowCurve() const { Send(FCM_SHOWCURVE); }
   void ZoomInPlace(bool down) const { Send(FCM_ZOOMINPLACE, down); }
   void SetSelection(std::span<const int> frames) const {

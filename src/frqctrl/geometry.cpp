@@ -51,7 +51,7 @@ std::vector<int> TableGeometry::NotesOfSpectrumRows() const {
   const auto noteAt = [&](double distance) { return (distance - rowHeight * 0.5) / rowHeight + BottomNote; };
   std::vector<int> notes(static_cast<std::size_t>(std::max(height, 0)), kNoNote);
   const int highest = Truncate(noteAt(height) + 2.0);
-  // From below, so that a cell covers the one under it.
+  // The rows come from below, so that a cell covers the one under it.
   for (int note = Truncate(noteAt(0)); note <= highest; ++note) {
     const int top = height - Truncate(rowHeight * (note - 0.5 - BottomNote) + rowHeight * 0.5);
     const int bottom = Truncate(top + rowHeight);
@@ -80,7 +80,7 @@ double TableGeometry::YToFrequency(int y, const StrokeLimits& limits, bool singl
   const double note = (distance - RowHeight() * 0.5) / RowHeight() + BottomNote;
   double hz = NoteToHz(std::min<double>(note, kTopNote));
   if (singlePrecision) hz = static_cast<double>(static_cast<float>(hz));
-  // Under a lower limit above 55 Hz it is 55 Hz all the same: not the least pitch, but none.
+  // A pitch below the lower limit is 55 Hz even where that limit is above 55 Hz: not the least pitch, but none.
   if (limits.LowerLimit > hz) hz = FrqNoPitch;
   return hz > limits.UpperLimit ? limits.UpperLimit : hz;
 }

@@ -49,7 +49,7 @@ struct TableGeometry {
   SampleCount ScrollColumn = 0;  // column at the left edge of the plot
   bool ThumbnailMode = false;    // half a pixel a frame and one a semitone, whatever the zoom
 
-  // In pixels, not whole: drawing adds them up and truncates at each use.
+  // The width in pixels, not whole: drawing adds it up and truncates at each use.
   double ColumnWidth() const;
   double RowHeight() const;
 

@@ -9,7 +9,7 @@
 namespace {
 
 std::mutex listsLock;
-std::set<const LayerEvictionList*> lists;  // that live
+std::set<const LayerEvictionList*> lists;  // the lists that live
 
 }  // namespace
 

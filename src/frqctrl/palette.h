@@ -20,7 +20,7 @@ enum TableColor {
   ColorUnvoiced,           // frame above 55 Hz that is not voiced
   ColorSuggested,          // curve of suggested frequencies
   ColorSuggestedSelected,  // its selected frames
-  ColorAmplitude,          // amplitude bars
+  ColorAmplitude,          // level bars
   ColorMarked,             // columns of marked frames
   TableColorCount,
 };
@@ -29,5 +29,5 @@ using TablePalette = std::array<COLORREF, TableColorCount>;
 
 const TablePalette& PaletteFor(bool highContrast);
 
-// What the system is set to now.
+// Whether the system is set to high contrast now.
 bool IsHighContrast();

@@ -14,7 +14,7 @@
 class PixelBitmap {
  public:
   PixelBitmap() = default;
-  // Undefined pixels; null where the system has no memory for it.
+  // The pixels are undefined; null where the system has no memory for the bitmap.
   PixelBitmap(int width, int height);
 
   bool Is(int width, int height) const { return Section && Width == width && Height == height; }

@@ -13,7 +13,7 @@ LRESULT CSpecButtonCtrl::OnRButtonDown(WPARAM, int, int) {
   return 0;
 }
 
-// Wherever the pointer is by now: a menu can still be left.
+// The menu opens wherever the pointer is by now, since it can still be left.
 LRESULT CSpecButtonCtrl::OnRButtonUp(WPARAM, int, int) {
   if (RightButtonDown == 1) {
     ReleaseCapture();

@@ -22,7 +22,7 @@ constexpr std::size_t kFramesAtATime = 32;
 // Where the frames of a wave begin.
 struct FrameSource {
   const std::uint8_t* raw;     // the wave's data as they are
-  const std::uint8_t* middle;  // what frames away from the ends are taken from
+  const std::uint8_t* middle;  // frames away from the ends begin in this
   std::size_t samples;         // per channel
 
   // The frames at both ends read the raw data, which are interleaved in a stereo wave, and those at its end lie in the
@@ -67,7 +67,7 @@ class Stretch {
   const std::uint8_t* last_ = nullptr;
 };
 
-// Entries `first` to `end` - 1, at most kFramesAtATime.
+// Computes entries `first` to `end` - 1, at most kFramesAtATime.
 void AnalyzeFrames(SpectrumTable& table, const FrameSource& source, const TransformWindow& window,
                    const MagnitudeTransform& transform, std::size_t first, std::size_t end) {
   Stretch stretch;
@@ -78,7 +78,7 @@ void AnalyzeFrames(SpectrumTable& table, const FrameSource& source, const Transf
     samples[count] = stretch.SamplesOf(source.FrameAround(j * SpectrumHop));
     magnitudes[count] = table[j];
   }
-  // What is missing in the last group is made up with its last frame.
+  // The last group is filled up with its last frame.
   for (; count % transform.frames != 0; ++count) {
     samples[count] = samples[count - 1];
     magnitudes[count] = magnitudes[count - 1];

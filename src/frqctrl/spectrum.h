@@ -31,7 +31,7 @@ class SpectrumTable {
   double* operator[](std::size_t entry) { return EntryOf(entry); }
   const double* operator[](std::size_t entry) const { return EntryOf(entry); }
 
-  // Entries at the end, of any content. If memory runs out the table is freed and std::bad_alloc thrown.
+  // Adds entries at the end, of any content. If memory runs out the table is freed and std::bad_alloc thrown.
   void Extend(std::size_t count);
 
   // Clear keeps the memory for the next wave, Free does not.
@@ -52,7 +52,7 @@ class SpectrumTable {
   std::size_t size_ = 0;
 };
 
-// What is analysed of a wave, in the terms of its header.
+// The part of a wave that is analysed, in the terms of its header.
 struct SpectrumWave {
   unsigned channels = 1;
   unsigned bitsPerSample = 16;
@@ -67,7 +67,7 @@ struct SpectrumMeans {
 
 // Fills the table anew and returns 0, or -1 for samples of other than 16 bits. The table is empty then, as it is for a
 // wave that is too short. Of two channels the left one is analysed; more are read as if they were one.
-// Throws std::bad_alloc, with the table freed, if memory runs out: to tell the user of it is the caller's.
+// Throws std::bad_alloc, with the table freed, if memory runs out; the caller tells the user of it.
 int AnalyzeWave(SpectrumTable& table, const SpectrumWave& wave, const SpectrumMeans& means = {});
 
 // The periodic Hamming window of 2,048 factors, 0.54 - 0.46 cos(2 pi i / 2048). Gives SpectrumWindowGain as its gain.

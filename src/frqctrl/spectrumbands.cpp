@@ -59,7 +59,7 @@ std::array<double, 255> MakeThresholds() {
   return thresholds;
 }
 
-// How many of the sorted thresholds a level reaches. No branch hangs on the level, which the processor could not guess.
+// The number of sorted thresholds that a level reaches. No branch depends on the level: none could be predicted.
 std::uint8_t StepAmong(const std::array<double, 255>& thresholds, double level) {
   std::size_t step = 0;
   for (std::size_t half = 128; half > 0; half /= 2) {

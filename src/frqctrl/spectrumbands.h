@@ -29,8 +29,8 @@ void BuildNoteBands(int lowNote, int highNote, std::uint32_t sampleRate, std::ve
 // edge was limited to below its lower one has the level 0.0.
 double BandLevel(const NoteBand& band, const double* magnitudes);
 
-// 0 to 255. A level below 0.0, or no number, counts as 0.0. `brightness`: from -5, the brightest, to 3; for any other
-// the level's step is shown as it is.
+// Gives 0 to 255. A level below 0.0, or no number, counts as 0.0. `brightness`: from -5, the brightest, to 3; for any
+// other the level's step is shown as it is.
 int LevelToIntensity(double level, int brightness);
 
 // trunc(level^0.4 * 512), at most 255: all that LevelToIntensity takes from a level. Beyond 154 any intensity of a
@@ -48,8 +48,8 @@ class IntensityTable {
   std::array<std::uint8_t, 256> intensities_;
 };
 
-// The steps of all notes in the entries of one table, an entry's when it is first asked for. It is to be made anew
-// whenever the table is; about 120 bytes an entry.
+// The steps of all notes in the entries of one table, found for an entry when it is first asked for. It is to be made
+// anew whenever the table is; about 120 bytes an entry.
 class SpectrumSteps {
  public:
   // No row of the table is lower: before the first map the scroll bar reaches down to note 19, and the view shows half a
@@ -63,7 +63,7 @@ class SpectrumSteps {
   const std::uint8_t* Of(std::size_t entry);
   int NoteCount() const { return static_cast<int>(bands_.size()); }
 
-  // Where the step of a note, not below LowestNote, is among them.
+  // The place among them of a note's step; the note is not below LowestNote.
   int IndexOf(int note) const;
 
  private:

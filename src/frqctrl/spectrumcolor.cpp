@@ -6,7 +6,7 @@
 
 namespace {
 
-// Where the three ramps go, first to last: bits of red 0, of green 8, of blue 16.
+// The places of the three ramps, first to last: bits of red 0, of green 8, of blue 16.
 constexpr int kRed = 0, kGreen = 8, kBlue = 16;
 constexpr int kChannels[][3] = {
     {kBlue, kGreen, kRed}, {kBlue, kRed, kGreen}, {kGreen, kBlue, kRed},

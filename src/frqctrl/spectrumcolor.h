@@ -11,5 +11,5 @@ std::uint32_t SpectrumColor(int colorTable, int level, bool highContrast);
 
 using SpectrumPalette = std::array<std::uint32_t, 256>;
 
-// Those of all levels.
+// The colours of all levels.
 SpectrumPalette SpectrumColors(int colorTable, bool highContrast);

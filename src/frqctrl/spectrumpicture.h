@@ -8,7 +8,7 @@
 #include "frqctrl/spectrumbands.h"
 #include "frqctrl/spectrumcolor.h"
 
-// What the cells are taken from, and how they look.
+// The values that the cells show, and their look.
 struct SpectrumPicture {
   SpectrumSteps& Steps;
   std::size_t EntryCount;  // of the table behind Steps
@@ -17,5 +17,5 @@ struct SpectrumPicture {
   const SpectrumPalette& Colors;
 };
 
-// What lies between cells and beyond the last entry stays as it is.
+// Pixels between cells and beyond the last entry stay as they are.
 void DrawSpectrumCells(PixelBitmap& pixels, const TableGeometry& geometry, const SpectrumPicture& picture);

@@ -32,7 +32,7 @@ std::optional<int> StepScroll(HWND window, int bar, UINT code) {
 
   info.fMask = SIF_POS;
   SetScrollInfo(window, bar, &info, TRUE);
-  // The system keeps a page's width off the end, so what counts is what it made of it.
+  // The system keeps a page's width off the end, so the position counts that it has made of it.
   GetScrollInfo(window, bar, &info);
   if (info.nPos == before) return std::nullopt;
   return info.nPos;

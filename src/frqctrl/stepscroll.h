@@ -5,5 +5,5 @@
 
 #include <optional>
 
-// Moves the bar (SB_HORZ or SB_VERT) by a scroll code. The new position, or nothing if it stayed where it was.
+// Moves the bar (SB_HORZ or SB_VERT) by a scroll code. Gives the new position, or nothing if it stayed where it was.
 std::optional<int> StepScroll(HWND window, int bar, UINT code);

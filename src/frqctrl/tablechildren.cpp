@@ -15,7 +15,7 @@ namespace {
 
 using ColorLabels = std::array<const wchar_t*, TableModel::ColorTableCount>;
 
-// In the order of the colour tables. They are no resources, as the control brings its menu along wherever it stands.
+// The labels stand in the order of the colour tables. They are no resources: the control brings its menu along.
 constexpr ColorLabels kEnglishColors = {L"&Cool", L"&Purple", L"&Jade", L"&Grassy", L"&Flame", L"&Ruby"};
 constexpr ColorLabels kJapaneseColors = {L"水晶(&C)", L"紫陽花(&P)", L"翡翠(&J)",
                                          L"草原(&G)", L"火炎(&F)",   L"紅玉(&R)"};

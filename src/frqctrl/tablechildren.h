@@ -10,13 +10,13 @@ class TableChildren {
  public:
   TableChildren();  // without a window yet
 
-  // As large as the screen of `geometry` makes them; the trackbar stands at `brightness`.
+  // Makes them as large as the screen of `geometry` wants them; the trackbar stands at `brightness`.
   void Create(HWND table, const TableGeometry& geometry, int brightness);
   void Destroy();
 
   // Shows which view there is: 0 grid, 1 spectrum, which has a brightness.
   void ShowViewMode(int mode) const;
-  // What the user has chosen by the button.
+  // The view that the user has chosen by the button.
   int ChosenViewMode() const;
 
   static bool IsTrackbar(HWND child);

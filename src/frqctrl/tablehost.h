@@ -19,7 +19,7 @@ class TableHost {
 
   // Tells the parent, which may answer by taking the map away: nothing of a map is kept over this.
   virtual void Notify(FrqCtrlNotification code, LPARAM lParam) = 0;
-  // The same, of what is told with the control itself.
+  // Likewise, where the notification brings the control itself along.
   void NotifySelf(FrqCtrlNotification code) { Notify(code, reinterpret_cast<LPARAM>(Window())); }
 
  protected:

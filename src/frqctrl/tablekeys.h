@@ -21,7 +21,7 @@ class TableKeys {
   // The caret is seen while the table has the focus, once that has come by Tab or a key was used. It begins at the
   // first selected column in view, or else at the first one in view.
   void OnFocus(bool has);
-  // Another map: the caret begins anew.
+  // To be called with another map: the caret begins anew.
   void Forget();
   // True if the key is one of those above.
   bool OnKey(WPARAM key, bool isShift, bool isControl);

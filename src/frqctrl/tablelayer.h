@@ -1,7 +1,7 @@
 // TableLayer: the lower level of the table's picture, a bitmap that is kept until it is dropped, so that a stroke of
 // the mouse costs one copy and one curve.
 //
-// Where there are thousands of tables, as of thumbnails, a list holds down how many of them keep one.
+// Where there are thousands of tables, as thumbnails are, a list holds down how many of them keep one.
 #pragma once
 
 #include <windows.h>
@@ -19,7 +19,7 @@ class TableLayer {
 
   // The memory of the bitmap stays for the next layer, which is built at the next paint as a rule.
   void Drop() { Dc.reset(); }
-  // With its memory.
+  // Drops the layer with its memory.
   void GiveUp();
 
   // Builds the layer as large as the client area, by drawing into a context compatible with `dc` that has its font.
@@ -27,7 +27,7 @@ class TableLayer {
   bool Build(HDC dc, const RECT& client, const std::function<void(HDC, PixelBitmap&)>& draw);
   void CopyTo(HDC dc, const RECT& client) const;
 
-  // The list that is told who has a layer; not owned, null for none. What is no list that lives is not taken.
+  // The list that is told who has a layer; not owned, null for none. A pointer to no living list is not taken.
   void SetList(LayerEvictionList* list);
   // Other controls may drop theirs in answer.
   void Enter(HWND control) const;

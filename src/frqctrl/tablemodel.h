@@ -12,7 +12,7 @@
 #include "frqctrl/geometry.h"
 #include "frqmap/frqmap.h"
 
-// What a point of the table belongs to.
+// The part of the table that a point belongs to.
 struct TableSpot {
   enum { Nothing, Grip, Plot } Place = Nothing;
   SampleCount Column = -1;  // of the map, -1 for none; told on the grip too
@@ -32,10 +32,10 @@ struct TableModel {
   StrokeLimits Limits;
   bool ReadOnly = false;  // no edit by the left button
   TableGeometry Geometry;
-  PixelRect AverageGrip;         // where the average line can be taken hold of, see HoldKeyLineAt
+  PixelRect AverageGrip;         // the average line can be taken hold of here, see HoldKeyLineAt
   SampleCount CaretColumn = -1;  // of the keys; -1 while the table has no focus
   int RulerY = -1;               // of the line at the mouse; -1 for none
-  // Once a view was made for the curve: that of another map comes into view too, and level bars in its way are paler.
+  // True once a view was made for the curve: another map's comes into view too, and level bars in its way are paler.
   bool FollowsCurve = false;
   int ViewMode = 0;    // 0 grid, 1 spectrum
   int Brightness = 0;  // Brightest to Darkest
@@ -48,7 +48,7 @@ struct TableModel {
   void SetZoom(int zoom);                                       // limited
   void SetLimits(const double* highest, const double* lowest);  // null: stays
   void SetThumbnail(bool on);
-  // From the first column on.
+  // Shows the maps from the first column on.
   void SetMaps(const FrqMap* reference, FrqMap* map);
 
   bool IsMapLoaded() const { return Map && Map->Loaded; }
@@ -63,11 +63,11 @@ struct TableModel {
 
   // Frequency [Hz] that the pencil gives at y.
   double FrequencyAtY(int y) const;
-  // Strictly: nothing outside the plot and the grip, and no column outside the map.
+  // The answer is strict: nothing outside the plot and the grip, and no column outside the map.
   TableSpot SpotAt(int x, int y) const;
   // The map's column at x, or the one nearest to it; -1 without a column.
   SampleCount NearestColumn(int x) const;
-  // Between the left and the right edge of the grip, at any height.
+  // True between the left and the right edge of the grip, at any height.
   bool IsOverLabels(int x) const { return x >= AverageGrip.left && x < AverageGrip.right; }
   // The average line of a map was drawn at y: from `left` to the plot, the last such line can be taken hold of.
   void HoldKeyLineAt(int left, int y);
@@ -79,8 +79,8 @@ struct TableModel {
   // One notch of the wheel is four columns or one semitone; the view stays within the map and the notes.
   void ScrollColumnsByWheel(int delta);
   void ScrollNotesByWheel(int delta);
-  // Where a view that begins at column `first` has to begin to show `column` with two columns to spare. `first` itself
-  // for a column near an edge, nothing for one well within; below 0 at the map's begin.
+  // The column with which a view from `first` on has to begin to show `column` with two columns to spare. `first`
+  // itself for a column near an edge, nothing for one well within; below 0 at the map's begin.
   std::optional<SampleCount> FirstColumnToShow(SampleCount column, SampleCount first) const;
   // Scrolls so that the plot holds these frames, or as many as it can from the first one on, and the middle of their
   // curve. False if it does already.
@@ -95,15 +95,15 @@ struct TableModel {
   };
   // None without a pitch.
   std::optional<Extent> ExtentOfCurve() const;
-  // The same of its selected part, if there is one with a pitch.
+  // The same for its selected part, if there is one with a pitch.
   std::optional<Extent> ExtentAtWork() const;
 
-  // The view for the curve: the greatest zoom at which it is all seen, or the least; or the zoom as it is. The curve,
-  // or its selected part, is in the middle then. False without a curve.
+  // Fit takes the greatest zoom at which the curve is all seen, or the least; Centre leaves the zoom. The curve, or its
+  // selected part, is in the middle then. False without a curve.
   bool Fit();
   bool Centre();
-  // A step of the zoom after which the middle of the curve, or of its selected part, is where it was before, so far as
-  // whole rows and columns allow. False at the last step.
+  // Takes a step of the zoom after which the middle of the curve, or of its selected part, is where it was before, so
+  // far as whole rows and columns allow. False at the last step.
   bool ZoomInPlace(bool down);
 
  private:

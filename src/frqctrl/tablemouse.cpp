@@ -16,7 +16,7 @@ HCURSOR OwnCursor(int id) {
   return LoadCursorW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id));
 }
 
-// Where a straight stroke is after `step` of `count` columns; both are negative to the left.
+// The place of a straight stroke after `step` of `count` columns; both are negative to the left.
 int AlongStroke(int from, int to, SampleCount step, SampleCount count) {
   return static_cast<int>(std::int64_t{to - from} * step / count + from);
 }
@@ -157,7 +157,7 @@ bool TableMouse::WriteFrame(SampleCount column, double hz, StrokeKind kind, bool
     EndDrag();
     return false;
   }
-  // What the write has told may have brought another map, or the end of the drag.
+  // The write's notification may have brought another map, or the end of the drag.
   if (!StrokeOpen || Model.Map != &map) return false;
   Host.Editing().SelectRange(map, column, column);
   if (repaint) Host.Repaint();
@@ -202,7 +202,7 @@ void TableMouse::WriteKey(int y) {
   Host.NotifySelf(FCN_AVERAGECHANGED);
 }
 
-// On the label strip alone, where the average line can be taken hold of: the whole map becomes one pitch.
+// A double click on the label strip, where the average line can be taken hold of, makes the whole map one pitch.
 void TableMouse::DoubleClick(POINT point) {
   if (Model.ReadOnly || !Model.Map || !Model.IsOverLabels(point.x)) return;
   FrqMap& map = *Model.Map;

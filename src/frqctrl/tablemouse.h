@@ -5,9 +5,9 @@
 // and the average are strokes of MapEditing: begun with the first write, ended with the drag. Each write may find its
 // stroke ended from outside, and each notification may make the parent take the map away; the drag is over then.
 //
-// What a new tool needs is in three places: what the press begins (PressLeft), what a move does (Follow), and which
-// cursor says so (CursorAt). What a pencil gives at a point is the model's FrequencyAtY, and with Shift down what
-// TablePitches makes of it.
+// A new tool goes into three places: the begin of a press (PressLeft), the work of a move (Follow), and the cursor that
+// tells of it (CursorAt). A pencil gives the model's FrequencyAtY at a point, and with Shift down what TablePitches
+// makes of it.
 #pragma once
 
 #include <windows.h>

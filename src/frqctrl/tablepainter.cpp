@@ -11,7 +11,7 @@
 
 namespace {
 
-// As wide as the label strip and as high as a label, in the font that is selected.
+// The width of the label strip and the height of a label, in the font that is selected.
 SIZE LabelSize(HDC dc) {
   SIZE size{};
   GetTextExtentPoint32W(dc, L"C0", 2, &size);
@@ -55,7 +55,7 @@ void TablePainter::DrawLayer(HDC dc, PixelBitmap& pixels, const RECT& client) {
     DrawNoteRows(dc, pixels);
     if (Model.IsMapLoaded() && Model.Map->HasMarks) DrawMarkedColumns(pixels);
   }
-  // What comes next is drawn by the system, and over what is written by hand.
+  // The labels are drawn by the system, over what is written by hand.
   DrawNoteLabels(dc, {client.left, client.top, Model.Geometry.PlotRect.left, client.bottom});
   if (Model.ShowsSpectrum()) DrawSpectrum(pixels);
   DrawBarLines(dc);
@@ -200,7 +200,7 @@ void TablePainter::DrawPointers(HDC dc) const {
   if (Model.RulerY >= 0) DrawRuler(dc);
 }
 
-// Its label keeps clear of the line, and below it where there is no room above.
+// The ruler's label keeps clear of the line: above it or, where there is no room, below.
 void TablePainter::DrawRuler(HDC dc) const {
   const PixelRect& plot = Model.Geometry.PlotRect;
   SetBkColor(dc, Colors[ColorBackground]);

@@ -1,5 +1,5 @@
-// TablePainter: draws what the model tells, in the two levels of the table's picture. What rarely changes goes into the
-// layer (DrawLayer); the map itself is drawn on top at every paint (DrawMap, DrawCaption).
+// TablePainter: draws what the model tells, in the two levels of the table's picture. Things that rarely change go into
+// the layer (DrawLayer); the map itself is drawn on top at every paint (DrawMap, DrawCaption).
 //
 // A step that is to be seen is a function here, called where it lies between the others. The curve and the cells of the
 // spectrum, which are longer than that, have sources of their own. Maps are read without a lock: the caller holds it.
@@ -24,7 +24,7 @@ class TablePainter {
 
   void DrawLayer(HDC dc, PixelBitmap& pixels, const RECT& client);
   void DrawMap(HDC dc, const RECT& client);
-  // What points at a place: the caret of the keys, and the ruler at the mouse.
+  // Draws the caret of the keys, and the ruler at the mouse.
   void DrawPointers(HDC dc) const;
   void DrawCaption(HDC dc, const RECT& client, const std::wstring& text) const;
 

@@ -85,7 +85,7 @@ void TablePitches::Follow(bool atWork) {
   if (isNew || Shown != wasShown) Host.Repaint();
 }
 
-// What another syllable or another file has brought is loaded here, and the columns in view are sought.
+// Loads what another syllable or another file has brought, and seeks the columns in view.
 bool TablePitches::PrepareView() const {
   SampleCount hop = 0, count = 0;
   {

@@ -26,15 +26,15 @@ class TablePitches {
   // the pencil is down, wherever the mouse stands.
   void Follow(bool atWork);
 
-  // What a stroke writes into a column where the plain pencil gives `hz`.
+  // The frequency that a stroke writes into a column where the plain pencil gives `hz`.
   double Snapped(SampleCount column, double hz);
 
-  // The dots, in the colours of the view. The map is held.
+  // Draws the dots in the colours of the view. The map is held.
   void Draw(HDC dc) const;
 
  private:
   bool IsWanted(bool atWork) const;
-  // Of the map at hand; null for none.
+  // The pitches for the map at hand; null for none.
   SoundPitches* Sound() const;
   bool PrepareView() const;
 

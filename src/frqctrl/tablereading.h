@@ -1,5 +1,5 @@
-// What the table shows at a point, in numbers: the pitch that a pencil would give there, and the frame of the map in
-// that column. Arithmetic without a window; the map is read without a lock.
+// The table at a point in numbers: the pitch that a pencil would give there, and the frame of the map in that column.
+// Arithmetic without a window; the map is read without a lock.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// What the screen makes of a table's lengths, and how large a thumbnail is, as the window of the thumbnails asks it
-// before it has a control.
+// The scale of the screen and the size of a thumbnail, which the window of the thumbnails asks for before it has a
+// control.
 #pragma once
 
 #include <windows.h>

@@ -92,7 +92,7 @@ void TableTip::OnTick(HWND table, const std::function<std::wstring(POINT)>& text
   POINT point = mouse_;
   ScreenToClient(table, &point);
   const std::wstring text = textAt(point);
-  // What changes under a resting mouse, as by a step back, is told anew.
+  // A change under a resting mouse, as by a step back, is told anew.
   if (text.empty()) return Hide();
   if (!isShown_ || text != text_) Show(table, mouse_, text);
 }
@@ -115,7 +115,7 @@ void TableTip::Show(HWND table, POINT mouse, const std::wstring& text) {
   if (!std::exchange(isShown_, true)) shownAt_ = GetTickCount();
 }
 
-// Below the mouse, or above it where the screen ends: never under it, where it would take the mouse from the table.
+// The tip is below the mouse, or above it where the screen ends: under it, it would take the mouse from the table.
 void TableTip::Place(POINT mouse) const {
   std::wstring none;
   const TTTOOLINFOW tool = ToolOf(tip_, none);

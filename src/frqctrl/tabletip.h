@@ -12,12 +12,12 @@
 
 #include "frqctrl/tablereading.h"
 
-// What is told of a place. `samplesPerSecond`: of the recording.
+// The text about a place. `samplesPerSecond`: of the recording.
 std::wstring TextOf(const TableReading& reading, double samplesPerSecond);
 
-// The note with its cents and the frequency; that there is no pitch.
+// The note with its cents and the frequency, or that there is no pitch.
 std::wstring PitchText(const std::optional<PitchReading>& pitch);
-// Why a frame is marked, and what is suggested for it.
+// Says why a frame is marked, and what is suggested for it.
 std::wstring TextOfMark(std::uint32_t mark, const std::optional<PitchReading>& suggested);
 
 class TableTip {
@@ -29,7 +29,7 @@ class TableTip {
 
   // `textAt` is asked with a point in client coordinates; empty text is none.
   void OnTick(HWND table, const std::function<std::wstring(POINT)>& textAt);
-  // Until the mouse moves again.
+  // Hides the tip until the mouse moves again.
   void Hide();
 
  private:

@@ -13,11 +13,11 @@ class TableViewport {
  public:
   TableViewport(TableModel& model, TableHost& host) : Model(model), Host(host) {}
 
-  // For a map, or a spectrum, of so many columns, shown from the first one on.
+  // Sets the bars up for a map, or a spectrum, of so many columns, shown from the first one on.
   void SetUpBars(SampleCount columns);
 
   void SetScrollColumn(SampleCount column);
-  // Limited. Stepping tells the parent, setting does not.
+  // The zoom is limited. Stepping tells the parent, setting does not.
   void SetZoom(int zoom);
   void StepZoom(bool down);
 
@@ -27,7 +27,7 @@ class TableViewport {
 
   // Scrolls both ways so that the curve of these frames is seen, and repaints, if it is not.
   void ShowFrames(SampleCount first, SampleCount last);
-  // The view made for the curve by the model, with the bars that follow. Fit and step tell the parent of the zoom.
+  // Shows the view that the model makes for the curve, and the bars follow. Fit and step tell the parent of the zoom.
   void Fit();
   void Centre();
   void ZoomInPlace(bool down);

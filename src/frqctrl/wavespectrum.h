@@ -25,7 +25,7 @@ class WaveSpectrum {
   double SampleRate();
 
   std::size_t EntryCount() const { return Table.size(); }
-  // While there are entries.
+  // To be called while there are entries.
   SpectrumSteps& Steps() { return *NoteSteps; }
 
  private:
