@@ -1,10 +1,10 @@
-// bare_batch: the yardsticks of marlit-batch, as one would write them with nothing else in mind, and what starts them
-// and it alike. A program of its own, so that both sides of a row are whole processes that start from the same small
-// one: a process begins with the peak memory of the one that has started it.
+// bare_batch: the yardsticks of marlit-batch, written with nothing else in mind, and the start of them and of it alike.
+// It is a program of its own, so that both sides of a row are whole processes that start from the same small one: a
+// process begins with the peak memory of the one that has started it.
 //
 //   bare_batch run FILE PROGRAM ARGUMENT...  runs it with its output in FILE; prints [ms], peak memory [KiB] and code
-//   bare_batch heads FOLDER THREADS          reads the first page of each wave and each map whole, and prints a line of
-//   it bare_batch rules FOLDER THREADS          reads each wave and each map whole, and checks the map by its course
+//   bare_batch heads FOLDER THREADS          reads the first page of each wave and each map whole, and prints a line
+//   bare_batch rules FOLDER THREADS          reads each wave and each map whole, and checks the map by its course
 //   bare_batch copies FOLDER THREADS         reads each map, notes its bytes in a log, and writes them as another file
 //                                            beside it
 //   bare_batch maps FOLDER THREADS           reads each wave and makes a map of it in memory
@@ -45,7 +45,7 @@ namespace {
 constexpr std::size_t kPage = 4096;
 constexpr std::uint32_t kNothing = 0;
 
-// What a compiler must not leave out.
+// The count keeps a compiler from leaving out what is read.
 std::atomic<std::size_t> came = 0;
 
 int Run(const char* output, char** command) {
@@ -64,7 +64,7 @@ int Run(const char* output, char** command) {
   return 0;
 }
 
-// As much of a file as there is, at the most so many bytes.
+// Reads a file, at the most so many bytes of it.
 std::vector<char> Read(const std::string& path, std::size_t most) {
   const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
   struct stat facts {};
@@ -75,7 +75,7 @@ std::vector<char> Read(const std::string& path, std::size_t most) {
   return bytes;
 }
 
-// The note says until when the new file may be there in part: who loses nothing writes one too.
+// The note says until when the new file may be there in part: a program that loses nothing writes one too.
 void Copy(const std::string& from, const std::string& to) {
   static std::atomic<int> logs = 0;
   static thread_local const int log = open((to.substr(0, to.rfind('/')) + "/../log" + std::to_string(logs++)).c_str(),
@@ -88,7 +88,7 @@ void Copy(const std::string& from, const std::string& to) {
   Require(pwrite(log, &kNothing, sizeof(kNothing), 0) == sizeof(kNothing), "the log cannot be written");
 }
 
-// What is seen in a map at a glance, in a line.
+// Prints what is seen in a map at a glance, in a line.
 void PrintFacts(const std::string& wave, const std::string& map) {
   came += Read(wave, kPage).size();
   const std::vector<char> bytes = Read(map, SIZE_MAX);

@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 constexpr int kSyllables = 5000;
 constexpr int kFewSyllables = 1000;
 constexpr double kSeconds = 0.3;
-constexpr double kLongSeconds = 1.5;  // of a wave that a map is made of
+constexpr double kLongSeconds = 1.5;  // a wave that a map is made of
 constexpr int kWavesOfResampler = 60;
 constexpr int kWavesOfProcesses = 200;
 
@@ -45,7 +45,7 @@ void Write(const fs::path& path, const Bytes& bytes) {
 Sound Repeated(const std::vector<float>& voice, double seconds) {
   Sound sound;
   sound.samples.resize(static_cast<std::size_t>(seconds * sound.rate));
-  // From where all of the voices sound.
+  // The sound begins where all of the voices sound.
   for (std::size_t i = 0; i < sound.samples.size(); ++i) sound.samples[i] = voice[(i + 9000) % voice.size()];
   return sound;
 }
@@ -123,7 +123,7 @@ Ended Run(const BatchBank& bank, const std::string& command) {
   return ended;
 }
 
-// With what was found or could not be found, as long as it has come to its end.
+// Runs a command to its end. To find something, or not to find it, is no failure.
 Ended Batch(const BatchBank& bank, const std::string& words) {
   const std::string program = "'" + Beside("marlit-batch").string() + "' ";
   const Ended ended = Run(bank, program + words + " '" + bank.Folder().string() + "'");
@@ -139,7 +139,7 @@ double Bare(const BatchBank& bank, const std::string& way) {
   return ended.ms;
 }
 
-// What a command takes, against a bare way; files of the endings are no part of the bank and go before each.
+// The time of a command against a bare way; files of the endings are no part of the bank and go before each.
 struct Pair {
   int syllables;
   double seconds;
@@ -195,7 +195,7 @@ long PeakOf(const BatchBank& bank, const std::string& words) {
   return Batch(bank, words).peakKiB;
 }
 
-// Of the command that takes most, in bytes for each syllable more.
+// The memory of the command that takes most, in bytes for each syllable more.
 double BytesOfSyllable() {
   const BatchBank few(kFewSyllables, kSeconds, Maps::OfOtherWaves), many(kSyllables, kSeconds, Maps::OfOtherWaves);
   double most = 0.0;
@@ -206,7 +206,7 @@ double BytesOfSyllable() {
   return most;
 }
 
-// The same in MB for each thread more, of a check that listens too.
+// The same in MB for each thread more. The check listens here.
 double MegabytesOfThread() {
   const BatchBank bank(kFewSyllables, kSeconds, Maps::Fit);
   double most = 0.0;

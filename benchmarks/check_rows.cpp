@@ -75,7 +75,7 @@ std::vector<Row> CheckRows() {
   addPercent("check_missed", [=] { return CheckAll(kAll).Missed(); });
   addPercent("check_false", [=] { return CheckAll(kAll).False(); });
   addPercent("check_suggested", [=] { return CheckAll(kAll).Unsuggested(); });
-  // Kind by kind: long errors outweigh short ones above.
+  // The errors stand kind by kind: long ones outweigh short ones above.
   const std::pair<const char*, Error> kKinds[] = {{"check_run", Error::Run},
                                                   {"check_half", Error::Half},
                                                   {"check_whole", Error::Whole},

@@ -1,5 +1,5 @@
-// A check of 1,000 maps of 500 frames: what the library takes of it, against all that the program does in the same run,
-// which loads each map, makes its records and takes the marks. And a check that listens, against what a user waits.
+// A check of 1,000 maps of 500 frames: the library's time against all that the program does in the same run, which
+// loads each map, makes its records and takes the marks. And a check that listens, against what a user waits.
 #include <windows.h>
 
 #include "base/files.h"
@@ -79,8 +79,8 @@ class CheckLibrary : public Work {
   std::vector<CheckRecordPtr<CheckRegionRecord>> regions_;
 };
 
-// A check of 1,000 maps of waves of 1.5 s, in a library that is loaded for it: as long as a user may wait at most. The
-// second time it is of the same waves, and of maps one in twenty of which is another.
+// A check of 1,000 maps of waves of 1.5 s, in a library that is loaded for it, against a user's longest wait. The
+// second check is of the same waves, with another map for one in twenty.
 class ListeningCheck : public Work {
  public:
   ListeningCheck(bool isSecond, double mostMs) : isSecond_(isSecond), mostMs_(mostMs) {
@@ -128,7 +128,7 @@ class ListeningCheck : public Work {
     const Library library;
     for (const auto& record : records_) library.Check(record.get(), nullptr);
   }
-  // Its threads keep it for a moment longer, and write what they have heard.
+  // The library's threads keep it for a moment longer, and write what they have heard.
   static void WaitUntilUnloaded() {
     while (GetModuleHandleW(L"checkfrq.dll")) Sleep(10);
   }

@@ -190,7 +190,7 @@ class Generator {
 
   void Drop(Contour& contour, const std::vector<std::size_t>& places, std::size_t first) {
     const auto count = static_cast<std::size_t>(Even(1.0, 5.0));
-    // Within a tone: at its ends a frame without pitch is nothing to notice.
+    // The frames are within a tone: at its ends a frame without pitch is nothing to notice.
     if (first < 3 || first + count + 3 > places.size()) return;
     if (places[first + count + 2] - places[first - 3] != count + 5) return;
     for (std::size_t i = first; i < first + count; ++i) Change(contour, places[i], FrqNoPitch, false);

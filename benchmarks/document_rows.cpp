@@ -1,4 +1,4 @@
-// What the history of edits costs: the time of a step back against that of the edit itself, the memory of a step, the
+// The cost of the history of edits: the time of a step back against that of the edit itself, the memory of a step, the
 // journal behind a stroke, and the pitches of a recording that a stroke snaps to.
 #include <malloc.h>
 
@@ -44,7 +44,7 @@ class OneMap : public DocumentFiles {
   void DeleteAnalysis(const std::wstring&) override {}
 };
 
-// All frames doubled, and that undone, against the doubling by itself, of a map that nobody owns.
+// All frames doubled and that undone, against the bare doubling of a map that nobody owns.
 class UndoScaling : public Work {
  public:
   UndoScaling() {
@@ -130,8 +130,8 @@ struct OpenDocument {
     Maps.EnsureLoaded(0, Document::OnFailure::EmptySaved);
   }
 
-  // What the hand feels: each column comes back before the next one is drawn. `snapped`: what is written where the hand
-  // draws a frequency.
+  // A stroke as the hand feels it: each column comes back before the next one is drawn. `snapped`: the frequency that
+  // is written where the hand draws one.
   double Stroke(const std::function<double(int, double)>& snapped = nullptr) {
     up_ = !up_;
     return MillisecondsOf([&] {

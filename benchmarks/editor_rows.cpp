@@ -1,4 +1,4 @@
-// What a user waits for in the running program: the next syllable, another folder, and the menu.
+// The waits of a user in the running program: for the next syllable, another folder, and the menu.
 #include <windows.h>
 #include <commctrl.h>
 
@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kWaves = 5000;
 
-// What the editor asks the list to enable its commands, each a way from thread to thread and back.
+// Asks the list all that enables the editor's commands, each a way from thread to thread and back.
 void SendAcross(HWND list) {
   for (int send = 0; send < 9; ++send) SendMessageW(list, WM_NULL, 0, 0);
 }

@@ -111,8 +111,8 @@ class ThumbnailWork : public Work {
   const ThumbnailView view_{program_};
 };
 
-// From the command to the first picture, or to the last curve in view, against making, reading and drawing no more than
-// what is in view, in a bare window.
+// The way from the command to the first picture, or to the last curve in view, against making, reading and drawing no
+// more than what is in view, in a bare window.
 class OpenThumbnails : public ThumbnailWork {
  public:
   explicit OpenThumbnails(bool withCurves) : withCurves_(withCurves) {}
@@ -182,7 +182,7 @@ class ScrollThumbnails : public ThumbnailWork {
   bool down_ = false;
 };
 
-// What a thousand thumbnails that were drawn hold in memory, against their pixels.
+// The memory of a thousand thumbnails that were drawn, against their pixels.
 class LayerMemory : public Work {
  public:
   LayerMemory() { RegisterControl<CFrqCtrl>(); }
@@ -226,7 +226,7 @@ class CheckMaps : public Work {
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"checkfrq.dll"), "CheckFrequencyMap")));
     const FrqMap map = LongMap(kFrames);
     const auto regions = MakeCheckRegions(map);
-    // Each under its own name: the library looks for the wave beside it.
+    // Each record has its own name: the library looks for the wave beside it.
     std::vector<CheckRecordPtr<CheckFrameRecord>> records;
     for (int i = 0; i < kMaps; ++i) {
       records.push_back(MakeCheckFrames(map, MapPathFromWaveW(voicebank_.WaveOf(i), FrqTypeFrq)));

@@ -14,7 +14,7 @@ namespace {
 // A tenth over linear is for caches that hold less of what is larger.
 constexpr double kMostExponent = 1.1;
 
-// Of each size the least of some goes; of one that lasts long fewer must do.
+// The least of some goes counts for each size; where a go lasts long fewer must do.
 constexpr double kEnoughMs = 1000.0;
 constexpr double kLongMs = 10000.0;
 constexpr int kFewestGoes = 3;
@@ -34,8 +34,8 @@ double LeastOf(GrowingWork& work) {
   return least;
 }
 
-// The slope of the line of least squares through the logarithms. The first size is left out, which is mostly what does
-// not grow.
+// The slope of the line of least squares through the logarithms. The first size is left out, since most of its time
+// does not grow.
 double ExponentOf(const std::vector<int>& sizes, const std::vector<double>& times) {
   double n = 0.0, sumX = 0.0, sumY = 0.0, sumXx = 0.0, sumXy = 0.0;
   for (std::size_t i = 1; i < sizes.size(); ++i) {
@@ -45,7 +45,7 @@ double ExponentOf(const std::vector<int>& sizes, const std::vector<double>& time
   return (n * sumXy - sumX * sumY) / (n * sumXx - sumX * sumX);
 }
 
-// Each time as it comes: a row takes a while.
+// Each time is printed as it comes: a row takes a while.
 nlohmann::ordered_json MeasureAndPrint(const GrowthRow& row) {
   std::printf("%-20s %-10s", row.name.c_str(), row.of.c_str());
   std::vector<double> times;

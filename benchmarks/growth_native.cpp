@@ -37,7 +37,7 @@ void Write(const fs::path& path, const Bytes& bytes) {
   Require(static_cast<bool>(file.flush()), "a bank cannot be written");
 }
 
-// Waves without samples, with maps, in folders of a hundred. What is not whole has another name.
+// Waves without samples, with maps, in folders of a hundred. A bank that is not whole has another name.
 void MakeBank(const fs::path& bank, int syllables) {
   if (fs::exists(bank)) return;
   const fs::path unfinished = bank.string() + ".new";
@@ -67,7 +67,7 @@ class OfSamples : public GrowingWork {
   std::vector<std::int16_t> samples_;
 };
 
-// On one thread, into memory that is there from the first go on.
+// The spectrum on one thread, into memory that is there from the first go on.
 class SpectrumOfWave : public OfSamples {
  public:
   using OfSamples::OfSamples;

@@ -20,7 +20,7 @@ namespace {
 
 std::filesystem::path banks;
 
-// What the program keeps for its next run goes with this.
+// The folder of what the program keeps for its next run, which goes with the object.
 class LocalData {
  public:
   LocalData() { SetEnvironmentVariableW(L"LOCALAPPDATA", folder_.PathOf(L"local").c_str()); }
@@ -43,7 +43,7 @@ class OfBank : public GrowingWork {
       Require(program_.Maps().EnsureLoaded(index, Document::OnFailure::KeepSaved), "a map cannot be read");
     }
   }
-  // As a check marks a stretch that is an octave too high.
+  // Marks a stretch as a check marks one that is an octave too high.
   void MarkPlaceIn(int index) {
     const auto mark = [](FrqMap& map) {
       for (std::size_t frame = 40; frame < 55; ++frame) {
@@ -64,7 +64,7 @@ class OfBank : public GrowingWork {
   const std::wstring path_;
 };
 
-// From the command to the first syllable.
+// The way from the command to the first syllable.
 class OpenBankWork : public OfBank {
  public:
   using OfBank::OfBank;
@@ -75,7 +75,7 @@ class OpenBankWork : public OfBank {
   }
 };
 
-// Of maps in memory, by their course: the waves have no samples.
+// A check of maps in memory, by their course: the waves have no samples.
 class CheckBank : public OfBank {
  public:
   explicit CheckBank(int syllables) : OfBank(syllables) {
@@ -93,7 +93,7 @@ class CheckBank : public OfBank {
   const CheckFrqSettings settings_;
 };
 
-// All of them edited before.
+// A save of all maps, edited before.
 class SaveBank : public OfBank {
  public:
   explicit SaveBank(int syllables) : OfBank(syllables) {
@@ -108,7 +108,7 @@ class SaveBank : public OfBank {
   }
 
  private:
-  // Up and down in turn: a map that its file holds already would not be written.
+  // The pitch goes up and down in turn: a map that its file holds already would not be written.
   void EditAll() {
     hz_ = hz_ > 225.0 ? 220.0 : 230.0;
     {
@@ -127,7 +127,7 @@ class SaveBank : public OfBank {
   double hz_ = 0.0;
 };
 
-// From the command to the last curve in view.
+// The way from the command to the last curve in view.
 class ShowThumbnails : public OfBank {
  public:
   using OfBank::OfBank;
@@ -147,7 +147,7 @@ class ShowThumbnails : public OfBank {
   const ThumbnailView view_{program_};
 };
 
-// The list of what the check suggests, from its command to its first lines, a place in each map.
+// The list of the check's suggestions, from its command to its first lines, a place in each map.
 class ListMarks : public OfBank {
  public:
   explicit ListMarks(int syllables) : OfBank(syllables) {
@@ -186,7 +186,7 @@ class ListMarks : public OfBank {
   }
 };
 
-// To the only marked place, in the last map, from the first one.
+// The way to the only marked place, in the last map, from the first one.
 class NextMark : public OfBank {
  public:
   explicit NextMark(int syllables) : OfBank(syllables) {

@@ -1,5 +1,5 @@
-// A program that ends at once, in the place of a resampler. With windows and not with a console, which would take
-// longer to start.
+// A program that ends at once, in the place of a resampler. It is one with windows, since a console would take longer
+// to start.
 #include <windows.h>
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, char*, int) {

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kWaves = 200;
 
-// Ends at once: what is weighed is what the job adds.
+// The program ends at once, so that only what the job adds is weighed.
 std::wstring IdleProgram() {
   std::array<wchar_t, MAX_PATH> path{};
   GetModuleFileNameW(nullptr, path.data(), MAX_PATH);

@@ -42,13 +42,13 @@ class MapFile : public Work {
 
 class LoadFrq : public MapFile {
  public:
-  // Into a new map, as every map of a voicebank is loaded.
+  // The file goes into a new map, as every map of a voicebank is loaded.
   double Measured() override {
     FrqMap map;
     return MillisecondsOf([&] { Require(map.Load(path_, nullptr) == 0, "a map cannot be loaded"); });
   }
 
-  // Into new memory of the size that the frames take.
+  // The bytes go into new memory of the size that the frames take.
   double Yardstick() override {
     return MillisecondsOf([&] {
       Bytes memory(kFrames * sizeof(FrqFrame));
@@ -63,7 +63,7 @@ class LoadFrq : public MapFile {
 
 class SaveFrq : public MapFile {
  public:
-  // Another map each time: one that the file holds already is not written.
+  // The map is another one each time: one that the file holds already is not written.
   double Measured() override {
     map_.Frames.Own().front().Amplitude += 1.0;
     return MillisecondsOf([&] { Require(map_.Save(path_, nullptr) == 0, "a map cannot be saved"); });

@@ -21,7 +21,7 @@ constexpr double kLateStartMs = 1000.0;
 constexpr int kMostGoes = 100;
 constexpr int kGoesForLeast = 5;
 
-// At a part of their way from the least to the greatest; between two of them on the line between these.
+// The number at a part of the way from the least to the greatest, on a straight line between two of them.
 double QuantileOf(std::vector<double> numbers, double part) {
   std::ranges::sort(numbers);
   const double place = part * static_cast<double>(numbers.size() - 1);
@@ -44,7 +44,7 @@ class Sampler {
  public:
   explicit Sampler(const Row& row) : taken_(row.taken), work_(row.setUp()) {
     const auto go = [this] { Go(); };
-    // Once for nothing: caches fill, and the system starts what it starts late.
+    // The first go counts for nothing: caches fill, and the system starts what it starts late.
     double ms = MillisecondsOf(go);
     if (ms < kLateStartMs) ms = MillisecondsOf(go);
     goes_ = taken_ == Taken::Least ? kGoesForLeast : 1;
@@ -105,6 +105,6 @@ void Require(bool held, const char* what) {
   if (held) return;
   std::fprintf(stderr, "marlit_bench: %s\n", what);
   std::fflush(stderr);
-  // At once: windows of other threads may be in the middle of anything.
+  // The process ends at once: windows of other threads may be in the middle of anything.
   std::_Exit(1);
 }

@@ -1,4 +1,4 @@
-// How a row is measured: its work and its yardstick in turn within one run, so that whatever else the machine does
+// The measuring of a row: its work and its yardstick in turn within one run, so that whatever else the machine does
 // weighs on both alike.
 #pragma once
 

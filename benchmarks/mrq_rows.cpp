@@ -18,7 +18,7 @@ constexpr std::int32_t kEntries = 5000;
 constexpr SampleCount kFrames = 350;  // two seconds of voice
 constexpr DWORD kPassBytes = 65536;   // read at a time
 
-// Named 1000.wav and on. They are copies of one: to save 5,000 would be to search 5,000 times.
+// The entries are named 1000.wav and on. They are copies of one: to save 5,000 would be to search 5,000 times.
 Bytes LargeMrqFile() {
   MrqImage image(EmptyMrqFile());
   MrqEntry entry;
@@ -46,7 +46,7 @@ class SaveIntoMrq : public Work {
     map_.Create(kFrames, FrqTypeMrq);
   }
 
-  // The last entry: the way to it is the longest.
+  // The last entry is saved: the way to it is the longest.
   double Measured() override {
     return MillisecondsOf([&] {
       Require(SaveMap(map_, folder_.PathOf(L"5999.wav"), FrqTypeMrq, &store_) == 0, "a map cannot be saved");

@@ -1,4 +1,4 @@
-// What it costs to find syllables by a part of their name, key by key.
+// The cost of finding syllables by a part of their name, key by key.
 #include <array>
 
 #include "measuring.h"

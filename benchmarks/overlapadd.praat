@@ -1,5 +1,5 @@
 # The overlap-add of Praat on a wave: as many times as long, with the pitch of a table of times [s] and frequencies [Hz]
-# in the time of the result. What it makes is the yardstick of the notes that the resampler renders.
+# in the time of the result. Its sound is the yardstick of the notes that the resampler renders.
 form Overlap-add
   sentence Wave
   sentence Pitch

@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 constexpr int kSeconds = 60;
 constexpr char kSptk[] = "/usr/libexec/sptk/bin/pitch";
 
-// This thread, and what it starts: some of the others would take all cores.
+// Holds this thread, and what it starts, to one core: some of the others would take all.
 class OnOneCore {
  public:
   OnOneCore() {
@@ -76,7 +76,7 @@ class AgainstPeer : public Work {
   const Scratch folder_;
 };
 
-// Which times itself.
+// Praat times itself.
 class AgainstPraat : public AgainstPeer {
  public:
   AgainstPraat() {

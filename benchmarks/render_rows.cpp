@@ -34,7 +34,7 @@ struct Voice {
   Sound sound;
   FrqMap map;
   double from, to;  // [s]
-  double hz;        // of the voice, about
+  double hz;        // the voice's, about
 };
 
 // A note and the pitch that it is to have at each moment [s].
@@ -89,7 +89,7 @@ const std::vector<Voice>& Voices() {
                                   {Consonant::Nasal, Vowel::A, Ornament::Fall, 69.0, 1.3}};
     for (const Syllable& syllable : syllables) voices.push_back(Singer(syllable));
     for (const voices::KnownVoice& known : voices::All()) {
-      // Held ones alone, at the rate that maps count in: of the others no part is sung throughout.
+      // Only held voices count, at the rate that maps count in: the others have no part that is sung throughout.
       const double hz = known.hz(0.5);
       if (hz < 100.0 || known.level(0.12) < 1.0 || known.sampleRate != FrqSampleRate) continue;
       voices.push_back({{voices::Sound(known), known.sampleRate},
@@ -168,7 +168,7 @@ class Scratch {
   std::filesystem::path path_ = std::filesystem::temp_directory_path() / ("marlit_render_" + std::to_string(getpid()));
 };
 
-// Nothing where it fails.
+// Praat's rendering; nothing where it fails.
 std::vector<float> Praats(const Order& order) {
   constexpr std::size_t kHeaderBytes = 44;
   const Scratch folder;
@@ -255,7 +255,7 @@ double Buzz(Renderer renderer) {
   return hearing::BuzzOf(renderer(StretchedNoise()), kRenderedRate);
 }
 
-// How far a voice that begins in the consonant begins from where the consonant's speed puts it, at the worst [ms].
+// The largest distance [ms] of voices that begin in the consonant from where its speed puts their begin.
 double ConsonantError(Renderer renderer) {
   constexpr double kBegin = 0.1;
   double worst = 0.0;

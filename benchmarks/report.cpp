@@ -20,7 +20,7 @@ void PrintTableHead() {
               "aim", "holds");
 }
 
-// Row by row, as they come: a run takes a while.
+// The rows are printed as they come: a run takes a while.
 void PrintTableRow(const ReportRow& row) {
   const Measurement& got = row.measurement;
   std::printf("%-22s %10.3f %10.3f %-5s %8.2f %4.0f %% %6.2f  %s\n", row.row.name.c_str(), got.value, got.yardstick,

@@ -1,5 +1,5 @@
-// What ./bench shows and keeps: one table for the eye, and the same rows as JSON. Two programs write it one after the
-// other, a native one and one for Windows.
+// The output of ./bench: one table for the eye, and the same rows as JSON. Two programs write it one after the other, a
+// native one and one for Windows.
 #pragma once
 
 #include <filesystem>

@@ -1,5 +1,5 @@
-// The bundled resampler: what its pitch analysis gets wrong on voices whose pitch is known, how long it takes for a
-// map, as a process, and how long the pencil waits for what the analysis offers to it.
+// The bundled resampler: the errors of its pitch analysis on voices whose pitch is known, its time for a map, as a
+// process, and the pencil's wait for what the analysis offers to it.
 #include <windows.h>
 
 #include <array>
@@ -92,7 +92,7 @@ class MapOfAMinute : public Work {
   std::wstring wave_ = folder_.PathOf(L"minute.wav");
 };
 
-// The whole of it rendered, with the map that is there.
+// The whole minute rendered, with the map that is there.
 class NoteOfAMinute : public MapOfAMinute {
  public:
   NoteOfAMinute() { MapOfAMinute::Measured(); }

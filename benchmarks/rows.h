@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-// What a row weighs. It is set up by its constructor, ahead of all measuring, and cleared away by its destructor. The
-// two are called in turn, each gives its cost in the row's unit.
+// The work that a row weighs. It is set up by its constructor, ahead of all measuring, and cleared away by its
+// destructor. Its two sides are called in turn and give their cost in the row's unit.
 class Work {
  public:
   Work() = default;
@@ -20,7 +20,7 @@ class Work {
   virtual double Yardstick() = 0;
 };
 
-// What a sample takes of the work's several goes. Least: where the processor alone is weighed, whatever takes longer
+// The one of several goes that makes a sample. Least is for work of the processor alone, where whatever takes longer
 // than the shortest was disturbed.
 enum class Taken { Median, Least };
 
@@ -53,8 +53,8 @@ std::vector<Row> DocumentRows();
 
 std::vector<Row> ExecutableRows();
 
-// `voicebank`: full path of a folder of 5,000 waves with maps of the size of one frame. What is in the files does not
-// matter, none is opened.
+// `voicebank`: full path of a folder of 5,000 waves with maps of the size of one frame. The content of the files does
+// not matter, as none is opened.
 std::vector<Row> FolderRows(const std::wstring& voicebank);
 
 std::vector<Row> FrameListRows();

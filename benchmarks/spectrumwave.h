@@ -8,11 +8,11 @@
 #include "frqctrl/spectrum.h"
 #include "measuring.h"
 
-// What a process of its own takes the least of: nothing else can be measured in turn with it.
+// The goes of which a process of its own takes the least: nothing else can be measured in turn with it.
 inline constexpr int kSpectrumRepeats = 25;
 
 // 60 s of noise at 44,100 Hz, mono, and the table that it goes into. The table's memory is there from the first
-// measurement on: what is weighed is the arithmetic.
+// measurement on, so that only the arithmetic is weighed.
 class SpectrumOfAMinute {
  public:
   SpectrumOfAMinute() {

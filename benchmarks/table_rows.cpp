@@ -128,7 +128,6 @@ class RebuildAgainstFills : public Table {
   }
 };
 
-// A column is drawn and shown.
 // The view made for the curve, from the key to its paint, against the paint of that view by itself.
 class FitView : public Table {
  public:
@@ -139,6 +138,7 @@ class FitView : public Table {
   double Yardstick() override { return Rebuild(); }
 };
 
+// A column is drawn and shown.
 class Stroke : public Table {
  public:
   using Table::Table;

@@ -29,8 +29,8 @@ Bytes MapBytes() {
   return EncodeFreq0003(map, FrqTypeFrq);
 }
 
-// The .frq of every wave converted, against the same bytes read and written. Of the waves only the head is there: no
-// more is read for the kinds without levels.
+// The .frq of every wave converted, against the same bytes read and written. The waves are heads alone: no more is read
+// for the kinds without levels.
 class ConvertAll : public Work {
  public:
   explicit ConvertAll(FrqType target) : target_(target) {

@@ -29,7 +29,7 @@ GROSS = 0.2
 HALF_SEMITONE = 50.0
 BESIDE = 2  # frames
 
-# Of ./bench: name, row of the table, column, and the most that it should be [%].
+# The rows of ./bench: name, row of the table, column, and the most that it should be [%].
 ROWS = [
     *((f"voices_check_{kind}", f"planted {kind}", "worst", 3.0) for kind in KINDS[1:]),
     ("voices_check_clean", "planted clean", "files", 2.0),

@@ -31,7 +31,7 @@ NO_VOICE = re.compile("silence|beep|monkey|ascending|descending|tone|Robot")
 PACKAGES = """klettres-data ktuberling-data hedgewars-data asterisk-core-sounds-en-wav asterisk-core-sounds-es-wav
 asterisk-core-sounds-fr-wav asterisk-core-sounds-it-wav asterisk-core-sounds-ru-wav asterisk-prompt-it-menardi-wav
 asterisk-prompt-es-co asterisk-prompt-fr-armelle""".split()
-# Where recordings lie, and what tells their voice. A language of the first two packages is taken for one voice, since
+# Folders of recordings, and what tells their voice. A language of the first two packages is taken for one voice, since
 # the same person may have spoken in both.
 PLACES = [
     (re.compile(r"/klettres/(\w+)/(?:alpha|syllab)/"), "letters {}"),

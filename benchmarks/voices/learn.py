@@ -182,7 +182,7 @@ def write(perceptron):
                 line = "   "
             line += f" {number},"
         lines.append(line + "};\n")
-    # What a test weighs.
+    # The example that a test weighs.
     example = (0.1 * (np.arange(TRAITS) * 7 % 11 - 5)).astype("f4")[None]
     lines.append(f"constexpr float kExampleScore = {perceptron.forward(example)[1][0]:.5f}f;\n")
     OUTPUT.write_text("".join(lines))

@@ -1,4 +1,4 @@
-// marks_of_maps [--alone]: what the check marks in the map that stands on each line of the standard input, as
+// marks_of_maps [--alone]: the marks of the check in the map that stands on each line of the standard input, as
 // `./bench voices` weighs it. With --alone it does not get to hear the recording.
 //
 // A line is the path of the wave and the pitches [Hz] of the map, 0 for none, as far apart as pitch_of_waves has them.

@@ -128,7 +128,7 @@ ANALYSES = {
     "SWIPE'": sptk(1, 16000, 80, 0.0),
     "aubio yinfft": aubio(-0.0175),
 }
-# What a truth is voted by. Their agreement means something because they look at different things.
+# The voters for a truth. Their agreement means something because they look at different things.
 VOTERS = ("Praat ac", "Praat cc", "RAPT", "SWIPE'")
 
 

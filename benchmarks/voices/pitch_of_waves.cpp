@@ -18,7 +18,7 @@
 namespace {
 
 void PrintPitch(const std::string& path, const Sound& sound) {
-  // As far apart as the frames of a map are at the usual rate.
+  // The frames are as far apart as those of a map at the usual rate.
   const auto hop = static_cast<SampleCount>(std::lround(256.0 * sound.rate / 44100.0));
   const std::clock_t start = std::clock();
   const std::vector<double> pitch = AnalysePitch(sound.samples, sound.rate, hop);

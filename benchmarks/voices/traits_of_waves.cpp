@@ -1,5 +1,5 @@
-// traits_of_waves: what is heard of each candidate for the pitch of each wave whose path stands on a line of the
-// standard input, for learn.py, which learns from it what to make of that.
+// traits_of_waves: the traits of each candidate for the pitch of each wave whose path stands on a line of the standard
+// input. learn.py learns from them how to weigh candidates.
 //
 // It writes 32-bit floats: for each wave the number of its frames, 256 samples of 44.1 kHz apart; for each frame the
 // number of candidates; for each candidate the octaves over 1 Hz and its traits. Frames that are too silent for a voice
