@@ -41,7 +41,7 @@
 #define IDS_STEREO 164
 #define IDS_MANUALFILE 165
 
-// What the program has beyond its first edition begins at 400.
+// The strings beyond the program's first edition begin at 400.
 #define IDS_UNDO 400
 #define IDS_UNDONOTHING 401
 #define IDS_REDO 402
@@ -91,7 +91,7 @@
 #define IDS_SETTINGSNOTKEPT 527
 #define IDS_MAPSNOTKEPT 528
 #define IDS_NOTPLAYED 529
-// And of a check that takes its time.
+// The strings of a check that takes its time.
 #define IDS_CHECK_STOPPED 620
 #define IDS_LEFT_SECONDS 621
 #define IDS_LEFT_MINUTES 622
@@ -108,11 +108,11 @@
 #define IDS_NAME_SUGGESTIONS 716
 #define IDS_TIP_SUGGESTIONS 717
 #define IDS_TIP_MODIFYTHESE 718
-// And of reading from the recording.
+// The strings of reading from the recording.
 #define IDS_REREAD_FIRST 660  // in the order of Reading
 #define IDS_REREAD_NOVOICE 664
 #define IDS_REREAD_NOSOUND 665
-// What becomes of listening.
+// The strings of listening.
 #define IDS_LISTEN_NOWAVE 670
 #define IDS_LISTEN_BEHIND 671
 #define IDS_LISTEN_NOCURVE 672
@@ -120,7 +120,7 @@
 #define IDS_LISTEN_SAME 674
 #define IDS_LISTEN_SAVED 675
 #define IDS_LISTEN_EDITED 676
-// Of the window that finds a syllable.
+// The strings of the window that finds a syllable.
 #define IDS_FIND_SORT_FIRST 640  // in the order of the sorts of CFindDlg
 #define IDS_FIND_COUNT 645
 #define IDS_FIND_NONE 646
@@ -129,11 +129,11 @@
 #define IDS_TIP_FINDLIST 649
 #define IDS_TIP_FINDGO 650
 #define IDS_NAME_FINDLIST 651
-// Of curves on the clipboard.
+// The strings of curves on the clipboard.
 #define IDS_CURVE_EXPECTED 690
 #define IDS_CURVE_CLIPBOARD 691
 
-// Tips of controls, and their names for screen readers (tips.rc); what the table tells of a place (READ).
+// The tips of controls, and their names for screen readers (tips.rc); the table's words for a place (READ).
 #define IDS_TIP_FRAMES 530
 #define IDS_TIP_KEY 531
 #define IDS_TIP_UPDATE 532
@@ -266,13 +266,13 @@
 #define ID_HELP_ABOUT 32778
 #define ID_HELP_MANUAL 32827
 
-// Put into the menu by the program, at the head of Edit.
+// These are put into the menu by the program, at the head of Edit.
 #define ID_EDIT_UNDO 33000
 #define ID_EDIT_REDO 33001
-// And at the end of Edit.
+// And these at the end of Edit.
 #define ID_EDIT_PUTBACK 33002
 
-// Put into the menus by the program, from IDR_ADDEDMENU.
+// These are put into the menus by the program, from IDR_ADDEDMENU.
 #define ID_EDIT_FIND 33010
 #define ID_EDIT_COPYCURVE 33011
 #define ID_EDIT_PASTECURVE 33012
@@ -303,8 +303,8 @@
 #define ID_TOOL_SUGGESTIONS 33060
 
 #define IDR_ACCELERATORS 138
-#define IDR_SHAREDKEYS 401  // act in every window
-#define IDR_ADDEDKEYS 402   // of the editor, those of IDR_ADDEDMENU
+#define IDR_SHAREDKEYS 401  // these act in every window
+#define IDR_ADDEDKEYS 402   // keys of the editor, those of IDR_ADDEDMENU
 #define IDR_ADDEDMENU 403   // a popup for each menu of the bar, whose items go behind that menu's own
 
 // The editor.
@@ -365,7 +365,7 @@
 #define IDD_THUMBNAIL 142
 #define IDC_THUMBNAIL_NONE 1023
 
-// What vs4ufrq maps are made from.
+// The source of vs4ufrq maps.
 #define IDD_OPTIONVS4UFRQ 143
 #define IDC_VS4UFRQ_PRESET 1024
 #define IDC_VS4UFRQ_LOWNOTE 1025
@@ -391,7 +391,7 @@
 #define IDC_CHECK_BEGINNING 1042
 #define IDC_CHECK_END 1043
 
-// The bar that walks through what a check has marked.
+// The bar that walks through the marks of a check.
 #define IDD_MODIFY 147
 #define IDC_MODIFY_PREVIOUS 1042
 #define IDC_MODIFY_NEXT 1043
@@ -405,7 +405,7 @@
 #define IDC_VIRTUALSTORE_FOLDER 1049
 #define IDC_VIRTUALSTORE_LINK 1050
 
-// What to initialize of an mrq map: one syllable, and all of them.
+// The choice of what to initialize of an mrq map: one syllable, and all of them.
 #define IDD_INITMRQ 150
 #define IDD_INITMRQALL 151
 #define IDC_INITMRQ_BOTH 1052
@@ -431,7 +431,7 @@
 #define IDC_CHECKPROGRESS_BAR 1015
 #define IDC_CHECKPROGRESS_LEFT 1105
 
-// What Modify All would change.
+// The list of what Modify All would change.
 #define IDD_SUGGESTIONS 490
 #define IDC_SUGGESTIONS_LIST 1120
 #define IDC_SUGGESTIONS_SUM 1121
