@@ -24,8 +24,8 @@ void SendAcross(HWND list) {
   for (int send = 0; send < 9; ++send) SendMessageW(list, WM_NULL, 0, 0);
 }
 
-// From one syllable to the other and back, each with a long map, against what none can do without: a bare list box that
-// is filled, the table painted anew, and a menu's worth of sends.
+// The way from one syllable to the other and back, each with a long map, against what none can do without: a bare list
+// box that is filled, the table painted anew, and a menu's worth of sends.
 class SwitchSyllables : public Work {
  public:
   SwitchSyllables() {

@@ -1,4 +1,4 @@
-// How the time of a work grows with the size of what it is done to: the rows of ./bench growth. Two programs measure
+// The growth of a work's time with the size of what it is done to: the rows of ./bench growth. Two programs measure
 // them one after the other, a native one and one for Windows.
 #pragma once
 

@@ -1,8 +1,7 @@
 // Figures for what the ear minds in a rendered note: its distance from the pitch that was asked for, clicks, and noise
 // that has become a tone. The tests hold the renderer to the same figures that the benchmark shows.
 //
-// None of it is found by our own analysis of pitch: the curve that was asked for is known, and the sound is held
-// against it.
+// Our own analysis of pitch finds none of it: the curve that was asked for is known, and the sound is held against it.
 #pragma once
 
 #include <algorithm>

@@ -7,7 +7,7 @@
 
 inline constexpr int kVoiceRate = 44100;
 
-// In 16-bit units.
+// The samples are in 16-bit units.
 inline std::vector<float> VoicesOf(int seconds) {
   static const std::vector<float> round = [] {
     std::vector<float> samples;

@@ -21,7 +21,7 @@ class FrameList {
   // The row with the focus rectangle.
   int Caret() const;
   int SelectedCount() const;
-  // In ascending order.
+  // The rows are in ascending order.
   std::vector<int> SelectedRows() const;
 
   void SelectAll() const;

@@ -40,7 +40,7 @@ class FramePane {
   bool OnControl(UINT id, UINT code, LPARAM detail);
   void SelectAllFrames();
   void ReloadSelection();
-  // In ascending order.
+  // The rows are in ascending order.
   std::vector<int> SelectedRows() const { return Frames().SelectedRows(); }
   // Gives these frames these frequencies [Hz], within the limits of the kind at work. No gesture where nothing differs.
   void SetFrequencies(Gesture gesture, const std::vector<int>& rows, std::vector<double> hz);

@@ -1,7 +1,7 @@
 // Listening: the commands that let the user hear the recording, the curve or both, and compare the saved curve with the
 // edited one. Play is no part of it: what it does is the preview's (previewpanel.h).
 //
-// It runs on the main thread. What is heard is the stretch of the selected frames, or the whole where none or one is
+// It runs on the main thread. The sound is the stretch of the selected frames, or the whole where none or one is
 // selected, as it stands when the command comes; a sound that is on ends then.
 #pragma once
 
@@ -60,6 +60,6 @@ class Listening {
   UINT command_ = 0;        // the last one given
   std::wstring resampler_;  // the resampler for it
   bool isEndNews_ = false;  // the end of the run has not been dealt with
-  int told_ = -1;           // which one of a comparison has been told of
+  int told_ = -1;           // the sound of a comparison that has been told of
   bool isSpaceHeld_ = false;
 };

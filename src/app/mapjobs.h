@@ -1,6 +1,6 @@
 // MapJobs: the commands that make maps or convert them, from the questions they begin with to the end of the job.
 //
-// It lives for one command. What has to be read anew behind a job is the editor's business, which owns what is shown.
+// It lives for one command. The editor, which owns what is shown, sees to what has to be read anew after a job.
 #pragma once
 
 #include <windows.h>

@@ -1,6 +1,6 @@
 // CKeptFilesDlg: the maps that were kept before they were overwritten or deleted, to be looked through and put back.
 //
-// Its owner sees to what putting back means for the voicebank that is open.
+// The window's owner sees to what putting back means for the voicebank that is open.
 #pragma once
 
 #include <functional>

@@ -64,7 +64,7 @@ class CThumbnailDlg : public CTemplateDlg<CThumbnailDlg, IDD_THUMBNAIL> {
   // The message that the window posts to itself for the next map to be read.
   static constexpr UINT TNM_LOADNEXT = 32771;
 
-  // Its tables show the copies that it holds, and nothing that somebody else sends them.
+  // The tables show the copies that the window holds, and nothing that somebody else sends them.
   class CopiesOnly : public DirectEditing {
    public:
     explicit CopiesOnly(const std::vector<ThumbnailItem>& items) : items_(items) {}

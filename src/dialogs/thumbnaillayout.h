@@ -1,4 +1,4 @@
-// Where the thumbnails of a voicebank stand: in rows as wide as the window, one below the other.
+// The places of a voicebank's thumbnails: in rows as wide as the window, one below the other.
 //
 // Arithmetic alone, so that it is tested without a window. Everything is in pixels; a place counts from the first row,
 // as if nothing were scrolled.

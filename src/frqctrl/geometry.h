@@ -25,7 +25,7 @@ struct PixelSize {
 // The frequencies [Hz] that a stroke may give.
 struct StrokeLimits {
   double UpperLimit = 7902.132820097988;  // note 119
-  double LowerLimit = 55.0;               // what is below has no pitch
+  double LowerLimit = 55.0;               // a pitch below it counts as none
 };
 
 inline constexpr int kZoomCount = 7;

@@ -19,7 +19,7 @@ constexpr std::size_t kFramesWorthAThread = 512;
 // Frames that a thread takes at a time.
 constexpr std::size_t kFramesAtATime = 32;
 
-// Where the frames of a wave begin.
+// The places where the frames of a wave begin.
 struct FrameSource {
   const std::uint8_t* raw;     // the wave's data as they are
   const std::uint8_t* middle;  // frames away from the ends begin in this

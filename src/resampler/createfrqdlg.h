@@ -5,7 +5,7 @@
 // held of the syllable. No error of an item is shown here: what became of each is summed up when the job has ended. The
 // user can abort, which lets the runs that are under way come to their end: a resampler is never killed.
 //
-// What the workers share: the list of items and the settings of the job, which are fixed before the first worker starts
+// The workers share the list of items and the settings of the job, which are fixed before the first worker starts
 // and stay until the last has gone; NextIndex and LeavingCount, which nothing but an atomic increment touches;
 // Aborting, an atomic flag (a worker that sees it late takes one item more, which is harmless); the store, which has
 // locks of its own; and the results, each of which is the worker's that has drawn its item. All else belongs to the
@@ -53,7 +53,7 @@ class CCreateFrqDlg : public CTemplateDlg<CCreateFrqDlg, IDD_CREATEFRQ> {
   int CurrentIndex = 0;      // the syllable that a job for one is about
   std::wstring CurrentWave;  // its wave
   ::FrqType TargetType = FrqTypeFrq;
-  bool MakesListedKind = true;  // else what the list holds of a syllable stays as it is, edits too
+  bool MakesListedKind = true;  // false: the list keeps what it holds of a syllable, edits too
 
   INT_PTR OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   INT_PTR OnInitDialog(LPARAM lParam) override;

@@ -16,7 +16,7 @@ enum class ItemEnd : std::uint8_t {
   EndedBadly,      // it ran and said that it failed; Error is its exit code
   NothingMade,     // it ran, and there is no map
   NotConverted,    // the map could not be converted
-  Refused,         // what would take its place cannot be made, so that it was left as it is
+  Refused,         // its replacement cannot be made, so that it was left as it is
 };
 
 // The end of one item of the work list.

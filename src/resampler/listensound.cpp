@@ -122,7 +122,7 @@ SoundEnd SoundMaker::MakeBoth() {
   return Write(L"both.wav", PlainFormat(2, sound->rate), {}, BytesOf(both));
 }
 
-// Both are rendered before the first one is heard, so that they follow each other closely. Each has the folder for
+// Both maps are rendered before the first one is heard, so that they follow each other closely. Each has the folder for
 // itself: resamplers keep more beside a wave than its map.
 SoundEnd SoundMaker::MakeComparison(const std::function<bool()>& isStopped) {
   WaveHeader wave;

@@ -19,7 +19,7 @@ struct ListenInput {
 };
 
 enum class SoundEnd {
-  Well,         // or stopped
+  Well,         // played, or stopped
   NoWave,       // there is no recording that can be read
   Behind,       // the recording ends before the part
   NoCurve,      // no frame of the part has a pitch

@@ -11,7 +11,7 @@ struct NoteRange {
   friend bool operator==(const NoteRange&, const NoteRange&) = default;
 };
 
-// Between two notes by name, in either order.
+// The range between two notes by name, in either order.
 NoteRange NoteRangeBetween(const std::wstring& one, const std::wstring& other);
 
 // Positions in the boxes of the twelve names, from "C", and of the octaves, from "1" to "7".

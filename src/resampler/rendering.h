@@ -20,7 +20,7 @@ void ClearPreviewLog();
 
 // The end of a preview that the user is told.
 enum class PreviewEnd {
-  Well,         // or stopped
+  Well,         // played, or stopped
   NotPrepared,  // the wave or its map could not be put into the folder
   NotStarted,   // the resampler could not be started
   Silent,       // it ran and rendered nothing
