@@ -123,7 +123,7 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   EditorState Shown;               // what UpdateState last carried into the menu
   bool IsMenuShown = false;        // the menu bears what Shown says
   unsigned Updates = 0;            // calls of UpdateState that have begun
-  std::atomic<bool> InJob = false; // a job is on; the list's news are shown after it
+  std::atomic<bool> InJob = false; // a job is on; what the list reads anew is shown after it
   bool HasLetEditsGo = false;      // by the user's answer to whether the session may end
   const bool PluginMode;           // started on a plug-in file of the host
   bool AllSyllables = false;       // in plug-in mode: the whole voicebank was asked for

@@ -66,11 +66,11 @@ enum EditorMessage : UINT {
   EDM_FOLDEROPENED = 32773,  // -, path of the folder
   EDM_REFRESHMAP = 32774,    // -, nonzero: rebuild the frame list too
   EDM_SHOWFAILURE = 32775,   // first and last sample position
-  // Messages of our own: the list has come, so that the user can be asked about the edits of an earlier run,
+  // Messages of our own: the list has come, so that the user can be asked about the edits of an earlier run.
   EDM_ASKOFLEFTEDITS = 32780,  // -, -
-  // the editor paints what has to be painted though it waits for the list,
+  // The editor paints what has to be painted though it waits for the list.
   EDM_PAINT = 32781,  // -, -
-  // and a sound that is listened to has begun or ended.
+  // A sound that is listened to has begun or ended.
   EDM_LISTENING = 32785,  // -, -
 };
 
