@@ -31,7 +31,7 @@ void KnownFile::OnBroken(DocumentFiles& files, const std::wstring& path) {
   try {
     stamp_ = files.Stamp(path);
   } catch (const std::exception&) {
-    // Without memory the file counts as changed by somebody else.
+    // Without memory the stamp stays the old one, so that the content is compared once it is known again.
   }
 }
 
