@@ -23,7 +23,8 @@ constexpr WORD kEnglish = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
 constexpr WORD kJapanese = 1041;
 constexpr int kDialogs[] = {IDD_EDITOR,        IDD_ABOUT,      IDD_OPTION,    IDD_CREATEFRQ, IDD_THUMBNAIL,
                             IDD_OPTIONVS4UFRQ, IDD_CONVERT,    IDD_CHECK,     IDD_MODIFY,    IDD_VIRTUALSTORE,
-                            IDD_INITMRQ,       IDD_INITMRQALL, IDD_MAPCHANGED, IDD_FIND};
+                            IDD_INITMRQ,       IDD_INITMRQALL, IDD_MAPCHANGED, IDD_FIND,     IDD_KEPTFILES,
+                            IDD_CHECKPROGRESS, IDD_SUGGESTIONS};
 
 // The editor's form is not shown without the controls that are our own.
 struct Resources : testing::Test {
@@ -51,21 +52,46 @@ struct Item {
 };
 using Items = std::multimap<int, Item>;  // by their id
 
-// `opener`: the number of the item that opens this menu.
-void AddMenu(HMENU menu, int opener, Items& items) {
+// `opener`: the number of the item that opens this menu; `before`: items that stand before these.
+void AddMenu(HMENU menu, int opener, Items& items, int before = 0) {
   for (int i = 0; i < GetMenuItemCount(menu); ++i) {
     wchar_t text[99] = L"";
     GetMenuStringW(menu, static_cast<UINT>(i), text, 99, MF_BYPOSITION);
     items.emplace(opener, Item{std::to_wstring(GetMenuItemID(menu, i)), text});
-    if (GetSubMenu(menu, i)) AddMenu(GetSubMenu(menu, i), 100 * opener + i + 1, items);
+    if (GetSubMenu(menu, i)) AddMenu(GetSubMenu(menu, i), 100 * opener + before + i + 1, items);
   }
 }
+// With the items that are appended to the menus from Edit on.
 Items Menu(WORD language) {
   Items items;
   const HMENU menu = LoadMenuIndirectW(Find(RT_MENU, IDR_MENU1, language));
   AddMenu(menu, 0, items);
   DestroyMenu(menu);
+  const HMENU added = LoadMenuIndirectW(Find(RT_MENU, MAKEINTRESOURCEW(IDR_ADDEDMENU), language));
+  for (int i = 0; i < GetMenuItemCount(added); ++i) AddMenu(GetSubMenu(added, i), i + 2, items, 50);
+  DestroyMenu(added);
   return items;
+}
+
+// As the menus write it: "Ctrl+Shift+V".
+std::wstring NameOf(const ACCEL& key) {
+  static const std::map<WORD, std::wstring> names = {{VK_UP, L"Up"},        {VK_DOWN, L"Down"},  {VK_DELETE, L"Del"},
+                                                     {VK_NUMPAD0, L"0"},    {VK_ADD, L"+"},      {VK_SUBTRACT, L"-"},
+                                                     {VK_OEM_PLUS, L"+"},   {VK_OEM_MINUS, L"-"}};
+  std::wstring name;
+  if (key.fVirt & FCONTROL) name += L"Ctrl+";
+  if (key.fVirt & FALT) name += L"Alt+";
+  if (key.fVirt & FSHIFT) name += L"Shift+";
+  if (names.contains(key.key)) return name + names.at(key.key);
+  if (key.key >= VK_F1 && key.key <= VK_F12) return name + L"F" + std::to_wstring(key.key - VK_F1 + 1);
+  return name + static_cast<wchar_t>(key.key);
+}
+
+std::vector<ACCEL> KeysOf(int table) {
+  const HACCEL loaded = LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(table));
+  std::vector<ACCEL> keys(static_cast<std::size_t>(CopyAcceleratorTableW(loaded, nullptr, 0)));
+  CopyAcceleratorTableW(loaded, keys.data(), static_cast<int>(keys.size()));
+  return keys;
 }
 
 // The dialog and then its controls, in tab order.
@@ -115,18 +141,40 @@ TEST_F(Resources, EveryTextIsThereInBothLanguagesWithTheSameArguments) {
   for (const auto gesture : {Gesture::Triple, Gesture::Double, Gesture::Halve, Gesture::Third}) {
     untranslated.insert(nameOf(gesture));
   }
-  const std::wregex argument(L"%[0-9.]*[a-z]?");
-  for (int id = IDS_DISCARD; id <= IDS_MAPCHANGED; ++id) {
-    const bool isNone = (id > IDS_STEREO && id < IDS_UNDO) || (id > IDS_STEPLOST && id < IDS_GESTURE_FIRST) ||
-                         (id >= IDS_GESTURE_FIRST + kGestureCount && id < IDS_MAPCHANGED);
-    if (isNone) continue;
+  const std::wregex argument(L"%([0-9.]*[a-z]|[0-9])");
+  constexpr int kMostIds = 4096;
+  int count = 0;
+  for (int id = 1; id < kMostIds; ++id) {
     const auto english = StringOf(id, kEnglish), japanese = StringOf(id, kJapanese);
+    if (english.empty() && japanese.empty()) continue;
+    ++count;
     const auto arguments = [&](const std::wstring& text) {
       return std::vector<std::wstring>(std::wsregex_token_iterator(text.begin(), text.end(), argument), {});
     };
     EXPECT_FALSE(english.empty() || japanese.empty()) << id;
     EXPECT_EQ(english == japanese, untranslated.contains(id)) << id;
     EXPECT_EQ(arguments(english), arguments(japanese)) << id;
+  }
+  EXPECT_GT(count, 200);
+}
+
+// A key that stood twice would never reach its second command, and a menu may show one that does nothing.
+TEST_F(Resources, EachKeyHasOneCommandAndTheMenusShowIt) {
+  std::map<std::wstring, int> commands;
+  for (const int table : {IDR_ACCELERATORS, IDR_SHAREDKEYS, IDR_ADDEDKEYS}) {
+    for (const ACCEL& key : KeysOf(table)) {
+      const int command = commands.try_emplace(NameOf(key), key.cmd).first->second;
+      EXPECT_EQ(command, key.cmd) << NameOf(key).c_str();
+    }
+  }
+  commands.emplace(L"Space", ID_LISTEN_STOP);  // is no key while nothing sounds
+  for (const WORD language : {kEnglish, kJapanese}) {
+    for (const auto& [opener, item] : Menu(language)) {
+      const auto tab = item.text.find(L'\t');
+      if (tab == item.text.npos) continue;
+      const auto key = commands.find(item.text.substr(tab + 1));
+      EXPECT_TRUE(key != commands.end() && std::to_wstring(key->second) == item.kind) << item.text.c_str();
+    }
   }
 }
 
