@@ -1,6 +1,6 @@
 # Bash completion of marlit-batch: its commands, the options of each, and what these take.
 #
-# Needs bash alone. Names of folders and files are left to readline, which knows how to quote them: nothing is offered
+# Needs bash and sed. Names of folders and files are left to readline, which knows how to quote them: nothing is offered
 # for them here, and "dirnames" or "default" steps in.
 
 _marlit_batch_options() {
@@ -22,10 +22,13 @@ _marlit_batch_options() {
 
 # The words that option $2 of command $1 takes for its value. Fails where that is no word of a list.
 _marlit_batch_values() {
+  local kinds
   case $2 in
     -k | --kind | --from | --to)
-      echo frq frc pmk dio mrq
-      if [ "$1" = list ]; then echo vs4ufrq; fi ;; # is listed, and nothing else
+      # The program says which there are. The last one is listed, and nothing else is done to it.
+      kinds=$("${COMP_WORDS[0]/#\~/$HOME}" list --help 2>/dev/null | sed -n 's/.*maps of this kind alone: //p')
+      kinds=${kinds//,/}
+      if [ "$1" = list ]; then echo "${kinds/ or / }"; else echo "${kinds% or *}"; fi ;;
     --note) echo {C,C#,D,D#,E,F,F#,G,G#,A,A#,B}{1..7} ;;
     --format) echo csv pitchtier ;;
     --language) echo en ja ;;
