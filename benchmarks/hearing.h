@@ -38,7 +38,7 @@ inline std::vector<double> CentsOff(std::span<const float> sound, int rate, cons
       if (at < 0 || at >= std::ssize(sound)) continue;
       const double window = 0.5 + 0.5 * std::cos(std::numbers::pi * static_cast<double>(i) / half);
       const auto index = static_cast<std::size_t>(at);
-      sum += std::polar(window * sound[index], -phase[index]);
+      sum += window * sound[index] * std::polar(1.0, -phase[index]);
     }
     return sum;
   };
