@@ -2,9 +2,9 @@
 #include "frqmap/edits.h"
 
 #include <cmath>
-#include <gtest/gtest.h>
 #include <limits>
 
+#include "native/family.h"
 #include "resampler/commandline.h"
 
 namespace {
@@ -40,6 +40,13 @@ TEST(Edits, TypedTextIsReadUpToTheFirstOddCharacter) {
       {L"inf", 0.0},        {L"-nan", 0.0},      {L"1e-999", 0.0},  {L"440\x3042", 440.0},
       {L"1e999", HUGE_VAL}, {L"\xFF15", 0.0}};
   for (const auto& [text, value] : tests) EXPECT_EQ(ParseFrequency(text), value) << text;
+}
+
+TEST(Edits, AReloadOfSomeRowsCountsTheOthersThatDifferEitherWay) {
+  const FrqMap saved = MapOf(std::vector<double>(5, 200.0));
+  FrqMap map = MapOf({100.0, 300.0, 200.0, 150.0, 150.0});
+  EXPECT_EQ(RestoreFrames(map, saved, std::vector{3, 9}, 4), 2);
+  EXPECT_EQ(Values(map, &FrqFrame::Frequency), testdata::Json({100.0, 300.0, 200.0, 200.0, 150.0}));
 }
 
 TEST(CommandLine, TakesAnyModulationAndFlagsThatAUserTypes) {

@@ -29,6 +29,20 @@ TEST(FrqMap, ASelectionFromOutsideTheMapEndsAtItsBorder) {
   FrqMap().SelectRange(0, 25, true);
 }
 
+TEST(FrqMap, ATakenSuggestionSaysWhetherAFrameHasAPitch) {
+  FrqMap map = MapOf({200.0, 55.0, 200.0});
+  for (const auto& [i, suggestion] : {std::pair(0u, FrqNoPitch), {1u, 300.0}, {2u, 0.0}}) {
+    FrqFrame& frame = map.Frames.Own()[i];
+    frame.Mark = 1;
+    frame.SuggestedFrequency = suggestion;
+    frame.Voiced = frame.Frequency > FrqNoPitch;
+  }
+  map.ApplyMarks(-1, true);
+  EXPECT_EQ(Values(map, &FrqFrame::Frequency), testdata::Json({55.0, 300.0, 200.0}));
+  EXPECT_EQ(Flags(map, &FrqFrame::Voiced), "011");
+  EXPECT_EQ(Flags(map, &FrqFrame::Mark), "001") << "nothing was suggested there";
+}
+
 TEST(FrqMap, AnyDifferenceThatWouldBeSavedIsSeen) {
   const FrqMap map = MapOf({100.0, 200.0});
   void (*const changes[])(FrqMap&) = {[](FrqMap& m) { m.Loaded = false; },
@@ -86,6 +100,9 @@ TEST(VsProject, WhatALibraryMayTellHarmsNobody) {
   EXPECT_EQ(project.ControlPoints[0][0].Pitch, 6900);
   EXPECT_EQ(project.ControlPoints[0][0].HasPitch, 0);
   EXPECT_EQ(VsProject().AverageCents(), 6000);
+  for (const FrqType kind : {FrqTypeFrq, FrqTypeFrc, FrqTypeDio, FrqTypeMrq}) {
+    EXPECT_EQ(ResampledMap(project, kind)->Hop, 256) << kind;
+  }
 }
 
 }  // namespace

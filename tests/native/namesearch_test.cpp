@@ -27,7 +27,7 @@ TEST(NameSearch, FindsANameInEitherScriptAsItIsTyped) {
       {L"こんな", L"konna|konnna|konn|kon", L"kona"}, {L"きんえん", L"kin'en|kinen", L"kinnen"},
       {L"カー", L"ka|kaa|ka-|カー|かー|ー", L"kā"}, {L"あ か", L"a ka|あ か|か", L"aka|a-ka"},
       {L"a ka", L"A KA", L"か"}, {L"shiroi", L"siroi|shiroi", L"しろい"}, {L"Sch\x00D6N", L"sch\x00F6n", L"schon"},
-      {L"中", L"中", L"naka"}};
+      {L"中", L"中", L"naka"}, {L"\xC0\xDE\x391\x3A9\x410\x42F\xD7", L"\xE0\xFE\x3B1\x3C9\x430\x44F\xD7", L"\xF7"}};
   for (const auto& [name, fits, doesNot] : tests) {
     for (const auto& [parts, isWanted] : {std::pair(fits, true), std::pair(doesNot, false)}) {
       std::wistringstream stream(parts);

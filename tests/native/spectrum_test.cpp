@@ -95,6 +95,21 @@ TEST(Spectrum, AFrameAloneIsThatOfAWave) {
   for (std::size_t j = 0; j < 2; ++j) EXPECT_TRUE(std::equal(frames[j], frames[j] + SpectrumBins, wave[j])) << j;
 }
 
+TEST(Spectrum, EveryRowShowsTheLevelOfItsNote) {
+  const std::vector<std::int16_t> data = Noise(4096);
+  SpectrumTable table;
+  AnalyzeWave(table, {1, 16, BytesOf(data)});
+  for (const std::uint32_t rate : {8000u, 44100u, 96000u}) {
+    std::vector<NoteBand> bands;
+    BuildNoteBands(SpectrumSteps::LowestNote, 150, rate, bands);
+    SpectrumSteps steps(table, rate);
+    for (std::size_t i = 0; i < bands.size(); ++i) {
+      const int shown = steps.Of(1)[steps.IndexOf(SpectrumSteps::LowestNote + static_cast<int>(i))];
+      EXPECT_EQ(shown, LevelToStep(BandLevel(bands[i], table[1]))) << rate << " " << i;
+    }
+  }
+}
+
 TEST(vectors, BinsLevelsAndIntensitiesOfWaves) {
   Family::Each("spectrum", [](Family& family, const Json& test) {
     const Bytes file = Family::File(test["file"]);
@@ -162,6 +177,12 @@ TEST(vectors, Intensities) {
   for (const Json& test : family.Entries()) {
     for (const auto& [brightness, wanted] : test["intensity"].items()) {
       family.Expect(LevelToIntensity(test["level"], std::stoi(brightness)), wanted);
+    }
+  }
+  for (int brightness = -5; brightness <= 3; ++brightness) {
+    const IntensityTable table(brightness);
+    for (double level = 1e-7; level < 1.0; level *= 1.02) {
+      EXPECT_EQ(table.OfStep(LevelToStep(level)), LevelToIntensity(level, brightness)) << level;
     }
   }
   for (const double odd : {-0.1, -std::numeric_limits<double>::infinity(), std::nan("")}) {

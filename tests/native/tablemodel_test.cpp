@@ -76,6 +76,14 @@ TEST_F(TableModelTest, TheViewStaysWithinTheMapAndTheNotes) {
   table.ScrollNotesByWheel(32000);
   EXPECT_EQ(std::pair(table.Geometry.BottomNote, table.VerticalPosition()), std::pair(kTopNote, 0));
 
+  for (const int notch : {1, -2}) {
+    table.ScrollNotesByWheel(notch * 120);
+    table.ScrollColumnsByWheel(notch * 120);
+  }
+  EXPECT_EQ(std::pair(table.Geometry.BottomNote, table.Geometry.ScrollColumn), std::pair(kTopNote - 2, kFrames - 1));
+  table.ScrollColumnsByWheel(120);
+  EXPECT_EQ(table.Geometry.ScrollColumn, kFrames - 5);
+
   // 20 columns are in view. Column asked for, first column in view, first column then.
   const std::tuple<SampleCount, SampleCount, std::optional<SampleCount>> rows[] = {
       {14, 10, std::nullopt}, {26, 10, std::nullopt}, {13, 10, 10}, {27, 10, 10}, {9, 10, 7}, {30, 10, 12}, {1, 10, -1},
@@ -83,6 +91,38 @@ TEST_F(TableModelTest, TheViewStaysWithinTheMapAndTheNotes) {
   for (const auto& [column, first, expected] : rows) {
     EXPECT_EQ(table.FirstColumnToShow(column, first), expected) << column;
   }
+}
+
+TEST_F(TableModelTest, AStretchComesIntoViewWithWhatIsAheadOfIt) {
+  // Twenty columns and thirty notes are in view, from column 20 and note 60 on. A stretch, the note of its first frame,
+  // and where the view begins then.
+  const std::tuple<SampleCount, SampleCount, double, SampleCount, int> rows[] = {
+      {20, 25, 0.0, 20, 60}, {19, 25, 0.0, 14, 60},  {30, 39, 0.0, 20, 60},  {31, 40, 0.0, 26, 60},
+      {25, 99, 0.0, 20, 60}, {30, 99, 0.0, 25, 60},  {2, 3, 0.0, 0, 60},     {22, 22, 89.5, 20, 60},
+      {22, 23, 90.5, 20, 75}, {22, 23, 60.1, 20, 60}, {22, 23, 59.5, 20, 44}, {22, 23, 35.0, 20, 24}};
+  for (const auto& [first, last, note, column, bottom] : rows) {
+    map.Create(kFrames, FrqTypeFrq);
+    map.Frames.Own()[static_cast<std::size_t>(first)].Frequency = note > 0.0 ? NoteToHz(note) : FrqNoPitch;
+    table.Geometry.ScrollColumn = 20;
+    table.Geometry.BottomNote = 60;
+    EXPECT_EQ(table.ScrollToFrames(first, last), column != 20 || bottom != 60) << first << " " << note;
+    EXPECT_EQ(std::pair(table.Geometry.ScrollColumn, table.Geometry.BottomNote), std::pair(column, bottom))
+        << first << " " << note;
+  }
+}
+
+TEST_F(TableModelTest, WhatCannotBeShownIsRefused) {
+  EXPECT_TRUE(table.SetViewMode(0) && table.SetViewMode(1) && table.SetBrightness(-3) && table.SetBrightness(3) &&
+              table.SetColorTable(0) && table.SetColorTable(5));
+  EXPECT_FALSE(table.SetViewMode(-1) || table.SetViewMode(2) || table.SetBrightness(-4) || table.SetBrightness(4) ||
+               table.SetColorTable(-1) || table.SetColorTable(6));
+  EXPECT_EQ(std::tuple(table.ViewMode, table.Brightness, table.ColorTable), std::tuple(1, 3, 5));
+  map.Hop = 77;
+  EXPECT_EQ(table.ColumnHop(), 77.0);
+  table.SetMaps(nullptr, nullptr);
+  EXPECT_EQ(table.ColumnHop(), 256.0);
+  table.Kind = FrqTypeVs4ufrq;
+  EXPECT_EQ(table.ColumnHop(), 220.5);
 }
 
 TEST_F(TableModelTest, AViewForTheCurveHoldsAllOfItAsLargeAsItCan) {

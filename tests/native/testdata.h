@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/bytes.h"
+#include "base/utf16.h"
 
 namespace testdata {
 
@@ -41,12 +42,11 @@ inline std::vector<double> Numbers(const Json& values) {
 }
 
 inline std::wstring Wide(const std::string& utf8) {
-  const std::u16string wide = Path(utf8).u16string();
-  return std::wstring(wide.begin(), wide.end());
+  return WideOf(Path(utf8).u16string());
 }
 
 inline std::string Utf8(const std::wstring& text) {
-  const std::u8string utf8 = std::filesystem::path(std::u16string(text.begin(), text.end())).u8string();
+  const std::u8string utf8 = std::filesystem::path(Utf16Of(text)).u8string();
   return std::string(utf8.begin(), utf8.end());
 }
 

@@ -22,6 +22,14 @@ TEST(OtoIni, ALineThatIsNoneIsLeftOutAndANumberThatIsNoneIsZero) {
   EXPECT_EQ(found.str(), L"b.wav,a,1,2,3,4,5|a.wav,,0,-2.5,100,0.5,12|inf.wav,inf,0,0,0,0,0|,,0,0,0,0,0|");
 }
 
+TEST(OtoIni, AWaveIsFoundByItsNameWithoutWhatIsAnExtension) {
+  UtauCommon::OTOINI oto;
+  const std::pair<const wchar_t*, const wchar_t*> tests[] = {
+      {L"a.b.wav", L"a.b"}, {L"a. b", L"a. b"}, {L"c", L"c"}, {L"s.x\\d", L"s.x\\d"}};
+  for (const auto& [wave, name] : tests) oto.Add({.wave = wave});
+  for (const auto& [wave, name] : tests) EXPECT_EQ(oto.ResolveWavePath(name), std::wstring(L"\\") + wave) << wave;
+}
+
 TEST(NoteList, LengthsThatAreNoneOrFarTooLongDoNotUpsetTheNumbering) {
   std::wistringstream text(
       L"[#0001]\nLength=99999999999999999999\n[#0002]\nLength=-99999999999\n[#0003]\nLength=0x9\n"

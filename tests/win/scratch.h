@@ -1,4 +1,4 @@
-// What a test may write to: a registry and a folder of its own, both gone with the test.
+// What a test may write to: a registry of its own, gone with the test, beside its folder.
 #pragma once
 
 #include <windows.h>
@@ -8,10 +8,8 @@
 #include <set>
 #include <string>
 
-#include "base/files.h"
-#include "base/filesystem.h"
 #include "base/handle.h"
-#include "base/path.h"
+#include "native/scratchfolder.h"
 
 // Stands in for the user's settings in this process.
 struct ScratchRegistry {
@@ -28,34 +26,6 @@ struct ScratchRegistry {
  private:
   const std::wstring path_ = L"Software\\MarlitTest" + std::to_wstring(GetCurrentProcessId());
   RegistryKey key_;
-};
-
-// The standard library takes no name that only the extended form opens.
-inline void RemoveTree(const std::wstring& path) {
-  if (Disk().Delete(path) || Disk().RemoveFolder(path)) return;
-  for (const std::wstring& name : Disk().List(path)) RemoveTree(PathIn(path, name));
-  Disk().RemoveFolder(path);
-}
-
-struct ScratchFolder {
-  ScratchFolder() { RemoveTree(Path()); }  // left by a test that was ended early
-  ~ScratchFolder() { RemoveTree(Path()); }
-
-  std::wstring Path() const { return path_.wstring(); }
-  std::wstring Path(const std::wstring& name) const { return (path_ / name).wstring(); }
-  // `name` may lead through folders, which are made.
-  void Write(const std::wstring& name, const Bytes& bytes = {}) const {
-    Disk().MakeFolder(FolderOf(Path(name)));
-    WriteWholeFile(Path(name), bytes);
-  }
-  // Plain ASCII.
-  void WriteText(const std::wstring& name, const std::wstring& text) const {
-    Write(name, Bytes(text.begin(), text.end()));
-  }
-
- private:
-  const std::filesystem::path path_ =
-      std::filesystem::temp_directory_path() / (L"MarlitTest" + std::to_wstring(GetCurrentProcessId()));
 };
 
 inline std::set<std::wstring> NamesIn(const std::wstring& folder) {
