@@ -95,7 +95,7 @@ class KeyOctave : public SwitchSyllables {
 
   double Measured() override {
     const HWND editor = program_.Editor(), list = GetDlgItem(editor, IDC_EDITOR_FRAMES);
-    const FrqMap& map = *program_.List().Map(0);
+    const FrqMap& map = *program_.Maps().Maps(0).Map;
     double ms = 0.0;
     up_ = !up_;
     program_.RunInEditor([&] {

@@ -26,7 +26,7 @@ class FrameListWork : public Work {
     WriteWholeFile(folder_.PathOf(L"a.wav"), {});
     WriteWholeFile(folder_.PathOf(L"a_wav.frq"), EncodeFreq0003(map, FrqTypeFrq));
     program_.List().OpenFolder(folder_.PathOf(L"").c_str());
-    map_ = program_.List().Map(0);
+    map_ = program_.Maps().Maps(0).Map;
     const HWND editor = program_.Editor();
     program_.RunInEditor([&] {
       ShowWindow(editor, SW_HIDE);  // a window that is seen would paint its curve as well

@@ -84,7 +84,7 @@ class CheckBank : public OfBank {
   }
   double Milliseconds() override {
     const double ms = MillisecondsOf([this] { program_.List().RunCheck(settings_); });
-    const bool isWhole = program_.List().IsMarked(0) && program_.List().IsMarked(syllables_ - 1);
+    const bool isWhole = program_.Maps().Facts(0).Marked && program_.Maps().Facts(syllables_ - 1).Marked;
     Require(isWhole, "a check has not come to its end");
     return ms;
   }

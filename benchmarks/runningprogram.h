@@ -79,6 +79,7 @@ class RunningProgram {
   FileListSender List() const { return FileListSender(list_.Hwnd); }
   HWND ListWindow() const { return list_.Hwnd; }
   Document& Maps() { return voicebank_.Maps; }
+  const Document& Maps() const { return voicebank_.Maps; }
 
   void RunInEditor(const std::function<void()>& function) const {
     SendMessageW(editor_.Hwnd, ScriptedEditor::kRunMessage, 0, reinterpret_cast<LPARAM>(&function));

@@ -37,7 +37,7 @@ class ThumbnailView {
   // The first in view is the first of the list.
   void WaitForCurves() const {
     const int last = static_cast<int>(InView().size()) - 1;
-    const FrqMap* const map = program_.List().Map(last);
+    const FrqMap* const map = program_.Maps().Maps(last).Map;
     while (!map->Loaded) Sleep(0);
     SendMessageW(Window(), WM_NULL, 0, 0);  // behind the paint
   }

@@ -10,10 +10,9 @@
 #include <string_view>
 #include <vector>
 
-#include "check/checkrules.h"
-#include "check/soundrules.h"
 #include "frqmap/frqmap.h"
 #include "frqmap/levels.h"
+#include "native/checkbysound.h"
 #include "readsound.h"
 
 namespace {
@@ -42,7 +41,7 @@ void PrintMarks(const Sound& sound, const std::vector<double>& hz, bool isAlone)
   if (isAlone) {
     CheckMap(&settings, frames.get(), regions.get());
   } else {
-    CheckMapBySound(&settings, frames.get(), regions.get(), sound.samples, sound.rate);
+    CheckMapBySound(settings, *frames, regions.get(), sound.samples, sound.rate);
   }
   for (std::size_t i = 0; i < hz.size(); ++i) {
     std::printf("%d %.2f ", frames->Frames[i].Mark, frames->Frames[i].SuggestedFrequency);

@@ -150,19 +150,11 @@ class FileListSender {
     Send(FLM_GETPATH, static_cast<WPARAM>(index), messages_detail::Pointer(path));
     return path[0] ? path : LongPath(index);
   }
-  void SetHasMap(int index, bool hasMap, bool refreshThumbnail) const {
-    Send(FLM_SETHASMAP, static_cast<WPARAM>(index), MAKELPARAM(hasMap, !refreshThumbnail));
-  }
   bool HasMap(int index) const { return AskNumber(FLM_GETHASMAP, index) != 0; }
   void RefreshMaps() const { Send(FLM_REFRESHMAPS); }
   void PostRefreshMaps() const { messages_detail::Post(list_, FLM_REFRESHMAPS, 0); }
-  int CountMaps() const { return static_cast<int>(AskNumber(FLM_COUNTMAPS)); }
-  FrqMap* Map(int index) const { return AskMap(FLM_GETMAP, index); }
-  FrqMap* SavedMap(int index) const { return AskMap(FLM_GETSAVEDMAP, index); }
-  int FrameEstimate(int index) const { return static_cast<int>(AskNumber(FLM_GETFRAMEESTIMATE, index)); }
   // A negative index is the current syllable. False on an edited one throws its edits away: its map is read again.
   void SetEdited(int index, bool edited) const { Send(FLM_SETEDITED, static_cast<WPARAM>(index), edited); }
-  bool IsEdited(int index) const { return AskNumber(FLM_GETEDITED, index) != 0; }
   // The editor shows the syllable when SelectSyllable comes back.
   void SelectSyllable(int index) const { Send(FLM_SELECTSYLLABLE, static_cast<WPARAM>(index)); }
   void PostSelectSyllable(int index) const {
@@ -174,8 +166,6 @@ class FileListSender {
   void PostRefreshThumbnail() const { messages_detail::Post(list_, FLM_REFRESHTHUMBNAIL, 0); }
   void RunCheck(const CheckFrqSettings& settings) const { Send(FLM_RUNCHECK, 0, messages_detail::Pointer(&settings)); }
   void ForgetMarks(int index) const { Send(FLM_SETFAILED, static_cast<WPARAM>(index), 0); }
-  bool IsAnyMarked() const { return AskNumber(FLM_GETFAILED, -1) != 0; }
-  bool IsMarked(int index) const { return AskNumber(FLM_GETFAILED, index) != 0; }
   // A negative index is all syllables; else the run of marks at a sample position.
   void Modify(int index, int position) const { Send(FLM_MODIFY, static_cast<WPARAM>(index), position); }
   void Ignore(int index, int position) const { Send(FLM_IGNORE, static_cast<WPARAM>(index), position); }
@@ -203,9 +193,6 @@ class FileListSender {
     std::wstring path(kLongPathBufferSize, L'\0');
     Send(FLM_GETLONGPATH, static_cast<WPARAM>(index), messages_detail::Pointer(path.data()));
     return path.c_str();
-  }
-  FrqMap* AskMap(FileListMessage message, int index) const {
-    return messages_detail::Ask<FrqMap*>(list_, message, static_cast<WPARAM>(index), nullptr);
   }
 
   HWND list_;

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
-#include <new>
 #include <numeric>
+#include <span>
 #include <vector>
 
 #include "check/checkrules.h"
@@ -283,20 +283,4 @@ std::optional<std::int32_t> MarkBySound(CheckFrameRecord& frames, const Hearing&
     return std::nullopt;
   }
   return check.WriteTo({frames.Frames, static_cast<std::size_t>(frames.FrameCount)});
-}
-
-std::int32_t CheckMapBySound(const CheckFrqSettings* settings, CheckFrameRecord* frames,
-                             const CheckRegionRecord* regions, std::span<const float> samples,
-                             double sampleRate) noexcept {
-  if (!AreCheckRecords(settings, frames, regions)) return -1;
-  try {
-    if (IsMapOf(*frames, {frames->Hop, sampleRate, std::ssize(samples), {}})) {
-      const PitchSearch search(samples, sampleRate);
-      const Hearing hearing = HearingOf(search, samples.size(), sampleRate, frames->Hop);
-      if (const auto count = MarkBySound(*frames, hearing, [&] { return &search; })) return *count;
-    }
-  } catch (const std::bad_alloc&) {
-    // Without memory the map is left to the rules that need no recording.
-  }
-  return CheckMap(settings, frames, regions);
 }

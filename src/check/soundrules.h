@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <span>
 
 #include "check/checkrecords.h"
 #include "check/hearing.h"
@@ -17,9 +16,3 @@ bool IsMapOf(const CheckFrameRecord& frames, const Hearing& hearing);
 // where the map has another pitch than the one that is heard, which most maps have nowhere; none if it has none then.
 std::optional<std::int32_t> MarkBySound(CheckFrameRecord& frames, const Hearing& hearing,
                                         const std::function<const PitchSearch*()>& search);
-
-// CheckMap for the map of a recording, which is one channel of any scale. A recording that the map cannot be of, as it
-// has another length, and a hop that is no number of samples leave the map to CheckMap.
-std::int32_t CheckMapBySound(const CheckFrqSettings* settings, CheckFrameRecord* frames,
-                             const CheckRegionRecord* regions, std::span<const float> samples,
-                             double sampleRate) noexcept;

@@ -91,10 +91,6 @@ double BandLevel(const NoteBand& band, const double* magnitudes) {
   return band.HighBin != band.LowBin ? sum / (band.HighBin - band.LowBin) : sum;
 }
 
-int LevelToIntensity(double level, int brightness) {
-  return IntensityOf(TruncatedPower(level), brightness);
-}
-
 std::uint8_t LevelToStep(double level) {
   return StepAmong(Thresholds(), level);
 }
@@ -118,9 +114,8 @@ SpectrumSteps::SpectrumSteps(const SpectrumTable& table, std::uint32_t sampleRat
 const std::uint8_t* SpectrumSteps::Of(std::size_t entry) {
   std::uint8_t* const steps = &steps_[entry * bands_.size()];
   if (!known_[entry]) {
-    const std::array<double, 255>& thresholds = Thresholds();
     const double* const magnitudes = table_[entry];
-    for (std::size_t i = 0; i < bands_.size(); ++i) steps[i] = StepAmong(thresholds, BandLevel(bands_[i], magnitudes));
+    for (std::size_t i = 0; i < bands_.size(); ++i) steps[i] = LevelToStep(BandLevel(bands_[i], magnitudes));
     known_[entry] = true;
   }
   return steps;

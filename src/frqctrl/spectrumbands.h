@@ -1,7 +1,7 @@
 // From magnitudes to what a cell of the picture shows: the band of a note, its level, the level's intensity.
 //
-// An intensity is exactly what LevelToIntensity gives, a power and some integers. The picture takes a shorter way to
-// the same numbers: a level's power matters only for the step that it falls into, so the steps of all notes of an entry
+// An intensity is a power and some integers. The power of a level matters only for the step that it falls into, so the
+// steps of all notes of an entry
 // are found once, kept in a byte each (SpectrumSteps), and turned to intensities of a brightness by a table
 // (IntensityTable). Neither scrolling nor a change of brightness computes a level again.
 #pragma once
@@ -29,15 +29,12 @@ void BuildNoteBands(int lowNote, int highNote, std::uint32_t sampleRate, std::ve
 // edge was limited to below its lower one has the level 0.0.
 double BandLevel(const NoteBand& band, const double* magnitudes);
 
-// Gives 0 to 255. A level below 0.0, or no number, counts as 0.0. `brightness`: from -5, the brightest, to 3; for any
-// other the level's step is shown as it is.
-int LevelToIntensity(double level, int brightness);
-
-// trunc(level^0.4 * 512), at most 255: all that LevelToIntensity takes from a level. Beyond 154 any intensity of a
-// brightness of the table is 255.
+// trunc(level^0.4 * 512), at most 255: all that an intensity takes from a level. A level below 0.0, or no number,
+// counts as 0.0.
 std::uint8_t LevelToStep(double level);
 
-// The intensities of all steps at one brightness.
+// The intensities of all steps at one brightness, from -5, the brightest, to 3; at any other they are the steps plus
+// 128. Beyond the step 154 any intensity of those nine is 255, so that no level needs a higher step than there is.
 class IntensityTable {
  public:
   explicit IntensityTable(int brightness);

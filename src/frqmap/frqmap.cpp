@@ -159,11 +159,3 @@ double FrqMap::ComputeAverage(int windowSemitones) const {
 double FrqMap::ShownAverage() const {
   return DerivedAverage ? ComputeAverage(2) : Average;
 }
-
-void FrqMap::ClearMarks() {
-  for (FrqFrame& frame : Frames.Own()) {
-    frame.Mark = 0;
-    frame.SuggestedFrequency = 0.0;
-  }
-  HasMarks = false;
-}

@@ -88,8 +88,6 @@ class FrqMap {
   // is in one.
   std::vector<bool> ComputeSoundRegions() const;
 
-  void ClearMarks();
-
   // Ends the marks of the run at a sample position, or all of them for a negative position. With `apply` a frame takes
   // the frequency that was suggested for it, and one without a suggestion stays marked; Modified is set only if a
   // frame took one. Without `apply` no frequency changes.

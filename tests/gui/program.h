@@ -23,6 +23,21 @@ inline bool operator==(const RECT& a, const RECT& b) {
   return EqualRect(&a, &b);
 }
 
+// The list, with what it tells other programs alone.
+struct AskedList : FileListSender {
+  using FileListSender::FileListSender;
+
+  FrqMap* Map(int index) const { return AskMap(FLM_GETMAP, index); }
+  FrqMap* SavedMap(int index) const { return AskMap(FLM_GETSAVEDMAP, index); }
+  int CountMaps() const { return messages_detail::Ask(Window(), FLM_COUNTMAPS, 0, 0); }
+  void LoseMap(int index) const { SendMessageW(Window(), FLM_SETHASMAP, static_cast<WPARAM>(index), FALSE); }
+
+ private:
+  FrqMap* AskMap(UINT message, int index) const {
+    return messages_detail::Ask<FrqMap*>(Window(), message, static_cast<WPARAM>(index), nullptr);
+  }
+};
+
 struct ProgramTest : testing::Test {
   ~ProgramTest() override { Leave(); }
 
@@ -57,7 +72,7 @@ struct ProgramTest : testing::Test {
     return Eventually([this] { return HasEnded(); }) ? exit_.get() : -1;
   }
 
-  FileListSender List() const { return FileListSender(list_); }
+  AskedList List() const { return AskedList(list_); }
   HWND Item(int id) const { return GetDlgItem(editor_, id); }
   LRESULT SendItem(int id, UINT message, WPARAM wParam = 0, const void* lParam = nullptr) const {
     return SendMessageW(Item(id), message, wParam, reinterpret_cast<LPARAM>(lParam));

@@ -110,7 +110,7 @@ TEST_F(Thumbnails, FollowWhatBecomesOfTheMaps) {
   List().PostRefreshThumbnail();
   EXPECT_TRUE(HasGrounds("o!!o."));
   DeleteFileW((bank + L"\\12_wav.frq").c_str());
-  List().SetHasMap(2, false, true);
+  List().LoseMap(2);
   EXPECT_TRUE(HasGrounds("o!.o.")) << "its place stays till all are drawn anew";
   List().PostRefreshThumbnail();
   EXPECT_TRUE(Shows(L"10 11 14 15 ") && HasGrounds("o!o."));

@@ -18,8 +18,8 @@
 
 #include "base/note.h"
 #include "check/markedruns.h"
-#include "check/soundrules.h"
 #include "frqmap/freq0003.h"
+#include "native/checkbysound.h"
 #include "native/tone.h"
 #include "native/wavebytes.h"
 #include "pitch/pitchanalysis.h"
@@ -256,7 +256,7 @@ TEST(CheckRules, EveryPlantedErrorOfTheSampleVoicebankIsFoundAndNothingElse) {
     WaveBytes source(std::ranges::find(bank, wavePath, &BankFile::path)->bytes);
     const auto wave = DecodeWav(source, false);
     const Sound sound = SoundOfWave(wave->format, wave->samples).value();
-    const int heard = CheckMapBySound(&kAnyNote, frames.get(), nullptr, sound.samples, sound.rate);
+    const int heard = CheckMapBySound(kAnyNote, *frames, nullptr, sound.samples, sound.rate);
     EXPECT_EQ(heard > 0, planted[file.path] > 0);
   }
 }
@@ -288,7 +288,7 @@ Samples Harmonics(std::initializer_list<double> amounts) {
 void ExpectHeard(std::initializer_list<std::string> contours, std::span<const float> samples, int hop = 256) {
   for (const std::string& text : contours) {
     ExpectMarks(text, hop, 6.5,
-                [&](auto* frames) { return CheckMapBySound(&kAnyNote, frames, nullptr, samples, 44100); });
+                [&](auto* frames) { return CheckMapBySound(kAnyNote, *frames, nullptr, samples, 44100); });
   }
 }
 

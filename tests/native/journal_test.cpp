@@ -142,7 +142,7 @@ Words PitchesOf(Document& document, int index) {
   document.EnsureLoaded(index, kKeep);
   FrqMap map;
   document.CopyMap(index, map);
-  map.ClearMarks();
+  ClearMarks(map);
   return ContentOf(map);
 }
 

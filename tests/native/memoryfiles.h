@@ -12,6 +12,11 @@
 
 #include "document/document.h"
 
+inline void ClearMarks(FrqMap& map) {
+  for (FrqFrame& frame : map.Frames.Own()) frame.Mark = 0, frame.SuggestedFrequency = 0.0;
+  map.HasMarks = false;
+}
+
 // A file holds no marks, and no average where that is derived. The next call alone meets the fault.
 struct MemoryFiles : DocumentFiles {
   enum class Fault { None, Fails, Throws };
@@ -55,7 +60,7 @@ struct MemoryFiles : DocumentFiles {
   }
 
   void Put(const std::wstring& wavePath, FrqMap map) {
-    map.ClearMarks();
+    ClearMarks(map);
     map.Loaded = true;
     map.Modified = false;
     if (map.DerivedAverage) map.Average = 0.0;

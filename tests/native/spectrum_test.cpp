@@ -176,7 +176,7 @@ TEST(vectors, Intensities) {
   Family family("level_to_intensity");
   for (const Json& test : family.Entries()) {
     for (const auto& [brightness, wanted] : test["intensity"].items()) {
-      family.Expect(LevelToIntensity(test["level"], std::stoi(brightness)), wanted);
+      family.Expect(IntensityTable(std::stoi(brightness)).OfStep(LevelToStep(test["level"])), wanted);
     }
   }
   for (int brightness = -5; brightness <= 3; ++brightness) {
@@ -186,10 +186,10 @@ TEST(vectors, Intensities) {
     }
   }
   for (const double odd : {-0.1, -std::numeric_limits<double>::infinity(), std::nan("")}) {
-    EXPECT_EQ(LevelToIntensity(odd, -6), 128);
     EXPECT_EQ(LevelToStep(odd), 0);
   }
-  EXPECT_EQ(LevelToIntensity(std::numeric_limits<double>::infinity(), 3), 255);
+  EXPECT_EQ(LevelToStep(std::numeric_limits<double>::infinity()), 255);
+  EXPECT_EQ(IntensityTable(-6).OfStep(0), 128) << "at a brightness that there is not";
 }
 
 TEST(vectors, SpectrumColors) {

@@ -53,6 +53,7 @@ TEST_F(FrqCtrlTest, TheSpectrumHasItsCellsInTheirPlaces) {
     control.DropLayer();
     control.RepaintNow();
     const Picture shown = Shown();
+    const IntensityTable intensity(0);
     std::set<COLORREF> inks;
     for (int column = 1; column < 17; ++column) {
       const auto entry = static_cast<std::size_t>(column * hop / 512.0 + 0.5);
@@ -60,7 +61,7 @@ TEST_F(FrqCtrlTest, TheSpectrumHasItsCellsInTheirPlaces) {
         const COLORREF ink =
             shown.At(StripWidth() + column * (zoom == 0 ? 2 : 10) + 1, shown.Height + 1 - note * (zoom == 0 ? 3 : 10));
         const double level = BandLevel(bands[static_cast<std::size_t>(note)], entries[entry]);
-        ASSERT_EQ(ink, SpectrumColor(0, LevelToIntensity(level, 0), false)) << column << " " << note;
+        ASSERT_EQ(ink, SpectrumColor(0, intensity.OfStep(LevelToStep(level)), false)) << column << " " << note;
         inks.insert(ink);
       }
     }
