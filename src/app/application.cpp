@@ -12,6 +12,7 @@
 #include "app/filelistdlg.h"
 #include "app/voicebank.h"
 #include "base/handle.h"
+#include "base/registry.h"
 #include "base/systempath.h"
 #include "frqctrl/frqctrl.h"
 #include "resources/ids.h"
@@ -46,6 +47,7 @@ int RunApplication(const std::wstring& given) {
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
   // Narrow paths and texts are Japanese, whatever the user's own locale is.
   setlocale(LC_ALL, "Japanese");
+  ForgetSettingsFailure();
   InitCommonControls();
   RegisterControl<CFrqCtrl>();
   RegisterControl<CFlatButton>();

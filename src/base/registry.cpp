@@ -79,6 +79,10 @@ bool TakeSettingsFailure() {
   return failure.compare_exchange_strong(met, Failure::Told);
 }
 
+void ForgetSettingsFailure() {
+  failure = Failure::None;
+}
+
 bool RegReadFlag(const wchar_t* name, bool fallback) {
   BYTE stored = fallback;
   RegReadValue(name, stored);

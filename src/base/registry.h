@@ -36,6 +36,8 @@ void SaveWindowPlacement(HWND window, const wchar_t* name);
 // Whether something could not be written, or was noted to have no form that can; true once in a run.
 bool TakeSettingsFailure();
 void NoteSettingsFailure();
+// At the start of a run, which is told of its own failures alone.
+void ForgetSettingsFailure();
 
 // A list of texts as History1, History2 and so on under a key of its own. A gap ends it; saving replaces the whole key.
 void LoadHistory(const wchar_t* key, std::list<std::wstring>& list);
