@@ -16,7 +16,7 @@
 #include "base/text.h"
 #include "frqmap/freq0003.h"
 #include "resources/ids.h"
-#include "win/polling.h"
+#include "driver/programs.h"
 #include "win/scratch.h"
 
 inline bool operator==(const RECT& a, const RECT& b) {

@@ -11,7 +11,7 @@
 #include "app/messages.h"
 #include "base/text.h"
 #include "resources/ids.h"
-#include "win/polling.h"
+#include "driver/programs.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "native/tone.h"
 #include "pitch/pitchanalysis.h"
 #include "voicebank/waveheader.h"
-#include "win/polling.h"
+#include "driver/programs.h"
 #include "win/scratch.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include "frqmap/mrqstore.h"
 #include "native/testdata.h"
 #include "samplebank/bank.h"
-#include "win/polling.h"
+#include "driver/programs.h"
 #include "win/scratch.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include "frqmap/frqmap.h"
 #include "native/tone.h"
 #include "voicebank/sound.h"
-#include "win/polling.h"
+#include "driver/programs.h"
 #include "win/scratch.h"
 
 namespace {

@@ -2,7 +2,7 @@
 #include "base/tempfolder.h"
 
 #include "base/text.h"
-#include "win/polling.h"
+#include "driver/programs.h"
 #include "win/scratch.h"
 
 namespace {

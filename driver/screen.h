@@ -1,0 +1,20 @@
+// What a person sees: the screen as it is at a moment, and pictures of it or of a piece of it as PNG files.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <vector>
+
+struct Screen {
+  SIZE Size{};
+  std::vector<std::uint32_t> Pixels;  // row by row from the top
+
+  static Screen Now();
+  // The screen when it has stayed the same for a moment; as it is then, where it never does.
+  static Screen AtRest();
+  // Cut to a rectangle.
+  void Save(const std::filesystem::path& file, RECT cut) const;
+  void Save(const std::filesystem::path& file) const { Save(file, {0, 0, Size.cx, Size.cy}); }
+};
