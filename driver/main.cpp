@@ -1,5 +1,6 @@
 // drive journeys [--into FOLDER] [NAME ...]   goes whole ways through the program by keyboard and mouse and looks at the
 //                                             files afterwards
+// drive tour --into FOLDER [PATH]             shows the program on a copy of the sample voicebank, or opens PATH
 //
 // Pictures of the screen and the files stay in the folder; journeys without one leave nothing. Exit code 1 if a check
 // fails or a window does not come, 2 for a wrong call.
@@ -31,6 +32,10 @@ Call ReadCall(int count, wchar_t** arguments) {
   return call;
 }
 
+int GoOnTour(const Call& call) {
+  return MakeTour(call.Names.empty() ? L"" : call.Names[0])->Run("tour", call.Into, true) ? 0 : 1;
+}
+
 int GoOnJourneys(const Call& call) {
   const bool stays = !call.Into.empty();
   const std::filesystem::path folder =
@@ -56,6 +61,7 @@ int wmain(int count, wchar_t** arguments) {
   limitMs = 30'000;
   const Call call = ReadCall(count, arguments);
   if (call.Use == L"journeys") return GoOnJourneys(call);
-  std::fputs("usage: drive journeys [--into FOLDER] [NAME ...]\n", stderr);
+  if (call.Use == L"tour" && !call.Into.empty()) return GoOnTour(call);
+  std::fputs("usage: drive journeys [--into FOLDER] [NAME ...]\n       drive tour --into FOLDER [PATH]\n", stderr);
   return 2;
 }
