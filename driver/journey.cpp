@@ -13,22 +13,7 @@ void Say(const std::string& line) {
   std::fflush(stdout);
 }
 
-// What lies there from before may have been left read-only.
-void Clear(const std::filesystem::path& folder) {
-  if (!std::filesystem::exists(folder)) return;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
-    SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
-  }
-  std::filesystem::remove_all(folder);
-}
-
 }  // namespace
-
-std::filesystem::path Journey::ProgramFolder() {
-  wchar_t path[MAX_PATH] = L"";
-  GetModuleFileNameW(nullptr, path, MAX_PATH);
-  return std::filesystem::path(path).parent_path();
-}
 
 bool Journey::Run(const char* name, const std::filesystem::path& folder, bool withPictures) {
   const ULONGLONG start = GetTickCount64();
@@ -37,7 +22,7 @@ bool Journey::Run(const char* name, const std::filesystem::path& folder, bool wi
   bank_ = folder / L"voicebank";
   withPictures_ = withPictures;
   try {
-    Clear(folder);
+    if (std::filesystem::exists(folder)) throw std::runtime_error("there is something already where it would go");
     WriteSampleBank(bank_);
     ForgetSettings();
     SetEnvironmentVariableW(L"LOCALAPPDATA", (folder / L"local").c_str());
@@ -55,12 +40,6 @@ bool Journey::Run(const char* name, const std::filesystem::path& folder, bool wi
 void Journey::Leave() {
   PressInEditor(L"Ctrl+q");
   Check("the program ends", [this] { return EndsWell(); });
-}
-
-void Journey::CreateMissingMaps() const {
-  Menu(L"e m");
-  Await("all maps", [this] { return MapsAreThere(bank_); });
-  ToEditor();
 }
 
 void Journey::Shoot(const char* name, const char* text) {

@@ -7,20 +7,15 @@
 
 class Journey : public User {
  public:
-  // False if a check has failed, or a window did not come.
+  // In a folder that is not there yet. False if a check has failed, or a window did not come.
   bool Run(const char* name, const std::filesystem::path& folder, bool withPictures);
 
  protected:
   virtual void Travel() = 0;
 
-  // Where the program and what comes along with it lie: where this one does.
-  static std::filesystem::path ProgramFolder();
   void Open(const std::filesystem::path& argument = {}) { Start(ProgramFolder() / L"marlit.exe", argument); }
   // Ctrl+Q, and the program has nothing to ask.
   void Leave();
-
-  // By the menu, and all of them.
-  void CreateMissingMaps() const;
 
   // The screen when it has come to rest, or at once; and a line about it.
   void Shoot(const char* name, const char* text);

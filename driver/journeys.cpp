@@ -25,7 +25,7 @@ struct FirstStart : Journey {
     Shoot("bundled", "Tool, Option: nothing is chosen, so the resampler beside the program is in use");
     Press(L"Escape");
     AwaitEndOf(kOption);
-    CreateMissingMaps();
+    CreateMissingMaps(bank_);
     Shoot("created", "Edit, Create missing frequency maps");
     Check("every wave has its map", [this] { return EveryWaveHasAMap(FilesIn(bank_)); });
     CheckChanged("only the missing maps are new", L"mi_wav.frq お_wav.frq 強/い_wav.frq");

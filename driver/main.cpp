@@ -1,6 +1,7 @@
 // drive journeys [--into FOLDER] [NAME ...]   goes whole ways through the program by keyboard and mouse and looks at the
 //                                             files afterwards
 // drive tour --into FOLDER [PATH]             shows the program on a copy of the sample voicebank, or opens PATH
+// drive pictures --into FOLDER                takes a picture of every window, for the manual
 //
 // Pictures of the screen and the files stay in the folder; journeys without one leave nothing. Exit code 1 if a check
 // fails or a window does not come, 2 for a wrong call.
@@ -10,6 +11,7 @@
 #include <cstdio>
 
 #include "driver/journeys.h"
+#include "driver/pictures.h"
 
 namespace {
 
@@ -61,7 +63,11 @@ int wmain(int count, wchar_t** arguments) {
   limitMs = 30'000;
   const Call call = ReadCall(count, arguments);
   if (call.Use == L"journeys") return GoOnJourneys(call);
+  if (call.Use == L"pictures" && !call.Into.empty()) return TakePictures(call.Into) ? 0 : 1;
   if (call.Use == L"tour" && !call.Into.empty()) return GoOnTour(call);
-  std::fputs("usage: drive journeys [--into FOLDER] [NAME ...]\n       drive tour --into FOLDER [PATH]\n", stderr);
+  std::fputs("usage: drive journeys [--into FOLDER] [NAME ...]\n"
+             "       drive tour --into FOLDER [PATH]\n"
+             "       drive pictures --into FOLDER\n",
+             stderr);
   return 2;
 }

@@ -43,7 +43,7 @@ class Tour : public Journey {
   }
 
   void VisitTheRest() {
-    CreateMissingMaps();
+    CreateMissingMaps(bank_);
     Shoot("maps-created", "Edit, Create missing frequency maps");
     Menu(L"v t");
     Front(Dialog(kThumbnails));

@@ -7,6 +7,7 @@
 
 #include "base/registry.h"
 #include "base/text.h"
+#include "driver/mapfiles.h"
 #include "resources/ids.h"
 
 const DialogKind kQuestion{0xFFFF, L"Static"}, kOption{IDC_OPTION_RESAMPLER, L"ComboBox"},
@@ -22,6 +23,7 @@ namespace {
 constexpr wchar_t kSettingsKey[] = L"Software\\UTAU Plugin";
 constexpr wchar_t kResamplerValue[] = L"Resampler";
 constexpr DWORD kGlanceMs = 100;
+constexpr UINT kFocusMs = 1'000;
 using ResamplerBlock = wchar_t[MAX_PATH];
 
 bool IsInMenu(DWORD thread) {
@@ -34,6 +36,12 @@ bool IsInMenu(DWORD thread) {
 
 User::~User() {
   Kill();
+}
+
+std::filesystem::path User::ProgramFolder() {
+  wchar_t path[MAX_PATH] = L"";
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  return std::filesystem::path(path).parent_path();
 }
 
 void User::ForgetSettings() {
@@ -69,7 +77,7 @@ void User::FindMainWindows() {
     return editor_ && list_;
   });
   AwaitAnswer();
-  // On a small screen the list lies over the editor, and nothing but a window manager would change that.
+  // On the small screen of no display the list lies over the editor, and a click on that does not bring it up.
   RECT common, editor = RectOf(editor_), list = RectOf(list_);
   if (IntersectRect(&common, &editor, &list)) DragBelowEditor(list_);
 }
@@ -92,6 +100,7 @@ HWND User::Table() const {
 HWND User::Dialog(const DialogKind& kind) const {
   HWND found = nullptr;
   Await("a dialog", [&] { return (found = FindDialogOf(id_, kind.ControlClass, kind.Control, editor_)) != nullptr; });
+  Eventually([&] { return GetForegroundWindow() == found; }, kFocusMs);
   return found;
 }
 
@@ -156,7 +165,7 @@ void User::Menu(std::wstring_view keys) const {
   const DWORD thread = GetWindowThreadProcessId(editor_, nullptr);
   // Where the display hands the focus on in its own time, that may come behind the key and take the menu away again.
   const auto stays = [=] { return IsInMenu(thread) && (Sleep(kGlanceMs), IsInMenu(thread)); };
-  Await("the menu", [=, this] { return PressInEditor(L"F10"), Eventually(stays, 1'000); });
+  Await("the menu", [=, this] { return PressInEditor(L"F10"), Eventually(stays, kFocusMs); });
   Press(keys);
 }
 
@@ -188,9 +197,13 @@ POINT User::MiddleOf(HWND window) {
   return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
 }
 
+void User::ClickFrames() const {
+  Click(PlaceIn(Item(IDC_EDITOR_FRAMES), 60, 54));
+}
+
 void User::GoTo(int row) const {
   ToEditor();
-  Click(PlaceIn(Item(IDC_EDITOR_FRAMES), 60, 60));
+  ClickFrames();
   const int steps = row - SelectedRow();
   if (steps != 0) Press((steps > 0 ? L"Ctrl+Down*" : L"Ctrl+Up*") + std::to_wstring(std::abs(steps)));
   Await("the row", [=, this] { return SelectedRow() == row; });
@@ -200,7 +213,7 @@ void User::GoTo(int row) const {
 void User::SelectFrames(int first, int more) const {
   ToEditor();
   const HWND frames = Item(IDC_EDITOR_FRAMES);
-  Click(PlaceIn(frames, 60, 60));
+  ClickFrames();
   Press(L"Home");
   if (first > 0) Press(L"Down*" + std::to_wstring(first));
   if (more > 0) Press(L"Shift+Down*" + std::to_wstring(more));
@@ -219,6 +232,12 @@ void User::SetFrame(int frame, double hz) const {
   Await("what is typed", [&] { return TextOf(box) == text; });
   Press(L"Alt+t");
   Await("the frame", [&] { return FrameText(frame) == text; });
+}
+
+void User::CreateMissingMaps(const std::filesystem::path& bank) const {
+  Menu(L"e m");
+  Await("all maps", [&] { return MapsAreThere(bank); });
+  ToEditor();
 }
 
 void User::Enlarge(int dx, int dy) const {

@@ -24,6 +24,8 @@ class User {
   virtual ~User();
 
  protected:
+  // Where the program and what comes along with it lie: where this one does.
+  static std::filesystem::path ProgramFolder();
   // As before the first start of all: no settings, and no resampler chosen.
   static void ForgetSettings();
   static void ChooseResampler(const std::filesystem::path& resampler);
@@ -43,7 +45,7 @@ class User {
   HWND Item(int id) const { return GetDlgItem(editor_, id); }
   HWND Table() const;
 
-  // Waits for a dialog, or until it has gone.
+  // Waits for a dialog, and for a moment until the keys are its; or until it has gone.
   HWND Dialog(const DialogKind& kind) const;
   void AwaitEndOf(const DialogKind& kind, UINT limit = limitMs) const;
   static void Await(const char* what, const std::function<bool()>& state, UINT limit = limitMs);
@@ -72,11 +74,15 @@ class User {
   static RECT RectOf(HWND window);
   static int Pixels(int at96);
 
+  // In their list, which takes the keys then.
+  void ClickFrames() const;
   // By Ctrl with the arrow keys to a row of the list.
   void GoTo(int row) const;
   // A frame of the syllable in view, and as many behind it.
   void SelectFrames(int first, int more = 0) const;
   void SetFrame(int frame, double hz) const;
+  // By the menu; of a voicebank of which all maps can be made.
+  void CreateMissingMaps(const std::filesystem::path& bank) const;
   void Enlarge(int dx, int dy) const;
   void DragBelowEditor(HWND window) const;
   // The option's box takes a path, and the other one a number of workers if it is not empty; OK is left to do.

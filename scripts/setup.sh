@@ -10,7 +10,7 @@ set -euo pipefail
 
 packages=(
   wine wine32:i386 g++-mingw-w64-i686-posix g++ cmake ninja-build googletest libcli11-dev nlohmann-json3-dev
-  libfftw3-dev xvfb xdotool imagemagick fonts-ipafont-gothic fonts-wine python3 python3-selenium chromium
+  libfftw3-dev xvfb imagemagick fonts-ipafont-gothic fonts-wine python3 python3-selenium chromium
   chromium-driver
 )
 allow_downgrades=${CI:+yes}
