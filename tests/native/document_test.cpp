@@ -118,6 +118,10 @@ TEST_F(DocumentTest, ASaveTellsItsFaultsAndAReloadGoesBackToTheFile) {
   files_.Next = Fault::Fails;
   EXPECT_EQ(document_.Save(0, true, error_), 9);
   EXPECT_EQ(std::pair(error_, files_.AnalysesGone), std::pair(5u, 0));
+  File(0).Frames.Own()[2].Frequency = 250.0;
+  document_.Undo();
+  EXPECT_TRUE(document_.Facts(0).Edited) << "the file is not what it was";
+  document_.Redo();
   EXPECT_EQ(document_.Save(0, true, error_), 0);
   EXPECT_EQ(std::pair(document_.State().Saved, files_.AnalysesGone), std::pair(1, 1));
   document_.Undo();

@@ -80,32 +80,6 @@ TEST(MrqStore, KeysComeBackFromTheFileAsUsersFilesHaveThem) {
   }
 }
 
-TEST(MrqStore, NamesThatLookAlikeStayTwo) {
-  const std::wstring longName = L"C:\\v\\" + std::wstring(300, L'k');
-  const std::pair<std::wstring, std::wstring> tests[] = {
-      {L"C:\\v\\é", L"C:\\v\\e\x301"},      {L"C:\\v\\が", L"C:\\v\\か\x3099"},
-      {L"C:\\v\\〜", L"C:\\v\\～"},          {L"C:\\v\\¥", L"C:\\v\\_"},
-      {L"C:\\v\\a", L"C:\\v\\A"},            {L"C:\\v\\a", L"C:\\v\\a "},
-      {L"C:\\v\\\xD83C", L"C:\\v\\\xD83D"}, {longName + L"a", longName + L"b"},
-  };
-  FaultDisk disk;
-  disk.MakeFolder(L"C:\\v");
-  MrqStore store(&Noon, disk), second(&Noon, disk);
-  EXPECT_EQ(store.AddFolder(L"C:\\" + std::wstring(kLongestPath, L'd')), -1) << "no file can have that path";
-  for (const auto& [one, other] : tests) {
-    SCOPED_TRACE(testing::PrintToString(one));
-    EXPECT_EQ(store.SaveEntry(one, {256, 44100, {110.0}, 0, 0}), 0);
-    EXPECT_EQ(store.SaveEntry(other, {256, 44100, {220.0}, 0, 0}), 0);
-    second.LoadFolder(L"C:\\v");
-    ASSERT_TRUE(second.Find(one) && second.Find(other));
-    EXPECT_EQ(second.Find(one)->Frequencies[0] + 2 * second.Find(other)->Frequencies[0], 550.0);
-    EXPECT_TRUE(store.Remove(one));
-    second.Clear();
-    second.LoadFolder(L"C:\\v");
-    EXPECT_TRUE(!second.Find(one) && second.Find(other)) << "the other one went";
-  }
-}
-
 // A file that names waves of other folders must not have them changed.
 TEST(MrqStore, NamesThatLeadOutOfTheFolderAreNobodys) {
   FaultDisk disk;

@@ -244,6 +244,9 @@ TEST(PitchAnalysis, TellsWhatElseAFrameMayBe) {
   EXPECT_GT(frame.pitches[1].strength, frame.voiceless);
   EXPECT_GT(search.SupportAt(82 * 256, 110.0, 50.0), 0.95);
   EXPECT_LT(search.SupportAt(82 * 256, 290.0, 50.0), 0.5);
+  Sound hushed = tone;
+  for (float& sample : hushed.samples) sample /= 1000.0f;
+  EXPECT_TRUE(PitchSearch(hushed.samples, tone.rate).Candidates(256, 82, 1).at(0).pitches.empty()) << "no voice";
 }
 
 TEST(RenderedNotes, ComeOutOfAnyMap) {

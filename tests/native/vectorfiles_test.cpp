@@ -10,7 +10,6 @@
 #include "native/family.h"
 #include "native/scratchfolder.h"
 #include "resampler/commandline.h"
-#include "voicebank/otoini.h"
 #include "voicebank/textlines.h"
 #include "voicebank/waveheader.h"
 
@@ -48,6 +47,10 @@ TEST(vectors, WaveFiles) {
       Json expected = test[load];
       expected.erase("samples_sha256");
       family.Expect(Describe(wave, result), expected);
+      // Samples are as they lie in the file, but for an AIFF's of 16 bits: of these the levels tell.
+      const Bytes file = Family::File(test["file"]);
+      const bool areThere = !wave.samples.empty() && (file[0] == 'R' || wave.format.bitsPerSample != 16);
+      EXPECT_FALSE(areThere && std::ranges::search(file, wave.samples).empty()) << test["file"];
     }
     std::vector<double> levels;
     family.Expect(ReadWaveLevels(path, levels, 256), test["levels_256"]["result"]);
@@ -159,12 +162,14 @@ void ExpectState(Family& family, const MrqStore& store, const ScratchFolder& fol
     family.Expect(FileExists(folder.Path(Wide(name))), !gone.contains(name));
 }
 
+// While a resampler reads the file.
 TEST(vectors, Mrq) {
   Family::Each("mrq", [](Family& family, const Json& course) {
     const ScratchFolder folder;
     folder.Write(L"other file");
     if (course["start"].is_string()) folder.Write(L"desc.mrq", Family::File(course["start"]));
     for (const std::string file : course["files"]) folder.Write(Wide(file));
+    const auto resampler = Disk().Open(folder.Path(L"desc.mrq"), FileMode::Read);
     MrqStore store(&ExpectedTime);
     for (const Json& step : course["steps"]) {
       // Saved as told there, the map would be hidden behind the count: ours mends it, see "mrqfile_test.cpp".
@@ -186,22 +191,10 @@ TEST(vectors, TextEncodings) {
     for (const std::string expected : test["lines"]) {
       ASSERT_TRUE(CutLine(rest, line));
       const bool isPlain = std::ranges::all_of(expected, [](char c) { return c > 0; });
-      if (isPlain || encoding == TextEncoding::Utf8) EXPECT_EQ(line, expected);
+      EXPECT_TRUE(line == expected || (!isPlain && encoding == TextEncoding::ShiftJis)) << line;
     }
     EXPECT_FALSE(CutLine(rest, line));
   });
-}
-
-TEST(vectors, WavesOfNotes) {
-  Family family("oto");
-  UtauCommon::OTOINI oto;
-  oto.baseFolder = L"voice";
-  for (const Json& entry : family.Entries()["entries"]) {
-    oto.Add({.subfolder = Wide(entry[0]), .wave = Wide(entry[1]), .alias = Wide(entry[2])});
-  }
-  for (const Json& text : family.Entries()["resolve"]) {
-    family.Expect(Utf8(oto.ResolveWavePath(Wide(text["text"]))), text["path"]);
-  }
 }
 
 }  // namespace

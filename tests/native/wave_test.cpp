@@ -54,6 +54,12 @@ TEST(Waves, SoundThatAnAiffLacksIsSilence) {
     EXPECT_TRUE(wave->samples == expected) << claimed;
     EXPECT_EQ(wave->dataSize, size) << claimed;
   }
+  Bytes reversed = form;
+  const Bytes format = {0, 1, 0, 0, 0, 2, 0, 16, 0x40, 0x0E, 0xAC, 0x44, 0, 0, 0, 0, 0, 0};
+  for (const Bytes& chunk : {AiffChunk("SSND", 12, Bytes(12)), AiffChunk("COMM", 18, format)}) {
+    reversed.insert(reversed.end(), chunk.begin(), chunk.end());
+  }
+  EXPECT_EQ(DecodeAiff(reversed).value().dataSize, 4u) << "chunks in any order";
   EXPECT_FALSE(DecodeAiff(AiffChunk("SSND", 7, Bytes(20)))) << "no room for what a sound begins with";
 }
 

@@ -1,24 +1,17 @@
-// The share of the families in expected.json that takes real files: their encodings, waves, and maps of every kind with
-// the store. Names in it go out from the folder of the vectors.
+// The share of the families in expected.json that takes code pages, windows or settings: texts, the lists of voicebanks
+// and of hosts. Names in it go out from the folder of the vectors.
 #include <windows.h>
 
 #include "app/mapsearch.h"
-#include "frqmap/mapfiles.h"
 #include "frqmap/mrqstore.h"
-#include "frqmap/wavelevels.h"
 #include "native/family.h"
-#include "resampler/commandline.h"
 #include "resampler/moreconfig.h"
 #include "resampler/resamplerkind.h"
 #include "voicebank/inifile.h"
 #include "voicebank/libfile.h"
 #include "voicebank/otoini.h"
 #include "voicebank/pluginfile.h"
-#include "voicebank/waveheader.h"
 #include "win/scratch.h"
-
-// Of bcrypt.h, which has it for newer systems alone.
-extern "C" LONG WINAPI BCryptHash(HANDLE, BYTE*, ULONG, const BYTE*, ULONG, char*, ULONG);
 
 namespace {
 
@@ -29,22 +22,6 @@ using testdata::Wide;
 struct vectors : testing::Test {
   vectors() { std::filesystem::current_path(testdata::Path(Family::Folder())); }
 };
-
-std::string Sha256(const Bytes& bytes) {
-  const auto algorithm = reinterpret_cast<HANDLE>(0x41);  // the system's own number of it
-  std::string value(32, '\0');
-  BCryptHash(algorithm, nullptr, 0, bytes.data(), static_cast<ULONG>(bytes.size()), value.data(), 32);
-  return Hex(value);
-}
-
-// What else a wave holds is compared natively.
-TEST_F(vectors, SamplesOfWaves) {
-  Family::Each("waves", [](Family& family, const Json& test) {
-    WaveHeader wave;
-    wave.Load(Wide(test["file"]), false);
-    family.Expect(Sha256(wave.samples), test["full"].value("samples_sha256", Sha256({})));
-  });
-}
 
 void LoadFolders(MrqStore& store) {
   for (const Json& folder : Family::Everything()["mrq_keys"]["folders"]) store.LoadFolder(Wide(folder));
@@ -60,17 +37,6 @@ TEST_F(vectors, FrameEstimates) {
       family.Expect(FindMap(wave, FrqTypeFromPathW(Wide("x." + kind)), listed, store).frameEstimate, test[kind]);
     }
   });
-}
-
-TEST_F(vectors, MrqWhileAResamplerReadsIt) {
-  const ScratchFolder folder;
-  folder.Write(L"desc.mrq", Family::File("mrq/02-in-place/desc.mrq"));
-  const FileHandle resampler(CreateFileW(folder.Path(L"desc.mrq").c_str(), GENERIC_READ,
-                                         FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
-  MrqStore store;
-  EXPECT_EQ(store.SaveEntry(folder.Path(L"new"), {256, 44100, {220.0}, 0, 0}), 0);
-  store.RemoveEntry(folder.Path(L"new"));
-  EXPECT_EQ(CompactMrqFile(folder.Path(L"desc.mrq"), 1), 1);
 }
 
 TEST_F(vectors, Text) {
