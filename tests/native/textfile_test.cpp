@@ -26,7 +26,7 @@ TEST(OtoIni, AWaveIsFoundByItsNameWithoutWhatIsAnExtension) {
   UtauCommon::OTOINI oto;
   const std::pair<const wchar_t*, const wchar_t*> tests[] = {
       {L"a.b.wav", L"a.b"}, {L"a. b", L"a. b"}, {L"c", L"c"}, {L"s.x\\d", L"s.x\\d"}};
-  for (const auto& [wave, name] : tests) oto.Add({.wave = wave});
+  for (const auto& [wave, name] : tests) oto.Add({.subfolder = {}, .wave = wave, .alias = {}});
   for (const auto& [wave, name] : tests) EXPECT_EQ(oto.ResolveWavePath(name), std::wstring(L"\\") + wave) << wave;
 }
 
