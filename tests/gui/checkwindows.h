@@ -9,8 +9,6 @@ struct CheckTest : ProgramTest {
   ~CheckTest() override {
     Leave();
     FreeLibrary(double_);
-    SetDllDirectoryW(nullptr);
-    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
   }
 
   // From here on the program finds its libraries in the system's folder and in this one, and no longer beside itself.

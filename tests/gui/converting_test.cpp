@@ -1,9 +1,17 @@
 // Maps converted to other kinds by the user's command, and the settings of an analysis by the library.
+#include <utility>
+
+#include "frqmap/vslib.h"
 #include "gui/resamplerdouble.h"
 
 namespace {
 
 struct Converting : DoubleTest {
+  ~Converting() override {
+    Leave();
+    if (VsHelper::Shared().Module) FreeLibrary(std::exchange(VsHelper::Shared().Module, nullptr));
+  }
+
   static void Pick(HWND dialog, int box, int position) {
     SendDlgItemMessageW(dialog, box, CB_SETCURSEL, static_cast<WPARAM>(position), 0);
     SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(box, CBN_SELCHANGE), 0);

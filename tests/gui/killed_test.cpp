@@ -15,16 +15,17 @@ constexpr std::size_t kHeader = 40, kFrame = 16;  // bytes
 
 struct Killed : testing::Test {
   Killed() {
-    limitMs = 20'000;
     RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\UTAU Plugin");
-    SetEnvironmentVariableW(L"LOCALAPPDATA", local_.c_str());
     FrqMap map;
     map.Create(kFrames, FrqTypeFrq);
     for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = 220.0;
     old_ = EncodeFreq0003(map, FrqTypeFrq);
     for (int i = 0; i < kSyllables; ++i) folder_.Write(FileOf(i, L".wav"), SecondOfSilence());
   }
-  ~Killed() override { Kill(); }
+  ~Killed() override {
+    Kill();
+    limitMs = usualMs_;
+  }
 
   static std::wstring FileOf(int index, const wchar_t* ending) {
     return L"bank\\" + std::wstring(1, static_cast<wchar_t>(L'a' + index)) + ending;
@@ -80,6 +81,8 @@ struct Killed : testing::Test {
 
   const ScratchFolder folder_;
   const std::wstring local_ = folder_.Path(L"local");
+  const ScratchVariable localData_{L"LOCALAPPDATA", local_};
+  const UINT usualMs_ = std::exchange(limitMs, 20'000);
   Bytes old_;
   UniqueHandle<KernelTraits> process_;
   DWORD id_ = 0;

@@ -7,11 +7,10 @@
 namespace {
 
 struct AnyPath : DoubleTest {
-  AnyPath() { SetEnvironmentVariableW(L"MARLIT_DOUBLE_NARROW", L"1"); }
-  ~AnyPath() override { SetEnvironmentVariableW(L"MARLIT_DOUBLE_NARROW", nullptr); }
-
   // The bytes of the map that a run leaves.
   std::optional<Bytes> Made() const { return ReadWholeFile(folder_.Path(L"program\\map")); }
+
+  const ScratchVariable narrow_{L"MARLIT_DOUBLE_NARROW", L"1"};
 };
 
 TEST_F(AnyPath, IsListedMadeEditedSavedPlayedAndRemembered) {

@@ -13,11 +13,13 @@
 #include "app/application.h"
 #include "app/messages.h"
 #include "base/registry.h"
+#include "base/systempath.h"
 #include "base/text.h"
 #include "frqmap/freq0003.h"
 #include "resources/ids.h"
 #include "driver/programs.h"
 #include "win/scratch.h"
+#include "win/scratchvariable.h"
 
 inline bool operator==(const RECT& a, const RECT& b) {
   return EqualRect(&a, &b);
@@ -39,7 +41,12 @@ struct AskedList : FileListSender {
 };
 
 struct ProgramTest : testing::Test {
-  ~ProgramTest() override { Leave(); }
+  // Libraries are sought as they are by the program that is started, before a test and behind it.
+  ProgramTest() { SearchLibrariesBesideTheProgram(); }
+  ~ProgramTest() override {
+    Leave();
+    SearchLibrariesBesideTheProgram();
+  }
 
   // Ends the program; its edits are given up. It may be started again.
   void Leave() {
@@ -226,6 +233,7 @@ struct ProgramTest : testing::Test {
 
   ScratchRegistry registry_;
   ScratchFolder folder_;
+  const ScratchVariable localData_{L"LOCALAPPDATA", folder_.Path(L"local")};
   HWND editor_ = nullptr;
   HWND list_ = nullptr;
 

@@ -9,6 +9,8 @@
 #include "gui/program.h"
 
 struct DoubleTest : ProgramTest {
+  ~DoubleTest() override { Leave(); }  // while the script is there
+
   // Copies the resampler under a name, which decides its family, and makes it the user's.
   void Install(const std::wstring& name, DWORD workers = 1) {
     std::filesystem::create_directories(Bank());
@@ -28,7 +30,7 @@ struct DoubleTest : ProgramTest {
     RegWriteValue(L"CreateFrqMaxCount", workers);
   }
   // What every run does: "MILLISECONDS EXITCODE WHAT".
-  static void Script(const wchar_t* script) { SetEnvironmentVariableW(L"MARLIT_DOUBLE", script); }
+  void Script(const wchar_t* script) const { script_.Set(script); }
 
   std::wstring Bank() const { return folder_.Path(L"bank"); }
   std::wstring Wave(const std::wstring& name) const { return Bank() + L"\\" + name + L".wav"; }
@@ -52,4 +54,7 @@ struct DoubleTest : ProgramTest {
     for (const std::wstring& line : calls) most = std::max(most, running += line[0] == L'+' ? 1 : -1);
     return most;
   }
+
+ private:
+  const ScratchVariable script_{L"MARLIT_DOUBLE"};
 };

@@ -14,7 +14,6 @@ constexpr wchar_t kBank[] = L"bank\\", kProgram[] = L"program\\marlit.exe";
 
 struct Strangers : testing::Test {
   Strangers() {
-    limitMs = 20'000;
     RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\UTAU Plugin");
     FrqMap map;
     map.Create(40, FrqTypeFrq);
@@ -25,7 +24,10 @@ struct Strangers : testing::Test {
     }
     folder_.Write(kProgram, testdata::BytesAt(MARLIT_PROGRAM));
   }
-  ~Strangers() override { End(); }
+  ~Strangers() override {
+    End();
+    limitMs = usualMs_;
+  }
 
   // In the folder of the voicebank, until so many frames are shown.
   void Start(LRESULT frames) {
@@ -81,6 +83,8 @@ struct Strangers : testing::Test {
     return WaitForSingleObject(process_.get(), 0) == WAIT_TIMEOUT;
   }
   const ScratchFolder folder_;
+  const ScratchVariable localData_{L"LOCALAPPDATA", folder_.Path(L"local")};
+  const UINT usualMs_ = std::exchange(limitMs, 20'000);
   UniqueHandle<KernelTraits> process_;
   DWORD id_ = 0;
   HWND editor_ = nullptr, list_ = nullptr;

@@ -2,6 +2,7 @@
 
 #include "gui/program.h"
 #include "native/family.h"
+#include "window/keptfolder.h"
 
 namespace {
 
@@ -12,6 +13,8 @@ struct vectors : ProgramTest {
     std::filesystem::current_path(testdata::Path(Family::Folder()));
     Start(L"");
   }
+
+  const KeptFolder current_;
 };
 
 TEST_F(vectors, Rows) {

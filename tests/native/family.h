@@ -134,8 +134,8 @@ inline testdata::Json Values(const FrqMap& map, auto FrqFrame::*value) {
 
 inline std::string Hex(std::string_view bytes) {
   std::string text;
-  for (const char byte : bytes) {
-    for (const int shift : {4, 0}) text += "0123456789abcdef"[byte >> shift & 15];
+  for (const char one : bytes) {
+    for (const int shift : {4, 0}) text += "0123456789abcdef"[one >> shift & 15];
   }
   return text;
 }

@@ -11,12 +11,11 @@
 #include "samplebank/bank.h"
 #include "driver/programs.h"
 #include "win/scratch.h"
+#include "win/scratchvariable.h"
 
 namespace {
 
 struct BatchProgram : testing::Test {
-  void SetUp() override { SetEnvironmentVariableW(L"LOCALAPPDATA", folder_.Path(L"local").c_str()); }
-
   // The sample bank; its waves.
   std::vector<std::wstring> MakeBank(const std::wstring& name) const {
     static const std::vector<BankFile> files = MakeSampleBank();
@@ -43,6 +42,7 @@ struct BatchProgram : testing::Test {
   }
 
   ScratchFolder folder_;
+  const ScratchVariable localData_{L"LOCALAPPDATA", folder_.Path(L"local")};
   const std::vector<std::wstring> waves_ = MakeBank(L"windows");
 };
 

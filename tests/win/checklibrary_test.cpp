@@ -9,6 +9,7 @@
 #include "voicebank/sound.h"
 #include "driver/programs.h"
 #include "win/scratch.h"
+#include "win/scratchvariable.h"
 
 namespace {
 
@@ -29,7 +30,6 @@ FrqMap OctaveHigh() {
 }
 
 struct CheckLibraryTest : testing::Test {
-  void SetUp() override { SetEnvironmentVariableW(L"LOCALAPPDATA", folder_.Path(L"local").c_str()); }
   void TearDown() override { EXPECT_TRUE(Unloads()); }
 
   static bool Unloads() {
@@ -48,6 +48,7 @@ struct CheckLibraryTest : testing::Test {
   std::wstring Kept() const { return folder_.Path(L"local\\Marlit\\Heard"); }
 
   ScratchFolder folder_;
+  const ScratchVariable localData_{L"LOCALAPPDATA", folder_.Path(L"local")};
 };
 
 TEST_F(CheckLibraryTest, GoesByTheMapAloneWhereThereIsNothingToHear) {

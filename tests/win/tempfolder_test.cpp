@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "driver/programs.h"
 #include "win/scratch.h"
+#include "win/scratchvariable.h"
 
 namespace {
 
@@ -28,13 +29,9 @@ bool Link(const std::wstring& folder, const std::wstring& name, const std::wstri
 }
 
 struct TemporaryFolder : testing::Test {
-  TemporaryFolder() {
-    std::filesystem::create_directories(folder_.Path());
-    SetEnvironmentVariableW(L"TMP", folder_.Path().c_str());
-  }
-  ~TemporaryFolder() override { SetEnvironmentVariableW(L"TMP", usual_.c_str()); }
+  TemporaryFolder() { std::filesystem::create_directories(folder_.Path()); }
   const ScratchFolder folder_;
-  const std::wstring usual_ = std::filesystem::temp_directory_path().wstring();
+  const ScratchVariable temporary_{L"TMP", folder_.Path()};
   const std::wstring name_ = FormatText(L"marlit_%d_%d", GetCurrentProcessId(), GetCurrentThreadId());
 };
 

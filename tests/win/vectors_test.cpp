@@ -12,6 +12,7 @@
 #include "voicebank/otoini.h"
 #include "voicebank/pluginfile.h"
 #include "win/scratch.h"
+#include "window/keptfolder.h"
 
 namespace {
 
@@ -21,6 +22,8 @@ using testdata::Wide;
 
 struct vectors : testing::Test {
   vectors() { std::filesystem::current_path(testdata::Path(Family::Folder())); }
+
+  const KeptFolder current_;
 };
 
 void LoadFolders(MrqStore& store) {
