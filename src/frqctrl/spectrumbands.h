@@ -45,6 +45,11 @@ class IntensityTable {
   std::array<std::uint8_t, 256> intensities_;
 };
 
+// Of one level by itself, for who looks at a picture from outside; a picture goes by steps and a table.
+inline int LevelToIntensity(double level, int brightness) {
+  return IntensityTable(brightness).OfStep(LevelToStep(level));
+}
+
 // The steps of all notes in the entries of one table, found for an entry when it is first asked for. It is to be made
 // anew whenever the table is; about 120 bytes an entry.
 class SpectrumSteps {
