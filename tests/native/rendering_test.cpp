@@ -245,8 +245,8 @@ TEST(PitchAnalysis, TellsWhatElseAFrameMayBe) {
   EXPECT_GT(search.SupportAt(82 * 256, 110.0, 50.0), 0.95);
   EXPECT_LT(search.SupportAt(82 * 256, 290.0, 50.0), 0.5);
   Sound hushed = tone;
-  for (float& sample : hushed.samples) sample /= 1000.0f;
-  EXPECT_TRUE(PitchSearch(hushed.samples, tone.rate).Candidates(256, 82, 1).at(0).pitches.empty()) << "no voice";
+  for (std::size_t i = 0; i < 60 * 256; ++i) hushed.samples[i] /= 1000.0f;
+  EXPECT_TRUE(PitchSearch(hushed.samples, tone.rate).Candidates(256, 45, 1).at(0).pitches.empty()) << "no voice";
 }
 
 TEST(RenderedNotes, ComeOutOfAnyMap) {
