@@ -1,9 +1,8 @@
 #include "driver/hands.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
-
-#include "driver/programs.h"
 
 namespace {
 

@@ -11,6 +11,7 @@ struct NamedJourney {
   std::unique_ptr<Journey> (*Make)();
 };
 const std::vector<NamedJourney>& Journeys();
+std::unique_ptr<Journey> MakeConversion();
 
 // The main job as a newcomer would do it: an octave error goes, missing maps are made, the other windows are visited.
 // With a path of the user's own that is opened and shown, and nothing is done to it.

@@ -1,5 +1,5 @@
-// drive journeys [--into FOLDER] [NAME ...]   goes whole ways through the program by keyboard and mouse and looks at the
-//                                             files afterwards
+// drive journeys [--into FOLDER] [NAME ...]   goes whole ways through the program by keyboard and mouse and looks at
+//                                             the files afterwards
 // drive tour --into FOLDER [PATH]             shows the program on a copy of the sample voicebank, or opens PATH
 // drive pictures --into FOLDER                takes a picture of every window, for the manual
 //
@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 #include "driver/journeys.h"
 #include "driver/pictures.h"

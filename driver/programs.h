@@ -1,5 +1,5 @@
-// Programs that are started, windows of them that come in their own time, and how to wait for them: shared by the driver
-// and by the tests, those of the program in their own process among them.
+// Programs that are started, windows of them that come in their own time, and how to wait for them: shared by the
+// driver and by the tests, those of the program in their own process among them.
 #pragma once
 
 #include <windows.h>
@@ -38,7 +38,8 @@ inline std::pair<UniqueHandle<KernelTraits>, DWORD> StartProgram(std::wstring li
   STARTUPINFOW start{};
   start.cb = sizeof(start);
   PROCESS_INFORMATION made{};
-  if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr, folder, &start, &made)) {
+  if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr, folder, &start,
+                      &made)) {
     throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), "a program does not start");
   }
   CloseHandle(made.hThread);

@@ -68,3 +68,26 @@ void Screen::Save(const std::filesystem::path& file, RECT cut) const {
                         reinterpret_cast<BYTE*>(const_cast<std::uint32_t*>(&Pixels[first])));
   if (image.Save(file.c_str(), &kPng, nullptr) != Gdiplus::Ok) throw std::runtime_error("a picture cannot be written");
 }
+
+int Pixels(int at96) {
+  const HDC screen = GetDC(nullptr);
+  const int pixels = MulDiv(at96, GetDeviceCaps(screen, LOGPIXELSX), USER_DEFAULT_SCREEN_DPI);
+  ReleaseDC(nullptr, screen);
+  return pixels;
+}
+
+RECT RectOf(HWND window) {
+  RECT rect{};
+  if (!GetWindowRect(window, &rect)) throw std::runtime_error("a window has gone");
+  return rect;
+}
+
+POINT PlaceIn(HWND window, int x, int y) {
+  const RECT rect = RectOf(window);
+  return {rect.left + Pixels(x), rect.top + Pixels(y)};
+}
+
+POINT MiddleOf(HWND window) {
+  const RECT rect = RectOf(window);
+  return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+}

@@ -1,4 +1,5 @@
-// What a person sees: the screen as it is at a moment, and pictures of it or of a piece of it as PNG files.
+// What a person sees: the screen as it is at a moment, pictures of it or of a piece of it as PNG files, and where on it
+// windows are.
 #pragma once
 
 #include <windows.h>
@@ -18,3 +19,11 @@ struct Screen {
   void Save(const std::filesystem::path& file, RECT cut) const;
   void Save(const std::filesystem::path& file) const { Save(file, {0, 0, Size.cx, Size.cy}); }
 };
+
+// As many pixels as these are at 96 dots per inch.
+int Pixels(int at96);
+
+RECT RectOf(HWND window);
+// A place in a window, in pixels of 96 dots per inch from its corner, and in its middle.
+POINT PlaceIn(HWND window, int x, int y);
+POINT MiddleOf(HWND window);

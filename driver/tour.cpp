@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "driver/journeys.h"
+#include "driver/screen.h"
 #include "resources/ids.h"
 
 namespace {

@@ -2,21 +2,30 @@
 
 #include <commctrl.h>
 
-#include <cmath>
+#include <cstdlib>
 #include <stdexcept>
+#include <tuple>
 
 #include "base/registry.h"
 #include "base/text.h"
 #include "driver/mapfiles.h"
+#include "driver/screen.h"
 #include "resources/ids.h"
 
-const DialogKind kQuestion{0xFFFF, L"Static"}, kOption{IDC_OPTION_RESAMPLER, L"ComboBox"},
-    kConvert{IDC_CONVERT_ALL, L"Button"}, kCreating{IDC_CREATEFRQ_PROGRESS, PROGRESS_CLASSW},
-    kCheck{IDC_CHECK_TRANSITION, L"Button"}, kModifyBar{IDC_MODIFY_MODIFYALL, L"Button"},
-    kWarning{IDC_VIRTUALSTORE_LINK, L"SysLink"}, kFolderDialog{0x480, L"Edit"}, kThumbnails{IDC_THUMBNAIL_NONE, L"Static"},
-    kAbout{IDC_ABOUT_NAME, L"Static"}, kRangeOfAnalysis{IDC_VS4UFRQ_USEFRQ, L"Button"},
-    kInitializeMrq{IDC_INITMRQ_BOTH, L"Button"}, kKeptMaps{IDC_KEPTFILES_LIST, WC_LISTVIEWW},
-    kMapChanged{IDC_MAPCHANGED_OVERWRITE, L"Button"};
+const DialogKind kQuestion{0xFFFF, L"Static"};
+const DialogKind kOption{IDC_OPTION_RESAMPLER, L"ComboBox"};
+const DialogKind kConvert{IDC_CONVERT_ALL, L"Button"};
+const DialogKind kCreating{IDC_CREATEFRQ_PROGRESS, PROGRESS_CLASSW};
+const DialogKind kCheck{IDC_CHECK_TRANSITION, L"Button"};
+const DialogKind kModifyBar{IDC_MODIFY_MODIFYALL, L"Button"};
+const DialogKind kWarning{IDC_VIRTUALSTORE_LINK, L"SysLink"};
+const DialogKind kFolderDialog{0x480, L"Edit"};  // edt1 of the system's own dialogs
+const DialogKind kThumbnails{IDC_THUMBNAIL_NONE, L"Static"};
+const DialogKind kAbout{IDC_ABOUT_NAME, L"Static"};
+const DialogKind kRangeOfAnalysis{IDC_VS4UFRQ_USEFRQ, L"Button"};
+const DialogKind kInitializeMrq{IDC_INITMRQ_BOTH, L"Button"};
+const DialogKind kKeptMaps{IDC_KEPTFILES_LIST, WC_LISTVIEWW};
+const DialogKind kMapChanged{IDC_MAPCHANGED_OVERWRITE, L"Button"};
 
 namespace {
 
@@ -38,23 +47,23 @@ User::~User() {
   Kill();
 }
 
-std::filesystem::path User::ProgramFolder() {
+std::filesystem::path ProgramFolder() {
   wchar_t path[MAX_PATH] = L"";
   GetModuleFileNameW(nullptr, path, MAX_PATH);
   return std::filesystem::path(path).parent_path();
 }
 
-void User::ForgetSettings() {
+void ForgetSettings() {
   RegDeleteTreeW(HKEY_CURRENT_USER, kSettingsKey);
 }
 
-void User::ChooseResampler(const std::filesystem::path& resampler) {
+void ChooseResampler(const std::filesystem::path& resampler) {
   ResamplerBlock block = L"";
   resampler.wstring().copy(block, MAX_PATH - 1);
   RegWriteValue(kResamplerValue, block);
 }
 
-bool User::IsResamplerChosen() {
+bool IsResamplerChosen() {
   ResamplerBlock block = L"";
   return RegReadValue(kResamplerValue, block);
 }
@@ -172,29 +181,6 @@ void User::Menu(std::wstring_view keys) const {
 void User::TypeOver(const std::wstring& text) {
   Press(L"Home Shift+End BackSpace");
   Type(text);
-}
-
-int User::Pixels(int at96) {
-  const HDC screen = GetDC(nullptr);
-  const int pixels = MulDiv(at96, GetDeviceCaps(screen, LOGPIXELSX), USER_DEFAULT_SCREEN_DPI);
-  ReleaseDC(nullptr, screen);
-  return pixels;
-}
-
-RECT User::RectOf(HWND window) {
-  RECT rect{};
-  if (!GetWindowRect(window, &rect)) throw std::runtime_error("a window has gone");
-  return rect;
-}
-
-POINT User::PlaceIn(HWND window, int x, int y) {
-  const RECT rect = RectOf(window);
-  return {rect.left + Pixels(x), rect.top + Pixels(y)};
-}
-
-POINT User::MiddleOf(HWND window) {
-  const RECT rect = RectOf(window);
-  return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
 }
 
 void User::ClickFrames() const {

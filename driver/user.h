@@ -16,21 +16,21 @@ struct DialogKind {
   int Control;
   const wchar_t* ControlClass;
 };
-extern const DialogKind kQuestion, kOption, kConvert, kCreating, kCheck, kModifyBar, kWarning, kFolderDialog, kThumbnails,
-    kAbout, kRangeOfAnalysis, kInitializeMrq, kKeptMaps, kMapChanged;
+extern const DialogKind kQuestion, kOption, kConvert, kCreating, kCheck, kModifyBar, kWarning, kFolderDialog,
+    kThumbnails, kAbout, kRangeOfAnalysis, kInitializeMrq, kKeptMaps, kMapChanged;
+
+// Where the program and what comes along with it lie: where this one does.
+std::filesystem::path ProgramFolder();
+// As before the first start of all: no settings, and no resampler chosen.
+void ForgetSettings();
+void ChooseResampler(const std::filesystem::path& resampler);
+bool IsResamplerChosen();
 
 class User {
  public:
   virtual ~User();
 
  protected:
-  // Where the program and what comes along with it lie: where this one does.
-  static std::filesystem::path ProgramFolder();
-  // As before the first start of all: no settings, and no resampler chosen.
-  static void ForgetSettings();
-  static void ChooseResampler(const std::filesystem::path& resampler);
-  static bool IsResamplerChosen();
-
   // Starts the program without looking for its windows, or with both of them standing.
   void StartOnly(const std::filesystem::path& program, const std::filesystem::path& argument);
   void Start(const std::filesystem::path& program, const std::filesystem::path& argument = {});
@@ -68,12 +68,6 @@ class User {
   void Menu(std::wstring_view keys) const;
   // Into the box that has the focus, whose old text goes.
   static void TypeOver(const std::wstring& text);
-  // A place in a window, in pixels of 96 dots per inch from its corner, and in its middle.
-  static POINT PlaceIn(HWND window, int x, int y);
-  static POINT MiddleOf(HWND window);
-  static RECT RectOf(HWND window);
-  static int Pixels(int at96);
-
   // In their list, which takes the keys then.
   void ClickFrames() const;
   // By Ctrl with the arrow keys to a row of the list.
