@@ -79,7 +79,7 @@ class User {
   void CreateMissingMaps(const std::filesystem::path& bank) const;
   void Enlarge(int dx, int dy) const;
   void DragBelowEditor(HWND window) const;
-  // The option's box takes a path, and the other one a number of workers if it is not empty; OK is left to do.
+  // Types a path into the options, and a number of workers unless that is empty; OK is left to do.
   HWND TypeOptions(const std::filesystem::path& resampler, const std::wstring& workers = L"") const;
 
  private:
