@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
+#include "base/filesystem.h"
 #include "base/path.h"
 #include "batch/machine.h"
 
@@ -46,12 +48,15 @@ std::vector<Keeping::Run> Keeping::RunsBelow(const std::wstring& folder) {
   std::map<std::wstring, Run> runs;  // by their folders
   for (KeptMap& kept : safety_.Kept().List()) {
     if (!kept.MapPath.starts_with(PathIn(folder, L""))) continue;
+    const std::optional<FileFacts> facts = Disk().FactsOf(kept.File);
+    const std::int64_t written = facts ? facts->Written : 0;
     Run& run = runs[FolderOf(kept.File)];
     run.Time = run.Maps.empty() ? kept.Time : std::min(run.Time, kept.Time);
+    run.Written = run.Maps.empty() ? written : std::min(run.Written, written);
     run.Maps.push_back(std::move(kept));
   }
   std::vector<Run> sorted;
   for (auto& [path, run] : runs) sorted.push_back(std::move(run));
-  std::ranges::sort(sorted, std::ranges::greater(), &Run::Time);
+  std::ranges::sort(sorted, std::ranges::greater(), [](const Run& run) { return std::pair(run.Time, run.Written); });
   return sorted;
 }

@@ -26,7 +26,8 @@ class Keeping {
   bool HasRoom();
 
   struct Run {
-    std::int64_t Time = 0;  // [s since 1970] of its first map
+    std::int64_t Time = 0;     // [s since 1970] of its first map
+    std::int64_t Written = 0;  // of that map's copy, in the system's finer units: runs may share a second
     std::vector<KeptMap> Maps;
   };
   // The runs that have kept maps below a folder, with these, the latest first.
