@@ -11,7 +11,7 @@
 #include <set>
 #include <string>
 
-#include "win/polling.h"
+#include "driver/programs.h"
 
 namespace {
 
