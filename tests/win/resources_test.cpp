@@ -73,11 +73,12 @@ Items Menu(WORD language) {
   return items;
 }
 
-// As the menus write it: "Ctrl+Shift+V".
-std::wstring NameOf(const ACCEL& key) {
-  static const std::map<WORD, std::wstring> names = {{VK_UP, L"Up"},        {VK_DOWN, L"Down"},  {VK_DELETE, L"Del"},
-                                                     {VK_NUMPAD0, L"0"},    {VK_ADD, L"+"},      {VK_SUBTRACT, L"-"},
-                                                     {VK_OEM_PLUS, L"+"},   {VK_OEM_MINUS, L"-"}};
+// As the menus of a language write it: "Ctrl+Shift+V".
+std::wstring NameOf(const ACCEL& key, WORD language) {
+  const bool isEnglish = language == kEnglish;
+  const std::map<WORD, std::wstring> names = {
+      {VK_UP, isEnglish ? L"Up" : L"\u2191"}, {VK_DOWN, isEnglish ? L"Down" : L"\u2193"}, {VK_DELETE, L"Del"},
+      {VK_NUMPAD0, L"0"}, {VK_ADD, L"+"}, {VK_SUBTRACT, L"-"}, {VK_OEM_PLUS, L"+"}, {VK_OEM_MINUS, L"-"}};
   std::wstring name;
   if (key.fVirt & FCONTROL) name += L"Ctrl+";
   if (key.fVirt & FALT) name += L"Alt+";
@@ -160,15 +161,15 @@ TEST_F(Resources, EveryTextIsThereInBothLanguagesWithTheSameArguments) {
 
 // A key that stood twice would never reach its second command, and a menu may show one that does nothing.
 TEST_F(Resources, EachKeyHasOneCommandAndTheMenusShowIt) {
-  std::map<std::wstring, int> commands;
-  for (const int table : {IDR_ACCELERATORS, IDR_SHAREDKEYS, IDR_ADDEDKEYS}) {
-    for (const ACCEL& key : KeysOf(table)) {
-      const int command = commands.try_emplace(NameOf(key), key.cmd).first->second;
-      EXPECT_EQ(command, key.cmd) << NameOf(key).c_str();
-    }
-  }
-  commands.emplace(L"Space", ID_LISTEN_STOP);  // is no key while nothing sounds
   for (const WORD language : {kEnglish, kJapanese}) {
+    // Space is no key while nothing sounds.
+    std::map<std::wstring, int> commands = {{L"Space", ID_LISTEN_STOP}};
+    for (const int table : {IDR_ACCELERATORS, IDR_SHAREDKEYS, IDR_ADDEDKEYS}) {
+      for (const ACCEL& key : KeysOf(table)) {
+        const int command = commands.try_emplace(NameOf(key, language), key.cmd).first->second;
+        EXPECT_EQ(command, key.cmd) << NameOf(key, language).c_str();
+      }
+    }
     for (const auto& [opener, item] : Menu(language)) {
       const auto tab = item.text.find(L'\t');
       if (tab == item.text.npos) continue;
