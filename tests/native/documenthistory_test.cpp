@@ -8,6 +8,7 @@
 #include <random>
 
 #include "document/documentediting.h"
+#include "document/mapimage.h"
 #include "frqmap/edits.h"
 #include "memoryfiles.h"
 
@@ -214,6 +215,13 @@ TEST(DocumentHistory, StepsCostWhatChangedAndTheOldestGoBeyondTheLimit) {
   history.Add({Gesture::ReloadAll, std::vector(static_cast<std::size_t>(count) + 1, step.Maps.front())});
   EXPECT_EQ(history.NextUndo(), nullptr) << "one beyond the limit leaves none";
   EXPECT_EQ(history.Bytes(), 0u);
+}
+
+TEST(MapImages, TellProjectsApartByTheirPoints) {
+  FrqMap map = OddMap(5);
+  const std::uint64_t before = ImageHash(map);
+  map.Project.ControlPoints[0][0].Dynamics += 0.5;
+  EXPECT_NE(ImageHash(map), before);
 }
 
 }  // namespace

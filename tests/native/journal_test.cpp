@@ -275,14 +275,14 @@ TEST_F(JournalTest, ADiskThatFailsAtAnyCallCostsNoEditAndEndsWithTheNextFolder) 
       EXPECT_EQ(isWritten, isThrough);
       EXPECT_EQ(session.Maps.State().Edited, kEntries);
       disk_.Plan();
-      session.Maps.Open({{L"0", true, 20}});
+      session.Maps.Open({{L"0", true, 20}, {L"1", true, 20}});
       session.Writer->Begin(kHead);
-      session.Maps.EnsureLoaded(0, kKeep);
+      for (const int entry : {0, 1}) session.Maps.EnsureLoaded(entry, kKeep);
       session.Set(0, 400.0);
       EXPECT_TRUE(session.Writer->Flush());
       const auto content = ReadJournal(disk_, kPath);
       ASSERT_TRUE(content);
-      EXPECT_EQ(content->Edited, std::vector{L"0"s}) << "of the new folder alone";
+      EXPECT_EQ(content->Edited, std::vector{L"0"s}) << "of the new folder alone, and not what was only read";
     }
   }
 }
