@@ -22,8 +22,9 @@ struct Options : DoubleTest {
 
 TEST_F(Options, RememberResamplersAndForgetThoseThatHaveGone) {
   Install(L"resampler.exe", 4);
-  const std::wstring deep = folder_.Path(L"program\\" + std::wstring(240, L'd') + L"\\2.exe");  // more than the box takes
-  folder_.Write(deep);
+  const std::wstring name = L"program\\" + std::wstring(240, L'd') + L"\\2.exe";
+  const std::wstring deep = folder_.Path(name);  // more than the box takes
+  folder_.Write(name);
   SaveHistory(kHistory, {folder_.Path(L"program\\0.exe"), folder_.Path(L"program\\1.exe")});
   Start(L"");
   InDialog(ID_TOOL_OPTION, IDC_OPTION_RESAMPLER, [&](HWND dialog) {
