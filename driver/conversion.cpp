@@ -10,7 +10,7 @@ namespace {
 constexpr UINT kJobMs = 180'000;
 
 // By their places in the boxes.
-enum MapKind { kFrq, kFrc, kVs4u, kPmk, kDio, kMrq };
+enum KindPlace { kFrq, kFrc, kVs4u, kPmk, kDio, kMrq };
 
 struct Conversion : Journey {
   void Travel() override {
@@ -54,7 +54,7 @@ struct Conversion : Journey {
     AwaitEndOf(kOption);
   }
 
-  void Convert(MapKind from, MapKind to) {
+  void Convert(KindPlace from, KindPlace to) {
     Menu(L"e c");
     const HWND dialog = Dialog(kConvert);
     Press(L"Alt+a Alt+f Home" + Down(from) + L" Alt+t Home" + Down(to));
@@ -63,6 +63,8 @@ struct Conversion : Journey {
     Shoot("convert", "Edit, Convert frequency maps, all");
     Press(L"Return");
     AwaitEndOf(kConvert);
+    Dialog(kCreating);
+    AwaitEndOf(kCreating, kJobMs);
   }
   static std::wstring Down(int count) { return count == 0 ? L"" : L" Down*" + std::to_wstring(count); }
 
