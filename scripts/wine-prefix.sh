@@ -4,7 +4,7 @@
 #   test   no display is needed: windows live on a null driver, and sound goes nowhere
 #   en     English, on the display
 #   ja     Japanese, on the display
-# Another name that ends in -en or -ja is a further prefix of that language.
+# Another name that ends in -test, -en or -ja is a further prefix of that sort.
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export WINEARCH=win32 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree=;mshtml="
 
@@ -53,7 +53,7 @@ use_prefix() {
     export LOCPATH=$root/build/wine/locales
     { export LC_ALL=ja_JP.UTF-8; } 2>/dev/null # for Wine; this shell itself need not know it
   fi
-  if [ "$name" = test ]; then
+  if [ "$kind" = test ]; then
     unset DISPLAY
     # Sound goes nowhere, and does so on a machine without a device as well.
     export ALSA_CONFIG_PATH=$root/build/wine/no-sound.conf

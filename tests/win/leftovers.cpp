@@ -67,10 +67,13 @@ class Leftovers : public testing::EmptyTestEventListener {
   void OnTestStart(const testing::TestInfo&) override { before_ = Now(); }
   // Libraries and windows go in their own time.
   void OnTestEnd(const testing::TestInfo&) override {
-    State after, differing;
-    Eventually([&] { return (after = Now()) == before_; });
-    std::ranges::set_symmetric_difference(before_, after, std::inserter(differing, differing.end()));
-    EXPECT_EQ(differing, State());
+    State left;
+    Eventually([&] {
+      left.clear();
+      std::ranges::set_difference(Now(), before_, std::inserter(left, left.end()));
+      return left.empty();
+    });
+    EXPECT_EQ(left, State());
   }
 
   State before_;
