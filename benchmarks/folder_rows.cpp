@@ -58,8 +58,8 @@ class ScanFolder : public Work {
       FoundSyllable& entry = entries.emplace_back();
       entry.Path = path;
       const FoundMap found = FindMap(path, FrqTypeFrq, listed, store_);
-      entry.HasMap = found.exists;
-      entry.FrameEstimate = found.frameEstimate;
+      entry.HasMap = found.Exists;
+      entry.FrameEstimate = found.FrameEstimate;
     }
     return entries;
   }

@@ -49,15 +49,15 @@ std::optional<std::int32_t> MarkByEar(CheckFrameRecord& frames) {
   const std::wstring path = WavePathOf(frames);
   if (path.empty() || frames.Hop <= 0) return std::nullopt;
   Hearings::Heard heard = Present().Of(path, frames.Hop);
-  if (!heard.wave || !IsMapOf(frames, heard.wave->hearing)) return std::nullopt;
-  if (heard.wave->answer && heard.wave->answer->map == HashOfMap(frames)) {
-    return WriteAnswer(*heard.wave->answer, frames);
+  if (!heard.wave || !IsMapOf(frames, heard.wave->Heard)) return std::nullopt;
+  if (heard.wave->Answer && heard.wave->Answer->Map == HashOfMap(frames)) {
+    return WriteAnswer(*heard.wave->Answer, frames);
   }
   const auto search = [&]() -> const PitchSearch* {
     if (!heard.search) heard.search = Hearings::SearchOf(path);
     return heard.search.get();
   };
-  const std::optional<std::int32_t> count = MarkBySound(frames, heard.wave->hearing, search);
+  const std::optional<std::int32_t> count = MarkBySound(frames, heard.wave->Heard, search);
   if (count) Present().Keep(path, *heard.wave, AnswerIn(frames));
   return count;
 }

@@ -87,7 +87,7 @@ Hearings::Heard Hearings::Of(const std::wstring& wavePath, SampleCount hop) {
   hasNews_.notify_all();
   hasNews_.wait(lock, [&] { return !underWay_.contains(name); });
   if (const auto known = folder.waves.find(name.second);
-      known != folder.waves.end() && known->second->file == *facts && known->second->hearing.hop == hop) {
+      known != folder.waves.end() && known->second->File == *facts && known->second->Heard.Hop == hop) {
     auto fresh = fresh_.extract(name);
     return {known->second, fresh ? std::move(fresh.mapped()) : nullptr};
   }
@@ -111,7 +111,7 @@ Hearings::Search Hearings::SearchOf(const std::wstring& wavePath) {
 
 void Hearings::Keep(const std::wstring& wavePath, const HeardWave& wave, KeptAnswer answer) {
   HeardWave answered = wave;
-  answered.answer = std::move(answer);
+  answered.Answer = std::move(answer);
   auto kept = std::make_shared<const HeardWave>(std::move(answered));
   const std::lock_guard lock(mutex_);
   Folder& folder = folders_[FolderOf(wavePath)];

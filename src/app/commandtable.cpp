@@ -6,10 +6,10 @@ namespace {
 
 void ShowItem(HMENU menu, int index, const EditorCommand& command, const EditorState& state) {
   const auto position = static_cast<UINT>(index);
-  const bool enabled = command.handler && (!command.enabled || command.enabled(state));
+  const bool enabled = command.Handler && (!command.Enabled || command.Enabled(state));
   EnableMenuItem(menu, position, MF_BYPOSITION | (enabled ? MF_ENABLED : MF_DISABLED | MF_GRAYED));
-  if (!command.checked) return;
-  CheckMenuItem(menu, position, MF_BYPOSITION | (command.checked(state) ? MF_CHECKED : MF_UNCHECKED));
+  if (!command.Checked) return;
+  CheckMenuItem(menu, position, MF_BYPOSITION | (command.Checked(state) ? MF_CHECKED : MF_UNCHECKED));
 }
 
 void ShowItems(HMENU menu, const std::vector<EditorCommand>& commands, const EditorState& state) {
@@ -27,13 +27,13 @@ void ShowItems(HMENU menu, const std::vector<EditorCommand>& commands, const Edi
 }  // namespace
 
 const EditorCommand* FindCommand(const std::vector<EditorCommand>& commands, UINT id) {
-  const auto row = std::find_if(commands.begin(), commands.end(), [id](const auto& each) { return each.id == id; });
+  const auto row = std::find_if(commands.begin(), commands.end(), [id](const auto& each) { return each.Id == id; });
   return row == commands.end() ? nullptr : &*row;
 }
 
 void ApplyCommandState(HMENU menu, const std::vector<EditorCommand>& commands, const EditorState& state) {
   ShowItems(menu, commands, state);
   for (const EditorCommand& command : commands) {
-    if (command.removed && command.removed(state)) DeleteMenu(menu, command.id, MF_BYCOMMAND);
+    if (command.Removed && command.Removed(state)) DeleteMenu(menu, command.Id, MF_BYCOMMAND);
   }
 }

@@ -12,24 +12,24 @@ class CEditorDlg;
 
 // The facts that the menu's state depends on, collected once for all commands.
 struct EditorState {
-  int rows = 0;  // of the syllable list
-  int selectedRow = -1;
-  int maps = 0;  // syllables that have a map
-  bool selectedHasMap = false;
-  bool hasThumbnails = false;  // their window is there
-  bool sounds = false;         // something is listened to
-  bool currentEdited = false;
-  bool anyEdited = false;
-  int selectedFrames = 0;
-  int zoomCount = 0;
-  int zoom = 0;
-  int viewMode = 0;  // 1: the spectrum is shown
-  int color = 0;     // its colour table
-  int brightness = 0;
-  bool pluginMode = false;
-  bool allSyllables = false;  // in plug-in mode: the whole voicebank is shown
-  std::optional<Gesture> undo;  // the gestures that would be undone and redone
-  std::optional<Gesture> redo;
+  int Rows = 0;  // of the syllable list
+  int SelectedRow = -1;
+  int Maps = 0;  // syllables that have a map
+  bool SelectedHasMap = false;
+  bool HasThumbnails = false;  // their window is there
+  bool Sounds = false;         // something is listened to
+  bool CurrentEdited = false;
+  bool AnyEdited = false;
+  int SelectedFrames = 0;
+  int ZoomCount = 0;
+  int Zoom = 0;
+  int ViewMode = 0;  // 1: the spectrum is shown
+  int Color = 0;     // its colour table
+  int Brightness = 0;
+  bool PluginMode = false;
+  bool AllSyllables = false;    // in plug-in mode: the whole voicebank is shown
+  std::optional<Gesture> Undo;  // the gestures that would be undone and redone
+  std::optional<Gesture> Redo;
 
   bool operator==(const EditorState&) const = default;
 };
@@ -37,13 +37,13 @@ struct EditorState {
 struct EditorCommand {
   using Test = bool (*)(const EditorState&);
 
-  UINT id;
+  UINT Id;
   // The handler takes the editor, so that it may call a part of it. Null: nothing answers the command in this version,
   // and its item is grey.
-  void (*handler)(CEditorDlg& editor, UINT id);
-  Test enabled = nullptr;  // null: always
-  Test removed = nullptr;  // taken out of the menu for good; null: never
-  Test checked = nullptr;  // bears a check mark; null: never, and its mark is left alone
+  void (*Handler)(CEditorDlg& editor, UINT id);
+  Test Enabled = nullptr;  // null: always
+  Test Removed = nullptr;  // taken out of the menu for good; null: never
+  Test Checked = nullptr;  // bears a check mark; null: never, and its mark is left alone
 };
 
 // The row of a command; null for none.

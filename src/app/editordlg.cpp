@@ -50,37 +50,37 @@ void EndList(HWND list) {
 
 CEditorDlg::CEditorDlg(const std::wstring& argument, Voicebank& voicebank)
     : ReadyEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
-      Argument(argument),
-      Bank(voicebank),
-      Syllables(voicebank.Maps),
-      Map(voicebank.Maps),
+      argument_(argument),
+      bank_(voicebank),
+      syllables_(voicebank.Maps),
+      map_(voicebank.Maps),
       PluginMode(!argument.empty() && IsPluginFile(argument)),
-      Frames(voicebank.Maps, Map),
-      Recent(!PluginMode) {
-  Syllables.AddListener(*this);
+      frames_(voicebank.Maps, map_),
+      recent_(!PluginMode) {
+  syllables_.AddListener(*this);
 }
 
 INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
-  Layout.Remember(Hwnd);
+  layout_.Remember(Hwnd);
   PrepareBoxes(Hwnd);
   TakeIntoTabOrder(Hwnd);
-  Preview.Prepare(Hwnd);
-  Scratch.Make();
-  Preview.SetFolder(Scratch.Path());
-  Sounds.Attach(Hwnd);
-  Frames.Attach(Hwnd);
-  Edits.Attach(Hwnd);
-  Table().SetEditing(&Bank.Editing);
-  Table().SetPitches(&Pitches);
-  Frames.ShowFrames();
-  History.PutInto(GetSubMenu(GetMenu(Hwnd), kEditMenu));
+  preview_.Prepare(Hwnd);
+  scratch_.Make();
+  preview_.SetFolder(scratch_.Path());
+  sounds_.Attach(Hwnd);
+  frames_.Attach(Hwnd);
+  edits_.Attach(Hwnd);
+  Table().SetEditing(&bank_.Editing);
+  Table().SetPitches(&pitches_);
+  frames_.ShowFrames();
+  history_.PutInto(GetSubMenu(GetMenu(Hwnd), kEditMenu));
   AppendAddedItems(GetMenu(Hwnd));
   AddPutBackItem(GetSubMenu(GetMenu(Hwnd), kEditMenu));
-  IsMenuShown = false;
-  Recent.ShowIn(GetMenu(Hwnd));
-  Table().SetViewMode(Settings.ViewMode);
-  Table().SetBrightness(Settings.Brightness);
-  Table().SetColorTable(Settings.Color);
+  isMenuShown_ = false;
+  recent_.ShowIn(GetMenu(Hwnd));
+  Table().SetViewMode(settings_.ViewMode);
+  Table().SetBrightness(settings_.Brightness);
+  Table().SetColorTable(settings_.Color);
   RestoreWindowPlacement(Hwnd, kPlacementValue);
   int zoom = 0;
   if (RegReadValue(kZoomValue, zoom)) Table().SetZoom(zoom);
@@ -92,24 +92,24 @@ INT_PTR CEditorDlg::OnInitDialog(LPARAM) {
 // happens while a dialog of ours stands in front: the answers of a job behind it would have nowhere to go.
 void CEditorDlg::OnCancel() {
   if (!IsWindowEnabled(Hwnd)) return;
-  if (!Edits.ConfirmDiscard()) return;
+  if (!edits_.ConfirmDiscard()) return;
   EndList(FileList->Hwnd);
   End(IDCANCEL);
 }
 
 // Nothing is asked where a dialog of ours stands in front: edits then hold up the end by themselves.
 bool CEditorDlg::MayEndSession() {
-  HasLetEditsGo = IsWindowEnabled(Hwnd) ? Edits.ConfirmDiscard() : Syllables.State().Edited == 0;
-  return HasLetEditsGo;
+  hasLetEditsGo_ = IsWindowEnabled(Hwnd) ? edits_.ConfirmDiscard() : syllables_.State().Edited == 0;
+  return hasLetEditsGo_;
 }
 
 // The system ends the process as soon as this comes back, and the list has a host to answer. After an end in a hurry,
 // without a question or in spite of the answer, the edits are left to the next start, as if the power had gone.
 void CEditorDlg::OnEndSession(bool ending) {
-  const bool isAgreed = std::exchange(HasLetEditsGo, false) || Syllables.State().Edited == 0;
+  const bool isAgreed = std::exchange(hasLetEditsGo_, false) || syllables_.State().Edited == 0;
   if (!ending) return;
   const bool isOrderly = isAgreed && IsWindowEnabled(Hwnd);
-  if (isOrderly) Bank.Run.GiveUpEdits();
+  if (isOrderly) bank_.Run.GiveUpEdits();
   EndList(FileList->Hwnd);
   if (isOrderly) {
     End(IDCANCEL);
@@ -121,16 +121,16 @@ void CEditorDlg::OnEndSession(bool ending) {
 void CEditorDlg::KeepSettings() {
   SaveWindowPlacement(Hwnd, kPlacementValue);
   RegWriteValue(kZoomValue, Table().Zoom());
-  Settings.Save(Table());
-  Recent.Save();
+  settings_.Save(Table());
+  recent_.Save();
 }
 
 LRESULT CEditorDlg::OnDestroy() {
   KeepSettings();
   // The folder stays if a folder was put into it, or if a resampler does not come to its end.
-  Sounds.Close();
-  Preview.Close();
-  Scratch.Remove();
+  sounds_.Close();
+  preview_.Close();
+  scratch_.Remove();
   return CDlgBase::OnDestroy();
 }
 
@@ -140,12 +140,12 @@ void CEditorDlg::OnOK() {
 }
 
 LRESULT CEditorDlg::OnSize(WPARAM kind, int width, int height) {
-  if (kind != SIZE_MINIMIZED) Layout.Arrange(Hwnd, width, height);
+  if (kind != SIZE_MINIMIZED) layout_.Arrange(Hwnd, width, height);
   return 0;
 }
 
 LRESULT CEditorDlg::OnGetMinMaxInfo(MINMAXINFO* info) {
-  info->ptMinTrackSize = Layout.LeastSize();
+  info->ptMinTrackSize = layout_.LeastSize();
   return 0;
 }
 
@@ -161,7 +161,7 @@ LRESULT CEditorDlg::OnMouseWheel(WPARAM keys, int x, int y, int delta) {
 }
 
 LRESULT CEditorDlg::OnHScroll(UINT, int, HWND scrollBar) {
-  Preview.OnScrolled(scrollBar);
+  preview_.OnScrolled(scrollBar);
   return 0;
 }
 
@@ -175,15 +175,15 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     case EDM_FOLDEROPENED:
       if (const wchar_t* const folder = PathAt(lParam)) OnFolderOpened(folder);
       return Answered();
-    case WM_PREVIEW_DONE: Preview.OnToldDone(Settings.FrqType); return Answered();
-    case EDM_LISTENING: Sounds.OnTold(); return Answered();
+    case WM_PREVIEW_DONE: preview_.OnToldDone(settings_.FrqType); return Answered();
+    case EDM_LISTENING: sounds_.OnTold(); return Answered();
     case EDM_SHOWFAILURE:
-      Frames.ShowMarks(static_cast<SampleCount>(wParam), static_cast<SampleCount>(lParam));
+      frames_.ShowMarks(static_cast<SampleCount>(wParam), static_cast<SampleCount>(lParam));
       return Answered();
     case EDM_REFRESHMAP: OnRefreshMap(lParam != 0); return Answered();
     case EDM_PAINT: PaintWaiting(); return Answered();
     case EDM_ASKOFLEFTEDITS: OnAskOfLeftEdits(); return Answered();
-    case FramePane::kShowKeyMessage: Frames.OnShowKey(); return Answered();
+    case FramePane::kShowKeyMessage: frames_.OnShowKey(); return Answered();
     case WM_QUERYENDSESSION: SetWindowLongPtrW(Hwnd, DWLP_MSGRESULT, MayEndSession()); return 1;
     case WM_ENDSESSION: OnEndSession(wParam != 0); return Answered();
     default: return CDlgBase::OnDialogMessage(message, wParam, lParam);
@@ -191,7 +191,7 @@ INT_PTR CEditorDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) 
 }
 
 std::unique_ptr<CDlgBase> CEditorDlg::CreateInstance() const {
-  return std::make_unique<CEditorDlg>(Argument, Bank);
+  return std::make_unique<CEditorDlg>(argument_, bank_);
 }
 FileListSender CEditorDlg::ToList() const {
   return FileListSender(FileList->Hwnd);

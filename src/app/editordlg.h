@@ -112,31 +112,31 @@ class CEditorDlg : public CDlgBase, public DocumentListener {
   void OnPutBack();
 
   FileListSender ToList() const;
-  FrqCtrlSender Table() const { return Frames.Table(); }
+  FrqCtrlSender Table() const { return frames_.Table(); }
 
-  const std::wstring Argument;
-  Voicebank& Bank;
-  Document& Syllables;             // Bank's
+  const std::wstring argument_;
+  Voicebank& bank_;
+  Document& syllables_;            // bank_'s
   std::wstring CurrentPath;        // the wave shown now
-  ShownMap Map;                    // its map, which comes a little later where the row changes
+  ShownMap map_;                   // its map, which comes a little later where the row changes
   CheckFrqSettings CheckSettings;  // the user's last wishes for a check
-  EditorState Shown;               // what UpdateState last carried into the menu
-  bool IsMenuShown = false;        // the menu bears what Shown says
-  unsigned Updates = 0;            // calls of UpdateState that have begun
-  std::atomic<bool> InJob = false; // a job is on; what the list reads anew is shown after it
-  bool HasLetEditsGo = false;      // by the user's answer to whether the session may end
+  EditorState shown_;              // what UpdateState last carried into the menu
+  bool isMenuShown_ = false;       // the menu bears what shown_ says
+  unsigned updates_ = 0;           // calls of UpdateState that have begun
+  std::atomic<bool> inJob_ = false;  // a job is on; what the list reads anew is shown after it
+  bool hasLetEditsGo_ = false;       // by the user's answer to whether the session may end
   const bool PluginMode;           // started on a plug-in file of the host
   bool AllSyllables = false;       // in plug-in mode: the whole voicebank was asked for
 
-  WavePitches Pitches;  // those of the wave that is shown
-  FramePane Frames;
-  EditorSettings Settings;
-  RecentFolders Recent;
-  EditorLayout Layout;
-  TempFolder Scratch;
-  PreviewPanel Preview;
-  Listening Sounds{Bank, Map, Frames, Settings, Preview};
-  HistoryMenu History;
-  EditCommands Edits{Bank, Map, Frames, Settings};
-  Rereading Readings{Map, Frames, Pitches};
+  WavePitches pitches_;  // those of the wave that is shown
+  FramePane frames_;
+  EditorSettings settings_;
+  RecentFolders recent_;
+  EditorLayout layout_;
+  TempFolder scratch_;
+  PreviewPanel preview_;
+  Listening sounds_{bank_, map_, frames_, settings_, preview_};
+  HistoryMenu history_;
+  EditCommands edits_{bank_, map_, frames_, settings_};
+  Rereading readings_{map_, frames_, pitches_};
 };

@@ -49,7 +49,7 @@ std::wstring VoicebankCaption(const std::wstring& folder) {
 }  // namespace
 
 void CEditorDlg::OnOpen() {
-  if (!Edits.ConfirmDiscard()) return;
+  if (!edits_.ConfirmDiscard()) return;
   std::wstring folder;
   if (BrowseForFolder(Hwnd, folder) == 0) OpenFolderWaiting(ToList(), folder);
 }
@@ -57,33 +57,33 @@ void CEditorDlg::OnOpen() {
 // Shows the whole voicebank instead of the syllables that the host handed over; there is no way back to those.
 void CEditorDlg::OnEditAllSyllables() {
   // A plug-in file that names no voicebank must not open the root of the drive.
-  if (AllSyllables || FileList->Folder.empty() || !Edits.ConfirmDiscard()) return;
+  if (AllSyllables || FileList->Folder.empty() || !edits_.ConfirmDiscard()) return;
   AllSyllables = true;
   const WaitCursor waiting;
   ToList().OpenFolder(FileList->Folder.c_str());
 }
 
 void CEditorDlg::OnRecentFolder(UINT id) {
-  const std::optional<std::wstring> path = Recent.FolderOf(id);
-  if (!path || !Edits.ConfirmDiscard()) return;
+  const std::optional<std::wstring> path = recent_.FolderOf(id);
+  if (!path || !edits_.ConfirmDiscard()) return;
   if (FolderExists(*path)) {
     OpenFolderWaiting(ToList(), *path);
     return;
   }
   ShowMessage(Hwnd, LoadResString(IDS_FOLDERNOTFOUND) + L"\r\n\r\n" + *path, MB_ICONWARNING);
-  Recent.Remove(*path);
-  Recent.ShowIn(GetMenu(Hwnd));
+  recent_.Remove(*path);
+  recent_.ShowIn(GetMenu(Hwnd));
 }
 
 // The list waits while this runs. The syllable that was shown goes; the first of the new ones, if any, comes later.
 void CEditorDlg::OnFolderOpened(const wchar_t* folder) {
   OnSetSyllable(L"");
-  Recent.PutFirst(folder);
-  Recent.ShowIn(GetMenu(Hwnd));
-  Table().SetMaps(Map.Saved(), Map.Map());
+  recent_.PutFirst(folder);
+  recent_.ShowIn(GetMenu(Hwnd));
+  Table().SetMaps(map_.Saved(), map_.Map());
   Table().DropLayer();
   Table().RepaintNow();
-  Frames.ShowFrames();
+  frames_.ShowFrames();
   UpdateState();
   SetWindowTextW(Hwnd, VoicebankCaption(folder).c_str());
   WarnOfRestrictedFolder(Hwnd, folder);

@@ -10,42 +10,42 @@
 #include "resources/ids.h"
 
 void CEditorDlg::LoadSettings() {
-  Settings.LoadResampler(PluginMode ? Argument : std::wstring());
+  settings_.LoadResampler(PluginMode ? argument_ : std::wstring());
   ShareKind();
-  Settings.LoadOptions();
-  Recent.Load();
+  settings_.LoadOptions();
+  recent_.Load();
 }
 
 // The list looks at the kind when it is told to refresh. The table misses it before the window exists, but gets it
 // again with each syllable.
 void CEditorDlg::ShareKind() {
-  Bank.Files.Kind = Settings.FrqType;
-  Bank.Run.SetResampler(Settings.ResamplerPath);
-  Table().SetKind(Settings.FrqType);
-  Frames.SetKind(Settings.FrqType);
+  bank_.Files.Kind = settings_.FrqType;
+  bank_.Run.SetResampler(settings_.ResamplerPath);
+  Table().SetKind(settings_.FrqType);
+  frames_.SetKind(settings_.FrqType);
 }
 
 void CEditorDlg::OnOption() {
   COptionDlg dialog;
   dialog.ParentWindow = Hwnd;
-  dialog.ResamplerPath = Settings.ResamplerPath;
-  if (Settings.ResamplerPath.empty()) dialog.Bundled = FileNameOf(Settings.ResamplerInUse());
-  dialog.MaxParallelCount = Settings.MaxParallelCount;
-  dialog.AutoDeleteLlsm = Settings.AutoDeleteLlsm;
+  dialog.ResamplerPath = settings_.ResamplerPath;
+  if (settings_.ResamplerPath.empty()) dialog.Bundled = FileNameOf(settings_.ResamplerInUse());
+  dialog.MaxParallelCount = settings_.MaxParallelCount;
+  dialog.AutoDeleteLlsm = settings_.AutoDeleteLlsm;
   if (dialog.Run(false) != IDOK) return;
 
   // Edits belong to one kind. A user who keeps them keeps all of the old options.
-  const bool kindChanges = GetResamplerKind(dialog.ResamplerPath) != Settings.FrqType;
-  if (kindChanges && !Edits.ConfirmDiscard()) return;
-  Settings.ChooseResampler(dialog.ResamplerPath);
-  Settings.MaxParallelCount = dialog.MaxParallelCount;
-  Settings.AutoDeleteLlsm = dialog.AutoDeleteLlsm;
-  Preview.ClearFolder();
-  Settings.UpdateKind();
+  const bool kindChanges = GetResamplerKind(dialog.ResamplerPath) != settings_.FrqType;
+  if (kindChanges && !edits_.ConfirmDiscard()) return;
+  settings_.ChooseResampler(dialog.ResamplerPath);
+  settings_.MaxParallelCount = dialog.MaxParallelCount;
+  settings_.AutoDeleteLlsm = dialog.AutoDeleteLlsm;
+  preview_.ClearFolder();
+  settings_.UpdateKind();
   ShareKind();
   if (kindChanges) {
     ReloadEverything(true);
-    Bank.Run.BeginJournal(FileList->Folder, Settings.FrqType);
+    bank_.Run.BeginJournal(FileList->Folder, settings_.FrqType);
     ToList().PostRefreshMaps();
     ToList().PostRefreshThumbnail();
     ToList().ShowModifyBar(false, false);

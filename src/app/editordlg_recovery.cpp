@@ -16,8 +16,8 @@
 // The question comes once, when both windows have come. A user who starts the program for a folder is asked about that
 // one alone. A host's syllables are another work, so that left edits wait for a later start then.
 void CEditorDlg::OnAskOfLeftEdits() {
-  if (PluginMode || !IsWindowEnabled(Hwnd) || Syllables.State().Edited > 0) return;
-  std::optional<LeftEdits> edits = FindLeftEdits(Bank, Argument.empty() ? std::wstring() : FileList->Folder);
+  if (PluginMode || !IsWindowEnabled(Hwnd) || syllables_.State().Edited > 0) return;
+  std::optional<LeftEdits> edits = FindLeftEdits(bank_, argument_.empty() ? std::wstring() : FileList->Folder);
   if (!edits) return;
   const std::wstring journal = edits->Journal;
   SetForegroundWindow(Hwnd);  // the list has come last
@@ -26,10 +26,10 @@ void CEditorDlg::OnAskOfLeftEdits() {
     for (const std::wstring& wave : edits->Content.Edited) {
       report.Others.push_back({wave, RestoreReport::Reason::Changed});
     }
-    Edits.Tell(LoadResString(IDS_NAME), TextOf(report));
-    Bank.Run.Safety.Drop(journal);
+    edits_.Tell(LoadResString(IDS_NAME), TextOf(report));
+    bank_.Run.Safety.Drop(journal);
   } else if (!AskForLeftEdits(Hwnd, *edits) || BringBack(std::move(*edits))) {
-    Bank.Run.Safety.Drop(journal);
+    bank_.Run.Safety.Drop(journal);
   }
 }
 
@@ -40,30 +40,30 @@ bool CEditorDlg::BringBack(LeftEdits edits) {
   const FileListSender list = ToList();
   const JournalHead& head = edits.Content.Head;
   // The kind of the maps depends on the resampler.
-  if (GetResamplerKind(head.Resampler) == head.Kind && Settings.FrqType != head.Kind) {
-    Settings.ChooseResampler(head.Resampler);
-    Settings.UpdateKind();
+  if (GetResamplerKind(head.Resampler) == head.Kind && settings_.FrqType != head.Kind) {
+    settings_.ChooseResampler(head.Resampler);
+    settings_.UpdateKind();
     ShareKind();
   }
-  if (Settings.FrqType != head.Kind) return false;
+  if (settings_.FrqType != head.Kind) return false;
   list.OpenFolder(head.Folder.c_str());
-  const RestoreReport report = JournalReplay(Syllables).Run(std::move(edits.Content));
-  for (int index = 0; index < Syllables.State().Entries; ++index) {
-    if (!Syllables.Facts(index).Edited) continue;
+  const RestoreReport report = JournalReplay(syllables_).Run(std::move(edits.Content));
+  for (int index = 0; index < syllables_.State().Entries; ++index) {
+    if (!syllables_.Facts(index).Edited) continue;
     list.SelectSyllable(index);
     break;
   }
   UpdateState();
-  Edits.Tell(LoadResString(IDS_RECOVER_TITLE), TextOf(report));
+  edits_.Tell(LoadResString(IDS_RECOVER_TITLE), TextOf(report));
   const bool areAllSettled = std::ranges::none_of(report.Others, [&](const RestoreReport::Untouched& other) {
     const bool isAsItWasLeft = std::ranges::find(edits.Waves, other.Path) != edits.Waves.end();
     return isAsItWasLeft && other.Why != RestoreReport::Reason::Changed;
   });
-  return areAllSettled && Bank.Run.IsJournalWritten();
+  return areAllSettled && bank_.Run.IsJournalWritten();
 }
 
 void CEditorDlg::OnPutBack() {
   if (!IsWindow(FileList->Hwnd)) return;
-  PutKeptMapsBack(Hwnd, ToList(), Bank, Edits);
+  PutKeptMapsBack(Hwnd, ToList(), bank_, edits_);
   UpdateState();
 }

@@ -40,24 +40,24 @@ void TellFromAfar(HWND editor, const DocumentChanges& changes, int shown) {
 // The very map that is shown brings nothing new: a caller who changed what is in it sends EDM_REFRESHMAP. Maps that are
 // no pair of the document's are ignored, since they are not the list's: any program may send anything.
 void CEditorDlg::OnSetMap(FrqMap* saved, FrqMap* map) {
-  if (map == Map.Map() || !Bank.Editing.MayShow(saved, map)) return;
-  Map.Set(saved, map);
+  if (map == map_.Map() || !bank_.Editing.MayShow(saved, map)) return;
+  map_.Set(saved, map);
   Table().SetMaps(saved, map);
-  Frames.ShowFrames();
+  frames_.ShowFrames();
   Table().ShowCurve();
   Table().RepaintNow();
   UpdateState();
-  TellIfUnreadable(Item(IDC_EDITOR_TABLE), Bank, Map.Index());
+  TellIfUnreadable(Item(IDC_EDITOR_TABLE), bank_, map_.Index());
 }
 
 void CEditorDlg::OnSetSyllable(const wchar_t* wavePath) {
   Balloon::Hide();  // it tells of another syllable
-  Sounds.Stop();
+  sounds_.Stop();
   CurrentPath = wavePath;
   SetDlgItemTextW(Hwnd, IDC_EDITOR_TABLE, FileNameOf(CurrentPath).c_str());
   Table().SetWavePath(CurrentPath.c_str());
-  Pitches.SetWave(CurrentPath);
-  Table().SetKind(Settings.FrqType);
+  pitches_.SetWave(CurrentPath);
+  Table().SetKind(settings_.FrqType);
   SetDlgItemTextW(Hwnd, IDC_EDITOR_WAVEINFO, WaveInformation(CurrentPath).c_str());
 }
 
@@ -67,22 +67,22 @@ void CEditorDlg::OnRefreshMap(bool rebuildFrames) {
   Table().DropLayer();
   Table().RepaintNow();
   if (!rebuildFrames) return;
-  Frames.ShowFrames();
+  frames_.ShowFrames();
   UpdateState();
 }
 
 void CEditorDlg::OnChanged(const DocumentChanges& changes) {
   if (!Hwnd) return;
-  const int shown = Map.Index();
+  const int shown = map_.Index();
   if (GetWindowThreadProcessId(Hwnd, nullptr) != GetCurrentThreadId()) {
-    if (!InJob) TellFromAfar(Hwnd, changes, shown);
+    if (!inJob_) TellFromAfar(Hwnd, changes, shown);
     return;
   }
   bool stateChanges = changes.History;
   for (const EntryChange& change : changes.Entries) {
-    if (change.Index == shown) Frames.Show(change);
+    if (change.Index == shown) frames_.Show(change);
     if (change.Index == shown && (change.Facts & EntryChange::Readable)) {
-      TellIfUnreadable(Item(IDC_EDITOR_TABLE), Bank, shown);
+      TellIfUnreadable(Item(IDC_EDITOR_TABLE), bank_, shown);
     }
     stateChanges = stateChanges || (change.Facts & (EntryChange::Edited | EntryChange::HasMap));
   }

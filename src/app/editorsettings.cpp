@@ -25,7 +25,7 @@ constexpr wchar_t kColorValue[] = L"FrqCtrlColor";
 
 // A path is kept in a block of fixed size.
 struct StoredPath {
-  wchar_t text[MAX_PATH] = L"";
+  wchar_t Text[MAX_PATH] = L"";
 };
 
 // The resampler that the host uses; empty if no host is installed.
@@ -62,9 +62,9 @@ void TakeProjectResampler(const std::wstring& pluginFile, std::wstring& path) {
 // A path that does not fit goes by its short form, and is not stored without one: cut, it would name another program.
 std::optional<StoredPath> Stored(const std::wstring& path) {
   StoredPath stored;
-  const std::wstring kept = path.size() < std::size(stored.text) ? path : NarrowForm(path).value_or(path);
-  if (kept.size() >= std::size(stored.text)) return std::nullopt;
-  kept.copy(stored.text, kept.size());
+  const std::wstring kept = path.size() < std::size(stored.Text) ? path : NarrowForm(path).value_or(path);
+  if (kept.size() >= std::size(stored.Text)) return std::nullopt;
+  kept.copy(stored.Text, kept.size());
   return stored;
 }
 
@@ -81,8 +81,8 @@ EditorSettings::EditorSettings() : MaxParallelCount(ProcessorCount()) {}
 void EditorSettings::LoadResampler(const std::wstring& pluginFile) {
   StoredPath resampler;
   if (RegReadValue(kResamplerValue, resampler)) {
-    resampler.text[MAX_PATH - 1] = 0;  // the block may come without an end
-    ResamplerPath = resampler.text;
+    resampler.Text[MAX_PATH - 1] = 0;  // the block may come without an end
+    ResamplerPath = resampler.Text;
   } else {
     ResamplerPath = HostResampler();
   }

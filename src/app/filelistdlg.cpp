@@ -30,11 +30,11 @@ void PlaceBeside(HWND editor, HWND list) {
 
 CFileListDlg::CFileListDlg(const std::wstring& argument, Voicebank& voicebank)
     : Windows(voicebank.Maps, voicebank.Files, [this] { ToEditor().UpdateState(); }),
-      Argument(argument),
-      Bank(voicebank),
-      Syllables(voicebank.Maps),
+      argument_(argument),
+      bank_(voicebank),
+      syllables_(voicebank.Maps),
       ReadyEvent(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
-  Syllables.AddListener(*this);
+  syllables_.AddListener(*this);
 }
 
 INT_PTR CFileListDlg::OnInitDialog(LPARAM) {
@@ -42,8 +42,8 @@ INT_PTR CFileListDlg::OnInitDialog(LPARAM) {
   SetWindowTextW(Hwnd, LoadResString(IDS_FILES).c_str());
   // The list goes with the editor and has no close command of its own.
   DeleteMenu(GetSystemMenu(Hwnd, FALSE), SC_CLOSE, MF_BYCOMMAND);
-  Rows.Attach(Item(IDC_LIST_FILES), DpiScaleX);
-  Rows.SetupColumns(Bank.Files.Kind);
+  rows_.Attach(Item(IDC_LIST_FILES), DpiScaleX);
+  rows_.SetupColumns(bank_.Files.Kind);
 
   const bool filled = FillFromArguments();
   if (!filled) SetEvent(ReadyEvent.get());
@@ -53,8 +53,8 @@ INT_PTR CFileListDlg::OnInitDialog(LPARAM) {
     return 1;
   }
   Windows.Commands = Editor->Hwnd;
-  Keys.Start(Hwnd, Editor->Hwnd, IDR_SHAREDKEYS);
-  Rows.Select(0);
+  keys_.Start(Hwnd, Editor->Hwnd, IDR_SHAREDKEYS);
+  rows_.Select(0);
   if (!RestoreWindowPlacement(Hwnd, kPlacementValue)) PlaceBeside(Editor->Hwnd, Hwnd);
   SetEvent(ReadyEvent.get());
   ToEditor().UpdateState();
@@ -75,21 +75,21 @@ void CFileListDlg::RememberLayout() {
   RECT list{};
   GetWindowRect(Item(IDC_LIST_FILES), &list);
   MapWindowPoints(nullptr, Hwnd, reinterpret_cast<POINT*>(&list), 2);
-  LeftMargin = list.left;
-  TopMargin = list.top;
+  leftMargin_ = list.left;
+  topMargin_ = list.top;
 }
 
 LRESULT CFileListDlg::OnDestroy() {
-  Keys.Stop();
+  keys_.Stop();
   SaveWindowPlacement(Hwnd, kPlacementValue);
-  Rows.KeepWidths();
-  if (PluginAnswer) AnswerHost(Argument, Syllables.State().Saved > 0);
+  rows_.KeepWidths();
+  if (PluginAnswer) AnswerHost(argument_, syllables_.State().Saved > 0);
   return CDlgBase::OnDestroy();
 }
 
 LRESULT CFileListDlg::OnSize(WPARAM kind, int width, int height) {
   if (kind == SIZE_MINIMIZED) return 0;
-  SetWindowPos(Rows.Window(), nullptr, 0, 0, width - 2 * LeftMargin, height - 2 * TopMargin,
+  SetWindowPos(rows_.Window(), nullptr, 0, 0, width - 2 * leftMargin_, height - 2 * topMargin_,
                SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
   return 0;
 }
@@ -100,7 +100,7 @@ LRESULT CFileListDlg::OnGetMinMaxInfo(MINMAXINFO* info) {
 }
 
 LRESULT CFileListDlg::OnNotify(WPARAM, NMHDR* header) {
-  const auto isUnreadable = [this](int index) { return Syllables.Facts(index).Unreadable; };
+  const auto isUnreadable = [this](int index) { return syllables_.Facts(index).Unreadable; };
   LRESULT answer = 0;
   if (header->idFrom == IDC_LIST_FILES && header->code == NM_CUSTOMDRAW) {
     auto* const drawing = WritableAt<NMLVCUSTOMDRAW>(reinterpret_cast<LPARAM>(header));
@@ -109,7 +109,7 @@ LRESULT CFileListDlg::OnNotify(WPARAM, NMHDR* header) {
   SetWindowLongPtrW(Hwnd, DWLP_MSGRESULT, answer);
   if (header->idFrom != IDC_LIST_FILES || header->code != LVN_ITEMCHANGED) return 1;
   const auto* const change = ReadableAt<NMLISTVIEW>(reinterpret_cast<LPARAM>(header));
-  if (change && (change->uNewState & LVIS_SELECTED)) ShowSyllable(Rows.IndexOf(change->iItem));
+  if (change && (change->uNewState & LVIS_SELECTED)) ShowSyllable(rows_.IndexOf(change->iItem));
   return 1;
 }
 
@@ -117,7 +117,7 @@ LRESULT CFileListDlg::OnNotify(WPARAM, NMHDR* header) {
 std::wstring CFileListDlg::TipOf(HWND control) const {
   POINT mouse{};
   GetCursorPos(&mouse);
-  std::wstring name = control == Rows.Window() ? Rows.CutNameAt(mouse) : std::wstring();
+  std::wstring name = control == rows_.Window() ? rows_.CutNameAt(mouse) : std::wstring();
   return name.empty() ? CDlgBase::TipOf(control) : name;
 }
 
@@ -128,11 +128,11 @@ void CFileListDlg::OnOK() {}
 // would save. So edits go here, if the user agrees, and leaving does not ask for them again. While the question stands
 // the editor takes no input: it would have to wait for this window. Edits keep the list open under a box or a job.
 void CFileListDlg::OnCancel() {
-  if (Syllables.State().Edited > 0) {
+  if (syllables_.State().Edited > 0) {
     if (!IsWindowEnabled(Hwnd)) return;
     const DisabledWindow disabled(Editor->Hwnd);
-    if (!ConfirmDiscard(Hwnd, Syllables)) return;
-    DropEdits(Syllables);
+    if (!ConfirmDiscard(Hwnd, syllables_)) return;
+    DropEdits(syllables_);
   }
   EndList();
 }
@@ -148,14 +148,14 @@ void CFileListDlg::EndList() {
 // without a map goes this way as well. A map that cannot be read is left empty, which the editor says, and is tried
 // again the next time.
 void CFileListDlg::ShowSyllable(int index) {
-  const std::wstring path = Syllables.Facts(index).Path;
+  const std::wstring path = syllables_.Facts(index).Path;
   if (path.empty()) return;
-  const int fill = FillCount;
-  Syllables.SetCurrent(index);
-  Syllables.EnsureLoaded(index, Document::OnFailure::EmptySaved);
+  const int fill = fillCount_;
+  syllables_.SetCurrent(index);
+  syllables_.EnsureLoaded(index, Document::OnFailure::EmptySaved);
   ToEditor().SetSyllable(path.c_str());
-  if (fill != FillCount) return;
-  const MapPair maps = Syllables.Maps(index);
+  if (fill != fillCount_) return;
+  const MapPair maps = syllables_.Maps(index);
   ToEditor().SetMap(maps.Saved, maps.Map);
 }
 
@@ -168,7 +168,7 @@ void CFileListDlg::OnChanged(const DocumentChanges& changes) {
   if (isShown && GetWindowThreadProcessId(Hwnd, nullptr) == GetCurrentThreadId()) {
     ShowChanges(changes);
   } else if (isShown) {
-    Waiting.Put(changes);
+    waiting_.Put(changes);
     FileListSender(Hwnd).ShowChanges();
   }
   for (const EntryChange& change : changes.Entries) {
@@ -179,19 +179,19 @@ void CFileListDlg::OnChanged(const DocumentChanges& changes) {
 
 void CFileListDlg::ShowChanges(const DocumentChanges& changes) const {
   for (const EntryChange& change : changes.Entries) {
-    const EntryFacts facts = Syllables.Facts(change.Index);
-    if (change.Facts & EntryChange::Edited) Rows.SetCell(change.Index, kEditedColumn, facts.Edited);
-    if (change.Facts & EntryChange::Marks) Rows.SetCell(change.Index, kMarkedColumn, facts.Marked);
-    if (change.Facts & EntryChange::Readable) Rows.Redraw(change.Index);
+    const EntryFacts facts = syllables_.Facts(change.Index);
+    if (change.Facts & EntryChange::Edited) rows_.SetCell(change.Index, kEditedColumn, facts.Edited);
+    if (change.Facts & EntryChange::Marks) rows_.SetCell(change.Index, kMarkedColumn, facts.Marked);
+    if (change.Facts & EntryChange::Readable) rows_.Redraw(change.Index);
     if (change.Facts & EntryChange::HasMap) {
-      Rows.SetCell(change.Index, kMapColumn, facts.HasMap);
-      Rows.UpdateLlsm(change.Index, facts.Path, Bank.Files.Kind);
+      rows_.SetCell(change.Index, kMapColumn, facts.HasMap);
+      rows_.UpdateLlsm(change.Index, facts.Path, bank_.Files.Kind);
     }
   }
 }
 
 std::unique_ptr<CDlgBase> CFileListDlg::CreateInstance() const {
-  return std::make_unique<CFileListDlg>(Argument, Bank);
+  return std::make_unique<CFileListDlg>(argument_, bank_);
 }
 
 EditorSender CFileListDlg::ToEditor() const {

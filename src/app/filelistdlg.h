@@ -88,17 +88,17 @@ class CFileListDlg : public CDlgBase, public DocumentListener {
 
   EditorSender ToEditor() const;
 
-  const std::wstring Argument;
-  Voicebank& Bank;
-  Document& Syllables;     // Bank's
-  SyllableRows Rows;       // a row for each of Syllables
-  WaitingChanges Waiting;  // to be shown on this thread
-  int FillCount = 0;       // folders opened so far: tells a handler that the syllables were replaced under it
-  SharedKeys Keys;         // keys of the editor that act here too
+  const std::wstring argument_;
+  Voicebank& bank_;
+  Document& syllables_;     // bank_'s
+  SyllableRows rows_;       // a row for each of syllables_
+  WaitingChanges waiting_;  // to be shown on this thread
+  int fillCount_ = 0;       // folders opened so far: tells a handler that the syllables were replaced under it
+  SharedKeys keys_;         // keys of the editor that act here too
   int MinTrackWidth = 0;
   int MinTrackHeight = 0;
-  int LeftMargin = 0;  // of the list view in the window, kept at the right too
-  int TopMargin = 0;
+  int leftMargin_ = 0;  // of the list view in the window, kept at the right too
+  int topMargin_ = 0;
   EventHandle ReadyEvent;  // set at the end of OnInitDialog
   double DpiScaleX = 1.0;
   double DpiScaleY = 1.0;

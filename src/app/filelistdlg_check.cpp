@@ -28,7 +28,7 @@ void CFileListDlg::RunCheck(const CheckFrqSettings& settings) {
     const WaitCursor waiting;
     hasEntry = library.HasEntry();
     if (hasEntry) {
-      VoicebankCheck check(Bank, Editor->Hwnd);
+      VoicebankCheck check(bank_, Editor->Hwnd);
       check.Run(library, settings);
       sum = check.Sum();
     }
@@ -37,16 +37,16 @@ void CFileListDlg::RunCheck(const CheckFrqSettings& settings) {
   if (sum.End == CheckSum::BrokeOff) ShowMessage(Hwnd, LoadResString(IDS_CHECKBROKEOFF), MB_ICONERROR);
   if (sum.Marks > 0) Windows.ShowModifyBar(true, Hwnd);
   const std::wstring text = hasEntry ? TextOf(sum) : LoadResString(IDS_CHECK_NOENTRY);
-  if (sum.End != CheckSum::BrokeOff && !text.empty()) Balloon::Show(Rows.Window(), text);
+  if (sum.End != CheckSum::BrokeOff && !text.empty()) Balloon::Show(rows_.Window(), text);
 }
 
 void CFileListDlg::FindFailure(FindFailureRecord& record) const {
   record.Found = false;
   std::optional<MarkPosition> found;
   {
-    const std::lock_guard reading(Syllables);
+    const std::lock_guard reading(syllables_);
     std::vector<const FrqMap*> maps;
-    for (int index = 0; index < Syllables.State().Entries; ++index) maps.push_back(Syllables.Maps(index).Map);
+    for (int index = 0; index < syllables_.State().Entries; ++index) maps.push_back(syllables_.Maps(index).Map);
     found = FindMarkedRun(maps, {record.Index, record.Sample}, record.Forward != 0);
   }
   if (!found) return;
@@ -61,8 +61,8 @@ void CFileListDlg::FindFailure(FindFailureRecord& record) const {
 void CFileListDlg::LocateFailure(int index, SampleCount sample) const {
   SampleCount first = 0, last = 0;
   {
-    const std::lock_guard reading(Syllables);
-    const FrqMap* const map = Syllables.Maps(index).Map;
+    const std::lock_guard reading(syllables_);
+    const FrqMap* const map = syllables_.Maps(index).Map;
     if (!map || map->GetMarkRange(sample, first, last) != 0) return;
   }
   if (!IsWindowEnabled(Hwnd)) return;
@@ -72,8 +72,8 @@ void CFileListDlg::LocateFailure(int index, SampleCount sample) const {
 
 void CFileListDlg::ApplyFailure(int index, SampleCount sample, bool apply) {
   if (index < 0) {
-    Syllables.ApplyAllMarks(apply);
-  } else if (!Syllables.ApplyMarks(apply ? Gesture::Modify : Gesture::Ignore, index, sample, apply)) {
+    syllables_.ApplyAllMarks(apply);
+  } else if (!syllables_.ApplyMarks(apply ? Gesture::Modify : Gesture::Ignore, index, sample, apply)) {
     return;
   }
   ToEditor().RefreshMap(true);

@@ -40,33 +40,33 @@ std::wstring NameIn(const std::wstring& folder, const std::wstring& path) {
 // False if the argument names nothing that exists. A plug-in file stands for the syllables of the notes that the host
 // handed over, once each, and not for the whole voicebank.
 bool CFileListDlg::FillFromArguments() {
-  if (Argument.empty()) return true;
-  Bank.Files.Store.Clear();
-  const int fill = FillCount;
-  const bool isFolder = FolderExists(Argument);
-  if (!isFolder && !FileExists(Argument)) return false;
-  PluginAnswer = !isFolder && IsPluginFile(Argument);
-  VoicebankScan scan(Bank.Files.Kind, Bank.Files.Store);
+  if (argument_.empty()) return true;
+  bank_.Files.Store.Clear();
+  const int fill = fillCount_;
+  const bool isFolder = FolderExists(argument_);
+  if (!isFolder && !FileExists(argument_)) return false;
+  PluginAnswer = !isFolder && IsPluginFile(argument_);
+  VoicebankScan scan(bank_.Files.Kind, bank_.Files.Store);
   if (isFolder) {
-    Folder = Argument;
+    Folder = argument_;
     ScanWaiting(scan, Folder, Windows.Thumbnail.Hwnd);
   } else if (PluginAnswer) {
-    const PluginSyllables called = ReadPluginSyllables(Argument);
+    const PluginSyllables called = ReadPluginSyllables(argument_);
     Folder = called.Voicebank;
     for (const std::wstring& path : called.Paths) scan.AddSyllable(path);
   } else {
-    Folder = FolderOf(Argument);
-    scan.AddSyllable(Argument);
+    Folder = FolderOf(argument_);
+    scan.AddSyllable(argument_);
   }
-  Syllables.Open(scan.TakeSorted());
-  Bank.Run.BeginJournal(Folder, Bank.Files.Kind);
+  syllables_.Open(scan.TakeSorted());
+  bank_.Run.BeginJournal(Folder, bank_.Files.Kind);
   if (isFolder || PluginAnswer) {
     WaitForWindow(Editor->Hwnd);
     const std::wstring opened = Folder;
     ToEditor().FolderOpened(opened.c_str());
   }
   // The editor may have opened another folder while it was told of this one.
-  if (fill == FillCount) ShowRows();
+  if (fill == fillCount_) ShowRows();
   return true;
 }
 
@@ -75,36 +75,36 @@ bool CFileListDlg::FillFromArguments() {
 // the editor when this comes in between is given up (ShowSyllable).
 void CFileListDlg::OpenFolder(const wchar_t* path) {
   Balloon::Hide();  // it tells of another folder
-  const SyllableEntries old = Syllables.Open({});
-  Rows.Forget();
-  ++FillCount;
+  const SyllableEntries old = syllables_.Open({});
+  rows_.Forget();
+  ++fillCount_;
   if (path != Folder.c_str()) Folder = path;
   const std::wstring opened = Folder;
-  Bank.Files.Store.Clear();
-  VoicebankScan scan(Bank.Files.Kind, Bank.Files.Store);
+  bank_.Files.Store.Clear();
+  VoicebankScan scan(bank_.Files.Kind, bank_.Files.Store);
   ScanWaiting(scan, opened, Windows.Thumbnail.Hwnd);
-  Syllables.Open(scan.TakeSorted());
-  Bank.Run.BeginJournal(opened, Bank.Files.Kind);
-  Rows.UpdateColumns(Bank.Files.Kind);
+  syllables_.Open(scan.TakeSorted());
+  bank_.Run.BeginJournal(opened, bank_.Files.Kind);
+  rows_.UpdateColumns(bank_.Files.Kind);
   ShowRows();
   ToEditor().SetMap(nullptr, nullptr);
   ToEditor().FolderOpened(opened.c_str());
-  Rows.Select(0);
+  rows_.Select(0);
   Windows.ToThumbnail().PostRefreshAll();
   TellIfNoWaves();
 }
 
 // A host is told nothing: it knows what it has handed over.
 void CFileListDlg::TellIfNoWaves() const {
-  if (Rows.Count() == 0 && !PluginAnswer) Balloon::Show(Rows.Window(), LoadResString(IDS_NOWAVES));
+  if (rows_.Count() == 0 && !PluginAnswer) Balloon::Show(rows_.Window(), LoadResString(IDS_NOWAVES));
 }
 
 void CFileListDlg::ShowRows() {
-  const FrqType kind = Bank.Files.Kind;
-  std::vector<SyllableRow> rows(static_cast<std::size_t>(Syllables.State().Entries));
+  const FrqType kind = bank_.Files.Kind;
+  std::vector<SyllableRow> rows(static_cast<std::size_t>(syllables_.State().Entries));
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    const EntryFacts facts = Syllables.Facts(static_cast<int>(i));
+    const EntryFacts facts = syllables_.Facts(static_cast<int>(i));
     rows[i] = {NameIn(Folder, facts.Path), facts.HasMap, HasLlsm(facts.Path, kind), facts.Edited};
   }
-  Rows.Fill(rows);
+  rows_.Fill(rows);
 }

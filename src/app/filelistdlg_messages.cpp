@@ -62,27 +62,27 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const bool flag = wParam != 0;
   switch (message) {
     case FLM_SETCURRENTEDITED: return SetCurrentEdited(flag, reinterpret_cast<const FrqMap*>(lParam));
-    case FLM_ISCURRENTEDITED: return AnswerNumber(lParam, Syllables.State().CurrentEdited);
-    case FLM_ISANYEDITED: return AnswerNumber(lParam, Syllables.State().Edited > 0);
-    case FLM_SAVECURRENT: return AnswerNumber(lParam, SaveByMessage(Syllables.Current(), flag));
+    case FLM_ISCURRENTEDITED: return AnswerNumber(lParam, syllables_.State().CurrentEdited);
+    case FLM_ISANYEDITED: return AnswerNumber(lParam, syllables_.State().Edited > 0);
+    case FLM_SAVECURRENT: return AnswerNumber(lParam, SaveByMessage(syllables_.Current(), flag));
     case FLM_SAVEALL: return AnswerNumber(lParam, SaveByMessage(-1, flag));
     case FLM_RELOADMAPS: return AnswerNumber(lParam, ReloadMaps(flag));
-    case FLM_SELECTNEIGHBOUR: return Rows.SelectNeighbour(flag);
+    case FLM_SELECTNEIGHBOUR: return rows_.SelectNeighbour(flag);
     case FLM_OPENFOLDER:
       if (const wchar_t* const path = PathAt(lParam); NamesFolder(path) || path == Folder.c_str()) OpenFolder(path);
       return;
-    case FLM_GETCOUNT: return AnswerNumber(lParam, static_cast<std::uint32_t>(Rows.Count()));
-    case FLM_GETSELECTION: return AnswerNumber(lParam, static_cast<std::uint32_t>(Rows.Selected()));
+    case FLM_GETCOUNT: return AnswerNumber(lParam, static_cast<std::uint32_t>(rows_.Count()));
+    case FLM_GETSELECTION: return AnswerNumber(lParam, static_cast<std::uint32_t>(rows_.Selected()));
     case FLM_SETHASMAP: return SetHasMap(index, LOWORD(lParam) != 0, HIWORD(lParam) == 0);
-    case FLM_GETHASMAP: return AnswerNumber(lParam, Syllables.Facts(index).HasMap);
+    case FLM_GETHASMAP: return AnswerNumber(lParam, syllables_.Facts(index).HasMap);
     case FLM_REFRESHMAPS: return RefreshMaps();
-    case FLM_COUNTMAPS: return AnswerNumber(lParam, static_cast<std::uint32_t>(Syllables.State().Maps));
+    case FLM_COUNTMAPS: return AnswerNumber(lParam, static_cast<std::uint32_t>(syllables_.State().Maps));
     case FLM_SHOWTHUMBNAIL: return Windows.ShowThumbnail(flag, Hwnd);
     case FLM_ISTHUMBNAILVISIBLE: return AnswerNumber(lParam, IsWindowVisible(Windows.Thumbnail.Hwnd));
     case FLM_GETTHUMBNAILWINDOW: return Answer(lParam, Windows.Thumbnail.Hwnd.load());
     case FLM_REFRESHTHUMBNAIL: return Windows.ToThumbnail().PostRefreshAll();
     case FLM_SHOWCHANGES:
-      for (const DocumentChanges& changes : Waiting.Take()) ShowChanges(changes);
+      for (const DocumentChanges& changes : waiting_.Take()) ShowChanges(changes);
       return;
     case FLM_GETSTATE: return Answer(lParam, State());
     case FLM_END:
@@ -92,7 +92,7 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       if (auto* const record = WritableAt<SaveRecord>(lParam)) Save(*record, Document::OutsideChange::Refuse);
       return;
     case FLM_HASCOME:
-      if (!Argument.empty()) SetTimer(Hwnd, kWordTimer, kWordMs, nullptr);
+      if (!argument_.empty()) SetTimer(Hwnd, kWordTimer, kWordMs, nullptr);
       return ToEditor().PostAskOfLeftEdits();
     case FLM_SETEDITED: return SetEditedByMessage(index, lParam != 0);
     case FLM_SELECTSYLLABLE: return SelectSyllable(index);
@@ -106,8 +106,7 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return;
     case FLM_SHOWMODIFYBAR: return Windows.ShowModifyBar(lParam != 0 ? IsMarked(-1) : flag, Hwnd);
     // A mark that another program sets is shown, and no more: the map knows of none.
-    case FLM_SETFAILED:
-      return lParam != 0 ? Rows.SetCell(index, kMarkedColumn, true) : ForgetMarks(index);
+    case FLM_SETFAILED: return lParam != 0 ? rows_.SetCell(index, kMarkedColumn, true) : ForgetMarks(index);
     case FLM_GETFAILED: return AnswerNumber(lParam, IsMarked(index));
     case FLM_GETPATH:
     case FLM_GETLONGPATH:
@@ -121,9 +120,9 @@ void CFileListDlg::ServeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 // Answers the questions whose answer keeps its value for an index out of range.
 void CFileListDlg::AnswerOfEntry(UINT message, int index, LPARAM target) const {
-  const MapPair maps = Syllables.Maps(index);
+  const MapPair maps = syllables_.Maps(index);
   if (!maps.Map) return;
-  const EntryFacts facts = Syllables.Facts(index);
+  const EntryFacts facts = syllables_.Facts(index);
   switch (message) {
     case FLM_GETPATH:
       if (auto* const buffer = WritableAt<PathBuffer>(target)) PutPath(*buffer, facts.Path);
@@ -140,14 +139,14 @@ void CFileListDlg::AnswerOfEntry(UINT message, int index, LPARAM target) const {
 }
 
 ListState CFileListDlg::State() const {
-  const int row = Rows.Selected();
-  return {Rows.Count(), row, row < 0 ? -1 : Rows.IndexOf(row), Windows.Thumbnail.Hwnd};
+  const int row = rows_.Selected();
+  return {rows_.Count(), row, row < 0 ? -1 : rows_.IndexOf(row), Windows.Thumbnail.Hwnd};
 }
 
 // Thumbnails and bar are no part of the editor, which waits for a job with its list disabled: another syllable would
 // take its place under the job, and lose its edits when that one is done.
 void CFileListDlg::SelectSyllable(int index) const {
   if (!IsWindowEnabled(Hwnd)) return;
-  const int row = Rows.RowOf(index);
-  if (row >= 0) Rows.Select(row);
+  const int row = rows_.RowOf(index);
+  if (row >= 0) rows_.Select(row);
 }

@@ -19,10 +19,10 @@
 // The question about edits comes first, but of a conversion only its dialog tells whether it costs any.
 std::optional<CreateFrqJob> MapJobs::Ask(UINT command) const {
   switch (command) {
-    case ID_EDIT_INITIALIZE: return MayCost({.mode = CreateMode::Current}) ? AskInitialize() : std::nullopt;
-    case ID_EDIT_INITIALIZEALL: return MayCost({.mode = CreateMode::All}) ? AskInitializeAll() : std::nullopt;
+    case ID_EDIT_INITIALIZE: return MayCost({.Mode = CreateMode::Current}) ? AskInitialize() : std::nullopt;
+    case ID_EDIT_INITIALIZEALL: return MayCost({.Mode = CreateMode::All}) ? AskInitializeAll() : std::nullopt;
     case ID_EDIT_CREATEMISSING:
-      return MayCost({.mode = CreateMode::Missing}) ? AskOfKind(CreateMode::Missing) : std::nullopt;
+      return MayCost({.Mode = CreateMode::Missing}) ? AskOfKind(CreateMode::Missing) : std::nullopt;
     case ID_EDIT_CONVERT: {
       const std::optional<CreateFrqJob> job = AskConvert();
       return job && MayCost(*job) ? job : std::nullopt;
@@ -55,14 +55,14 @@ std::optional<CreateFrqJob> MapJobs::AskConvert() const {
   CConverFrqDlg dialog;
   dialog.ParentWindow = editor_;
   if (dialog.Run(false) != IDOK) return std::nullopt;
-  return CreateFrqJob{.mode = dialog.ConvertAll ? CreateMode::ConvertAll : CreateMode::ConvertOne,
-                      .source = static_cast<FrqType>(dialog.SourceType),
-                      .target = static_cast<FrqType>(dialog.TargetType)};
+  return CreateFrqJob{.Mode = dialog.ConvertAll ? CreateMode::ConvertAll : CreateMode::ConvertOne,
+                      .Source = static_cast<FrqType>(dialog.SourceType),
+                      .Target = static_cast<FrqType>(dialog.TargetType)};
 }
 
 // Asks what has to be known before maps of the kind at work are made.
 std::optional<CreateFrqJob> MapJobs::AskOfKind(CreateMode mode) const {
-  CreateFrqJob job{.mode = mode};
+  CreateFrqJob job{.Mode = mode};
   if (settings_.FrqType == FrqTypeVs4ufrq && !AskOfVs4ufrq(job)) return std::nullopt;
   if (settings_.FrqType == FrqTypeMrq && !AskOfMrq(job)) return std::nullopt;
   return job;
@@ -72,24 +72,24 @@ bool MapJobs::AskOfVs4ufrq(CreateFrqJob& job) const {
   COptionVs4ufrqDlg dialog;
   dialog.ParentWindow = editor_;
   if (dialog.Run(false) != IDOK) return false;
-  job.useFrq = dialog.UseFrq;
-  job.vs4uRange = {dialog.Offset, dialog.Range};
+  job.UseFrq = dialog.UseFrq;
+  job.Vs4uRange = {dialog.Offset, dialog.Range};
   return true;
 }
 
 // Nothing is asked where there is no entry yet that could be kept.
 bool MapJobs::AskOfMrq(CreateFrqJob& job) const {
-  job.initBoth = true;
-  if (job.mode == CreateMode::Missing || (job.mode == CreateMode::Current && !HasMap())) return true;
+  job.InitBoth = true;
+  if (job.Mode == CreateMode::Missing || (job.Mode == CreateMode::Current && !HasMap())) return true;
   CInitMrqDlg dialog;
   dialog.ParentWindow = editor_;
   if (dialog.Run(false) != IDOK) return false;
-  job.initBoth = dialog.InitializeBoth;
+  job.InitBoth = dialog.InitializeBoth;
   return true;
 }
 
 bool MapJobs::MakesListedKind(const CreateFrqJob& job) const {
-  return !IsConversion(job.mode) || job.target == settings_.FrqType;
+  return !IsConversion(job.Mode) || job.Target == settings_.FrqType;
 }
 
 // Whether the job is for a syllable that is edited. Edits of the kind that a conversion reads are not in its files, and
@@ -97,16 +97,16 @@ bool MapJobs::MakesListedKind(const CreateFrqJob& job) const {
 bool MapJobs::CostsEdits(const CreateFrqJob& job) const {
   const DocumentState state = syllables_.State();
   if (!MakesListedKind(job)) return false;
-  if (IsForOne(job.mode)) return state.CurrentEdited;
-  const FrqType kind = IsConversion(job.mode) ? job.source : settings_.FrqType;
+  if (IsForOne(job.Mode)) return state.CurrentEdited;
+  const FrqType kind = IsConversion(job.Mode) ? job.Source : settings_.FrqType;
   MrqStore store;
   for (int index = 0; state.Edited > 0 && index < state.Entries; ++index) {
     const EntryFacts facts = syllables_.Facts(index);
     if (!facts.Edited) continue;
-    if (job.mode == CreateMode::All) return true;
+    if (job.Mode == CreateMode::All) return true;
     const std::wstring folder = FolderOf(facts.Path);
     if (kind == FrqTypeMrq && !store.HasFolder(folder)) store.LoadFolder(folder);
-    if (IsWanted(job.mode, MapFileExists(MapPathFromWaveW(facts.Path, kind), &store))) return true;
+    if (IsWanted(job.Mode, MapFileExists(MapPathFromWaveW(facts.Path, kind), &store))) return true;
   }
   return false;
 }
@@ -118,20 +118,20 @@ JobOutcome MapJobs::Run(const CreateFrqJob& job, const std::wstring& currentWave
 
 JobOutcome MapJobs::RunDialog(const CreateFrqJob& job, const std::wstring& currentWave) const {
   const auto workers = static_cast<int>(std::min<DWORD>(settings_.MaxParallelCount, std::numeric_limits<int>::max()));
-  CCreateFrqDlg dialog(job.mode, editor_, list_, settings_.ResamplerInUse(), workers);
+  CCreateFrqDlg dialog(job.Mode, editor_, list_, settings_.ResamplerInUse(), workers);
   dialog.ParentWindow = editor_;
   dialog.CurrentIndex = FileListSender(list_).Selection();
   dialog.CurrentWave = currentWave;
-  if (IsConversion(job.mode)) {
-    dialog.FrqType = job.source;
-    dialog.TargetType = job.target;
+  if (IsConversion(job.Mode)) {
+    dialog.FrqType = job.Source;
+    dialog.TargetType = job.Target;
     dialog.MakesListedKind = MakesListedKind(job);
   } else {
     dialog.FrqType = settings_.FrqType;
-    dialog.Vs4uOffset = job.vs4uRange.Lowest;
-    dialog.Vs4uRange = job.vs4uRange.Semitones;
-    dialog.Vs4uUseFrq = job.useFrq;
-    dialog.InitBoth = job.initBoth;
+    dialog.Vs4uOffset = job.Vs4uRange.Lowest;
+    dialog.Vs4uRange = job.Vs4uRange.Semitones;
+    dialog.Vs4uUseFrq = job.UseFrq;
+    dialog.InitBoth = job.InitBoth;
   }
   dialog.Run(false);
   return {dialog.MakesListedKind ? dialog.BegunSyllables() : std::vector<int>(), dialog.Sum(), dialog.IsCompact()};

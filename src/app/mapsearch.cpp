@@ -13,8 +13,8 @@ std::uint32_t EstimateFromWaveSize(std::uint32_t size) {
 FoundMap FindEntry(const std::wstring& mapPath, const MrqStore& store) {
   const std::optional<MrqEntry> entry = store.Find(MrqKey(mapPath));
   FoundMap found;
-  found.exists = entry.has_value();
-  if (entry) found.frameEstimate = static_cast<std::uint32_t>(entry->Frequencies.size());
+  found.Exists = entry.has_value();
+  if (entry) found.FrameEstimate = static_cast<std::uint32_t>(entry->Frequencies.size());
   return found;
 }
 
@@ -24,12 +24,12 @@ FoundMap FindMap(const std::wstring& wavePath, FrqType kind, ListedFolders& list
   if (kind == FrqTypeMrq) return FindEntry(MapPathFromWaveW(wavePath, kind), store);
   const auto size = listed.SizeOf(MapPathFromWaveW(wavePath, kind));
   FoundMap found;
-  found.exists = size.has_value();
+  found.Exists = size.has_value();
   const MapKind* const row = FindMapKind(kind);
   if (row && !row->HasRecordPerFrame) {
-    found.frameEstimate = EstimateFromWaveSize(listed.SizeOf(wavePath).value_or(0));
+    found.FrameEstimate = EstimateFromWaveSize(listed.SizeOf(wavePath).value_or(0));
   } else {
-    found.frameEstimate = FrameCountFromFileSize(size.value_or(0), kind);
+    found.FrameEstimate = FrameCountFromFileSize(size.value_or(0), kind);
   }
   return found;
 }

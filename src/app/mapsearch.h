@@ -9,8 +9,8 @@
 #include "voicebank/folderlisting.h"
 
 struct FoundMap {
-  bool exists = false;
-  std::uint32_t frameEstimate = 0;  // frames, told from a file's size; 0 without a map
+  bool Exists = false;
+  std::uint32_t FrameEstimate = 0;  // frames, told from a file's size; 0 without a map
 };
 
 // Gives what MapFileExists would, without a call of the file system for each wave.

@@ -43,15 +43,15 @@ void PreviewPanel::OnPlayPressed(const PreviewSource& source) {
     preview_.Stop();
     return;
   }
-  if (!source.map) return;
+  if (!source.Map) return;
   try {
     PreviewInput input = CollectInput(source);
-    resampler_ = source.resamplerPath;
-    fault_ = source.fault;
+    resampler_ = source.ResamplerPath;
+    fault_ = source.Fault;
     SetDlgItemTextW(dialog_, IDC_EDITOR_PLAY, LoadResString(IDS_STOP).c_str());
     preview_.Start(std::move(input));
   } catch (const std::exception&) {
-    OnDone(source.kind);  // memory does not hold the map twice: it is not played
+    OnDone(source.Kind);  // memory does not hold the map twice: it is not played
   }
 }
 
@@ -61,17 +61,17 @@ int PreviewPanel::PitchShift() const {
 
 PreviewInput PreviewPanel::CollectInput(const PreviewSource& source) const {
   PreviewInput input;
-  input.WavePath = source.wavePath;
-  input.FrqType = source.kind;
-  source.map.CopyTo(input.Map);
-  if (source.kind == FrqTypeMrq) {
-    input.Entry = source.store.Find(MrqKey(MapPathFromWaveW(source.wavePath, source.kind)));
+  input.WavePath = source.WavePath;
+  input.FrqType = source.Kind;
+  source.Map.CopyTo(input.Map);
+  if (source.Kind == FrqTypeMrq) {
+    input.Entry = source.Store.Find(MrqKey(MapPathFromWaveW(source.WavePath, source.Kind)));
   }
   input.Settings.PitchShift = PitchShift();
   input.Settings.Modulation = ModulationFromText(WindowText(Item(IDC_EDITOR_MODULATION)));
   input.Settings.Flags = WithoutQuotes(WindowText(Item(IDC_EDITOR_FLAGS)));
   input.Settings.Direct = IsDlgButtonChecked(dialog_, IDC_EDITOR_DIRECT) == BST_CHECKED;
-  input.ResamplerPath = source.resamplerPath;
+  input.ResamplerPath = source.ResamplerPath;
   input.Window = dialog_;
   return input;
 }

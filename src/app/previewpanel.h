@@ -14,12 +14,12 @@ class MrqStore;
 
 // The sound to be heard, looked at while the button's handler runs, which copies what the preview needs.
 struct PreviewSource {
-  const std::wstring& wavePath;
-  const ShownMap& map;  // none: there is nothing to be heard
-  ::FrqType kind;
-  const std::wstring resamplerPath;
-  MrqStore& store;
-  const std::wstring fault;  // why the map cannot be read; empty if it can
+  const std::wstring& WavePath;
+  const ShownMap& Map;  // none: there is nothing to be heard
+  ::FrqType Kind;
+  const std::wstring ResamplerPath;
+  MrqStore& Store;
+  const std::wstring Fault;  // why the map cannot be read; empty if it can
 };
 
 class PreviewPanel {

@@ -8,7 +8,7 @@
 #include "window/waitcursor.h"
 
 bool Rereading::IsSame(const Done& done, const std::vector<int>& rows) const {
-  return done.index == map_.Index() && done.rows == rows && done.map == map_.Frequencies();
+  return done.Index == map_.Index() && done.Rows == rows && done.Map == map_.Frequencies();
 }
 
 std::wstring Rereading::Read() {
@@ -21,7 +21,7 @@ std::wstring Rereading::Read() {
   SoundPitches* const sound = rows.empty() ? nullptr : pitches_.Load(map_.Hop(), map_.FrameCount());
   if (!sound) return LoadResString(IDS_REREAD_NOSOUND);
   const bool again = last_ && IsSame(*last_, rows);
-  const OfferedReading reading = NextReading(*sound, rows, again ? std::optional(last_->which) : std::nullopt);
+  const OfferedReading reading = NextReading(*sound, rows, again ? std::optional(last_->Which) : std::nullopt);
   frames_.SetFrequencies(Gesture::Reread, rows, reading.hz);
   last_ = Done{reading.which, map_.Index(), rows, map_.Frequencies()};
   if (!reading.HasVoice()) return LoadResString(IDS_REREAD_NOVOICE);

@@ -22,10 +22,10 @@ class Rereading {
  private:
   // A reading and the map as it left it. If anything else is done since, the next reading is the first again.
   struct Done {
-    Reading which;
-    int index;
-    std::vector<int> rows;
-    std::vector<double> map;
+    Reading Which;
+    int Index;
+    std::vector<int> Rows;
+    std::vector<double> Map;
   };
 
   bool IsSame(const Done& done, const std::vector<int>& rows) const;

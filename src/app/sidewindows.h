@@ -49,7 +49,7 @@ class SideWindows {
   static unsigned WINAPI ModifyBarThread(void* windows);
   void StartWindow(unsigned(WINAPI* thread)(void*), HANDLE ready);
 
-  CModifyFailureDlg ModifyBar;
-  std::function<void()> ThumbnailEnded;
-  std::vector<ThreadHandle> Threads;  // the ended ones go when another one begins
+  CModifyFailureDlg modifyBar_;
+  std::function<void()> thumbnailEnded_;
+  std::vector<ThreadHandle> threads_;  // the ended ones go when another one begins
 };

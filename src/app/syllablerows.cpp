@@ -42,14 +42,14 @@ bool HasLlsm(const std::wstring& wavePath, FrqType kind) {
 }
 
 void SyllableRows::Attach(HWND view, double dpiScaleX) {
-  View = view;
-  DpiScaleX = dpiScaleX;
+  view_ = view;
+  dpiScaleX_ = dpiScaleX;
   constexpr DWORD kStyles = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
-  ListView_SetExtendedListViewStyleEx(View, kStyles, kStyles);
+  ListView_SetExtendedListViewStyleEx(view_, kStyles, kStyles);
 }
 
 void SyllableRows::SetupColumns(FrqType kind) {
-  if (!RegReadValue(kWidthsValue, Kept)) Kept.fill(0);
+  if (!RegReadValue(kWidthsValue, kept_)) kept_.fill(0);
   InsertColumn(0, kNameColumn, LoadResString(IDS_COLUMN_NAME), LVCFMT_LEFT);
   InsertColumn(1, kMapColumn, LoadResString(KindTitle(kind)), LVCFMT_CENTER);
   InsertColumn(2, kEditedColumn, LoadResString(IDS_COLUMN_EDITED), LVCFMT_CENTER);
@@ -62,10 +62,10 @@ void SyllableRows::UpdateColumns(FrqType kind) {
   LVCOLUMNW column{};
   column.mask = LVCF_TEXT;
   column.pszText = title.data();
-  ListView_SetColumn(View, ColumnIndexOf(kMapColumn), &column);
+  ListView_SetColumn(view_, ColumnIndexOf(kMapColumn), &column);
 
   const int llsm = ColumnIndexOf(kLlsmColumn);
-  if (kind != FrqTypeMrq && llsm >= 0) ListView_DeleteColumn(View, llsm);
+  if (kind != FrqTypeMrq && llsm >= 0) ListView_DeleteColumn(view_, llsm);
   if (kind == FrqTypeMrq && llsm < 0) {
     InsertColumn(ColumnIndexOf(kEditedColumn), kLlsmColumn, L"llsm", LVCFMT_CENTER);
   }
@@ -73,12 +73,12 @@ void SyllableRows::UpdateColumns(FrqType kind) {
 
 // The last column's title is longer than its usual width in one of the languages.
 int SyllableRows::WidthOf(SyllableColumn id, const std::wstring& title) const {
-  const int kept = Kept[static_cast<std::size_t>(id)];
-  if (kept > 0 && kept <= kWidest) return static_cast<int>(kept * DpiScaleX);
-  const auto width = static_cast<int>((id == kNameColumn ? kNameWidth : kMarkWidth) * DpiScaleX);
+  const int kept = kept_[static_cast<std::size_t>(id)];
+  if (kept > 0 && kept <= kWidest) return static_cast<int>(kept * dpiScaleX_);
+  const auto width = static_cast<int>((id == kNameColumn ? kNameWidth : kMarkWidth) * dpiScaleX_);
   if (id != kMarkedColumn) return width;
-  const auto margins = static_cast<int>(kTitleMargins * DpiScaleX);
-  return std::max(width, ListView_GetStringWidth(View, title.c_str()) + margins);
+  const auto margins = static_cast<int>(kTitleMargins * dpiScaleX_);
+  return std::max(width, ListView_GetStringWidth(view_, title.c_str()) + margins);
 }
 
 // Only what the user has drawn is kept: a title may need another width in another language or font.
@@ -88,12 +88,12 @@ void SyllableRows::KeepWidths() {
     const int index = ColumnIndexOf(static_cast<SyllableColumn>(id));
     if (index < 0) continue;
     const auto column = static_cast<std::size_t>(id);
-    const int width = ListView_GetColumnWidth(View, index);
-    if (width == Given[column]) continue;
-    Kept[column] = static_cast<int>(width / DpiScaleX + 0.5);
+    const int width = ListView_GetColumnWidth(view_, index);
+    if (width == given_[column]) continue;
+    kept_[column] = static_cast<int>(width / dpiScaleX_ + 0.5);
     isAnyDrawn = true;
   }
-  if (isAnyDrawn) RegWriteValue(kWidthsValue, Kept);
+  if (isAnyDrawn) RegWriteValue(kWidthsValue, kept_);
 }
 
 void SyllableRows::InsertColumn(int position, SyllableColumn id, const std::wstring& title, int format) {
@@ -101,17 +101,17 @@ void SyllableRows::InsertColumn(int position, SyllableColumn id, const std::wstr
   LVCOLUMNW column{};
   column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
   column.pszText = text.data();
-  column.cx = Given[static_cast<std::size_t>(id)] = WidthOf(id, title);
+  column.cx = given_[static_cast<std::size_t>(id)] = WidthOf(id, title);
   column.fmt = format;
-  ListView_InsertColumn(View, position, &column);
+  ListView_InsertColumn(view_, position, &column);
   HDITEMW header{};
   header.mask = HDI_LPARAM;
   header.lParam = id;
-  Header_SetItem(ListView_GetHeader(View), position, &header);
+  Header_SetItem(ListView_GetHeader(view_), position, &header);
 }
 
 int SyllableRows::ColumnIndexOf(SyllableColumn id) const {
-  const HWND header = ListView_GetHeader(View);
+  const HWND header = ListView_GetHeader(view_);
   for (int index = 0; index < Header_GetItemCount(header); ++index) {
     HDITEMW item{};
     item.mask = HDI_LPARAM;
@@ -121,12 +121,12 @@ int SyllableRows::ColumnIndexOf(SyllableColumn id) const {
 }
 
 void SyllableRows::Fill(const std::vector<SyllableRow>& rows) {
-  const RedrawOnce redraw(View);
-  ListView_DeleteAllItems(View);
-  ListView_SetItemCount(View, static_cast<int>(rows.size()));
-  RowOfIndex.assign(rows.size(), -1);
-  const DirectCalls view(View);
-  for (std::size_t i = 0; i < rows.size(); ++i) RowOfIndex[i] = InsertRow(view, static_cast<int>(i), rows[i].Name);
+  const RedrawOnce redraw(view_);
+  ListView_DeleteAllItems(view_);
+  ListView_SetItemCount(view_, static_cast<int>(rows.size()));
+  rowOfIndex_.assign(rows.size(), -1);
+  const DirectCalls view(view_);
+  for (std::size_t i = 0; i < rows.size(); ++i) rowOfIndex_[i] = InsertRow(view, static_cast<int>(i), rows[i].Name);
   FillColumn(kMapColumn, rows, &SyllableRow::HasMap);
   FillColumn(kEditedColumn, rows, &SyllableRow::Edited);
   FillColumn(kLlsmColumn, rows, &SyllableRow::HasLlsm);
@@ -142,10 +142,10 @@ void SyllableRows::FillColumn(SyllableColumn id, const std::vector<SyllableRow>&
   std::wstring text = LoadResString(IDS_MARK);
   cell.iSubItem = column;
   cell.pszText = text.data();
-  const DirectCalls view(View);
+  const DirectCalls view(view_);
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (!(rows[i].*marked) || RowOfIndex[i] < 0) continue;
-    view.Send(LVM_SETITEMTEXTW, static_cast<WPARAM>(RowOfIndex[i]), reinterpret_cast<LPARAM>(&cell));
+    if (!(rows[i].*marked) || rowOfIndex_[i] < 0) continue;
+    view.Send(LVM_SETITEMTEXTW, static_cast<WPARAM>(rowOfIndex_[i]), reinterpret_cast<LPARAM>(&cell));
   }
 }
 
@@ -154,7 +154,7 @@ void SyllableRows::SetCell(int index, SyllableColumn id, bool marked) const {
   const int column = ColumnIndexOf(id);
   if (row < 0 || column < 0) return;
   std::wstring text = marked ? LoadResString(IDS_MARK) : std::wstring();
-  ListView_SetItemText(View, row, column, text.data());
+  ListView_SetItemText(view_, row, column, text.data());
 }
 
 void SyllableRows::UpdateLlsm(int index, const std::wstring& wavePath, FrqType kind) const {
@@ -175,40 +175,40 @@ LRESULT SyllableRows::Draw(NMLVCUSTOMDRAW& drawing, const std::function<bool(int
 
 void SyllableRows::Redraw(int index) const {
   const int row = RowOf(index);
-  if (row >= 0) ListView_RedrawItems(View, row, row);
+  if (row >= 0) ListView_RedrawItems(view_, row, row);
 }
 
 int SyllableRows::Count() const {
-  return ListView_GetItemCount(View);
+  return ListView_GetItemCount(view_);
 }
 
 int SyllableRows::RowOf(int index) const {
-  return index >= 0 && index < static_cast<int>(RowOfIndex.size()) ? RowOfIndex[static_cast<std::size_t>(index)] : -1;
+  return index >= 0 && index < static_cast<int>(rowOfIndex_.size()) ? rowOfIndex_[static_cast<std::size_t>(index)] : -1;
 }
 
 int SyllableRows::IndexOf(int row) const {
   LVITEMW item{};
   item.mask = LVIF_PARAM;
   item.iItem = row;
-  return ListView_GetItem(View, &item) ? static_cast<int>(item.lParam) : -1;
+  return ListView_GetItem(view_, &item) ? static_cast<int>(item.lParam) : -1;
 }
 
 std::wstring SyllableRows::CutNameAt(POINT screen) const {
   constexpr int kLongest = 1024;  // characters that a tip has room for
   LVHITTESTINFO hit{};
   hit.pt = screen;
-  ScreenToClient(View, &hit.pt);
-  if (ListView_SubItemHitTest(View, &hit) < 0 || hit.iSubItem != ColumnIndexOf(kNameColumn)) return {};
+  ScreenToClient(view_, &hit.pt);
+  if (ListView_SubItemHitTest(view_, &hit) < 0 || hit.iSubItem != ColumnIndexOf(kNameColumn)) return {};
   wchar_t name[kLongest] = L"";
-  ListView_GetItemText(View, hit.iItem, hit.iSubItem, name, kLongest);
+  ListView_GetItemText(view_, hit.iItem, hit.iSubItem, name, kLongest);
   RECT place{};
-  ListView_GetItemRect(View, hit.iItem, &place, LVIR_LABEL);
-  const auto margins = static_cast<int>(kNameMargins * DpiScaleX);
-  return ListView_GetStringWidth(View, name) + margins > place.right - place.left ? name : L"";
+  ListView_GetItemRect(view_, hit.iItem, &place, LVIR_LABEL);
+  const auto margins = static_cast<int>(kNameMargins * dpiScaleX_);
+  return ListView_GetStringWidth(view_, name) + margins > place.right - place.left ? name : L"";
 }
 
 int SyllableRows::Selected() const {
-  return ListView_GetNextItem(View, -1, LVNI_SELECTED);
+  return ListView_GetNextItem(view_, -1, LVNI_SELECTED);
 }
 
 void SyllableRows::Select(int row) const {
@@ -217,8 +217,8 @@ void SyllableRows::Select(int row) const {
   item.iItem = row;
   item.state = LVIS_SELECTED;
   item.stateMask = LVIS_SELECTED;
-  ListView_SetItem(View, &item);
-  ListView_EnsureVisible(View, row, FALSE);
+  ListView_SetItem(view_, &item);
+  ListView_EnsureVisible(view_, row, FALSE);
 }
 
 void SyllableRows::SelectNeighbour(bool previous) const {

@@ -35,7 +35,7 @@ class SyllableRows {
   // The list view, once it is there, and the factor of its columns' widths.
   void Attach(HWND view, double dpiScaleX);
   // Null until `Attach`.
-  HWND Window() const { return View; }
+  HWND Window() const { return view_; }
 
   // To be called once, then `UpdateColumns` when the kind may have changed. The user has drawn the widths.
   void SetupColumns(FrqType kind);
@@ -46,7 +46,7 @@ class SyllableRows {
   // Makes all rows anew and draws them once.
   void Fill(const std::vector<SyllableRow>& rows);
   // The syllables are about to be replaced: no index has a row any more. The rows are seen until the next Fill.
-  void Forget() { RowOfIndex.clear(); }
+  void Forget() { rowOfIndex_.clear(); }
 
   // A cell holds the mark or nothing. An index without a row, or a column that is not there, has no cells.
   void SetCell(int index, SyllableColumn column, bool marked) const;
@@ -78,9 +78,9 @@ class SyllableRows {
   int ColumnIndexOf(SyllableColumn id) const;
   void FillColumn(SyllableColumn id, const std::vector<SyllableRow>& rows, bool SyllableRow::*marked) const;
 
-  HWND View = nullptr;
-  double DpiScaleX = 1.0;
-  std::array<int, kColumnCount> Kept{};   // widths that the user has drawn, at 96 dots per inch; 0 for none
-  std::array<int, kColumnCount> Given{};  // widths in pixels that the columns were given
-  std::vector<int> RowOfIndex;            // -1 where no row could be inserted
+  HWND view_ = nullptr;
+  double dpiScaleX_ = 1.0;
+  std::array<int, kColumnCount> kept_{};   // widths that the user has drawn, at 96 dots per inch; 0 for none
+  std::array<int, kColumnCount> given_{};  // widths in pixels that the columns were given
+  std::vector<int> rowOfIndex_;            // -1 where no row could be inserted
 };

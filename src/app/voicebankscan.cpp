@@ -53,13 +53,13 @@ void VoicebankScan::AddSyllable(const std::wstring& path) {
   const std::wstring folder = FolderOf(path);
   if (kind_ == FrqTypeMrq && !store_.HasFolder(folder)) store_.LoadFolder(folder);
   const FoundMap map = FindMap(path, kind_, listed_, store_);
-  found_.push_back({path, map.exists, map.frameEstimate});
+  found_.push_back({path, map.Exists, map.FrameEstimate});
 }
 
 std::vector<FoundSyllable> VoicebankScan::TakeSorted() {
   struct Key {
-    int folderRank;
-    FoundSyllable* syllable;
+    int FolderRank;
+    FoundSyllable* Syllable;
   };
   std::map<std::wstring, int> ranks;
   for (const FoundSyllable& syllable : found_) ranks.emplace(FolderOf(syllable.Path), 0);
@@ -68,11 +68,11 @@ std::vector<FoundSyllable> VoicebankScan::TakeSorted() {
   keys.reserve(found_.size());
   for (FoundSyllable& syllable : found_) keys.push_back({ranks[FolderOf(syllable.Path)], &syllable});
   std::ranges::sort(keys, [](const Key& a, const Key& b) {
-    return a.folderRank != b.folderRank ? a.folderRank < b.folderRank : a.syllable->Path < b.syllable->Path;
+    return a.FolderRank != b.FolderRank ? a.FolderRank < b.FolderRank : a.Syllable->Path < b.Syllable->Path;
   });
   std::vector<FoundSyllable> sorted;
   sorted.reserve(keys.size());
-  for (const Key& key : keys) sorted.push_back(std::move(*key.syllable));
+  for (const Key& key : keys) sorted.push_back(std::move(*key.Syllable));
   found_.clear();
   return sorted;
 }

@@ -60,9 +60,9 @@ constexpr double kPointHop = 220.5;
 
 // A stretch of frames with pitch that belong together, from the first to the last, and the facts that rules ask for.
 struct Island {
-  SampleCount first, last, count;
-  double peakLevel;
-  bool sounds;  // touches a sound region
+  SampleCount First, Last, Count;
+  double PeakLevel;
+  bool Sounds;  // touches a sound region
 };
 
 bool HoldsRegions(const CheckRegionRecord& record, SampleCount frameCount) {
@@ -117,7 +117,7 @@ class MapCheck {
   SampleCount Count() const { return static_cast<SampleCount>(frames_.size()); }
   const CheckFrame& Frame(SampleCount i) const { return frames_[static_cast<std::size_t>(i)]; }
   PathFrame& Path(SampleCount i) { return path_[static_cast<std::size_t>(i)]; }
-  bool IsPitch(SampleCount i) { return i >= 0 && i < Count() && Path(i).state == PathState::Pitch; }
+  bool IsPitch(SampleCount i) { return i >= 0 && i < Count() && Path(i).State == PathState::Pitch; }
   double Level(SampleCount i) const { return std::isfinite(Frame(i).Amplitude) ? Frame(i).Amplitude : 0.0; }
   SampleCount FramesIn(double ms) const { return static_cast<SampleCount>(ms / hopMs_); }
 
@@ -130,13 +130,13 @@ class MapCheck {
     const double step = std::clamp(kStepPerMs * hopMs_, kLeastStep, kGreatestStep);
     for (SampleCount i = 0; i < Count(); ++i) {
       PathFrame& frame = Path(i);
-      frame.pitched = !(Frame(i).Frequency <= FrqNoPitch);
+      frame.Pitched = !(Frame(i).Frequency <= FrqNoPitch);
       // No pitch lies beyond half the rate; a note that is no number is noise.
       const bool isHeard = Frame(i).Frequency <= FrqSampleRate / 2;
-      if (frame.pitched) frame.note = isHeard ? HzToNote(Frame(i).Frequency) : std::nan("");
-      frame.stepLimit = transition ? step * kTransitionSteps : step;
-      frame.pull = transition ? kTransitionPull : kPull;
-      frame.soft = Level(i) < kSoftLevel * peakLevel_;
+      if (frame.Pitched) frame.Note = isHeard ? HzToNote(Frame(i).Frequency) : std::nan("");
+      frame.StepLimit = transition ? step * kTransitionSteps : step;
+      frame.Pull = transition ? kTransitionPull : kPull;
+      frame.Soft = Level(i) < kSoftLevel * peakLevel_;
     }
     free_.assign(frames_.size(), false);
     const CheckRegion whole{0, Count() - 1};
@@ -146,8 +146,8 @@ class MapCheck {
   // The stretches where the settings tell of large transitions: the first and the last part of a region's pitch.
   void FreeEndsOf(const CheckRegion& region, double step) {
     SampleCount first = region.First, last = region.Last;
-    while (first <= last && !Path(first).pitched) ++first;
-    while (first <= last && !Path(last).pitched) --last;
+    while (first <= last && !Path(first).Pitched) ++first;
+    while (first <= last && !Path(last).Pitched) --last;
     const auto share = static_cast<SampleCount>(kFreeShare * (last - first + 1));
     const SampleCount length = std::min(FramesIn(kFreeMs), share);
     for (SampleCount i = 0; i < length; ++i) {
@@ -157,8 +157,8 @@ class MapCheck {
   }
 
   void Free(SampleCount i, double step) {
-    Path(i).stepLimit = step * kFreeSteps;
-    Path(i).pull = 0.0;
+    Path(i).StepLimit = step * kFreeSteps;
+    Path(i).Pull = 0.0;
     free_[static_cast<std::size_t>(i)] = true;
   }
 
@@ -173,18 +173,18 @@ class MapCheck {
 
   // Makes noise a pitch again if one of the first `shifts` brings it near the neighbour's.
   void ReclaimBeside(SampleCount i, SampleCount neighbour, std::size_t shifts) {
-    if (Path(i).state != PathState::Noise || !IsPitch(neighbour)) return;
-    const double off = Path(neighbour).TrueNote() - Path(i).note;
-    const auto fits = [&](double shift) { return std::fabs(off - shift) <= Path(i).stepLimit; };
+    if (Path(i).State != PathState::Noise || !IsPitch(neighbour)) return;
+    const double off = Path(neighbour).TrueNote() - Path(i).Note;
+    const auto fits = [&](double shift) { return std::fabs(off - shift) <= Path(i).StepLimit; };
     const std::span tried(kPitchShifts.data(), shifts);
     const auto shift = std::ranges::find_if(tried, fits);
     if (shift == tried.end()) return;
-    Path(i).state = PathState::Pitch;
-    Path(i).shift = static_cast<std::uint8_t>(shift - tried.begin());
+    Path(i).State = PathState::Pitch;
+    Path(i).Shift = static_cast<std::uint8_t>(shift - tried.begin());
   }
 
   bool AreLinked(SampleCount a, SampleCount b) {
-    const double limit = Path(b).stepLimit * (b - a) + kLinkSlack;
+    const double limit = Path(b).StepLimit * (b - a) + kLinkSlack;
     return (b - a - 1) * hopMs_ <= kLinkMs && std::fabs(Path(b).TrueNote() - Path(a).TrueNote()) <= limit;
   }
 
@@ -195,12 +195,12 @@ class MapCheck {
       if (!IsPitch(i)) continue;
       while (region != regions_.end() && region->Last < i) ++region;
       const bool sounds = regions_.empty() || (region != regions_.end() && region->First <= i);
-      if (islands.empty() || !AreLinked(islands.back().last, i)) islands.push_back({i, i, 0, 0.0, false});
+      if (islands.empty() || !AreLinked(islands.back().Last, i)) islands.push_back({i, i, 0, 0.0, false});
       Island& island = islands.back();
-      island.last = i;
-      ++island.count;
-      island.peakLevel = std::max(island.peakLevel, Level(i));
-      island.sounds = island.sounds || sounds;
+      island.Last = i;
+      ++island.Count;
+      island.PeakLevel = std::max(island.PeakLevel, Level(i));
+      island.Sounds = island.Sounds || sounds;
     }
     return islands;
   }
@@ -212,8 +212,8 @@ class MapCheck {
       const double off = std::fabs(Path(own).TrueNote() - Path(other).TrueNote());
       least = std::min(off, least.value_or(off));
     };
-    if (at > 0) compare(islands[at].first, islands[at - 1].last);
-    if (at + 1 < islands.size()) compare(islands[at].last, islands[at + 1].first);
+    if (at > 0) compare(islands[at].First, islands[at - 1].Last);
+    if (at + 1 < islands.size()) compare(islands[at].Last, islands[at + 1].First);
     return least.value_or(0.0);
   }
 
@@ -221,7 +221,7 @@ class MapCheck {
   double Roughness(const Island& island) {
     double sum = 0.0, previous[2] = {};
     SampleCount count = 0;
-    for (SampleCount i = island.first; i <= island.last; ++i) {
+    for (SampleCount i = island.First; i <= island.Last; ++i) {
       if (!IsPitch(i)) continue;
       const double note = Path(i).TrueNote();
       if (count >= 2) sum += std::fabs(note - 2.0 * previous[1] + previous[0]);
@@ -233,11 +233,11 @@ class MapCheck {
 
   bool IsNoise(const std::vector<Island>& islands, std::size_t at) {
     const Island& island = islands[at];
-    const double ms = island.count * hopMs_;
-    if (IsSpeck(island.first, island.count)) return true;
-    if (!island.sounds && island.peakLevel < kSoftLevel * peakLevel_) return true;
+    const double ms = island.Count * hopMs_;
+    if (IsSpeck(island.First, island.Count)) return true;
+    if (!island.Sounds && island.PeakLevel < kSoftLevel * peakLevel_) return true;
     if (ms < kRoughMs && Roughness(island) > kRough) return true;
-    return ms < kShortMs && (island.peakLevel < kShortSoftLevel * peakLevel_ || Stray(islands, at) > kStrayOff);
+    return ms < kShortMs && (island.PeakLevel < kShortSoftLevel * peakLevel_ || Stray(islands, at) > kStrayOff);
   }
 
   bool IsSpeck(SampleCount first, SampleCount count) {
@@ -256,9 +256,9 @@ class MapCheck {
   void DropSpecks() {
     for (SampleCount i = 0; i < Count(); ++i) {
       const SampleCount first = i;
-      while (i < Count() && Path(i).pitched) ++i;
+      while (i < Count() && Path(i).Pitched) ++i;
       if (first == i || !(IsSpeck(first, i - first) || IsSilent(first, i))) continue;
-      for (SampleCount j = first; j < i; ++j) Path(j).state = PathState::Noise;
+      for (SampleCount j = first; j < i; ++j) Path(j).State = PathState::Noise;
     }
   }
 
@@ -266,8 +266,8 @@ class MapCheck {
     const std::vector<Island> islands = FindIslands();
     for (std::size_t at = 0; at < islands.size(); ++at) {
       if (!IsNoise(islands, at)) continue;
-      for (SampleCount i = islands[at].first; i <= islands[at].last; ++i) {
-        if (IsPitch(i)) Path(i).state = PathState::Noise;
+      for (SampleCount i = islands[at].First; i <= islands[at].Last; ++i) {
+        if (IsPitch(i)) Path(i).State = PathState::Noise;
       }
     }
   }
@@ -283,8 +283,8 @@ class MapCheck {
 
   void MarkFactors() {
     for (SampleCount i = 0; i < Count(); ++i) {
-      if (IsPitch(i) && Path(i).shift != 0)
-        Mark(i, MarkOfFactor(Frame(i).Frequency / Moved(i, Path(i).shift)), Moved(i, Path(i).shift));
+      if (IsPitch(i) && Path(i).Shift != 0)
+        Mark(i, MarkOfFactor(Frame(i).Frequency / Moved(i, Path(i).Shift)), Moved(i, Path(i).Shift));
     }
   }
 
@@ -308,9 +308,9 @@ class MapCheck {
   template <typename Visit>
   void ForRuns(PathState state, Visit visit) {
     for (SampleCount i = 0; i < Count(); ++i) {
-      if (Path(i).state != state) continue;
+      if (Path(i).State != state) continue;
       const SampleCount first = i;
-      while (i < Count() && Path(i).state == state) ++i;
+      while (i < Count() && Path(i).State == state) ++i;
       visit(first, i);
     }
   }
@@ -358,7 +358,7 @@ class MapCheck {
 
   void MarkGaps() {
     ForRuns(PathState::NoPitch, [this](SampleCount first, SampleCount end) {
-      if (!Agree(first - 1, end, kGapAgreement + kGapSteps * Path(first).stepLimit * (end - first + 1))) return;
+      if (!Agree(first - 1, end, kGapAgreement + kGapSteps * Path(first).StepLimit * (end - first + 1))) return;
       const bool isLoud = IsAsLoud(first, end, kGapLevel) && IsAbove(first, end, kGapLeast * peakLevel_);
       const double limit = peakLevel_ <= 0.0 ? kGapMsWithoutLevels : isLoud ? kGapMs : kGapMsAtAnyLevel;
       if ((end - first) * hopMs_ > limit) return;

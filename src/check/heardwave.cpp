@@ -12,9 +12,9 @@ namespace {
 // The file holds a head, the waves, and a hash of all before it; a wave is its name, its facts, its hearing, its
 // answer.
 struct Head {
-  std::uint64_t magic = 0x31646172654868u;
-  std::uint64_t edition;
-  std::uint64_t waves;
+  std::uint64_t Magic = 0x31646172654868u;
+  std::uint64_t Edition;
+  std::uint64_t Waves;
 
   bool operator==(const Head&) const = default;
 };
@@ -46,28 +46,28 @@ std::vector<T> ReadAll(ByteReader& reader) {
 
 void WriteWave(ByteWriter& writer, const std::wstring& name, const HeardWave& wave) {
   WriteAll(writer, std::vector<std::uint32_t>(name.begin(), name.end()));
-  writer.Write(wave.file.Size);
-  writer.Write(wave.file.Written);
-  writer.Write(std::int64_t{wave.hearing.hop});
-  writer.Write(wave.hearing.rate);
-  writer.Write(wave.hearing.samples);
-  WriteAll(writer, wave.hearing.frames);
-  writer.Write(wave.answer ? wave.answer->map : std::uint64_t{0});
-  WriteAll(writer, wave.answer ? wave.answer->marked : std::vector<KeptAnswer::Marked>());
+  writer.Write(wave.File.Size);
+  writer.Write(wave.File.Written);
+  writer.Write(std::int64_t{wave.Heard.Hop});
+  writer.Write(wave.Heard.Rate);
+  writer.Write(wave.Heard.Samples);
+  WriteAll(writer, wave.Heard.Frames);
+  writer.Write(wave.Answer ? wave.Answer->Map : std::uint64_t{0});
+  WriteAll(writer, wave.Answer ? wave.Answer->Marks : std::vector<KeptAnswer::Marked>());
 }
 
 std::pair<std::wstring, HeardWave> ReadWave(ByteReader& reader) {
   const auto name = ReadAll<std::uint32_t>(reader);
   HeardWave wave;
-  wave.file.Size = reader.Read<std::int64_t>();
-  wave.file.Written = reader.Read<std::int64_t>();
-  wave.hearing.hop = static_cast<SampleCount>(reader.Read<std::int64_t>());
-  wave.hearing.rate = reader.Read<double>();
-  wave.hearing.samples = reader.Read<std::int64_t>();
-  wave.hearing.frames = ReadAll<HeardFrame>(reader);
+  wave.File.Size = reader.Read<std::int64_t>();
+  wave.File.Written = reader.Read<std::int64_t>();
+  wave.Heard.Hop = static_cast<SampleCount>(reader.Read<std::int64_t>());
+  wave.Heard.Rate = reader.Read<double>();
+  wave.Heard.Samples = reader.Read<std::int64_t>();
+  wave.Heard.Frames = ReadAll<HeardFrame>(reader);
   const auto map = reader.Read<std::uint64_t>();
   auto marked = ReadAll<KeptAnswer::Marked>(reader);
-  if (map != 0) wave.answer = {map, std::move(marked)};
+  if (map != 0) wave.Answer = {map, std::move(marked)};
   return {{name.begin(), name.end()}, std::move(wave)};
 }
 
@@ -87,7 +87,7 @@ KeptAnswer AnswerIn(const CheckFrameRecord& map) {
   KeptAnswer answer{HashOfMap(map), {}};
   std::int32_t i = 0;
   for (const CheckFrame& frame : FramesOf(map)) {
-    if (frame.Mark != CheckMarkNone) answer.marked.push_back({i, frame.Mark, frame.SuggestedFrequency});
+    if (frame.Mark != CheckMarkNone) answer.Marks.push_back({i, frame.Mark, frame.SuggestedFrequency});
     ++i;
   }
   return answer;
@@ -99,10 +99,10 @@ std::int32_t WriteAnswer(const KeptAnswer& answer, CheckFrameRecord& map) {
     frame.SuggestedFrequency = 0.0;
   }
   std::int32_t count = 0;
-  for (const KeptAnswer::Marked& marked : answer.marked) {
-    if (marked.frame < 0 || marked.frame >= map.FrameCount) continue;
-    map.Frames[marked.frame].Mark = marked.mark;
-    map.Frames[marked.frame].SuggestedFrequency = marked.suggestion;
+  for (const KeptAnswer::Marked& marked : answer.Marks) {
+    if (marked.Frame < 0 || marked.Frame >= map.FrameCount) continue;
+    map.Frames[marked.Frame].Mark = marked.Mark;
+    map.Frames[marked.Frame].SuggestedFrequency = marked.Suggestion;
     ++count;
   }
   return count;
@@ -110,7 +110,7 @@ std::int32_t WriteAnswer(const KeptAnswer& answer, CheckFrameRecord& map) {
 
 Bytes EncodeHeardWaves(const HeardWaves& waves, std::uint64_t edition) {
   ByteWriter writer;
-  writer.Write(Head{.edition = edition, .waves = waves.size()});
+  writer.Write(Head{.Edition = edition, .Waves = waves.size()});
   for (const auto& [name, wave] : waves) WriteWave(writer, name, *wave);
   Bytes bytes = writer.Take();
   const std::uint64_t hash = HashOf(bytes);
@@ -125,9 +125,9 @@ HeardWaves DecodeHeardWaves(ByteSpan bytes, std::uint64_t edition) {
   if (ByteReader(bytes.last(sizeof(std::uint64_t))).Read<std::uint64_t>() != HashOf(hashed)) return {};
   ByteReader reader(hashed);
   const auto head = reader.Read<Head>();
-  if (head != Head{.edition = edition, .waves = head.waves}) return {};
+  if (head != Head{.Edition = edition, .Waves = head.Waves}) return {};
   HeardWaves waves;
-  for (std::uint64_t i = 0; i < head.waves && !reader.Failed(); ++i) {
+  for (std::uint64_t i = 0; i < head.Waves && !reader.Failed(); ++i) {
     auto [name, wave] = ReadWave(reader);
     if (!reader.Failed()) waves.insert_or_assign(std::move(name), std::make_shared<const HeardWave>(std::move(wave)));
   }

@@ -17,23 +17,23 @@
 // The answer to one map of the recording, so that one that has not changed need not be asked about again.
 struct KeptAnswer {
   struct Marked {
-    std::int32_t frame;
-    std::int32_t mark;
-    double suggestion;  // [Hz]
+    std::int32_t Frame;
+    std::int32_t Mark;
+    double Suggestion;  // [Hz]
 
     bool operator==(const Marked&) const = default;
   };
 
-  std::uint64_t map = 0;  // HashOfMap
-  std::vector<Marked> marked;
+  std::uint64_t Map = 0;  // HashOfMap
+  std::vector<Marked> Marks;
 
   bool operator==(const KeptAnswer&) const = default;
 };
 
 struct HeardWave {
-  FileFacts file;  // of the wave when it was read
-  Hearing hearing;
-  std::optional<KeptAnswer> answer = {};  // the last one
+  FileFacts File;  // of the wave when it was read
+  Hearing Heard;
+  std::optional<KeptAnswer> Answer = {};  // the last one
 
   bool operator==(const HeardWave&) const = default;
 };

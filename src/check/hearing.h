@@ -16,18 +16,18 @@ inline constexpr double kSupportReach = 50.0;
 inline constexpr double kMostSecondsHeard = 120.0;
 
 struct HeardFrame {
-  float hz;               // FrqNoPitch where there is no voice
-  float support;          // how well the sound repeats itself after that period, -1 to 1; 0 without a voice
-  std::int32_t isSilent;  // too silent for any voice
+  float Hz;               // FrqNoPitch where there is no voice
+  float Support;          // how well the sound repeats itself after that period, -1 to 1; 0 without a voice
+  std::int32_t IsSilent;  // too silent for any voice
 
   bool operator==(const HeardFrame&) const = default;
 };
 
 struct Hearing {
-  SampleCount hop = 0;       // [samples] from frame to frame
-  double rate = 0.0;         // [Hz] of the recording
-  std::int64_t samples = 0;  // its length
-  std::vector<HeardFrame> frames;
+  SampleCount Hop = 0;       // [samples] from frame to frame
+  double Rate = 0.0;         // [Hz] of the recording
+  std::int64_t Samples = 0;  // its length
+  std::vector<HeardFrame> Frames;
 
   // The frame of that number; a silent one beyond the end of the recording.
   HeardFrame At(SampleCount frame) const;

@@ -32,21 +32,21 @@ constexpr double kFifthPull = 10.0;  // more than a fifth: the notes alone never
 // half are entered for frames without pitch and for noise, by the factor of the last pitch. The lists stand side by
 // side, because the costs are looked through far more often than the rest.
 struct Ways {
-  std::array<double, 2 * kShifts> cost;
-  std::array<double, 2 * kShifts> lastNote;  // of the true course
-  std::array<int, 2 * kShifts> framesSince;  // since the last pitch; 0 where there was none yet
+  std::array<double, 2 * kShifts> Cost;
+  std::array<double, 2 * kShifts> LastNote;  // of the true course
+  std::array<int, 2 * kShifts> FramesSince;  // since the last pitch; 0 where there was none yet
 
   void Set(std::size_t state, double itsCost, double note, int frames) {
-    cost[state] = itsCost;
-    lastNote[state] = note;
-    framesSince[state] = frames;
+    Cost[state] = itsCost;
+    LastNote[state] = note;
+    FramesSince[state] = frames;
   }
 };
 using Origins = std::array<std::uint8_t, 2 * kShifts>;
 
 double StepCost(const Ways& before, std::size_t from, double note, double limit) {
   const double beyond =
-      std::fabs(note - before.lastNote[from]) - limit * std::min(before.framesSince[from], kWidestGap);
+      std::fabs(note - before.LastNote[from]) - limit * std::min(before.FramesSince[from], kWidestGap);
   return std::clamp(kJumpCost * beyond, 0.0, kGreatestJump);
 }
 
@@ -60,19 +60,19 @@ double ChangeCost(std::size_t from, std::size_t to) {
 }
 
 double PullCost(const PathFrame& frame, std::size_t shift, double lowNote, double highNote) {
-  const double note = frame.note + kPitchShifts[shift];
+  const double note = frame.Note + kPitchShifts[shift];
   const double off = std::max({lowNote - note, note - highNote, 0.0});
   const double moved = shift == 0 ? 0.0 : IsFifth(shift) ? kFifthPull : kShiftPull;
-  return frame.pull * (std::min(off, kFarthest) + moved);
+  return frame.Pull * (std::min(off, kFarthest) + moved);
 }
 
 double NoiseCost(const PathFrame& frame, bool follows) {
-  if (!frame.pitched || !std::isfinite(frame.note)) return 0.0;
-  return (follows ? kFurtherNoise : kFirstNoise) * (frame.soft ? kSoftNoise : 1.0);
+  if (!frame.Pitched || !std::isfinite(frame.Note)) return 0.0;
+  return (follows ? kFurtherNoise : kFirstNoise) * (frame.Soft ? kSoftNoise : 1.0);
 }
 
 std::size_t Cheapest(const Ways& ways) {
-  return static_cast<std::size_t>(std::ranges::min_element(ways.cost) - ways.cost.begin());
+  return static_cast<std::size_t>(std::ranges::min_element(ways.Cost) - ways.Cost.begin());
 }
 
 // The states from which a way to another factor can pay. Every state can be reached from the cheapest one at the price
@@ -80,10 +80,10 @@ std::size_t Cheapest(const Ways& ways) {
 class Rivals {
  public:
   explicit Rivals(const Ways& ways) {
-    const double limit = std::ranges::min(ways.cost) + kFifthChange + kGreatestJump;
-    for (std::size_t state = 0; state < ways.cost.size(); ++state) {
-      const double change = ways.framesSince[state] == 0 ? 0.0 : kOctaveChange;
-      if (ways.cost[state] + change <= limit) states_[count_++] = static_cast<std::uint8_t>(state);
+    const double limit = std::ranges::min(ways.Cost) + kFifthChange + kGreatestJump;
+    for (std::size_t state = 0; state < ways.Cost.size(); ++state) {
+      const double change = ways.FramesSince[state] == 0 ? 0.0 : kOctaveChange;
+      if (ways.Cost[state] + change <= limit) states_[count_++] = static_cast<std::uint8_t>(state);
     }
   }
   std::span<const std::uint8_t> All() const { return {states_.data(), count_}; }
@@ -97,15 +97,15 @@ class Rivals {
 // itself. Gives the state that it comes from.
 std::uint8_t EnterPitch(const PathFrame& frame, std::size_t shift, const Ways& before, const Rivals& rivals,
                         double pullCost, Ways& ways) {
-  const double note = frame.note + kPitchShifts[shift];
+  const double note = frame.Note + kPitchShifts[shift];
   double least = kNever;
   std::size_t origin = shift;
   const auto tryFrom = [&](std::size_t from) {
-    double cost = before.cost[from];
+    double cost = before.Cost[from];
     if (cost >= least) return;
-    if (before.framesSince[from] != 0) {
+    if (before.FramesSince[from] != 0) {
       cost += ChangeCost(from < kShifts ? from : from - kShifts, shift);
-      cost += StepCost(before, from, note, frame.stepLimit);
+      cost += StepCost(before, from, note, frame.StepLimit);
     }
     if (cost >= least) return;
     least = cost;
@@ -121,13 +121,13 @@ std::uint8_t EnterPitch(const PathFrame& frame, std::size_t shift, const Ways& b
 // Enters no pitch, or noise, after a pitch by one factor. Gives the state that it comes from.
 std::uint8_t EnterNoise(const PathFrame& frame, std::size_t shift, const Ways& before, double first, double further,
                         Ways& ways) {
-  const double begun = before.cost[shift] + first;
-  const double goneOn = before.cost[kShifts + shift] + further;
+  const double begun = before.Cost[shift] + first;
+  const double goneOn = before.Cost[kShifts + shift] + further;
   const std::size_t from = begun < goneOn ? shift : kShifts + shift;
-  int frames = before.framesSince[from];
+  int frames = before.FramesSince[from];
   // Over noise the pitch may not stray as it may over silence: a jump would be bridged by calling its middle noise.
-  if (frames > 0 && !frame.pitched) frames = std::min(frames + 1, kWidestGap);
-  ways.Set(kShifts + shift, std::min(begun, goneOn), before.lastNote[from], frames);
+  if (frames > 0 && !frame.Pitched) frames = std::min(frames + 1, kWidestGap);
+  ways.Set(kShifts + shift, std::min(begun, goneOn), before.LastNote[from], frames);
   return static_cast<std::uint8_t>(from);
 }
 
@@ -138,13 +138,13 @@ void FindPitchPath(std::vector<PathFrame>& frames, double lowNote, double highNo
   Ways buffers[2];
   Ways *before = &buffers[0], *ways = &buffers[1];
   for (std::size_t state = 0; state < 2 * kShifts; ++state) before->Set(state, kNever, 0.0, 0);
-  before->cost[kShifts] = 0.0;  // ahead of the first frame there is nothing
+  before->Cost[kShifts] = 0.0;  // ahead of the first frame there is nothing
   bool afterPitched = false;
   for (std::size_t i = 0; i < frames.size(); ++i) {
     const PathFrame& frame = frames[i];
     const Rivals rivals(*before);
     const double first = NoiseCost(frame, false), further = NoiseCost(frame, afterPitched);
-    const bool isNumber = frame.pitched && std::isfinite(frame.note);
+    const bool isNumber = frame.Pitched && std::isfinite(frame.Note);
     for (std::size_t shift = 0; shift < kShifts; ++shift) {
       origins[i][kShifts + shift] = EnterNoise(frame, shift, *before, first, further, *ways);
       if (isNumber) {
@@ -155,14 +155,14 @@ void FindPitchPath(std::vector<PathFrame>& frames, double lowNote, double highNo
       }
     }
     std::swap(before, ways);
-    afterPitched = frame.pitched;
+    afterPitched = frame.Pitched;
   }
 
   std::size_t state = Cheapest(*before);
   for (std::size_t i = frames.size(); i-- > 0;) {
     PathFrame& frame = frames[i];
-    frame.shift = static_cast<std::uint8_t>(state % kShifts);
-    frame.state = state < kShifts ? PathState::Pitch : frame.pitched ? PathState::Noise : PathState::NoPitch;
+    frame.Shift = static_cast<std::uint8_t>(state % kShifts);
+    frame.State = state < kShifts ? PathState::Pitch : frame.Pitched ? PathState::Noise : PathState::NoPitch;
     state = origins[i][state];
   }
 }

@@ -18,17 +18,17 @@ enum class PathState : std::uint8_t { NoPitch, Pitch, Noise };
 
 struct PathFrame {
   // In:
-  double note = 0.0;       // note number; a frame whose number is not finite is noise
-  bool pitched = false;    // the frame claims a pitch
-  double stepLimit = 1.0;  // [semitones] a step between neighbours that costs nothing
-  double pull = 0.0;       // how much the notes of the settings count, per semitone off
-  bool soft = false;       // at a level where pitch is easily made of noise
+  double Note = 0.0;       // note number; a frame whose number is not finite is noise
+  bool Pitched = false;    // the frame claims a pitch
+  double StepLimit = 1.0;  // [semitones] a step between neighbours that costs nothing
+  double Pull = 0.0;       // how much the notes of the settings count, per semitone off
+  bool Soft = false;       // at a level where pitch is easily made of noise
   // Out:
-  PathState state = PathState::NoPitch;
-  std::uint8_t shift = 0;  // of kPitchShifts, for a Pitch
+  PathState State = PathState::NoPitch;
+  std::uint8_t Shift = 0;  // of kPitchShifts, for a Pitch
 
-  double TrueNote() const { return TrueNoteBy(shift); }
-  double TrueNoteBy(std::size_t by) const { return note + kPitchShifts[by]; }
+  double TrueNote() const { return TrueNoteBy(Shift); }
+  double TrueNoteBy(std::size_t by) const { return Note + kPitchShifts[by]; }
 };
 
 // Finds state and shift of every frame. `lowNote` to `highNote` is where the voice is said to be.

@@ -61,7 +61,7 @@ class SoundCheck {
   SoundCheck(const CheckFrameRecord& record, const Hearing& hearing, const std::function<const PitchSearch*()>& search)
       : frames_(record.Frames, static_cast<std::size_t>(record.FrameCount)),
         hop_(record.Hop),
-        hopMs_(record.Hop * 1000.0 / hearing.rate),
+        hopMs_(record.Hop * 1000.0 / hearing.Rate),
         hearing_(hearing),
         search_(search),
         claims_(frames_.size(), Claim::None),
@@ -94,7 +94,7 @@ class SoundCheck {
   static std::size_t Index(SampleCount i) { return static_cast<std::size_t>(i); }
   SampleCount Count() const { return static_cast<SampleCount>(frames_.size()); }
   double Map(SampleCount i) const { return frames_[Index(i)].Frequency; }
-  double Heard(SampleCount i) const { return hearing_.At(i).hz; }
+  double Heard(SampleCount i) const { return hearing_.At(i).Hz; }
   bool IsMapVoice(SampleCount i) const { return i >= 0 && i < Count() && IsVoice(Map(i)); }
   bool IsHeard(SampleCount i) const { return i >= 0 && i < Count() && IsVoice(Heard(i)); }
 
@@ -138,7 +138,7 @@ class SoundCheck {
   // The mean support of a pitch, that is how well the sound bears it out: of the one heard, and of the map's.
   double SupportOfHeard(SampleCount first, SampleCount end) const {
     double sum = 0.0;
-    for (SampleCount i = first; i < end; ++i) sum += hearing_.At(i).support;
+    for (SampleCount i = first; i < end; ++i) sum += hearing_.At(i).Support;
     return sum / (end - first);
   }
   double SupportOfMap(SampleCount first, SampleCount end) const {
@@ -230,7 +230,7 @@ class SoundCheck {
   }
   bool IsSilent(SampleCount first, SampleCount end) const {
     for (SampleCount i = first; i < end; ++i) {
-      if (!hearing_.At(i).isSilent) return false;
+      if (!hearing_.At(i).IsSilent) return false;
     }
     return true;
   }
@@ -271,7 +271,7 @@ class SoundCheck {
 }  // namespace
 
 bool IsMapOf(const CheckFrameRecord& record, const Hearing& hearing) {
-  return record.Hop == hearing.hop && CanBeMapOf(hearing.samples, hearing.rate, record.Hop, record.FrameCount);
+  return record.Hop == hearing.Hop && CanBeMapOf(hearing.Samples, hearing.Rate, record.Hop, record.FrameCount);
 }
 
 std::optional<std::int32_t> MarkBySound(CheckFrameRecord& frames, const Hearing& hearing,

@@ -18,13 +18,13 @@ std::wstring VersionText(const std::vector<std::byte>& resource, const wchar_t* 
   void* value = nullptr;
   UINT size = 0;
   struct {
-    WORD language, codePage;
+    WORD Language, CodePage;
   } translation{};
   if (!VerQueryValueW(resource.data(), L"\\VarFileInfo\\Translation", &value, &size)) return {};
   if (size < sizeof(translation)) return {};
   std::memcpy(&translation, value, sizeof(translation));
   const std::wstring block =
-      FormatText(L"\\StringFileInfo\\%04x%04x\\%s", translation.language, translation.codePage, name);
+      FormatText(L"\\StringFileInfo\\%04x%04x\\%s", translation.Language, translation.CodePage, name);
   if (!VerQueryValueW(resource.data(), block.c_str(), &value, &size) || size == 0) return {};
   return static_cast<const wchar_t*>(value);
 }

@@ -39,8 +39,8 @@ CheckProgress::~CheckProgress() {
 
 bool CheckProgress::Begin(const std::wstring& wavePath) {
   const std::lock_guard lock(mutex_);
-  ++state_.begun;
-  state_.wavePath = wavePath;
+  ++state_.Begun;
+  state_.WavePath = wavePath;
   return !isAborted_;
 }
 
@@ -65,7 +65,7 @@ unsigned WINAPI CheckProgress::ThreadProc(void* self) {
 }
 
 INT_PTR CCheckProgressDlg::OnInitDialog(LPARAM) {
-  Before = GetForegroundWindow();
+  before_ = GetForegroundWindow();
   Progress->isShown_ = true;
   MoveOver(Progress->over_);
   SendDlgItemMessageW(Hwnd, IDC_CHECKPROGRESS_BAR, PBM_SETRANGE32, 0, Progress->count_);
@@ -94,14 +94,14 @@ void CCheckProgressDlg::MoveOver(HWND window) const {
 
 void CCheckProgressDlg::Update() {
   if (WaitForSingleObject(Progress->ended_.get(), 0) == WAIT_OBJECT_0) {
-    if (GetForegroundWindow() == Hwnd && Before) SetForegroundWindow(Before);
+    if (GetForegroundWindow() == Hwnd && before_) SetForegroundWindow(before_);
     End(IDOK);
     return;
   }
   const CheckProgress::State state = Progress->Present();
-  const std::wstring name = FileNameOf(state.wavePath);
+  const std::wstring name = FileNameOf(state.WavePath);
   SetDlgItemTextW(Hwnd, IDC_CHECKPROGRESS_FILE,
-                  FormatText(L"(%d/%d) %s", state.begun, Progress->count_, name.c_str()).c_str());
-  SetDlgItemTextW(Hwnd, IDC_CHECKPROGRESS_LEFT, TextOfTimeLeft(Progress->SecondsLeft(state.begun)).c_str());
-  SendDlgItemMessageW(Hwnd, IDC_CHECKPROGRESS_BAR, PBM_SETPOS, static_cast<WPARAM>(std::max(0, state.begun - 1)), 0);
+                  FormatText(L"(%d/%d) %s", state.Begun, Progress->count_, name.c_str()).c_str());
+  SetDlgItemTextW(Hwnd, IDC_CHECKPROGRESS_LEFT, TextOfTimeLeft(Progress->SecondsLeft(state.Begun)).c_str());
+  SendDlgItemMessageW(Hwnd, IDC_CHECKPROGRESS_BAR, PBM_SETPOS, static_cast<WPARAM>(std::max(0, state.Begun - 1)), 0);
 }

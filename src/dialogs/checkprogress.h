@@ -33,8 +33,8 @@ class CheckProgress {
   friend class CCheckProgressDlg;
 
   struct State {
-    int begun = 0;
-    std::wstring wavePath = {};
+    int Begun = 0;
+    std::wstring WavePath = {};
   };
   State Present() const;
   // About how long the check still takes [s].
@@ -68,5 +68,5 @@ class CCheckProgressDlg : public CTemplateDlg<CCheckProgressDlg, IDD_CHECKPROGRE
   void MoveOver(HWND window) const;
   void Update();
 
-  HWND Before = nullptr;  // the window that was active
+  HWND before_ = nullptr;  // the window that was active
 };

@@ -19,8 +19,8 @@ constexpr wchar_t kKindsValue[] = L"ConvertFrqType";
 
 // Both kinds in one value of the registry.
 struct StoredKinds {
-  std::uint16_t source;
-  std::uint16_t target;
+  std::uint16_t Source;
+  std::uint16_t Target;
 };
 
 // In the order in which they are offered.
@@ -46,8 +46,8 @@ void CConverFrqDlg::ReadSettings() {
   ConvertAll = RegReadFlag(kAllValue, ConvertAll);
   StoredKinds kinds;
   if (!RegReadValue(kKindsValue, kinds)) return;
-  SourceType = kinds.source;
-  TargetType = kinds.target;
+  SourceType = kinds.Source;
+  TargetType = kinds.Target;
 }
 
 // The first kind is shown for one that is none.

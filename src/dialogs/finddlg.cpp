@@ -52,16 +52,15 @@ INT_PTR CFindDlg::OnInitDialog(LPARAM) {
 // Extensions are no part of a name: nearly all would have the same letters.
 void CFindDlg::CollectNames() {
   const int count = Syllables->State().Entries;
-  Facts.clear();
+  facts_.clear();
   std::vector<std::wstring> names;
   for (int i = 0; i < count; ++i) {
-    Facts.push_back(Syllables->Facts(i));
-    names.push_back(PathWithoutExtension(FileNameOf(Facts.back().Path)));
+    facts_.push_back(Syllables->Facts(i));
+    names.push_back(PathWithoutExtension(FileNameOf(facts_.back().Path)));
   }
-  Names = NameSearch(names);
-  InManyFolders = std::ranges::any_of(Facts, [&](const EntryFacts& each) {
-    return FolderOf(each.Path) != FolderOf(Facts.front().Path);
-  });
+  names_ = NameSearch(names);
+  inManyFolders_ = std::ranges::any_of(
+      facts_, [&](const EntryFacts& each) { return FolderOf(each.Path) != FolderOf(facts_.front().Path); });
 }
 
 void CFindDlg::SetupColumns() const {
@@ -71,24 +70,24 @@ void CFindDlg::SetupColumns() const {
   RECT client{};
   GetClientRect(view, &client);
   const int width = client.right - GetSystemMetrics(SM_CXVSCROLL);
-  const int folderWidth = InManyFolders ? width / 2 : 0;
+  const int folderWidth = inManyFolders_ ? width / 2 : 0;
   AddColumn(view, 0, IDS_COLUMN_NAME, width - folderWidth);
-  if (InManyFolders) AddColumn(view, 1, IDS_KEPT_FOLDER, folderWidth);
+  if (inManyFolders_) AddColumn(view, 1, IDS_KEPT_FOLDER, folderWidth);
 }
 
 // Reads the maps when those that cannot be read are first asked for. A map that was read stays in memory, as that of a
 // chosen syllable does.
 void CFindDlg::ReadMaps() {
   const WaitCursor waiting;
-  for (int i = 0; i < static_cast<int>(Facts.size()); ++i) {
-    EntryFacts& facts = Facts[static_cast<std::size_t>(i)];
+  for (int i = 0; i < static_cast<int>(facts_.size()); ++i) {
+    EntryFacts& facts = facts_[static_cast<std::size_t>(i)];
     if (facts.HasMap) facts.Unreadable = !Syllables->EnsureLoaded(i, Document::OnFailure::KeepSaved);
   }
-  AreMapsRead = true;
+  areMapsRead_ = true;
 }
 
 bool CFindDlg::IsOfSort(int index, int sort) const {
-  const EntryFacts& facts = Facts[static_cast<std::size_t>(index)];
+  const EntryFacts& facts = facts_[static_cast<std::size_t>(index)];
   switch (sort) {
     case kUnsaved: return facts.Edited;
     case kMarked: return facts.Marked;
@@ -102,25 +101,25 @@ bool CFindDlg::IsOfSort(int index, int sort) const {
 // fit without a detour.
 void CFindDlg::ListWhatFits() {
   const auto sort = static_cast<int>(SendDlgItemMessageW(Hwnd, IDC_FIND_SORT, CB_GETCURSEL, 0, 0));
-  if (sort == kUnreadable && !AreMapsRead) ReadMaps();
-  Rows = Names.Find(WindowText(Item(IDC_FIND_NAME)));
-  std::erase_if(Rows, [&](int index) { return !IsOfSort(index, sort); });
+  if (sort == kUnreadable && !areMapsRead_) ReadMaps();
+  rows_ = names_.Find(WindowText(Item(IDC_FIND_NAME)));
+  std::erase_if(rows_, [&](int index) { return !IsOfSort(index, sort); });
   const HWND view = Item(IDC_FIND_LIST);
-  SendMessageW(view, LVM_SETITEMCOUNT, Rows.size(), 0);
+  SendMessageW(view, LVM_SETITEMCOUNT, rows_.size(), 0);
   ListView_SetItemState(view, -1, 0, LVIS_SELECTED);
   ListView_SetItemState(view, 0, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
   ListView_EnsureVisible(view, 0, FALSE);
   InvalidateRect(view, nullptr, TRUE);
-  const std::wstring count =
-      Rows.empty() ? LoadResString(IDS_FIND_NONE)
-                   : FormatText(LoadResString(IDS_FIND_COUNT).c_str(), Rows.size(), Facts.size());
+  const std::wstring count = rows_.empty()
+                                 ? LoadResString(IDS_FIND_NONE)
+                                 : FormatText(LoadResString(IDS_FIND_COUNT).c_str(), rows_.size(), facts_.size());
   SetDlgItemTextW(Hwnd, IDC_FIND_COUNT, count.c_str());
-  EnableWindow(Item(IDOK), !Rows.empty());
+  EnableWindow(Item(IDOK), !rows_.empty());
 }
 
 // The folder as seen from the one that was opened, which itself goes by its own name.
 std::wstring CFindDlg::FolderText(int index) const {
-  const std::wstring folder = FolderOf(Facts[static_cast<std::size_t>(index)].Path);
+  const std::wstring folder = FolderOf(facts_[static_cast<std::size_t>(index)].Path);
   const std::wstring opened = PathIn(Folder, L"");
   if (folder.starts_with(opened)) return folder.substr(opened.size());
   return folder == Folder ? FileNameOf(folder) : folder;
@@ -132,10 +131,10 @@ LRESULT CFindDlg::OnNotify(WPARAM, NMHDR* header) {
   if (header->code != LVN_GETDISPINFOW) return 0;
   LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(header)->item;
   const auto row = static_cast<std::size_t>(item.iItem);
-  if (!(item.mask & LVIF_TEXT) || row >= Rows.size()) return 0;
-  const int index = Rows[row];
+  if (!(item.mask & LVIF_TEXT) || row >= rows_.size()) return 0;
+  const int index = rows_[row];
   const std::wstring text =
-      item.iSubItem == 0 ? FileNameOf(Facts[static_cast<std::size_t>(index)].Path) : FolderText(index);
+      item.iSubItem == 0 ? FileNameOf(facts_[static_cast<std::size_t>(index)].Path) : FolderText(index);
   lstrcpynW(item.pszText, text.c_str(), item.cchTextMax);
   return 0;
 }
@@ -154,8 +153,8 @@ int CFindDlg::SelectedRow() const {
 
 void CFindDlg::OnOK() {
   const int row = SelectedRow();
-  if (row < 0 || row >= static_cast<int>(Rows.size())) return;
-  Chosen = Rows[static_cast<std::size_t>(row)];
-  ChosenPath = Facts[static_cast<std::size_t>(Chosen)].Path;
+  if (row < 0 || row >= static_cast<int>(rows_.size())) return;
+  Chosen = rows_[static_cast<std::size_t>(row)];
+  ChosenPath = facts_[static_cast<std::size_t>(Chosen)].Path;
   End(IDOK);
 }

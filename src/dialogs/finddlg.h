@@ -36,9 +36,9 @@ class CFindDlg : public CTemplateDlg<CFindDlg, IDD_FIND> {
   std::wstring FolderText(int index) const;
   int SelectedRow() const;
 
-  std::vector<EntryFacts> Facts;  // of all syllables
-  NameSearch Names;
-  bool InManyFolders = false;
-  bool AreMapsRead = false;
-  std::vector<int> Rows;  // the syllables that are listed
+  std::vector<EntryFacts> facts_;  // of all syllables
+  NameSearch names_;
+  bool inManyFolders_ = false;
+  bool areMapsRead_ = false;
+  std::vector<int> rows_;  // the syllables that are listed
 };

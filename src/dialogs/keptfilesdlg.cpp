@@ -38,7 +38,7 @@ std::wstring Text(const KeptMap& kept, UINT title) {
 INT_PTR CKeptFilesDlg::OnInitDialog(LPARAM) {
   SetupColumns();
   Fill();
-  SetDlgItemTextW(Hwnd, IDC_KEPTFILES_RESULT, LoadResString(List.empty() ? IDS_KEPT_NONE : IDS_KEPT_HINT).c_str());
+  SetDlgItemTextW(Hwnd, IDC_KEPTFILES_RESULT, LoadResString(list_.empty() ? IDS_KEPT_NONE : IDS_KEPT_HINT).c_str());
   return 1;
 }
 
@@ -50,9 +50,9 @@ void CKeptFilesDlg::SetupColumns() const {
 
 // The list asks for the texts when they are seen (OnNotify): a job keeps a thousand maps.
 void CKeptFilesDlg::Fill() {
-  List = Kept->List();
+  list_ = Kept->List();
   const HWND view = Item(IDC_KEPTFILES_LIST);
-  SendMessageW(view, LVM_SETITEMCOUNT, List.size(), 0);
+  SendMessageW(view, LVM_SETITEMCOUNT, list_.size(), 0);
   ListView_SetItemState(view, -1, 0, LVIS_SELECTED);
   InvalidateRect(view, nullptr, TRUE);
   EnableButton();
@@ -65,8 +65,8 @@ LRESULT CKeptFilesDlg::OnNotify(WPARAM, NMHDR* header) {
   LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(header)->item;
   const auto row = static_cast<std::size_t>(item.iItem);
   const auto column = static_cast<std::size_t>(item.iSubItem);
-  if (!(item.mask & LVIF_TEXT) || row >= List.size() || column >= kColumns.size()) return 0;
-  lstrcpynW(item.pszText, Text(List[row], kColumns[column].Title).c_str(), item.cchTextMax);
+  if (!(item.mask & LVIF_TEXT) || row >= list_.size() || column >= kColumns.size()) return 0;
+  lstrcpynW(item.pszText, Text(list_[row], kColumns[column].Title).c_str(), item.cchTextMax);
   return 0;
 }
 
@@ -83,7 +83,7 @@ std::vector<KeptMap> CKeptFilesDlg::Chosen() const {
   const HWND view = Item(IDC_KEPTFILES_LIST);
   std::vector<KeptMap> chosen;
   for (int row = -1; (row = ListView_GetNextItem(view, row, LVNI_SELECTED)) >= 0;) {
-    const KeptMap& kept = List[static_cast<std::size_t>(row)];
+    const KeptMap& kept = list_[static_cast<std::size_t>(row)];
     if (std::ranges::find(chosen, kept.MapPath, &KeptMap::MapPath) == chosen.end()) chosen.push_back(kept);
   }
   return chosen;
@@ -102,5 +102,5 @@ void CKeptFilesDlg::PutChosenBack() {
 void CKeptFilesDlg::EnableButton() const {
   const bool isAny = SendDlgItemMessageW(Hwnd, IDC_KEPTFILES_LIST, LVM_GETSELECTEDCOUNT, 0, 0) > 0;
   EnableWindow(Item(IDC_KEPTFILES_PUTBACK), isAny);
-  EnableWindow(Item(IDC_KEPTFILES_ALL), !List.empty());
+  EnableWindow(Item(IDC_KEPTFILES_ALL), !list_.empty());
 }

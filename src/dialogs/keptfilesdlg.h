@@ -29,5 +29,5 @@ class CKeptFilesDlg : public CTemplateDlg<CKeptFilesDlg, IDD_KEPTFILES> {
   void PutChosenBack();
   void EnableButton() const;
 
-  std::vector<KeptMap> List;
+  std::vector<KeptMap> list_;
 };

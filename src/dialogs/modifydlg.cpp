@@ -25,14 +25,14 @@ bool IsProgramInFront() {
 
 INT_PTR CModifyFailureDlg::OnInitDialog(LPARAM) {
   SetEvent(ReadyEvent);
-  Keys.Start(Hwnd, Commands, IDR_SHAREDKEYS);
+  keys_.Start(Hwnd, Commands, IDR_SHAREDKEYS);
   Index = Sample = -1;
   ShowNext(true);
   // The focus is set before the placement brings the window, since a key may follow at once.
   SendMessageW(Hwnd, DM_SETDEFID, IDC_MODIFY_MODIFY, 0);
   SetFocus(Item(IDC_MODIFY_MODIFY));
   if (!RestoreWindowPlacement(Hwnd, kPlacementValue)) PlaceBesideWork();
-  Words.Follow();
+  words_.Follow();
   SetTimer(Hwnd, kFrontTimer, kFrontMs, nullptr);
   return 0;
 }
@@ -45,9 +45,9 @@ void CModifyFailureDlg::PlaceBesideWork() const {
 }
 
 INT_PTR CModifyFailureDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_MOVE) Words.Follow();
+  if (message == WM_MOVE) words_.Follow();
   // No message tells a thread that another program has come to the front of another thread's window.
-  if (message == WM_TIMER && wParam == kFrontTimer) Words.ShowWhileInFront(IsProgramInFront());
+  if (message == WM_TIMER && wParam == kFrontTimer) words_.ShowWhileInFront(IsProgramInFront());
   if (message == kMoveMessage) {
     MoveTo(static_cast<int>(wParam), static_cast<int>(lParam));
     return TRUE;
@@ -87,7 +87,7 @@ bool CModifyFailureDlg::ShowNext(bool forward) {
 void CModifyFailureDlg::MoveTo(int index, int sample) {
   Index = index;
   Sample = sample;
-  if (TextOfRun) Words.Show(Hwnd, TextOfRun(Index, Sample));
+  if (TextOfRun) words_.Show(Hwnd, TextOfRun(Index, Sample));
 }
 
 // The way goes round: from the only run it leads back to it.
@@ -103,8 +103,8 @@ void CModifyFailureDlg::ShowNextOrEnd() {
 }
 
 LRESULT CModifyFailureDlg::OnDestroy() {
-  Keys.Stop();
-  Words.Forget();
+  keys_.Stop();
+  words_.Forget();
   SaveWindowPlacement(Hwnd, kPlacementValue);
   return CDlgBase::OnDestroy();
 }

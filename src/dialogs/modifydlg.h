@@ -43,7 +43,7 @@ class CModifyFailureDlg : public CTemplateDlg<CModifyFailureDlg, IDD_MODIFY> {
 
   int Index = -1;   // syllable of the run in view
   int Sample = -1;  // sample position in it
-  SharedKeys Keys;
-  StandingTip Words;
+  SharedKeys keys_;
+  StandingTip words_;
   bool Forward = true;  // direction of the last step, also from one opening to the next
 };

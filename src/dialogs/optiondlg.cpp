@@ -27,7 +27,7 @@ constexpr int kShownResamplers = 10;  // of those in the history
 }  // namespace
 
 INT_PTR COptionDlg::OnInitDialog(LPARAM) {
-  LoadHistory(kHistoryKey, History);
+  LoadHistory(kHistoryKey, history_);
   COMBOBOXINFO box{};
   box.cbSize = sizeof(box);
   if (SendDlgItemMessageW(Hwnd, IDC_OPTION_RESAMPLER, CB_GETCOMBOBOXINFO, 0, reinterpret_cast<LPARAM>(&box))) {
@@ -54,7 +54,7 @@ void COptionDlg::ShowBundled(HWND edit) const {
 void COptionDlg::FillResamplers() const {
   const HWND box = Item(IDC_OPTION_RESAMPLER);
   ComboBox_ResetContent(box);
-  for (const std::wstring& resampler : History) {
+  for (const std::wstring& resampler : history_) {
     if (ComboBox_GetCount(box) == kShownResamplers) break;
     ComboBox_AddString(box, resampler.c_str());
   }
@@ -107,16 +107,16 @@ void COptionDlg::Accept(const std::wstring& resampler) {
   ResamplerPath = resampler;
   MaxParallelCount = GetDlgItemInt(Hwnd, IDC_OPTION_PARALLEL, nullptr, FALSE);
   AutoDeleteLlsm = IsDlgButtonChecked(Hwnd, IDC_OPTION_DELETELLSM) == BST_CHECKED;
-  History.remove(resampler);
-  History.push_front(resampler);
-  SaveHistory(kHistoryKey, History);
+  history_.remove(resampler);
+  history_.push_front(resampler);
+  SaveHistory(kHistoryKey, history_);
   End(IDOK);
 }
 
 void COptionDlg::Refuse(const std::wstring& resampler) {
   ShowMessage(Hwnd, LoadResString(IDS_FILENOTFOUND) + L"\r\n\r\n" + resampler, MB_ICONEXCLAMATION);
-  History.remove(resampler);
-  SaveHistory(kHistoryKey, History);
+  history_.remove(resampler);
+  SaveHistory(kHistoryKey, history_);
   FillResamplers();
   SetDlgItemTextW(Hwnd, IDC_OPTION_RESAMPLER, resampler.c_str());
 }

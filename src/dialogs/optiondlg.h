@@ -33,5 +33,5 @@ class COptionDlg : public CTemplateDlg<COptionDlg, IDD_OPTION> {
   void Accept(const std::wstring& resampler);
   void Refuse(const std::wstring& resampler);
 
-  std::list<std::wstring> History;
+  std::list<std::wstring> history_;
 };

@@ -16,8 +16,8 @@ constexpr wchar_t kRangeValue[] = L"Vs4uRange";
 constexpr wchar_t kUseFrqValue[] = L"Vs4uUseFrq";
 
 constexpr struct {
-  UINT text;
-  const wchar_t *low, *high;
+  UINT Text;
+  const wchar_t *Low, *High;
 } kPresets[] = {
     {IDS_RANGE_VOCAL, L"A2", L"G5"},
     {IDS_RANGE_MALE, L"A2", L"C5"},
@@ -52,8 +52,8 @@ INT_PTR COptionVs4ufrqDlg::OnInitDialog(LPARAM) {
 }
 
 void COptionVs4ufrqDlg::ReadSettings() {
-  RegReadValue(kPresetValue, Preset);
-  if (Preset < 0 || Preset > kCustom) Preset = 0;
+  RegReadValue(kPresetValue, preset_);
+  if (preset_ < 0 || preset_ > kCustom) preset_ = 0;
   RegReadValue(kOffsetValue, CustomOffset);
   RegReadValue(kRangeValue, CustomRange);
   UseFrq = RegReadFlag(kUseFrqValue, UseFrq);
@@ -61,9 +61,9 @@ void COptionVs4ufrqDlg::ReadSettings() {
 
 void COptionVs4ufrqDlg::FillPresets() {
   const HWND box = Item(IDC_VS4UFRQ_PRESET);
-  for (const auto& preset : kPresets) ComboBox_AddString(box, LoadResString(preset.text).c_str());
+  for (const auto& preset : kPresets) ComboBox_AddString(box, LoadResString(preset.Text).c_str());
   ComboBox_AddString(box, LoadResString(IDS_RANGE_CUSTOM).c_str());
-  ComboBox_SetCurSel(box, Preset);
+  ComboBox_SetCurSel(box, preset_);
 }
 
 void COptionVs4ufrqDlg::FillNoteBoxes() {
@@ -94,14 +94,14 @@ NoteRange COptionVs4ufrqDlg::CustomBoxes() const {
 }
 
 void COptionVs4ufrqDlg::OnOK() {
-  Preset = SelectedPreset();
+  preset_ = SelectedPreset();
   NoteRange range;
-  if (Preset == kCustom) {
+  if (preset_ == kCustom) {
     range = CustomBoxes();
     CustomOffset = range.Lowest;
     CustomRange = range.Semitones;
   } else {
-    range = NoteRangeBetween(kPresets[Preset].low, kPresets[Preset].high);
+    range = NoteRangeBetween(kPresets[preset_].Low, kPresets[preset_].High);
   }
   Offset = range.Lowest;
   Range = range.Semitones;
@@ -111,7 +111,7 @@ void COptionVs4ufrqDlg::OnOK() {
 }
 
 void COptionVs4ufrqDlg::WriteSettings() const {
-  RegWriteValue(kPresetValue, Preset);
+  RegWriteValue(kPresetValue, preset_);
   RegWriteValue(kOffsetValue, CustomOffset);
   RegWriteValue(kRangeValue, CustomRange);
   RegWriteFlag(kUseFrqValue, UseFrq);

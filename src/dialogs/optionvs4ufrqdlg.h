@@ -29,7 +29,7 @@ class COptionVs4ufrqDlg : public CTemplateDlg<COptionVs4ufrqDlg, IDD_OPTIONVS4UF
   NoteRange CustomBoxes() const;
 
   // These are kept in the registry, together with UseFrq.
-  int Preset = 0;
+  int preset_ = 0;
   int CustomOffset = 24;
   int CustomRange = 84;
 };

@@ -51,8 +51,8 @@ SIZE ClientSize(HWND window) {
 
 INT_PTR CThumbnailDlg::OnInitDialog(LPARAM) {
   SetEvent(ReadyEvent);
-  Keys.Start(Hwnd, Commands, IDR_SHAREDKEYS);
-  Spacing = SpacingOfScreen();
+  keys_.Start(Hwnd, Commands, IDR_SHAREDKEYS);
+  spacing_ = SpacingOfScreen();
   Forget();
   {
     const FlagScope busy(Busy);  // the placement sizes the window, which is laid out below
@@ -110,13 +110,13 @@ void CThumbnailDlg::FillItems() {
     item.SyllableIndex = index;
     item.Path = std::move(facts.Path);
     const PixelSize client = ThumbnailClientSize(facts.FrameEstimate, scale.X, scale.Y);
-    Sizes.push_back({client.width + frame.width - empty.width, client.height + frame.height - empty.height});
+    sizes_.push_back({client.width + frame.width - empty.width, client.height + frame.height - empty.height});
   }
 }
 
 int CThumbnailDlg::BuildRows(bool keepAnchor) {
   const SIZE client = ClientSize(Hwnd);
-  Rows = LayOutThumbnails(Sizes, client.cx, Spacing);
+  Rows = LayOutThumbnails(sizes_, client.cx, spacing_);
   const int count = static_cast<int>(Rows.Rows.size());
   int row = std::clamp(TopRow, 0, count - 1);
   if (keepAnchor) {
@@ -124,7 +124,7 @@ int CThumbnailDlg::BuildRows(bool keepAnchor) {
     const bool found = anchor != Items.end() && anchor->SyllableIndex == AnchorSyllable;
     row = found ? Rows.RowOf(static_cast<int>(anchor - Items.begin())) : 0;
   }
-  SetBar(Hwnd, count, Rows.Page(client.cy, Spacing), row);
+  SetBar(Hwnd, count, Rows.Page(client.cy, spacing_), row);
   return row;
 }
 
@@ -181,7 +181,7 @@ void CThumbnailDlg::CreateControl(ThumbnailItem& item) {
   const LRESULT font = SendMessageW(Hwnd, WM_GETFONT, 0, 0);
   SendMessageW(item.Window, WM_SETFONT, static_cast<WPARAM>(font), 0);
   const FrqCtrlSender control(item.Window);
-  control.SetEditing(&Editing);
+  control.SetEditing(&editing_);
   control.SetThumbnail(true);
   control.SetMaps(nullptr, &item.Map);
   control.SetAutoSize(true);
@@ -261,7 +261,7 @@ LRESULT CThumbnailDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
 void CThumbnailDlg::OnOK() {}
 
 LRESULT CThumbnailDlg::OnDestroy() {
-  Keys.Stop();
+  keys_.Stop();
   SaveWindowPlacement(Hwnd, kPlacementValue);
   return CDlgBase::OnDestroy();
 }
@@ -278,7 +278,7 @@ void CThumbnailDlg::Forget() {
     if (item.Window) DestroyWindow(item.Window);
   }
   Items.clear();
-  Sizes.clear();
+  sizes_.clear();
   Rows = {};
   VisibleRows.clear();
   TopRow = 0;

@@ -104,15 +104,15 @@ class CThumbnailDlg : public CTemplateDlg<CThumbnailDlg, IDD_THUMBNAIL> {
   FileListSender ToList() const { return FileListSender(Owner); }
 
   std::vector<ThumbnailItem> Items;  // in the order of the list; filled in one go, since the controls point into it
-  std::vector<PixelSize> Sizes;      // of the items' windows
+  std::vector<PixelSize> sizes_;     // of the items' windows
   ThumbnailLayout Rows;
-  ThumbnailSpacing Spacing;
+  ThumbnailSpacing spacing_;
   int AnchorSyllable = 0;                 // the syllable that the layout keeps at the top
   int TopRow = 0;                         // first row shown
   bool Busy = false;                      // a layout is running: the handlers that would start one return at once
   bool SizeChanged = false;               // a WM_SIZE came since the last end of a size-move
   std::vector<ThumbnailRow> VisibleRows;  // on the screen, their tops as they stand in the window
-  CopiesOnly Editing{Items};
+  CopiesOnly editing_{Items};
   LayerEvictionList Layers;  // the cap on the layers of the thumbnails
-  SharedKeys Keys;
+  SharedKeys keys_;
 };

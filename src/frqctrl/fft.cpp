@@ -63,7 +63,7 @@ void PutFactor(double* to, std::size_t n, std::size_t k) {
 void MakeRealFactors(FftTables& tables) {
   for (std::size_t length = kTransformLength; length >= 8; length /= 4) {
     for (std::size_t i = 0; i < length / 8; ++i) {
-      double* const factors = tables.real[length / 8 + i].data();
+      double* const factors = tables.Real[length / 8 + i].data();
       PutFactor(factors, length, i);
       PutFactor(factors + 4, length, i + length / 8);
       PutFactor(factors + 8, length, 2 * i);
@@ -74,7 +74,7 @@ void MakeRealFactors(FftTables& tables) {
 void MakeComplexFactors(FftTables& tables) {
   for (std::size_t length = kComplexLength; length > 8; length /= 2) {
     const std::size_t radix = RadixOf(length);
-    double* to = &tables.complex[4 * length];
+    double* to = &tables.Complex[4 * length];
     for (std::size_t i = 0; i < length / radix; ++i) {
       for (std::size_t j = 1; j < radix; ++j, to += 4) PutFactor(to, length, i * j);
     }
@@ -95,7 +95,7 @@ FftTables MakeTables() {
   for (std::size_t length = kComplexLength; length >= 1; length /= 2) {
     for (std::size_t place = 0; place < length; ++place) {
       const std::size_t bin = kComplexLength / length * (4 * OutputAt(length, place) + 1);
-      tables.bins[length + place] = static_cast<std::uint16_t>(bin < kTransformBins ? bin : kTransformLength - bin);
+      tables.Bins[length + place] = static_cast<std::uint16_t>(bin < kTransformBins ? bin : kTransformLength - bin);
     }
   }
   return tables;
@@ -105,7 +105,7 @@ FftTables MakeTables() {
 
 TransformWindow::TransformWindow(const double* window, double gain) {
   for (std::size_t i = 0; i < kTransformLength; ++i) {
-    factors[PlaceOf(i % kStride, i / kStride)] = window[i] * gain;
+    Factors[PlaceOf(i % kStride, i / kStride)] = window[i] * gain;
   }
 }
 

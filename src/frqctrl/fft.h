@@ -23,13 +23,13 @@ enum class FftPath { Scalar, Sse2, Avx2 };
 struct TransformWindow {
   // The first pass takes every 256th sample together.
   static constexpr std::size_t kStride = kTransformLength / 8;
-  alignas(64) double factors[kTransformLength];
+  alignas(64) double Factors[kTransformLength];
 
   // `window`: 2,048 factors in the order of the samples.
   TransformWindow(const double* window, double gain);
 
   // The factors of the samples i + j * kStride and, as far as they are taken together with it, of the next ones.
-  const double* FactorsOf(std::size_t i, std::size_t j) const { return factors + PlaceOf(i, j); }
+  const double* FactorsOf(std::size_t i, std::size_t j) const { return Factors + PlaceOf(i, j); }
 
  private:
   static std::size_t PlaceOf(std::size_t i, std::size_t j) {
@@ -47,10 +47,10 @@ struct MagnitudeTransform {
 
   static constexpr std::size_t kMostFrames = 4;
 
-  Function run = nullptr;
-  std::size_t frames = 0;
+  Function Run = nullptr;
+  std::size_t Frames = 0;
 
-  explicit operator bool() const { return run != nullptr; }
+  explicit operator bool() const { return Run != nullptr; }
 };
 
 // None where this build or this machine has no such path.

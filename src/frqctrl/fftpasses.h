@@ -13,9 +13,9 @@ struct Complexes {
 // The values between the passes. The complex transform of n values is at complexes[n].
 template <class V>
 struct FftBuffers {
-  alignas(64) Complexes<V> complexes[2 * kComplexLength];
-  alignas(64) typename V::Value reals[kTransformLength / 4];
-  alignas(64) typename V::Value squares[kTransformBins];
+  alignas(64) Complexes<V> Complexes[2 * kComplexLength];
+  alignas(64) typename V::Value Reals[kTransformLength / 4];
+  alignas(64) typename V::Value Squares[kTransformBins];
 };
 
 template <class V>
@@ -133,7 +133,7 @@ inline void ComplexTransform(const FftTables& tables, Complexes<V>* values, cons
   if constexpr (kStride == 1) {
     LastButterfly<V, kWhole, kRadix>(values, squares, *bins);
   } else {
-    const double* factors = &tables.complex[4 * kLength];
+    const double* factors = &tables.Complex[4 * kLength];
     for (std::size_t i = 0; i < kStride; ++i) {
       Complexes<V> x[kRadix];
 #pragma GCC unroll 8
@@ -157,14 +157,14 @@ template <class V, std::size_t kLength>
 [[gnu::always_inline]] inline void SplitButterfly(const FftTables& tables, std::size_t i, const typename V::Value* x,
                                                   FftBuffers<V>& buffers) {
   constexpr std::size_t kEighth = kLength / 8;
-  const double* const factors = tables.real[kEighth + i].data();
-  Complexes<V>* const odd = &buffers.complexes[kLength / 4];
+  const double* const factors = tables.Real[kEighth + i].data();
+  Complexes<V>* const odd = &buffers.Complexes[kLength / 4];
   odd[i] = Times<V>({x[0] - x[4], x[6] - x[2]}, factors);
   odd[i + kEighth] = Times<V>({x[1] - x[5], x[7] - x[3]}, factors + 4);
   const auto a = x[0] + x[4], b = x[1] + x[5], c = x[2] + x[6], d = x[3] + x[7];
-  buffers.complexes[kEighth + i] = Times<V>({a - c, d - b}, factors + 8);
-  buffers.reals[i] = a + c;
-  buffers.reals[i + kEighth] = b + d;
+  buffers.Complexes[kEighth + i] = Times<V>({a - c, d - b}, factors + 8);
+  buffers.Reals[i] = a + c;
+  buffers.Reals[i + kEighth] = b + d;
 }
 
 // Stores the magnitudes of kBinsAtATime bins from `bin` on.
@@ -186,7 +186,7 @@ inline void SplitSamples(const FftTables& tables, const double* const* samples, 
   constexpr std::size_t kEighth = kTransformLength / 8;
   static_assert(kEighth / kSamplesAtATime == kTransformBins / kBinsAtATime);
   for (std::size_t i = 0; i < kEighth; i += kSamplesAtATime) {
-    if (magnitudesBefore) StoreMagnitudes<V>(buffers.squares, magnitudesBefore, i * (kBinsAtATime / kSamplesAtATime));
+    if (magnitudesBefore) StoreMagnitudes<V>(buffers.Squares, magnitudesBefore, i * (kBinsAtATime / kSamplesAtATime));
     typename V::Value x[kSamplesAtATime][8];
 #pragma GCC unroll 8
     for (std::size_t j = 0; j < 8; ++j) {
@@ -207,7 +207,7 @@ inline void SplitReals(const FftTables& tables, FftBuffers<V>& buffers) {
   for (std::size_t i = 0; i < kLength / 8; ++i) {
     typename V::Value x[8];
 #pragma GCC unroll 8
-    for (std::size_t j = 0; j < 8; ++j) x[j] = buffers.reals[i + j * (kLength / 8)];
+    for (std::size_t j = 0; j < 8; ++j) x[j] = buffers.Reals[i + j * (kLength / 8)];
     SplitButterfly<V, kLength>(tables, i, x, buffers);
   }
   if constexpr (kLength > 8) SplitReals<V, kLength / 4>(tables, buffers);
@@ -215,7 +215,7 @@ inline void SplitReals(const FftTables& tables, FftBuffers<V>& buffers) {
 
 template <class V, std::size_t kLength>
 inline void ComplexTransforms(const FftTables& tables, FftBuffers<V>& buffers) {
-  ComplexTransform<V, kLength>(tables, &buffers.complexes[kLength], &tables.bins[kLength], buffers.squares);
+  ComplexTransform<V, kLength>(tables, &buffers.Complexes[kLength], &tables.Bins[kLength], buffers.Squares);
   if constexpr (kLength > 1) ComplexTransforms<V, kLength / 2>(tables, buffers);
 }
 
@@ -230,12 +230,12 @@ void TransformBy(const double* const* samples, const TransformWindow& window, do
     SplitReals<V, kTransformLength / 4>(tables, buffers);
     ComplexTransforms<V, kComplexLength>(tables, buffers);
     // Two real values are left, whose sum is X[0]; their difference is X[1024], which nobody keeps.
-    const auto zero = buffers.reals[0] + buffers.reals[1];
-    buffers.squares[0] = zero * zero;
+    const auto zero = buffers.Reals[0] + buffers.Reals[1];
+    buffers.Squares[0] = zero * zero;
     before = magnitudes;
   }
   for (std::size_t bin = 0; bin < kTransformBins; bin += kBinsAtATime) {
-    StoreMagnitudes<V>(buffers.squares, before, bin);
+    StoreMagnitudes<V>(buffers.Squares, before, bin);
   }
   V::EndStores();
 }

@@ -28,12 +28,12 @@ struct FftTables {
   // For the passes over `length` real values, which do two steps of the splitting, butterfly i from 0 to length / 8 -
   // 1: W(length, i), W(length, i + length / 8), W(length, 2 i). Those for `length` values start at length / 8.
   static constexpr std::size_t kRealFactors = 12;
-  alignas(64) std::array<std::array<double, kRealFactors>, 2 * kTransformLength / 8> real;
+  alignas(64) std::array<std::array<double, kRealFactors>, 2 * kTransformLength / 8> Real;
   // For the passes over `length` complex values, butterfly i from 0 to length / RadixOf(length) - 1: W(length, j i) for
   // j from 1 to RadixOf(length) - 1. Those for `length` values start at 4 * length.
-  alignas(64) std::array<double, 8 * kComplexLength> complex;
+  alignas(64) std::array<double, 8 * kComplexLength> Complex;
   // The complex transform of n values leaves the bin bins[n + p] at its place p.
-  std::array<std::uint16_t, 2 * kComplexLength> bins;
+  std::array<std::uint16_t, 2 * kComplexLength> Bins;
 };
 
 // The tables are made at the first call.

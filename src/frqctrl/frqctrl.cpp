@@ -35,8 +35,8 @@ std::wstring TextAt(POINT point, const TableModel& model, const MapEditing& edit
 
 CFrqCtrl::CFrqCtrl() {
   const ScreenScale scale = CurrentScreenScale();
-  Model.Geometry.DpiScaleX = scale.X;
-  Model.Geometry.DpiScaleY = scale.Y;
+  model_.Geometry.DpiScaleX = scale.X;
+  model_.Geometry.DpiScaleY = scale.Y;
 }
 
 const wchar_t* CFrqCtrl::GetWindowClassName() const {
@@ -61,41 +61,41 @@ LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPa
   const int number = static_cast<int>(wParam);
   const bool on = wParam != 0;
   switch (message) {
-    case FCM_TOGGLEBRIGHTNESS: Children.ToggleTrackbar(Model.Brightness); break;
-    case FCM_COLORMENU: Children.OpenColorMenu(Model.ColorTable); break;
+    case FCM_TOGGLEBRIGHTNESS: children_.ToggleTrackbar(model_.Brightness); break;
+    case FCM_COLORMENU: children_.OpenColorMenu(model_.ColorTable); break;
     case FCM_SETMAPS: SetMaps(reinterpret_cast<const FrqMap*>(wParam), reinterpret_cast<FrqMap*>(lParam)); break;
-    case FCM_SHOWFRAMES: Viewport.ShowFrames(number, static_cast<SampleCount>(lParam)); break;
-    case FCM_FIT: Viewport.Fit(); break;
-    case FCM_CENTRE: Viewport.Centre(); break;
+    case FCM_SHOWFRAMES: viewport_.ShowFrames(number, static_cast<SampleCount>(lParam)); break;
+    case FCM_FIT: viewport_.Fit(); break;
+    case FCM_CENTRE: viewport_.Centre(); break;
     case FCM_SHOWCURVE:
-      if (Model.FollowsCurve) Viewport.ShowFrames(0, Model.ColumnCount() - 1);
+      if (model_.FollowsCurve) viewport_.ShowFrames(0, model_.ColumnCount() - 1);
       break;
-    case FCM_ZOOMINPLACE: Viewport.ZoomInPlace(on); break;
+    case FCM_ZOOMINPLACE: viewport_.ZoomInPlace(on); break;
     case FCM_SETSELECTION: SetSelection(reinterpret_cast<const int*>(lParam), wParam); break;
-    case FCM_STEPZOOM: Viewport.StepZoom(on); break;
+    case FCM_STEPZOOM: viewport_.StepZoom(on); break;
     case FCM_GETZOOMCOUNT: return kZoomCount;
-    case FCM_GETZOOM: return Model.Geometry.Zoom;
-    case FCM_SETZOOM: Viewport.SetZoom(number); break;
+    case FCM_GETZOOM: return model_.Geometry.Zoom;
+    case FCM_SETZOOM: viewport_.SetZoom(number); break;
     case FCM_DROPLAYER:
     case FCM_EVICTLAYER: DropLayer(); break;
     case FCM_SETTHUMBNAIL: SetThumbnail(on); break;
     case FCM_SETAUTOSIZE: SetAutoSize(on); break;
-    case FCM_SETLAYERLIST: Layer.SetList(reinterpret_cast<LayerEvictionList*>(lParam)); break;
-    case FCM_SETLIMITS: Model.SetLimits(ReadableAt<double>(number), ReadableAt<double>(lParam)); break;
-    case FCM_SETREADONLY: Model.ReadOnly = on; break;
-    case FCM_SETSCROLLCOLUMN: Viewport.SetScrollColumn(number); break;
+    case FCM_SETLAYERLIST: layer_.SetList(reinterpret_cast<LayerEvictionList*>(lParam)); break;
+    case FCM_SETLIMITS: model_.SetLimits(ReadableAt<double>(number), ReadableAt<double>(lParam)); break;
+    case FCM_SETREADONLY: model_.ReadOnly = on; break;
+    case FCM_SETSCROLLCOLUMN: viewport_.SetScrollColumn(number); break;
     case FCM_SETWAVEPATH:
-      if (const wchar_t* const path = PathAt(lParam); path || lParam == 0) Spectrum.SetWave(path);
+      if (const wchar_t* const path = PathAt(lParam); path || lParam == 0) spectrum_.SetWave(path);
       break;
-    case FCM_SETKIND: Model.Kind = static_cast<FrqType>(number); break;
+    case FCM_SETKIND: model_.Kind = static_cast<FrqType>(number); break;
     case FCM_SETVIEWMODE: return SetViewMode(number);
-    case FCM_GETVIEWMODE: return Model.ViewMode;
+    case FCM_GETVIEWMODE: return model_.ViewMode;
     case FCM_SETBRIGHTNESS: SetBrightness(number); break;
-    case FCM_GETBRIGHTNESS: return Model.Brightness;
+    case FCM_GETBRIGHTNESS: return model_.Brightness;
     case FCM_SETCOLORTABLE: SetColorTable(number); break;
-    case FCM_GETCOLORTABLE: return Model.ColorTable;
+    case FCM_GETCOLORTABLE: return model_.ColorTable;
     case WM_SETFOCUS:
-    case WM_KILLFOCUS: Keys.OnFocus(message == WM_SETFOCUS); break;
+    case WM_KILLFOCUS: keys_.OnFocus(message == WM_SETFOCUS); break;
     case WM_GETDLGCODE: return DLGC_WANTARROWS;
     // The themed buttons in the control ask for this, to draw what is behind them.
     case WM_PRINTCLIENT: PrintInto(reinterpret_cast<HDC>(wParam)); break;
@@ -106,15 +106,15 @@ LRESULT CFrqCtrl::OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 }
 
 LRESULT CFrqCtrl::OnCreate(CREATESTRUCTW*) {
-  Children.Create(Hwnd, Model.Geometry, Model.Brightness);
+  children_.Create(Hwnd, model_.Geometry, model_.Brightness);
   SetTimer(Hwnd, kCursorTimer, kCursorMs, nullptr);
   return 0;
 }
 
 // A control that goes is not sent to any more.
 LRESULT CFrqCtrl::OnDestroy() {
-  Mouse.EndDrag();
-  Layer.Leave(Hwnd);
+  mouse_.EndDrag();
+  layer_.Leave(Hwnd);
   return CCtrlBase::OnDestroy();
 }
 
@@ -125,24 +125,24 @@ LRESULT CFrqCtrl::OnSize(WPARAM, int, int) {
 
 bool CFrqCtrl::Draw(HDC dc, const RECT& client) {
   // A paint under the box of a failed analysis draws nothing: the layer is about to be built.
-  if (Spectrum.IsAnalyzing()) return false;
-  Painter.LayOut(dc, client);
+  if (spectrum_.IsAnalyzing()) return false;
+  painter_.LayOut(dc, client);
   // The analysis comes ahead of the lock, since it may take seconds and show a box.
-  const bool newLayer = !Layer;
-  const PixelRect& plot = Model.Geometry.PlotRect;
-  if (newLayer && Model.ShowsSpectrum() && plot.left < plot.right) Spectrum.Ensure(Hwnd);
+  const bool newLayer = !layer_;
+  const PixelRect& plot = model_.Geometry.PlotRect;
+  if (newLayer && model_.ShowsSpectrum() && plot.left < plot.right) spectrum_.Ensure(Hwnd);
   const std::wstring caption = WindowText(Hwnd);
   {
     const std::lock_guard reading(Editing());
-    const auto draw = [&](HDC layer, PixelBitmap& pixels) { Painter.DrawLayer(layer, pixels, client); };
-    if (newLayer && !Layer.Build(dc, client, draw)) return false;
-    Layer.CopyTo(dc, client);
-    Pitches.Draw(dc);
-    Painter.DrawMap(dc, client);
-    Painter.DrawPointers(dc);
-    Painter.DrawCaption(dc, client, caption);
+    const auto draw = [&](HDC layer, PixelBitmap& pixels) { painter_.DrawLayer(layer, pixels, client); };
+    if (newLayer && !layer_.Build(dc, client, draw)) return false;
+    layer_.CopyTo(dc, client);
+    pitches_.Draw(dc);
+    painter_.DrawMap(dc, client);
+    painter_.DrawPointers(dc);
+    painter_.DrawCaption(dc, client, caption);
   }
-  if (newLayer) Layer.Enter(Hwnd);
+  if (newLayer) layer_.Enter(Hwnd);
   return true;
 }
 
@@ -159,10 +159,10 @@ void CFrqCtrl::Rebuild() {
 
 // A thumbnail's layer goes with its memory.
 void CFrqCtrl::DropLayer() {
-  if (Model.Geometry.ThumbnailMode) {
-    Layer.GiveUp();
+  if (model_.Geometry.ThumbnailMode) {
+    layer_.GiveUp();
   } else {
-    Layer.Drop();
+    layer_.Drop();
   }
 }
 
@@ -173,34 +173,34 @@ void CFrqCtrl::Notify(FrqCtrlNotification code, LPARAM lParam) {
 
 // Pointers that lead to no map are not taken.
 void CFrqCtrl::SetMaps(const FrqMap* reference, FrqMap* map) {
-  if (!IsMapOrNull(reference) || !IsMapOrNull(map) || !CurrentEditing->MayShow(reference, map)) return;
+  if (!IsMapOrNull(reference) || !IsMapOrNull(map) || !currentEditing_->MayShow(reference, map)) return;
   // The same map again means that its content is new. Its saved state is not taken here: the editor changes that one
   // in place, and a sender that shows the map once more need not know it.
-  if (map && map == Model.Map) {
+  if (map && map == model_.Map) {
     Rebuild();
     return;
   }
-  Mouse.EndDrag();
-  Model.SetMaps(reference, map);
-  Keys.Forget();
-  if (!map && Model.ViewMode == 0) {
+  mouse_.EndDrag();
+  model_.SetMaps(reference, map);
+  keys_.Forget();
+  if (!map && model_.ViewMode == 0) {
     // The layer stays too, so that a window between two maps does not flash.
     EnableScrollBar(Hwnd, SB_HORZ, ESB_DISABLE_BOTH);
     return;
   }
   EnableScrollBar(Hwnd, SB_HORZ, ESB_ENABLE_BOTH);
   const SampleCount columns = ScrollableColumns();
-  if (!Model.Geometry.ThumbnailMode) Viewport.SetUpBars(columns);
+  if (!model_.Geometry.ThumbnailMode) viewport_.SetUpBars(columns);
   DropLayer();
 }
 
 SampleCount CFrqCtrl::ScrollableColumns() {
   {
     const std::lock_guard reading(Editing());
-    if (!Model.ScrollsOverSpectrum()) return Model.ColumnCount();
+    if (!model_.ScrollsOverSpectrum()) return model_.ColumnCount();
   }
-  Spectrum.Ensure(Hwnd);
-  return static_cast<SampleCount>(Spectrum.EntryCount());
+  spectrum_.Ensure(Hwnd);
+  return static_cast<SampleCount>(spectrum_.EntryCount());
 }
 
 void FrqCtrlSender::SetEditing(MapEditing* editing) const {
@@ -208,53 +208,53 @@ void FrqCtrlSender::SetEditing(MapEditing* editing) const {
 }
 
 void FrqCtrlSender::SetPitches(WavePitches* pitches) const {
-  if (auto* const table = dynamic_cast<CFrqCtrl*>(ControlOf(control_))) table->Pitches.SetSource(pitches);
+  if (auto* const table = dynamic_cast<CFrqCtrl*>(ControlOf(control_))) table->pitches_.SetSource(pitches);
 }
 
 void CFrqCtrl::SetEditing(MapEditing* editing) {
-  Mouse.EndDrag();
-  CurrentEditing = editing ? editing : &OwnEditing;
+  mouse_.EndDrag();
+  currentEditing_ = editing ? editing : &ownEditing_;
 }
 
 // Null is none; frames that cannot be read leave the selection as it is.
 void CFrqCtrl::SetSelection(const int* frames, std::size_t count) {
-  if (!Model.Map || (frames && (count > kMostFrames || !IsReadable(frames, count * sizeof(int))))) return;
-  Editing().Select(*Model.Map, {frames, frames ? count : 0});
+  if (!model_.Map || (frames && (count > kMostFrames || !IsReadable(frames, count * sizeof(int))))) return;
+  Editing().Select(*model_.Map, {frames, frames ? count : 0});
   Refresh();
 }
 
 LRESULT CFrqCtrl::SetViewMode(int mode) {
-  if (!Model.SetViewMode(mode)) return -1;
-  Children.ShowViewMode(mode);
+  if (!model_.SetViewMode(mode)) return -1;
+  children_.ShowViewMode(mode);
   return 0;
 }
 
 void CFrqCtrl::SetBrightness(int brightness) {
-  if (!Model.SetBrightness(brightness)) return;
-  Children.ShowBrightness(brightness);
+  if (!model_.SetBrightness(brightness)) return;
+  children_.ShowBrightness(brightness);
   Rebuild();
 }
 
 void CFrqCtrl::SetColorTable(int table) {
-  if (Model.SetColorTable(table)) Rebuild();
+  if (model_.SetColorTable(table)) Rebuild();
 }
 
 void CFrqCtrl::SetThumbnail(bool on) {
-  Model.SetThumbnail(on);
+  model_.SetThumbnail(on);
   if (!on) return;
   KillTimer(Hwnd, kCursorTimer);  // a thumbnail has no cursor of its own, and there are thousands
-  Children.Destroy();
+  children_.Destroy();
 }
 
 // The window takes the size of its map once; a map that comes later finds it as it is.
 void CFrqCtrl::SetAutoSize(bool on) {
-  if (on) FitWindowToMap(Hwnd, Model.ColumnCount());
+  if (on) FitWindowToMap(Hwnd, model_.ColumnCount());
 }
 
 LRESULT CFrqCtrl::OnCommand(WPARAM wParam, UINT, HWND) {
   const int id = LOWORD(wParam);
   if (id == IDC_TABLE_VIEW) {
-    SetViewMode(Children.ChosenViewMode());
+    SetViewMode(children_.ChosenViewMode());
     Rebuild();
   }
   if (id >= ID_VIEW_COLOR_FIRST && id <= ID_VIEW_COLOR_LAST) SetColorTable(id - ID_VIEW_COLOR_FIRST);
@@ -266,30 +266,30 @@ LRESULT CFrqCtrl::OnCtlColorStatic(HWND control, HDC) {
 }
 
 LRESULT CFrqCtrl::OnHScroll(UINT code, int, HWND) {
-  Viewport.OnScroll(SB_HORZ, code);
+  viewport_.OnScroll(SB_HORZ, code);
   return 0;
 }
 
 LRESULT CFrqCtrl::OnVScroll(UINT code, int, HWND scrollBar) {
   if (TableChildren::IsTrackbar(scrollBar)) {
     // The trackbar is in the middle of its own message here: the rest waits until it has finished.
-    Model.Brightness = Children.ChosenBrightness();
-    PostMessageW(Hwnd, FCM_SETBRIGHTNESS, static_cast<WPARAM>(Model.Brightness), 0);
+    model_.Brightness = children_.ChosenBrightness();
+    PostMessageW(Hwnd, FCM_SETBRIGHTNESS, static_cast<WPARAM>(model_.Brightness), 0);
   } else {
-    Viewport.OnScroll(SB_VERT, code);
+    viewport_.OnScroll(SB_VERT, code);
   }
   return 0;
 }
 
 LRESULT CFrqCtrl::OnMouseWheel(WPARAM keys, int x, int y, int delta) {
-  Tip.Hide();
+  tip_.Hide();
   const HWND parent = GetParent(Hwnd);
   POINT point{x, y};
   ScreenToClient(parent, &point);
   // The wheel belongs to what is under the pointer, not to what has the focus.
   const HWND under = ChildWindowFromPoint(parent, point);
   if (under == Hwnd) {
-    Viewport.OnWheel(keys, delta);
+    viewport_.OnWheel(keys, delta);
   } else if (under) {
     PostMessageW(under, WM_MOUSEWHEEL, MAKEWPARAM(keys, delta), MAKELPARAM(x, y));
   }
@@ -297,69 +297,69 @@ LRESULT CFrqCtrl::OnMouseWheel(WPARAM keys, int x, int y, int delta) {
 }
 
 LRESULT CFrqCtrl::OnKeyDown(WPARAM key, UINT low, UINT high) {
-  const bool isTaken = !Mouse.IsDragging() && Keys.OnKey(key, GetKeyState(VK_SHIFT) < 0, GetKeyState(VK_CONTROL) < 0);
+  const bool isTaken = !mouse_.IsDragging() && keys_.OnKey(key, GetKeyState(VK_SHIFT) < 0, GetKeyState(VK_CONTROL) < 0);
   return isTaken ? 0 : CCtrlBase::OnKeyDown(key, low, high);
 }
 
 LRESULT CFrqCtrl::OnLButtonDown(WPARAM keys, int x, int y) {
-  Tip.Hide();
-  Ruler.Hide();
-  Pitches.Follow(true);
-  Mouse.PressLeft({x, y});
+  tip_.Hide();
+  ruler_.Hide();
+  pitches_.Follow(true);
+  mouse_.PressLeft({x, y});
   return CCtrlBase::OnLButtonDown(keys, x, y);
 }
 
 LRESULT CFrqCtrl::OnRButtonDown(WPARAM keys, int x, int y) {
-  Tip.Hide();
-  Ruler.Hide();
-  Mouse.PressRight({x, y});
+  tip_.Hide();
+  ruler_.Hide();
+  mouse_.PressRight({x, y});
   return CCtrlBase::OnRButtonDown(keys, x, y);
 }
 
 LRESULT CFrqCtrl::OnMouseMove(WPARAM keys, int x, int y) {
-  const bool wasDragging = Mouse.IsDragging();
-  Pitches.Follow(wasDragging);
-  Mouse.Move({x, y}, LeftButtonDown || RightButtonDown);
+  const bool wasDragging = mouse_.IsDragging();
+  pitches_.Follow(wasDragging);
+  mouse_.Move({x, y}, LeftButtonDown || RightButtonDown);
   // A drag that was ended from outside has given the capture back, so that the release may go elsewhere.
-  if (wasDragging && !Mouse.IsDragging()) LeftButtonDown = RightButtonDown = 0;
+  if (wasDragging && !mouse_.IsDragging()) LeftButtonDown = RightButtonDown = 0;
   return CCtrlBase::OnMouseMove(keys, x, y);
 }
 
 // Either button's release ends any drag.
 LRESULT CFrqCtrl::OnLButtonUp(WPARAM keys, int x, int y) {
   TellThumbnailClick(LeftButtonDown);
-  Mouse.EndDrag();
+  mouse_.EndDrag();
   return CCtrlBase::OnLButtonUp(keys, x, y);
 }
 
 LRESULT CFrqCtrl::OnRButtonUp(WPARAM keys, int x, int y) {
   TellThumbnailClick(RightButtonDown);
-  Mouse.EndDrag();
+  mouse_.EndDrag();
   return CCtrlBase::OnRButtonUp(keys, x, y);
 }
 
 LRESULT CFrqCtrl::OnLButtonDblClk(WPARAM, int x, int y) {
-  Mouse.DoubleClick({x, y});
+  mouse_.DoubleClick({x, y});
   return 0;
 }
 
 // A window that takes the capture away gets the release of the buttons too.
 void CFrqCtrl::OnCaptureChanged(HWND owner) {
-  if (!Mouse.IsDragging() || owner == Hwnd) return;
-  Mouse.OnCaptureChanged(owner);
+  if (!mouse_.IsDragging() || owner == Hwnd) return;
+  mouse_.OnCaptureChanged(owner);
   LeftButtonDown = RightButtonDown = 0;
 }
 
 void CFrqCtrl::TellThumbnailClick(int pressed) {
-  if (Model.Geometry.ThumbnailMode && pressed == 1) NotifySelf(FCN_THUMBNAILCLICKED);
+  if (model_.Geometry.ThumbnailMode && pressed == 1) NotifySelf(FCN_THUMBNAILCLICKED);
 }
 
 // Pressing Ctrl or Shift moves no mouse, so that only a timer can bring the cursor of a selection and the dots.
 LRESULT CFrqCtrl::OnTimer(UINT_PTR, LPARAM) {
-  if (Mouse.IsDragging() || Model.Geometry.ThumbnailMode) return 0;
-  Mouse.UpdateCursor();
-  if (Ruler.OnTick(Hwnd)) Refresh();
-  Pitches.Follow(false);
-  Tip.OnTick(Hwnd, [this](POINT point) { return TextAt(point, Model, Editing(), Spectrum); });
+  if (mouse_.IsDragging() || model_.Geometry.ThumbnailMode) return 0;
+  mouse_.UpdateCursor();
+  if (ruler_.OnTick(Hwnd)) Refresh();
+  pitches_.Follow(false);
+  tip_.OnTick(Hwnd, [this](POINT point) { return TextAt(point, model_, Editing(), spectrum_); });
   return 0;
 }

@@ -65,7 +65,7 @@ class CFrqCtrl : public CCtrlBase, private TableHost {
 
  private:
   HWND Window() const override { return Hwnd; }
-  MapEditing& Editing() override { return *CurrentEditing; }
+  MapEditing& Editing() override { return *currentEditing_; }
   void Repaint() override { Refresh(); }
   void Rebuild() override;
   void Notify(FrqCtrlNotification code, LPARAM lParam) override;
@@ -90,17 +90,17 @@ class CFrqCtrl : public CCtrlBase, private TableHost {
   SampleCount ScrollableColumns();
   void DropLayer();
 
-  DirectEditing OwnEditing;
-  MapEditing* CurrentEditing = &OwnEditing;
-  TableModel Model;
-  WaveSpectrum Spectrum;
-  TablePainter Painter{Model, Spectrum};
-  TableLayer Layer;
-  TableViewport Viewport{Model, *this};
-  TablePitches Pitches{Model, *this};
-  TableMouse Mouse{Model, Viewport, Pitches, *this};
-  TableChildren Children;
-  TableTip Tip;
-  TableRuler Ruler{Model};
-  TableKeys Keys{Model, Viewport, *this};
+  DirectEditing ownEditing_;
+  MapEditing* currentEditing_ = &ownEditing_;
+  TableModel model_;
+  WaveSpectrum spectrum_;
+  TablePainter painter_{model_, spectrum_};
+  TableLayer layer_;
+  TableViewport viewport_{model_, *this};
+  TablePitches pitches_{model_, *this};
+  TableMouse mouse_{model_, viewport_, pitches_, *this};
+  TableChildren children_;
+  TableTip tip_;
+  TableRuler ruler_{model_};
+  TableKeys keys_{model_, viewport_, *this};
 };

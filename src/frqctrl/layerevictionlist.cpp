@@ -29,16 +29,16 @@ bool LayerEvictionList::IsOne(const LayerEvictionList* list) {
 }
 
 void LayerEvictionList::Add(HWND control) {
-  if (std::ranges::find(Controls, control) != Controls.end()) return;
-  Controls.push_back(control);
-  if (Controls.size() <= Capacity) return;
+  if (std::ranges::find(controls_, control) != controls_.end()) return;
+  controls_.push_back(control);
+  if (controls_.size() <= Capacity) return;
   for (std::size_t i = 0; i < EvictCount; ++i) {
-    const HWND oldest = Controls.front();
-    Controls.pop_front();
+    const HWND oldest = controls_.front();
+    controls_.pop_front();
     FrqCtrlSender(oldest).EvictLayer();
   }
 }
 
 void LayerEvictionList::Remove(HWND control) {
-  Controls.remove(control);
+  controls_.remove(control);
 }

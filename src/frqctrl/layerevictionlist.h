@@ -25,11 +25,11 @@ class LayerEvictionList {
   // Takes out a control that goes; one that is not in the list does nothing.
   void Remove(HWND control);
 
-  std::size_t Count() const { return Controls.size(); }
+  std::size_t Count() const { return controls_.size(); }
 
   static constexpr std::size_t Capacity = 1000;
   static constexpr std::size_t EvictCount = 100;
 
  private:
-  std::list<HWND> Controls;
+  std::list<HWND> controls_;
 };

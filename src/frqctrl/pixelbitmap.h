@@ -17,9 +17,9 @@ class PixelBitmap {
   // The pixels are undefined; null where the system has no memory for the bitmap.
   PixelBitmap(int width, int height);
 
-  bool Is(int width, int height) const { return Section && Width == width && Height == height; }
-  explicit operator bool() const { return static_cast<bool>(Section); }
-  HBITMAP get() const { return Section.get(); }
+  bool Is(int width, int height) const { return section_ && width_ == width && height_ == height; }
+  explicit operator bool() const { return static_cast<bool>(section_); }
+  HBITMAP get() const { return section_.get(); }
 
   // Fills a rectangle as FillRect does, as far as it lies within the bitmap; an empty one is nothing.
   void Fill(const RECT& rect, COLORREF color);
@@ -30,8 +30,8 @@ class PixelBitmap {
   static std::uint32_t PixelOf(COLORREF color);
 
  private:
-  Bitmap Section;
-  std::uint32_t* Pixels = nullptr;
-  int Width = 0;
-  int Height = 0;
+  Bitmap section_;
+  std::uint32_t* pixels_ = nullptr;
+  int width_ = 0;
+  int height_ = 0;
 };

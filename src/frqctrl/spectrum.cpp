@@ -21,17 +21,17 @@ constexpr std::size_t kFramesAtATime = 32;
 
 // The places where the frames of a wave begin.
 struct FrameSource {
-  const std::uint8_t* raw;     // the wave's data as they are
-  const std::uint8_t* middle;  // frames away from the ends begin in this
-  std::size_t samples;         // per channel
+  const std::uint8_t* Raw;     // the wave's data as they are
+  const std::uint8_t* Middle;  // frames away from the ends begin in this
+  std::size_t Samples;         // per channel
 
   // The frames at both ends read the raw data, which are interleaved in a stereo wave, and those at its end lie in the
   // middle of its data then. The picture has always been like that, and the ends of a map are judged by it.
   const std::uint8_t* FrameAround(std::size_t center) const {
     constexpr std::size_t kHalf = SpectrumFrameLength / 2;
-    if (center < kHalf) return raw;
-    if (center > samples - kHalf) return raw + (samples - SpectrumFrameLength) * kSampleSize;
-    return middle + (center - kHalf) * kSampleSize;
+    if (center < kHalf) return Raw;
+    if (center > Samples - kHalf) return Raw + (Samples - SpectrumFrameLength) * kSampleSize;
+    return Middle + (center - kHalf) * kSampleSize;
   }
 };
 
@@ -79,11 +79,11 @@ void AnalyzeFrames(SpectrumTable& table, const FrameSource& source, const Transf
     magnitudes[count] = table[j];
   }
   // The last group is filled up with its last frame.
-  for (; count % transform.frames != 0; ++count) {
+  for (; count % transform.Frames != 0; ++count) {
     samples[count] = samples[count - 1];
     magnitudes[count] = magnitudes[count - 1];
   }
-  transform.run(samples, window, magnitudes, count / transform.frames);
+  transform.Run(samples, window, magnitudes, count / transform.Frames);
 }
 
 std::vector<std::uint8_t> LeftChannel(const std::uint8_t* pairs, std::size_t count) {
@@ -134,22 +134,22 @@ void SpectrumTable::Free() {
 
 int AnalyzeWave(SpectrumTable& table, const SpectrumWave& wave, const SpectrumMeans& means) {
   table.Clear();
-  if (wave.bitsPerSample != 16) return -1;
-  const std::size_t samples = wave.channels ? wave.data.size() / (kSampleSize * wave.channels) : 0;
+  if (wave.BitsPerSample != 16) return -1;
+  const std::size_t samples = wave.Channels ? wave.Data.size() / (kSampleSize * wave.Channels) : 0;
   if (samples < SpectrumMinSamples) return 0;
   try {
     std::vector<std::uint8_t> left;
-    if (wave.channels == 2) left = LeftChannel(wave.data.data(), samples);
-    const FrameSource source{wave.data.data(), left.empty() ? wave.data.data() : left.data(), samples};
+    if (wave.Channels == 2) left = LeftChannel(wave.Data.data(), samples);
+    const FrameSource source{wave.Data.data(), left.empty() ? wave.Data.data() : left.data(), samples};
     double gain = 0.0;
     const std::vector<double> factors = MakeAnalysisWindow(gain);
     const TransformWindow window(factors.data(), gain * kToFullScale);
-    const MagnitudeTransform transform = TransformOf(means.path);
+    const MagnitudeTransform transform = TransformOf(means.Path);
 
     const std::size_t frames = (samples + SpectrumHop - 1) / SpectrumHop;
     table.Extend(frames);
     std::atomic<std::size_t> next = 0;
-    RunOnThreads(ThreadsFor(frames, means.threads), [&] {
+    RunOnThreads(ThreadsFor(frames, means.Threads), [&] {
       for (std::size_t first; (first = next.fetch_add(kFramesAtATime)) < frames;) {
         AnalyzeFrames(table, source, window, transform, first, std::min(first + kFramesAtATime, frames));
       }
@@ -177,5 +177,5 @@ void AnalyzeFrame(SpectrumTable& table, const std::int16_t* samples, const doubl
   double* magnitudes[MagnitudeTransform::kMostFrames];
   std::fill(std::begin(values), std::end(values), stretch.SamplesOf(reinterpret_cast<const std::uint8_t*>(samples)));
   std::fill(std::begin(magnitudes), std::end(magnitudes), table[table.size() - 1]);
-  TransformOf(FastestFft()).run(values, TransformWindow(window, gain * kToFullScale), magnitudes, 1);
+  TransformOf(FastestFft()).Run(values, TransformWindow(window, gain * kToFullScale), magnitudes, 1);
 }

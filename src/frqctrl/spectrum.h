@@ -43,10 +43,10 @@ class SpectrumTable {
 
   // Aligned as the transform wants it.
   struct alignas(64) Piece {
-    double entries[kPiece][SpectrumBins];
+    double Entries[kPiece][SpectrumBins];
   };
 
-  double* EntryOf(std::size_t entry) const { return pieces_[entry / kPiece]->entries[entry % kPiece]; }
+  double* EntryOf(std::size_t entry) const { return pieces_[entry / kPiece]->Entries[entry % kPiece]; }
 
   std::vector<std::unique_ptr<Piece>> pieces_;
   std::size_t size_ = 0;
@@ -54,15 +54,15 @@ class SpectrumTable {
 
 // The part of a wave that is analysed, in the terms of its header.
 struct SpectrumWave {
-  unsigned channels = 1;
-  unsigned bitsPerSample = 16;
-  ByteSpan data;  // all of it, even beyond the last whole sample
+  unsigned Channels = 1;
+  unsigned BitsPerSample = 16;
+  ByteSpan Data;  // all of it, even beyond the last whole sample
 };
 
 // Means of the analysis. The result is the same for any number of threads; between paths it differs in the last digits.
 struct SpectrumMeans {
-  FftPath path = FastestFft();
-  unsigned threads = 0;  // 0: as many as there are cores and work is for
+  FftPath Path = FastestFft();
+  unsigned Threads = 0;  // 0: as many as there are cores and work is for
 };
 
 // Fills the table anew and returns 0, or -1 for samples of other than 16 bits. The table is empty then, as it is for a

@@ -32,10 +32,10 @@ Menu MakeColorMenu() {
 
 }  // namespace
 
-TableChildren::TableChildren() : ColorMenu(MakeColorMenu()) {}
+TableChildren::TableChildren() : colorMenu_(MakeColorMenu()) {}
 
 void TableChildren::Create(HWND table, const TableGeometry& geometry, int brightness) {
-  Table = table;
+  table_ = table;
   // A paint leaves the children out, so that they need no paint of their own at each stroke.
   SetWindowLongW(table, GWL_STYLE, GetWindowLongW(table, GWL_STYLE) | WS_CLIPCHILDREN);
   // Each length is truncated by itself.
@@ -64,25 +64,25 @@ void TableChildren::Create(HWND table, const TableGeometry& geometry, int bright
 }
 
 void TableChildren::Destroy() {
-  for (const int id : {IDC_TABLE_VIEW, IDC_TABLE_BRIGHTNESS, IDC_TABLE_TRACKBAR}) DestroyWindow(GetDlgItem(Table, id));
+  for (const int id : {IDC_TABLE_VIEW, IDC_TABLE_BRIGHTNESS, IDC_TABLE_TRACKBAR}) DestroyWindow(GetDlgItem(table_, id));
 }
 
 LRESULT TableChildren::SendToTrackbar(UINT message, WPARAM wParam, LPARAM lParam) const {
-  return SendDlgItemMessageW(Table, IDC_TABLE_TRACKBAR, message, wParam, lParam);
+  return SendDlgItemMessageW(table_, IDC_TABLE_TRACKBAR, message, wParam, lParam);
 }
 
 void TableChildren::Show(int id, bool shown) const {
-  ShowWindow(GetDlgItem(Table, id), shown ? SW_SHOWNA : SW_HIDE);
+  ShowWindow(GetDlgItem(table_, id), shown ? SW_SHOWNA : SW_HIDE);
 }
 
 void TableChildren::ShowViewMode(int mode) const {
-  SendDlgItemMessageW(Table, IDC_TABLE_VIEW, BM_SETCHECK, mode == 1 ? BST_CHECKED : BST_UNCHECKED, 0);
+  SendDlgItemMessageW(table_, IDC_TABLE_VIEW, BM_SETCHECK, mode == 1 ? BST_CHECKED : BST_UNCHECKED, 0);
   Show(IDC_TABLE_BRIGHTNESS, mode == 1);
   Show(IDC_TABLE_TRACKBAR, false);
 }
 
 int TableChildren::ChosenViewMode() const {
-  return IsDlgButtonChecked(Table, IDC_TABLE_VIEW) == BST_CHECKED ? 1 : 0;
+  return IsDlgButtonChecked(table_, IDC_TABLE_VIEW) == BST_CHECKED ? 1 : 0;
 }
 
 bool TableChildren::IsTrackbar(HWND child) {
@@ -98,7 +98,7 @@ int TableChildren::ChosenBrightness() const {
 }
 
 void TableChildren::ToggleTrackbar(int brightness) const {
-  const HWND trackbar = GetDlgItem(Table, IDC_TABLE_TRACKBAR);
+  const HWND trackbar = GetDlgItem(table_, IDC_TABLE_TRACKBAR);
   if (IsWindowVisible(trackbar)) {
     Show(IDC_TABLE_TRACKBAR, false);
     return;
@@ -115,11 +115,11 @@ void TableChildren::OpenColorMenu(int shownTable) const {
   item.fMask = MIIM_STATE;
   for (UINT id = ID_VIEW_COLOR_FIRST;; ++id) {
     item.fState = id == shown ? MFS_CHECKED : MFS_UNCHECKED;
-    if (!SetMenuItemInfoW(ColorMenu.get(), id, FALSE, &item)) break;
+    if (!SetMenuItemInfoW(colorMenu_.get(), id, FALSE, &item)) break;
   }
   POINT point{};
   GetCursorPos(&point);
-  SetForegroundWindow(Table);  // or the menu stays open when the user clicks elsewhere
-  TrackPopupMenu(ColorMenu.get(), 0, point.x, point.y, 0, Table, nullptr);
-  PostMessageW(Table, WM_NULL, 0, 0);
+  SetForegroundWindow(table_);  // or the menu stays open when the user clicks elsewhere
+  TrackPopupMenu(colorMenu_.get(), 0, point.x, point.y, 0, table_, nullptr);
+  PostMessageW(table_, WM_NULL, 0, 0);
 }

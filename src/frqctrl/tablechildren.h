@@ -32,6 +32,6 @@ class TableChildren {
   LRESULT SendToTrackbar(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
   void Show(int id, bool shown) const;
 
-  HWND Table = nullptr;
-  Menu ColorMenu;
+  HWND table_ = nullptr;
+  Menu colorMenu_;
 };

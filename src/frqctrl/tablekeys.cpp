@@ -7,30 +7,30 @@
 #include "frqmap/mapediting.h"
 
 void TableKeys::OnFocus(bool has) {
-  const bool isShown = Model.CaretColumn >= 0;
+  const bool isShown = model_.CaretColumn >= 0;
   if (has && GetKeyState(VK_TAB) < 0) {
     ShowCaret();
   } else if (!has) {
-    Model.CaretColumn = -1;
+    model_.CaretColumn = -1;
   }
-  if (isShown != (Model.CaretColumn >= 0)) Host.Repaint();
+  if (isShown != (model_.CaretColumn >= 0)) host_.Repaint();
 }
 
 void TableKeys::ShowCaret() {
-  if (Model.CaretColumn < 0) Model.CaretColumn = Anchor = StartColumn();
+  if (model_.CaretColumn < 0) model_.CaretColumn = anchor_ = StartColumn();
 }
 
 void TableKeys::Forget() {
-  if (Model.CaretColumn >= 0) Model.CaretColumn = Anchor = StartColumn();
+  if (model_.CaretColumn >= 0) model_.CaretColumn = anchor_ = StartColumn();
 }
 
 SampleCount TableKeys::StartColumn() const {
-  const std::lock_guard reading(Host.Editing());
-  const SampleCount count = Model.ColumnCount();
+  const std::lock_guard reading(host_.Editing());
+  const SampleCount count = model_.ColumnCount();
   if (count == 0) return -1;
-  const SampleCount first = std::clamp(Model.Geometry.ScrollColumn, 0, count - 1);
-  const SampleCount columns = std::clamp(Model.ColumnsInView(), 0, count - first);
-  const auto inView = std::span(Model.Map->Frames).subspan(first, columns);
+  const SampleCount first = std::clamp(model_.Geometry.ScrollColumn, 0, count - 1);
+  const SampleCount columns = std::clamp(model_.ColumnsInView(), 0, count - first);
+  const auto inView = std::span(model_.Map->Frames).subspan(first, columns);
   const auto selected = std::ranges::find_if(inView, [](const FrqFrame& frame) { return frame.Selected; });
   return selected == inView.end() ? first : first + static_cast<SampleCount>(selected - inView.begin());
 }
@@ -38,7 +38,7 @@ SampleCount TableKeys::StartColumn() const {
 bool TableKeys::OnKey(WPARAM key, bool isShift, bool isControl) {
   switch (key) {
     case VK_UP:
-    case VK_DOWN: Viewport.OnWheel(0, key == VK_UP ? TableModel::WheelNotch : -TableModel::WheelNotch); return true;
+    case VK_DOWN: viewport_.OnWheel(0, key == VK_UP ? TableModel::WheelNotch : -TableModel::WheelNotch); return true;
     case VK_LEFT:
     case VK_RIGHT:
     case VK_PRIOR:
@@ -55,10 +55,10 @@ bool TableKeys::OnKey(WPARAM key, bool isShift, bool isControl) {
 // -1 without a column.
 SampleCount TableKeys::Target(WPARAM key, bool isControl) const {
   constexpr SampleCount kBar = TableModel::BarInterval;
-  const std::lock_guard reading(Host.Editing());
-  const SampleCount last = Model.ColumnCount() - 1;
-  const SampleCount caret = std::clamp(Model.CaretColumn, 0, std::max(last, 0));
-  const SampleCount page = std::max(Model.ColumnsInView() - 1, 1);
+  const std::lock_guard reading(host_.Editing());
+  const SampleCount last = model_.ColumnCount() - 1;
+  const SampleCount caret = std::clamp(model_.CaretColumn, 0, std::max(last, 0));
+  const SampleCount page = std::max(model_.ColumnsInView() - 1, 1);
   switch (key) {
     case VK_LEFT: return std::min(last, std::max(0, isControl ? (caret - 1) / kBar * kBar : caret - 1));
     case VK_RIGHT: return std::min(last, isControl ? caret / kBar * kBar + kBar : caret + 1);
@@ -70,10 +70,10 @@ SampleCount TableKeys::Target(WPARAM key, bool isControl) const {
 }
 
 void TableKeys::MoveTo(SampleCount column, bool extend) {
-  if (!extend || Anchor < 0) Anchor = column;
-  Model.CaretColumn = column;
-  Host.Editing().SelectRange(*Model.Map, Anchor, column);
-  Viewport.EnsureColumnVisible(column);
-  Host.Rebuild();
-  Host.NotifySelf(FCN_SELECTIONCHANGED);
+  if (!extend || anchor_ < 0) anchor_ = column;
+  model_.CaretColumn = column;
+  host_.Editing().SelectRange(*model_.Map, anchor_, column);
+  viewport_.EnsureColumnVisible(column);
+  host_.Rebuild();
+  host_.NotifySelf(FCN_SELECTIONCHANGED);
 }

@@ -16,7 +16,7 @@
 class TableKeys {
  public:
   TableKeys(TableModel& model, TableViewport& viewport, TableHost& host)
-      : Model(model), Viewport(viewport), Host(host) {}
+      : model_(model), viewport_(viewport), host_(host) {}
 
   // The caret is seen while the table has the focus, once that has come by Tab or a key was used. It begins at the
   // first selected column in view, or else at the first one in view.
@@ -32,8 +32,8 @@ class TableKeys {
   void MoveTo(SampleCount column, bool extend);
   SampleCount StartColumn() const;
 
-  TableModel& Model;
-  TableViewport& Viewport;
-  TableHost& Host;
-  SampleCount Anchor = -1;  // of a selection that Shift stretches
+  TableModel& model_;
+  TableViewport& viewport_;
+  TableHost& host_;
+  SampleCount anchor_ = -1;  // of a selection that Shift stretches
 };

@@ -15,10 +15,10 @@ class LayerEvictionList;
 
 class TableLayer {
  public:
-  explicit operator bool() const { return static_cast<bool>(Dc); }
+  explicit operator bool() const { return static_cast<bool>(dc_); }
 
   // The memory of the bitmap stays for the next layer, which is built at the next paint as a rule.
-  void Drop() { Dc.reset(); }
+  void Drop() { dc_.reset(); }
   // Drops the layer with its memory.
   void GiveUp();
 
@@ -34,7 +34,7 @@ class TableLayer {
   void Leave(HWND control) const;
 
  private:
-  MemoryDc Dc;          // null: no layer
-  PixelBitmap Picture;  // selected into Dc only while in use
-  LayerEvictionList* List = nullptr;
+  MemoryDc dc_;          // null: no layer
+  PixelBitmap picture_;  // selected into dc_ only while in use
+  LayerEvictionList* list_ = nullptr;
 };

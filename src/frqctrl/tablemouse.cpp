@@ -24,11 +24,11 @@ int AlongStroke(int from, int to, SampleCount step, SampleCount count) {
 }  // namespace
 
 void TableMouse::PressLeft(POINT point) {
-  if (!IsDragging() && !Model.Geometry.ThumbnailMode && !Model.ReadOnly) {
-    SetFocus(Host.Window());
+  if (!IsDragging() && !model_.Geometry.ThumbnailMode && !model_.ReadOnly) {
+    SetFocus(host_.Window());
     BeginLeftDrag(point);
   }
-  Last = point;
+  last_ = point;
 }
 
 void TableMouse::BeginLeftDrag(POINT point) {
@@ -44,8 +44,8 @@ void TableMouse::BeginLeftDrag(POINT point) {
 
 // A control that refuses edits by the left button can be erased in all the same; users rely on it.
 void TableMouse::PressRight(POINT point) {
-  if (IsDragging() || Model.Geometry.ThumbnailMode) return;
-  SetFocus(Host.Window());
+  if (IsDragging() || model_.Geometry.ThumbnailMode) return;
+  SetFocus(host_.Window());
   const TableSpot spot = SpotAt(point);
   if (spot.Column < 0) return;
   SetCursor(OwnCursor(IDC_CURSOR_ERASE));
@@ -53,25 +53,25 @@ void TableMouse::PressRight(POINT point) {
 }
 
 TableSpot TableMouse::SpotAt(POINT point) const {
-  const std::lock_guard reading(Host.Editing());
-  return Model.SpotAt(point.x, point.y);
+  const std::lock_guard reading(host_.Editing());
+  return model_.SpotAt(point.x, point.y);
 }
 
 SampleCount TableMouse::NearestColumn(int x) const {
-  const std::lock_guard reading(Host.Editing());
-  return Model.NearestColumn(x);
+  const std::lock_guard reading(host_.Editing());
+  return model_.NearestColumn(x);
 }
 
 void TableMouse::Capture(DragMode mode) {
-  SetCapture(Host.Window());
-  Mode = mode;
+  SetCapture(host_.Window());
+  mode_ = mode;
 }
 
 void TableMouse::Forget() {
-  Mode = DragNone;
+  mode_ = DragNone;
   if (!StrokeOpen) return;
   StrokeOpen = false;
-  Host.Editing().EndStroke();
+  host_.Editing().EndStroke();
 }
 
 void TableMouse::EndDrag() {
@@ -81,29 +81,29 @@ void TableMouse::EndDrag() {
 }
 
 void TableMouse::OnCaptureChanged(HWND owner) {
-  if (owner != Host.Window()) Forget();
+  if (owner != host_.Window()) Forget();
 }
 
 void TableMouse::Move(POINT point, bool pressed) {
-  if (!Model.Geometry.ThumbnailMode) {
+  if (!model_.Geometry.ThumbnailMode) {
     if (IsDragging()) {
       Follow(point);
     } else if (!pressed) {
       UpdateCursor();
     }
   }
-  Last = point;
+  last_ = point;
 }
 
 void TableMouse::Follow(POINT point) {
-  switch (Mode) {
+  switch (mode_) {
     case DragDraw:
       SetCursor(OwnCursor(IDC_CURSOR_PEN));
-      WriteStroke(Last, point, StrokeKind::Draw);
+      WriteStroke(last_, point, StrokeKind::Draw);
       break;
     case DragErase:
       SetCursor(OwnCursor(IDC_CURSOR_ERASE));
-      WriteStroke(Last, point, StrokeKind::Erase);
+      WriteStroke(last_, point, StrokeKind::Erase);
       break;
     case DragAverage:
       SetCursor(LoadCursorW(nullptr, IDC_SIZENS));
@@ -120,49 +120,49 @@ void TableMouse::Follow(POINT point) {
 void TableMouse::OpenStroke(StrokeKind kind) {
   if (StrokeOpen) return;
   StrokeOpen = true;
-  Host.Editing().BeginStroke(*Model.Map, kind);
+  host_.Editing().BeginStroke(*model_.Map, kind);
 }
 
 // With a hop out of range no position leads to the frame.
 bool TableMouse::IsReachable(SampleCount column) const {
-  const std::lock_guard reading(Host.Editing());
-  return Model.Map->PositionOf(column) >= 0;
+  const std::lock_guard reading(host_.Editing());
+  return model_.Map->PositionOf(column) >= 0;
 }
 
 bool TableMouse::IsKeyDerived() const {
-  const std::lock_guard reading(Host.Editing());
-  return Model.Map->DerivedAverage;
+  const std::lock_guard reading(host_.Editing());
+  return model_.Map->DerivedAverage;
 }
 
 SampleCount TableMouse::ColumnCount() const {
-  const std::lock_guard reading(Host.Editing());
-  return Model.ColumnCount();
+  const std::lock_guard reading(host_.Editing());
+  return model_.ColumnCount();
 }
 
 double TableMouse::FrequencyAtY(int y) const {
-  const std::lock_guard reading(Host.Editing());
-  return Model.FrequencyAtY(y);
+  const std::lock_guard reading(host_.Editing());
+  return model_.FrequencyAtY(y);
 }
 
 double TableMouse::PencilAt(SampleCount column, int y) const {
-  return Pitches.Snapped(column, FrequencyAtY(y));
+  return pitches_.Snapped(column, FrequencyAtY(y));
 }
 
 // The edited frame becomes the selection.
 bool TableMouse::WriteFrame(SampleCount column, double hz, StrokeKind kind, bool repaint) {
-  FrqMap& map = *Model.Map;
+  FrqMap& map = *model_.Map;
   if (!IsReachable(column)) return true;
   OpenStroke(kind);
-  if (!Host.Editing().SetFrequency(map, column, hz)) {
+  if (!host_.Editing().SetFrequency(map, column, hz)) {
     EndDrag();
     return false;
   }
   // The write's notification may have brought another map, or the end of the drag.
-  if (!StrokeOpen || Model.Map != &map) return false;
-  Host.Editing().SelectRange(map, column, column);
-  if (repaint) Host.Repaint();
-  Host.Notify(FCN_FRAMECHANGED, column);
-  if (Model.Map && IsKeyDerived()) Host.NotifySelf(FCN_AVERAGECHANGED);
+  if (!StrokeOpen || model_.Map != &map) return false;
+  host_.Editing().SelectRange(map, column, column);
+  if (repaint) host_.Repaint();
+  host_.Notify(FCN_FRAMECHANGED, column);
+  if (model_.Map && IsKeyDerived()) host_.NotifySelf(FCN_AVERAGECHANGED);
   return StrokeOpen;
 }
 
@@ -171,8 +171,8 @@ void TableMouse::WriteStroke(POINT from, POINT to, StrokeKind kind) {
   const auto frequencyAt = [&](SampleCount column, int y) {
     return kind == StrokeKind::Erase ? FrqNoPitch : PencilAt(column, y);
   };
-  const SampleCount first = Model.Geometry.XToColumn(from.x, false, 0);
-  const SampleCount last = Model.Geometry.XToColumn(to.x, false, 0);
+  const SampleCount first = model_.Geometry.XToColumn(from.x, false, 0);
+  const SampleCount last = model_.Geometry.XToColumn(to.x, false, 0);
   if (first == last) {
     // A stroke that stays in the last column does not change it; one that comes from the column before does.
     if (last >= 0 && last < ColumnCount() - 1) WriteFrame(last, frequencyAt(last, to.y), kind, true);
@@ -187,64 +187,64 @@ void TableMouse::WriteStroke(POINT from, POINT to, StrokeKind kind) {
     }
     if (column == last) break;
   }
-  Host.Repaint();
+  host_.Repaint();
 }
 
 void TableMouse::WriteKey(int y) {
-  FrqMap& map = *Model.Map;
+  FrqMap& map = *model_.Map;
   OpenStroke(StrokeKind::Average);
-  if (!Host.Editing().SetKey(map, std::max(FrequencyAtY(y), FrqNoPitch))) {
+  if (!host_.Editing().SetKey(map, std::max(FrequencyAtY(y), FrqNoPitch))) {
     EndDrag();
     return;
   }
-  if (Model.Map != &map) return;
-  Host.Rebuild();
-  Host.NotifySelf(FCN_AVERAGECHANGED);
+  if (model_.Map != &map) return;
+  host_.Rebuild();
+  host_.NotifySelf(FCN_AVERAGECHANGED);
 }
 
 // A double click on the label strip, where the average line can be taken hold of, makes the whole map one pitch.
 void TableMouse::DoubleClick(POINT point) {
-  if (Model.ReadOnly || !Model.Map || !Model.IsOverLabels(point.x)) return;
-  FrqMap& map = *Model.Map;
-  Host.Editing().Flatten(map, std::max(FrequencyAtY(point.y), FrqNoPitch));
-  if (Model.Map != &map) return;
-  Host.Rebuild();
-  Host.NotifySelf(FCN_AVERAGECHANGED);
-  Host.Notify(FCN_FRAMECHANGED, -1);
+  if (model_.ReadOnly || !model_.Map || !model_.IsOverLabels(point.x)) return;
+  FrqMap& map = *model_.Map;
+  host_.Editing().Flatten(map, std::max(FrequencyAtY(point.y), FrqNoPitch));
+  if (model_.Map != &map) return;
+  host_.Rebuild();
+  host_.NotifySelf(FCN_AVERAGECHANGED);
+  host_.Notify(FCN_FRAMECHANGED, -1);
 }
 
 void TableMouse::BeginSelecting(SampleCount column) {
   Capture(DragSelect);
   SelectAnchor = column;
-  Host.Editing().SelectRange(*Model.Map, column, column);
+  host_.Editing().SelectRange(*model_.Map, column, column);
   TellSelection();
 }
 
 void TableMouse::ExtendSelection(int x) {
   const SampleCount column = NearestColumn(x);
   if (column < 0) return;
-  Host.Editing().SelectRange(*Model.Map, SelectAnchor, column);
-  Viewport.EnsureColumnVisible(column);
+  host_.Editing().SelectRange(*model_.Map, SelectAnchor, column);
+  viewport_.EnsureColumnVisible(column);
   TellSelection();
 }
 
 void TableMouse::TellSelection() {
-  Host.Rebuild();
-  Host.NotifySelf(FCN_SELECTIONCHANGED);
+  host_.Rebuild();
+  host_.NotifySelf(FCN_SELECTIONCHANGED);
 }
 
 void TableMouse::UpdateCursor() const {
   POINT point{};
   GetCursorPos(&point);
   RECT window{};
-  GetWindowRect(Host.Window(), &window);
+  GetWindowRect(host_.Window(), &window);
   if (PtInRect(&window, point)) SetCursor(CursorAt(point));
 }
 
 HCURSOR TableMouse::CursorAt(POINT screen) const {
-  if (!Model.ReadOnly && WindowFromPoint(screen) == Host.Window()) {
+  if (!model_.ReadOnly && WindowFromPoint(screen) == host_.Window()) {
     POINT point = screen;
-    ScreenToClient(Host.Window(), &point);
+    ScreenToClient(host_.Window(), &point);
     switch (SpotAt(point).Place) {
       case TableSpot::Grip: return LoadCursorW(nullptr, IDC_SIZENS);
       case TableSpot::Plot: return OwnCursor(IsControlDown() ? IDC_CURSOR_SELECT : IDC_CURSOR_PEN);

@@ -21,7 +21,7 @@
 class TableMouse {
  public:
   TableMouse(TableModel& model, TableViewport& viewport, TablePitches& pitches, TableHost& host)
-      : Model(model), Viewport(viewport), Pitches(pitches), Host(host) {}
+      : model_(model), viewport_(viewport), pitches_(pitches), host_(host) {}
 
   // Points are in client coordinates.
   void PressLeft(POINT point);
@@ -29,7 +29,7 @@ class TableMouse {
   void Move(POINT point, bool pressed);
   void DoubleClick(POINT point);
 
-  bool IsDragging() const { return Mode != DragNone; }
+  bool IsDragging() const { return mode_ != DragNone; }
   // Ends a drag, if there is one: a release, another map, another editing, the end of the window.
   void EndDrag();
   // The capture has gone to a window, or to none (null).
@@ -66,12 +66,12 @@ class TableMouse {
   void TellSelection();
   HCURSOR CursorAt(POINT screen) const;
 
-  TableModel& Model;
-  TableViewport& Viewport;
-  TablePitches& Pitches;
-  TableHost& Host;
-  DragMode Mode = DragNone;       // with the capture, unless DragNone
+  TableModel& model_;
+  TableViewport& viewport_;
+  TablePitches& pitches_;
+  TableHost& host_;
+  DragMode mode_ = DragNone;      // with the capture, unless DragNone
   bool StrokeOpen = false;        // by this drag
   SampleCount SelectAnchor = -1;  // column where a drag of the selection began
-  POINT Last{};                   // of the last move or left press
+  POINT last_{};                  // of the last move or left press
 };

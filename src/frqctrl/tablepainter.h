@@ -42,7 +42,7 @@ class TablePainter {
   void DrawRuler(HDC dc) const;
   void DrawAverageLine(HDC dc, const RECT& rect, const FrqMap& map, TableColor color);
 
-  TableModel& Model;
-  WaveSpectrum& Spectrum;
-  const TablePalette Colors;
+  TableModel& model_;
+  WaveSpectrum& spectrum_;
+  const TablePalette colors_;
 };

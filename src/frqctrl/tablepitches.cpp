@@ -63,64 +63,65 @@ bool IsMouseOver(HWND window) {
 }  // namespace
 
 void TablePitches::SetSource(WavePitches* source) {
-  Source = source;
-  Shown = false;
+  source_ = source;
+  shown_ = false;
 }
 
 bool TablePitches::IsWanted(bool atWork) const {
-  if (!Source || !IsShiftDown() || Model.Geometry.ThumbnailMode || Model.ReadOnly) return false;
-  return atWork || IsMouseOver(Host.Window());
+  if (!source_ || !IsShiftDown() || model_.Geometry.ThumbnailMode || model_.ReadOnly) return false;
+  return atWork || IsMouseOver(host_.Window());
 }
 
 SoundPitches* TablePitches::Sound() const {
-  const std::lock_guard reading(Host.Editing());
-  return Source && Model.IsMapLoaded() ? Source->Loaded(Model.Map->Hop, Model.Map->FrameCount) : nullptr;
+  const std::lock_guard reading(host_.Editing());
+  return source_ && model_.IsMapLoaded() ? source_->Loaded(model_.Map->Hop, model_.Map->FrameCount) : nullptr;
 }
 
 void TablePitches::Follow(bool atWork) {
-  const bool wasShown = Shown;
-  Shown = IsWanted(atWork);
-  if (!Shown && !wasShown) return;
-  const bool isNew = Shown && PrepareView();
-  if (isNew || Shown != wasShown) Host.Repaint();
+  const bool wasShown = shown_;
+  shown_ = IsWanted(atWork);
+  if (!shown_ && !wasShown) return;
+  const bool isNew = shown_ && PrepareView();
+  if (isNew || shown_ != wasShown) host_.Repaint();
 }
 
 // Loads what another syllable or another file has brought, and seeks the columns in view.
 bool TablePitches::PrepareView() const {
   SampleCount hop = 0, count = 0;
   {
-    const std::lock_guard reading(Host.Editing());
-    if (!Model.IsMapLoaded()) return false;
-    hop = Model.Map->Hop;
-    count = Model.Map->FrameCount;
+    const std::lock_guard reading(host_.Editing());
+    if (!model_.IsMapLoaded()) return false;
+    hop = model_.Map->Hop;
+    count = model_.Map->FrameCount;
   }
-  SoundPitches* const sound = Source->Load(hop, count);
-  const PixelRect& plot = Model.Geometry.PlotRect;
-  const SampleCount first = std::clamp(Model.Geometry.ScrollColumn, 0, count);
-  const auto columns = static_cast<SampleCount>((plot.right - plot.left) / Model.Geometry.ColumnWidth()) + 1;
+  SoundPitches* const sound = source_->Load(hop, count);
+  const PixelRect& plot = model_.Geometry.PlotRect;
+  const SampleCount first = std::clamp(model_.Geometry.ScrollColumn, 0, count);
+  const auto columns = static_cast<SampleCount>((plot.right - plot.left) / model_.Geometry.ColumnWidth()) + 1;
   return sound && sound->Prepare(first, std::min(columns, count - first));
 }
 
 double TablePitches::Snapped(SampleCount column, double hz) {
-  SoundPitches* const sound = Shown && hz > FrqNoPitch ? Sound() : nullptr;
+  SoundPitches* const sound = shown_ && hz > FrqNoPitch ? Sound() : nullptr;
   const std::optional<double> nearest = sound ? sound->NearestAt(column, hz) : std::nullopt;
-  if (!nearest || *nearest <= FrqNoPitch || *nearest < Model.Limits.LowerLimit || *nearest > Model.Limits.UpperLimit) {
+  if (!nearest || *nearest <= FrqNoPitch || *nearest < model_.Limits.LowerLimit ||
+      *nearest > model_.Limits.UpperLimit) {
     return hz;
   }
-  const std::lock_guard reading(Host.Editing());
-  return Model.Map && Model.Map->SinglePrecision ? static_cast<double>(static_cast<float>(*nearest)) : *nearest;
+  const std::lock_guard reading(host_.Editing());
+  return model_.Map && model_.Map->SinglePrecision ? static_cast<double>(static_cast<float>(*nearest)) : *nearest;
 }
 
 void TablePitches::Draw(HDC dc) const {
-  const SoundPitches* const sound = Shown ? Sound() : nullptr;
+  const SoundPitches* const sound = shown_ ? Sound() : nullptr;
   if (!sound) return;
-  const TableGeometry& geometry = Model.Geometry;
+  const TableGeometry& geometry = model_.Geometry;
   const PixelRect& plot = geometry.PlotRect;
   const double width = geometry.ColumnWidth();
   const int size = std::clamp(static_cast<int>(width / 2), 2, 6);
-  const std::array<Brush, kShades> brushes = BrushesOf(ColorsOf(Model.ShowsSpectrum()));
+  const std::array<Brush, kShades> brushes = BrushesOf(ColorsOf(model_.ShowsSpectrum()));
   geometry.WalkColumns([&](std::int64_t column, double x) {
-    if (column >= Model.ColumnCount()) return false;
+    if (column >= model_.ColumnCount()) return false;
     const PitchFrame* const frame = sound->Known(static_cast<SampleCount>(column));
     if (!frame) return true;
     const int left = static_cast<int>(x + (width - size) / 2);

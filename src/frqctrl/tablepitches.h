@@ -17,7 +17,7 @@ class WavePitches;
 
 class TablePitches {
  public:
-  TablePitches(const TableModel& model, TableHost& host) : Model(model), Host(host) {}
+  TablePitches(const TableModel& model, TableHost& host) : model_(model), host_(host) {}
 
   // Not owned; null for none.
   void SetSource(WavePitches* source);
@@ -38,8 +38,8 @@ class TablePitches {
   SoundPitches* Sound() const;
   bool PrepareView() const;
 
-  const TableModel& Model;
-  TableHost& Host;
-  WavePitches* Source = nullptr;
-  bool Shown = false;  // as Follow has found it
+  const TableModel& model_;
+  TableHost& host_;
+  WavePitches* source_ = nullptr;
+  bool shown_ = false;  // as Follow has found it
 };

@@ -7,21 +7,21 @@ constexpr int kMovesOfAHand = 2;  // a program puts the mouse at a place at once
 }  // namespace
 
 bool TableRuler::OnTick(HWND table) {
-  const int before = Model.RulerY;
+  const int before = model_.RulerY;
   POINT mouse{};
   GetCursorPos(&mouse);
   const bool isOver = WindowFromPoint(mouse) == table;
-  if (mouse.x != Mouse.x || mouse.y != Mouse.y) ++Moves;
-  Mouse = mouse;
-  if (!isOver) Moves = 0;
+  if (mouse.x != mouse_.x || mouse.y != mouse_.y) ++moves_;
+  mouse_ = mouse;
+  if (!isOver) moves_ = 0;
   ScreenToClient(table, &mouse);
-  const PixelRect& plot = Model.Geometry.PlotRect;
-  const bool isShown = Moves >= kMovesOfAHand && mouse.x >= plot.left && mouse.y >= plot.top && mouse.y < plot.bottom;
-  Model.RulerY = isShown ? mouse.y : -1;
-  return Model.RulerY != before;
+  const PixelRect& plot = model_.Geometry.PlotRect;
+  const bool isShown = moves_ >= kMovesOfAHand && mouse.x >= plot.left && mouse.y >= plot.top && mouse.y < plot.bottom;
+  model_.RulerY = isShown ? mouse.y : -1;
+  return model_.RulerY != before;
 }
 
 void TableRuler::Hide() {
-  Model.RulerY = -1;
-  Moves = 0;
+  model_.RulerY = -1;
+  moves_ = 0;
 }

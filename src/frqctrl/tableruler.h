@@ -10,14 +10,14 @@
 
 class TableRuler {
  public:
-  explicit TableRuler(TableModel& model) : Model(model) {}
+  explicit TableRuler(TableModel& model) : model_(model) {}
 
   // True if the picture changes by it.
   bool OnTick(HWND table);
   void Hide();
 
  private:
-  TableModel& Model;
-  POINT Mouse{};  // at the last tick
-  int Moves = 0;  // over the table, counted by ticks
+  TableModel& model_;
+  POINT mouse_{};  // at the last tick
+  int moves_ = 0;  // over the table, counted by ticks
 };

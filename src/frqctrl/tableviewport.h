@@ -11,7 +11,7 @@
 
 class TableViewport {
  public:
-  TableViewport(TableModel& model, TableHost& host) : Model(model), Host(host) {}
+  TableViewport(TableModel& model, TableHost& host) : model_(model), host_(host) {}
 
   // Sets the bars up for a map, or a spectrum, of so many columns, shown from the first one on.
   void SetUpBars(SampleCount columns);
@@ -38,6 +38,6 @@ class TableViewport {
   void SetBarPosition(int bar, int position);
   void ShowPlace();
 
-  TableModel& Model;
-  TableHost& Host;
+  TableModel& model_;
+  TableHost& host_;
 };

@@ -5,37 +5,37 @@
 #include "voicebank/waveheader.h"
 
 void WaveSpectrum::SetWave(const wchar_t* path) {
-  Path = path ? path : L"";
-  Rate = 0.0;
+  path_ = path ? path : L"";
+  rate_ = 0.0;
   Forget();
 }
 
 double WaveSpectrum::SampleRate() {
   constexpr double kUsualRate = 44100.0;
   WaveHeader wave;
-  if (Rate <= 0.0 && wave.Load(Path, true) == 0) Rate = wave.format.samplesPerSec;
-  if (Rate <= 0.0) Rate = kUsualRate;
-  return Rate;
+  if (rate_ <= 0.0 && wave.Load(path_, true) == 0) rate_ = wave.format.samplesPerSec;
+  if (rate_ <= 0.0) rate_ = kUsualRate;
+  return rate_;
 }
 
 void WaveSpectrum::Forget() {
-  NoteSteps.reset();
-  Table.Free();
+  noteSteps_.reset();
+  table_.Free();
 }
 
 // A table that comes out empty is asked for again with the next paint: the wave may be there by then.
 void WaveSpectrum::Ensure(HWND window) {
-  if (EntryCount() > 0 || Analyzing) return;
+  if (EntryCount() > 0 || analyzing_) return;
   WaveHeader wave;
-  if (wave.Load(Path, false) != 0) return;
-  Analyzing = true;
+  if (wave.Load(path_, false) != 0) return;
+  analyzing_ = true;
   try {
-    AnalyzeWave(Table, {wave.format.channels, wave.format.bitsPerSample, wave.samples});
-    NoteSteps.emplace(Table, wave.format.samplesPerSec);
+    AnalyzeWave(table_, {wave.format.channels, wave.format.bitsPerSample, wave.samples});
+    noteSteps_.emplace(table_, wave.format.samplesPerSec);
   } catch (const std::exception& error) {
     Forget();
     MessageBoxA(GetActiveWindow(), error.what(), nullptr, MB_ICONERROR);
     InvalidateRect(window, nullptr, FALSE);  // what the box has covered
   }
-  Analyzing = false;
+  analyzing_ = false;
 }

@@ -19,21 +19,21 @@ class WaveSpectrum {
   // and `window` is painted again then.
   void Ensure(HWND window);
   // The window can be painted in the middle of Ensure, under its box.
-  bool IsAnalyzing() const { return Analyzing; }
+  bool IsAnalyzing() const { return analyzing_; }
 
   // Samples per second of the wave, read once and without its samples; that of most recordings where it cannot be read.
   double SampleRate();
 
-  std::size_t EntryCount() const { return Table.size(); }
+  std::size_t EntryCount() const { return table_.size(); }
   // To be called while there are entries.
-  SpectrumSteps& Steps() { return *NoteSteps; }
+  SpectrumSteps& Steps() { return *noteSteps_; }
 
  private:
   void Forget();
 
-  std::wstring Path;
-  double Rate = 0.0;                       // 0 until it is needed
-  SpectrumTable Table;                     // empty until it is needed
-  std::optional<SpectrumSteps> NoteSteps;  // of Table
-  bool Analyzing = false;
+  std::wstring path_;
+  double rate_ = 0.0;                       // 0 until it is needed
+  SpectrumTable table_;                     // empty until it is needed
+  std::optional<SpectrumSteps> noteSteps_;  // of Table
+  bool analyzing_ = false;
 };

@@ -32,7 +32,7 @@ class FrqFrames {
   FrqFrames() = default;
   explicit FrqFrames(std::vector<FrqFrame> frames) { Own() = std::move(frames); }
   FrqFrames(const FrqFrames& other) noexcept : block_(other.block_) {
-    if (block_) block_->users.fetch_add(1, std::memory_order_relaxed);
+    if (block_) block_->Users.fetch_add(1, std::memory_order_relaxed);
   }
   FrqFrames(FrqFrames&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
   FrqFrames& operator=(FrqFrames other) noexcept {
@@ -42,13 +42,13 @@ class FrqFrames {
   ~FrqFrames() { Release(); }
 
   bool empty() const { return size() == 0; }
-  std::size_t size() const { return block_ ? block_->frames.size() : 0; }
-  const FrqFrame* data() const { return block_ ? block_->frames.data() : nullptr; }
+  std::size_t size() const { return block_ ? block_->Frames.size() : 0; }
+  const FrqFrame* data() const { return block_ ? block_->Frames.data() : nullptr; }
   const FrqFrame* begin() const { return data(); }
   const FrqFrame* end() const { return data() + size(); }
-  const FrqFrame& operator[](std::size_t index) const { return block_->frames[index]; }
-  const FrqFrame& front() const { return block_->frames.front(); }
-  const FrqFrame& back() const { return block_->frames.back(); }
+  const FrqFrame& operator[](std::size_t index) const { return block_->Frames[index]; }
+  const FrqFrame& front() const { return block_->Frames.front(); }
+  const FrqFrame& back() const { return block_->Frames.back(); }
 
   // Whether both share the same memory, so that nothing tells them apart.
   bool IsSameAs(const FrqFrames& other) const { return block_ == other.block_; }
@@ -58,12 +58,12 @@ class FrqFrames {
   std::vector<FrqFrame>& Own() {
     if (!block_) {
       block_ = new Block;
-    } else if (block_->users.load(std::memory_order_acquire) > 1) {
-      Block* const own = new Block{1, block_->frames};
+    } else if (block_->Users.load(std::memory_order_acquire) > 1) {
+      Block* const own = new Block{1, block_->Frames};
       Release();
       block_ = own;
     }
-    return block_->frames;
+    return block_->Frames;
   }
 
   // Whether memory holds frames of its own for this; they are there then.
@@ -78,12 +78,12 @@ class FrqFrames {
 
  private:
   struct Block {
-    std::atomic<int> users = 1;
-    std::vector<FrqFrame> frames;
+    std::atomic<int> Users = 1;
+    std::vector<FrqFrame> Frames;
   };
 
   void Release() {
-    if (block_ && block_->users.fetch_sub(1, std::memory_order_acq_rel) == 1) delete block_;
+    if (block_ && block_->Users.fetch_sub(1, std::memory_order_acq_rel) == 1) delete block_;
   }
 
   Block* block_ = nullptr;

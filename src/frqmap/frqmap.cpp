@@ -39,13 +39,13 @@ std::optional<std::int32_t> MeanOf(const std::vector<std::int32_t>& cents) {
 }
 
 struct PitchRange {
-  double least = 999999.0;
-  double greatest = FrqNoPitch;
+  double Least = 999999.0;
+  double Greatest = FrqNoPitch;
 
   void Add(double hz) {
     if (!(hz > FrqNoPitch)) return;
-    least = std::min(least, hz);
-    greatest = std::max(greatest, hz);
+    Least = std::min(Least, hz);
+    Greatest = std::max(Greatest, hz);
   }
 };
 
@@ -140,8 +140,8 @@ void FrqMap::UpdateFrequencyRange() {
     odd.Add(frame[1].Frequency);
   }
   if (frame != Frames.end()) even.Add(frame->Frequency);
-  MinFrequency = std::min(even.least, odd.least);
-  MaxFrequency = std::max(even.greatest, odd.greatest);
+  MinFrequency = std::min(even.Least, odd.Least);
+  MaxFrequency = std::max(even.Greatest, odd.Greatest);
 }
 
 double FrqMap::ComputeAverage(int windowSemitones) const {

@@ -40,7 +40,7 @@ std::int32_t MrqStore::PresentTime() {
 }
 
 int MrqStore::LoadFolder(const std::wstring& folder) {
-  if (const auto file = OpenMrqFile(Files, MrqPathIn(folder))) {
+  if (const auto file = OpenMrqFile(files_, MrqPathIn(folder))) {
     ReadAllMrqEntries(*file, [&](const std::u16string& name, MrqEntry&& entry) {
       const std::wstring key = KeyOf(folder, name);
       if (!key.empty()) SetEntry(key, std::move(entry));
@@ -54,7 +54,7 @@ int MrqStore::AddFolder(const std::wstring& folder) {
   if (HasFolder(folder)) return -1;
   // The header of a new file comes with its first entry.
   const std::wstring path = MrqPathIn(folder);
-  if (!Files.Open(path, FileMode::Read) && !Files.Open(path, FileMode::Patch)) return -1;
+  if (!files_.Open(path, FileMode::Read) && !files_.Open(path, FileMode::Patch)) return -1;
   EnterFolder(folder);
   return 0;
 }
@@ -93,21 +93,21 @@ int MrqStore::SaveEntry(const std::wstring& key, const MrqEntry& entry) {
 
 int MrqStore::Write(const std::wstring& key, const MrqEntry& entry) {
   const Lock lock(FileLock);
-  return SaveMrqEntry(Files, MrqPathOf(key), NameOf(key), entry, Now()) ? 0 : -1;
+  return SaveMrqEntry(files_, MrqPathOf(key), NameOf(key), entry, now_()) ? 0 : -1;
 }
 
 bool MrqStore::Remove(const std::wstring& key) {
   bool isGone = false;
   {
     const Lock lock(FileLock);
-    isGone = RemoveMrqEntry(Files, MrqPathOf(key), NameOf(key));
+    isGone = RemoveMrqEntry(files_, MrqPathOf(key), NameOf(key));
   }
   if (isGone) {
     const Lock lock(EntriesLock);
     Entries.erase(key);
   }
   // The analysis goes by the wave's whole name: a name that is cut or has another extension is another file's.
-  Files.Delete(key + L".wav.llsm");
+  files_.Delete(key + L".wav.llsm");
   return isGone;
 }
 
@@ -117,7 +117,7 @@ int MrqStore::RemoveEntry(const std::wstring& key) {
 }
 
 bool MrqStore::KeepEntry(const std::wstring& key) const {
-  return KeepMrqEntry(Files, MrqPathOf(key), NameOf(key));
+  return KeepMrqEntry(files_, MrqPathOf(key), NameOf(key));
 }
 
 void MrqStore::Reload() {
@@ -143,7 +143,7 @@ bool MrqStore::CompactFiles() {
   const Lock folders(FoldersLock);
   for (const std::wstring& folder : Folders) {
     const Lock file(FileLock);
-    areAllWell = CompactMrqFile(MrqPathIn(folder), Now(), Files) != 0 && areAllWell;
+    areAllWell = CompactMrqFile(MrqPathIn(folder), now_(), files_) != 0 && areAllWell;
   }
   return areAllWell;
 }

@@ -24,7 +24,7 @@ class MrqStore {
   using Clock = std::int32_t (*)();
   static std::int32_t PresentTime();
 
-  explicit MrqStore(Clock clock = &PresentTime, FileSystem& files = Disk()) : Now(clock), Files(files) {}
+  explicit MrqStore(Clock clock = &PresentTime, FileSystem& files = Disk()) : now_(clock), files_(files) {}
 
   // Reads the folder's file, if there is one, on top of what is kept, and enters the folder. Always 0. A damaged file
   // gives the entries that can be read.
@@ -72,8 +72,8 @@ class MrqStore {
   void EnterFolder(const std::wstring& folder);
   int Write(const std::wstring& key, const MrqEntry& entry);
 
-  const Clock Now;
-  FileSystem& Files;
+  const Clock now_;
+  FileSystem& files_;
   std::map<std::wstring, MrqEntry> Entries;
   std::vector<std::wstring> Folders;
   std::recursive_mutex FileLock;  // from before a file is opened for writing until it is closed

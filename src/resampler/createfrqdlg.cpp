@@ -54,16 +54,16 @@ INT_PTR CCreateFrqDlg::OnInitDialog(LPARAM) {
 }
 
 int CCreateFrqDlg::BuildWorkList() {
-  WorkList.clear();
+  workList_.clear();
   Store.Clear();
   if (IsForOne(Mode)) {
-    WorkList.push_back({CurrentWave, CurrentIndex});
+    workList_.push_back({CurrentWave, CurrentIndex});
     if (FrqType == FrqTypeMrq) Store.LoadFolder(FolderOf(CurrentWave));
   } else {
     AddFromList();
   }
-  Results.assign(WorkList.size(), {});
-  return static_cast<int>(WorkList.size());
+  results_.assign(workList_.size(), {});
+  return static_cast<int>(workList_.size());
 }
 
 void CCreateFrqDlg::AddFromList() {
@@ -75,7 +75,7 @@ void CCreateFrqDlg::AddFromList() {
     // Each folder is read once, when its first syllable comes by.
     const std::wstring folder = FolderOf(wave);
     if (FrqType == FrqTypeMrq && !Store.HasFolder(folder)) Store.LoadFolder(folder);
-    if (IsWanted(Mode, Mode != CreateMode::All && HasMap(wave, FrqType, listed))) WorkList.push_back({wave, index});
+    if (IsWanted(Mode, Mode != CreateMode::All && HasMap(wave, FrqType, listed))) workList_.push_back({wave, index});
   }
 }
 
@@ -89,14 +89,14 @@ bool CCreateFrqDlg::HasMap(const std::wstring& wave, ::FrqType kind, ListedFolde
 // who set that count get what they asked for. The registry may hold any count: workers beyond the items would find
 // nothing to do, and where the system refuses one it would refuse the next.
 void CCreateFrqDlg::StartWorkers() {
-  const int wanted = std::min(WorkerCount, std::max(1, static_cast<int>(WorkList.size())));
-  Workers = std::make_unique<ThreadHandle[]>(static_cast<std::size_t>(wanted));
-  Aborting = false;
-  NextIndex = -1;
-  LeavingCount = 0;
-  StartedCount = 0;
+  const int wanted = std::min(WorkerCount, std::max(1, static_cast<int>(workList_.size())));
+  workers_ = std::make_unique<ThreadHandle[]>(static_cast<std::size_t>(wanted));
+  aborting_ = false;
+  nextIndex_ = -1;
+  leavingCount_ = 0;
+  startedCount_ = 0;
   for (WorkerCount = 0; WorkerCount < wanted; ++WorkerCount) {
-    ThreadHandle& worker = Workers[static_cast<std::size_t>(WorkerCount)];
+    ThreadHandle& worker = workers_[static_cast<std::size_t>(WorkerCount)];
     worker.reset(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, WorkerProc, this, 0, nullptr)));
     if (!worker) break;
   }
@@ -114,23 +114,23 @@ INT_PTR CCreateFrqDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lPara
 
 // The count follows the order in which the news come in and not the numbers of the items: it always counts up.
 void CCreateFrqDlg::OnStarted(std::size_t index) {
-  if (index >= WorkList.size()) return;
-  ++StartedCount;
-  const wchar_t* const name = PathFindFileNameW(WorkList[index].wavePath.c_str());
-  const std::wstring text = FormatText(L"(%d/%d) %s", StartedCount, static_cast<int>(WorkList.size()), name);
+  if (index >= workList_.size()) return;
+  ++startedCount_;
+  const wchar_t* const name = PathFindFileNameW(workList_[index].WavePath.c_str());
+  const std::wstring text = FormatText(L"(%d/%d) %s", startedCount_, static_cast<int>(workList_.size()), name);
   SetDlgItemTextW(Hwnd, IDC_CREATEFRQ_FILE, text.c_str());
-  SendDlgItemMessageW(Hwnd, IDC_CREATEFRQ_PROGRESS, PBM_SETPOS, static_cast<WPARAM>(StartedCount - 1), 0);
+  SendDlgItemMessageW(Hwnd, IDC_CREATEFRQ_PROGRESS, PBM_SETPOS, static_cast<WPARAM>(startedCount_ - 1), 0);
 }
 
 // The count of workers decides, and not the message, which any program may send.
 void CCreateFrqDlg::OnWorkerDone() {
-  if (!Workers || LeavingCount < WorkerCount) return;
-  Compact = Store.CompactFiles();
+  if (!workers_ || leavingCount_ < WorkerCount) return;
+  compact_ = Store.CompactFiles();
   LookForMaps();
-  if (!Aborting) SendDlgItemMessageW(Hwnd, IDC_CREATEFRQ_PROGRESS, PBM_SETPOS, WorkList.size(), 0);
+  if (!aborting_) SendDlgItemMessageW(Hwnd, IDC_CREATEFRQ_PROGRESS, PBM_SETPOS, workList_.size(), 0);
   RedrawWindow(Hwnd, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
   Sleep(kFullBarMs);
-  Workers.reset();
+  workers_.reset();
   WorkerCount = 0;
   PostMessageW(Hwnd, WM_COMMAND, IDCANCEL, 0);
 }
@@ -140,18 +140,18 @@ void CCreateFrqDlg::LookForMaps() {
   const ::FrqType made = IsConversion(Mode) ? TargetType : FrqType;
   if (made == FrqTypeMrq && !IsConversion(Mode)) Store.Reload();
   ListedFolders listed;
-  for (std::size_t i = 0; i < WorkList.size(); ++i) {
-    if (Results[i].End != ItemEnd::Made || HasMap(WorkList[i].wavePath, made, listed)) continue;
-    Results[i].End = IsConversion(Mode) ? ItemEnd::NotConverted : ItemEnd::NothingMade;
+  for (std::size_t i = 0; i < workList_.size(); ++i) {
+    if (results_[i].End != ItemEnd::Made || HasMap(workList_[i].WavePath, made, listed)) continue;
+    results_[i].End = IsConversion(Mode) ? ItemEnd::NotConverted : ItemEnd::NothingMade;
   }
 }
 
 void CCreateFrqDlg::OnCancel() {
-  if (!Workers) {
+  if (!workers_) {
     End(IDCANCEL);
     return;
   }
-  Aborting = true;
+  aborting_ = true;
   EnableWindow(Item(IDCANCEL), FALSE);
 }
 
@@ -163,17 +163,17 @@ unsigned WINAPI CCreateFrqDlg::WorkerProc(void* self) {
   } catch (const std::exception&) {
     // A map that memory does not hold ends its worker as any other failure does.
   }
-  ++dialog->LeavingCount;
+  ++dialog->leavingCount_;
   // From here on the dialog may be gone at any moment.
   PostMessageW(window, WM_CREATEFRQ_WORKER_DONE, 0, static_cast<LPARAM>(GetCurrentThreadId()));
   return 0;
 }
 
 std::vector<int> CCreateFrqDlg::BegunSyllables() const {
-  const auto begun = std::min(WorkList.size(), static_cast<std::size_t>(NextIndex + 1));
+  const auto begun = std::min(workList_.size(), static_cast<std::size_t>(nextIndex_ + 1));
   std::vector<int> syllables(begun);
-  std::transform(WorkList.begin(), WorkList.begin() + static_cast<std::ptrdiff_t>(begun), syllables.begin(),
-                 [](const WorkItem& item) { return item.listIndex; });
+  std::transform(workList_.begin(), workList_.begin() + static_cast<std::ptrdiff_t>(begun), syllables.begin(),
+                 [](const WorkItem& item) { return item.ListIndex; });
   return syllables;
 }
 
@@ -181,23 +181,23 @@ std::vector<int> CCreateFrqDlg::BegunSyllables() const {
 // the list hears nothing of the item. Nor does it hear of one that was refused, whose map and edits stay.
 void CCreateFrqDlg::WorkThrough() {
   const FileListSender list(ListWindow);
-  while (!Aborting) {
-    const int index = ++NextIndex;
-    if (index >= static_cast<int>(WorkList.size())) return;
-    const WorkItem& item = WorkList[static_cast<std::size_t>(index)];
+  while (!aborting_) {
+    const int index = ++nextIndex_;
+    if (index >= static_cast<int>(workList_.size())) return;
+    const WorkItem& item = workList_[static_cast<std::size_t>(index)];
     PostMessageW(Hwnd, WM_CREATEFRQ_STARTED, static_cast<WPARAM>(index), 0);
-    ItemResult& result = Results[static_cast<std::size_t>(index)];
+    ItemResult& result = results_[static_cast<std::size_t>(index)];
     result.End = ItemEnd::NothingMade;  // if memory gives out
     result = Work(item);
     if (result.End == ItemEnd::Refused) continue;
     if (EndsWorker(result.End)) return;
-    if (MakesListedKind) list.SetEdited(item.listIndex, false);
-    list.ForgetMarks(item.listIndex);
+    if (MakesListedKind) list.SetEdited(item.ListIndex, false);
+    list.ForgetMarks(item.ListIndex);
   }
 }
 
 ItemResult CCreateFrqDlg::Work(const WorkItem& item) {
-  return IsConversion(Mode) ? Convert(item.wavePath) : Create(item.wavePath);
+  return IsConversion(Mode) ? Convert(item.WavePath) : Create(item.WavePath);
 }
 
 // The target goes first: a conversion that fails leaves the wave without one, and without what a full disk took of it.

@@ -6,7 +6,7 @@
 // user can abort, which lets the runs that are under way come to their end: a resampler is never killed.
 //
 // The workers share the list of items and the settings of the job, which are fixed before the first worker starts
-// and stay until the last has gone; NextIndex and LeavingCount, which nothing but an atomic increment touches;
+// and stay until the last has gone; nextIndex_ and leavingCount_, which nothing but an atomic increment touches;
 // Aborting, an atomic flag (a worker that sees it late takes one item more, which is harmless); the store, which has
 // locks of its own; and the results, each of which is the worker's that has drawn its item. All else belongs to the
 // dialog's thread, and the workers reach it by posted messages alone.
@@ -66,8 +66,8 @@ class CCreateFrqDlg : public CTemplateDlg<CCreateFrqDlg, IDD_CREATEFRQ> {
   // failed has gone, and nobody was told.
   std::vector<int> BegunSyllables() const;
   // The ended job's sum, and whether the file that holds the maps of a folder could be tidied up.
-  JobSum Sum() const { return SumOf(WorkList, Results); }
-  bool IsCompact() const { return Compact; }
+  JobSum Sum() const { return SumOf(workList_, results_); }
+  bool IsCompact() const { return compact_; }
 
  private:
   // Gives the number of items.
@@ -86,13 +86,13 @@ class CCreateFrqDlg : public CTemplateDlg<CCreateFrqDlg, IDD_CREATEFRQ> {
   ItemResult Create(const std::wstring& wave);
   ItemResult Convert(const std::wstring& wave);
 
-  std::unique_ptr<ThreadHandle[]> Workers;  // null: no worker can be running
-  std::atomic<int> LeavingCount = 0;        // workers that have nothing left to do
-  std::atomic<bool> Aborting = false;       // set by the user, read by the workers
-  std::vector<WorkItem> WorkList;
-  std::vector<ItemResult> Results;  // one for each item
-  std::atomic<int> NextIndex = -1;  // the item drawn last
-  bool Compact = true;
-  int StartedCount = 0;             // items that the user has been told of
+  std::unique_ptr<ThreadHandle[]> workers_;  // null: no worker can be running
+  std::atomic<int> leavingCount_ = 0;        // workers that have nothing left to do
+  std::atomic<bool> aborting_ = false;       // set by the user, read by the workers
+  std::vector<WorkItem> workList_;
+  std::vector<ItemResult> results_;  // one for each item
+  std::atomic<int> nextIndex_ = -1;  // the item drawn last
+  bool compact_ = true;
+  int startedCount_ = 0;            // items that the user has been told of
   MrqStore Store;                   // the dialog's own, not the list's
 };

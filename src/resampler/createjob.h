@@ -16,18 +16,18 @@ enum class CreateMode : std::uint32_t {
 };
 
 struct CreateFrqJob {
-  CreateMode mode = CreateMode::All;
-  FrqType source = FrqTypeFrq;  // of a conversion
-  FrqType target = FrqTypeFrq;  // likewise
-  NoteRange vs4uRange{};        // that a vs4ufrq is analysed in
-  bool useFrq = true;           // a .frq replaces the analysis of a vs4ufrq
-  bool initBoth = true;         // false: of a map in desc.mrq the entry stays, and the analysis beside it goes
+  CreateMode Mode = CreateMode::All;
+  FrqType Source = FrqTypeFrq;  // of a conversion
+  FrqType Target = FrqTypeFrq;  // likewise
+  NoteRange Vs4uRange{};        // that a vs4ufrq is analysed in
+  bool UseFrq = true;           // a .frq replaces the analysis of a vs4ufrq
+  bool InitBoth = true;         // false: of a map in desc.mrq the entry stays, and the analysis beside it goes
 };
 
 // One wave to be worked on.
 struct WorkItem {
-  std::wstring wavePath;
-  int listIndex = 0;  // index of the syllable in the list
+  std::wstring WavePath;
+  int ListIndex = 0;  // index of the syllable in the list
 };
 
 constexpr bool IsConversion(CreateMode mode) {

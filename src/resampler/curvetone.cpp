@@ -71,8 +71,8 @@ class Curve {
  public:
   Curve(const FrqMap& map, FrameRange range) : hop_(map.Hop) {
     const auto size = static_cast<SampleCount>(map.Frames.size());
-    const SampleCount first = std::clamp<SampleCount>(range.first, 0, size);
-    const SampleCount count = std::clamp<SampleCount>(range.count, 0, size - first);
+    const SampleCount first = std::clamp<SampleCount>(range.First, 0, size);
+    const SampleCount count = std::clamp<SampleCount>(range.Count, 0, size - first);
     frames_.assign(map.Frames.begin() + first, map.Frames.begin() + first + count);
     const bool hasLevels = std::ranges::any_of(
         frames_, [](const FrqFrame& frame) { return HasPitch(frame) && CleanLevel(frame.Amplitude) > 0.0; });

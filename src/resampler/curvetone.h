@@ -8,8 +8,8 @@
 
 // A stretch of a map: `count` frames from `first` on.
 struct FrameRange {
-  SampleCount first = 0;
-  SampleCount count = 0;
+  SampleCount First = 0;
+  SampleCount Count = 0;
 };
 
 // The tone of these frames in units of 16-bit samples, `hop` samples a frame and ten minutes at most; empty where no

@@ -9,7 +9,7 @@ JobSum SumOf(const std::vector<WorkItem>& items, const std::vector<ItemResult>& 
       ++sum.NotReached;
     } else {
       if (sum.Failed.empty()) sum.First = results[i];
-      sum.Failed.push_back(items[i].wavePath);
+      sum.Failed.push_back(items[i].WavePath);
     }
   }
   return sum;

@@ -15,13 +15,13 @@ namespace {
 
 // A part of a sound, in samples.
 struct SampleRange {
-  std::int64_t first, end;
+  std::int64_t First, End;
 };
 
 SampleRange SamplesOf(const ListenInput& input) {
-  if (input.Part.count <= 0) return {0, std::numeric_limits<std::int64_t>::max()};
+  if (input.Part.Count <= 0) return {0, std::numeric_limits<std::int64_t>::max()};
   const std::int64_t hop = std::max<SampleCount>(input.Syllable.Map.Hop, 0);
-  return {input.Part.first * hop, (std::int64_t{input.Part.first} + input.Part.count) * hop};
+  return {input.Part.First * hop, (std::int64_t{input.Part.First} + input.Part.Count) * hop};
 }
 
 // The same part of a sound of another rate.
@@ -30,7 +30,7 @@ SampleRange Scaled(SampleRange range, double factor) {
     const double scaled = static_cast<double>(sample) * factor;
     return scaled < 0x1p62 ? std::llround(scaled) : std::numeric_limits<std::int64_t>::max();
   };
-  return {scale(range.first), scale(range.end)};
+  return {scale(range.First), scale(range.End)};
 }
 
 // An AIFF file is taken with one channel of 16 bits. The samples of others lie in the file as they do in no wave.
@@ -79,7 +79,7 @@ SoundEnd SoundMaker::Write(const wchar_t* name, const WaveFormat& format, ByteSp
 
 // A format that cannot be cut is heard as a whole.
 SoundEnd SoundMaker::WritePart(const wchar_t* name, const DecodedWave& wave, SampleRange range) {
-  const DecodedWave part = CutWave(wave, range.first, range.end).value_or(wave);
+  const DecodedWave part = CutWave(wave, range.First, range.End).value_or(wave);
   if (part.samples.empty()) return SoundEnd::Behind;
   return Write(name, part.format, part.extension, part.samples);
 }
@@ -87,7 +87,7 @@ SoundEnd SoundMaker::WritePart(const wchar_t* name, const DecodedWave& wave, Sam
 std::vector<float> SoundMaker::Tone(double rate) const {
   const FrqMap& map = input_.Syllable.Map;
   const FrameRange whole{0, static_cast<SampleCount>(map.Frames.size())};
-  return CurveTone(map, input_.Part.count > 0 ? input_.Part : whole, rate);
+  return CurveTone(map, input_.Part.Count > 0 ? input_.Part : whole, rate);
 }
 
 SoundEnd SoundMaker::MakeRecording() {
@@ -112,7 +112,7 @@ SoundEnd SoundMaker::MakeBoth() {
   if (tone.empty()) return SoundEnd::NoCurve;
   const SampleRange range = SamplesOf(input_);
   const std::int64_t size = std::ssize(sound->samples);
-  const std::int64_t first = std::min(range.first, size), end = std::min(range.end, size);
+  const std::int64_t first = std::min(range.First, size), end = std::min(range.End, size);
   if (first == end) return SoundEnd::Behind;
   const std::vector<std::int16_t> recording =
       To16Bits({sound->samples.begin() + first, static_cast<std::size_t>(end - first)});
@@ -162,7 +162,7 @@ SoundEnd SoundMaker::Render(const PreviewInput& side, double rate, DecodedWave& 
   if (error != 0) return SoundEnd::NotPlayed;
   part = {wave.format, wave.dataSize, std::move(wave.samples), std::move(wave.extension)};
   const SampleRange range = Scaled(SamplesOf(input_), part.format.samplesPerSec / rate);
-  auto cut = CutWave(part, range.first, range.end);
+  auto cut = CutWave(part, range.First, range.End);
   if (cut && !cut->samples.empty()) part = *std::move(cut);
   return SoundEnd::Well;
 }

@@ -12,8 +12,8 @@ namespace {
 constexpr UINT kAnswerSize = 32;
 
 struct MciCall {
-  const wchar_t* command;
-  wchar_t* answer;
+  const wchar_t* Command;
+  wchar_t* Answer;
 };
 
 // Drivers of others stand behind the device: one that raises an exception has failed like one that gives an error.
@@ -21,7 +21,7 @@ DWORD SendGuarded(const std::wstring& command, wchar_t* answer = nullptr) {
   MciCall call{command.c_str(), answer};
   const auto send = [](void* argument) -> DWORD {
     const auto* const sent = static_cast<const MciCall*>(argument);
-    return mciSendStringW(sent->command, sent->answer, sent->answer ? kAnswerSize : 0, nullptr);
+    return mciSendStringW(sent->Command, sent->Answer, sent->Answer ? kAnswerSize : 0, nullptr);
   };
   return CallGuarded(send, &call);
 }

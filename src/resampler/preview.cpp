@@ -70,32 +70,32 @@ int CPreview::Shared::Play(const std::wstring& output) const {
   return 0;
 }
 
-CPreview::CPreview() : State(std::make_shared<Shared>()) {}
+CPreview::CPreview() : state_(std::make_shared<Shared>()) {}
 
 CPreview::~CPreview() {
   StopAndWait();
 }
 
 void CPreview::SetFolder(const std::wstring& folder) {
-  State->Folder = folder;
+  state_->Folder = folder;
 }
 
 void CPreview::ClearFolder() const {
-  TempFolder::Empty(State->Folder);
+  TempFolder::Empty(state_->Folder);
 }
 
 void CPreview::Start(PreviewInput input) {
-  Running = true;
-  State->StopAsked = false;
-  State->Ended = false;
+  running_ = true;
+  state_->StopAsked = false;
+  state_->Ended = false;
   const HWND window = input.Window;
-  State->Input = std::move(input);
-  auto shared = std::make_unique<std::shared_ptr<Shared>>(State);
-  Thread.reset(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, ThreadProc, shared.get(), 0, nullptr)));
-  if (Thread) {
+  state_->Input = std::move(input);
+  auto shared = std::make_unique<std::shared_ptr<Shared>>(state_);
+  thread_.reset(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, ThreadProc, shared.get(), 0, nullptr)));
+  if (thread_) {
     shared.release();
   } else {
-    State->Ended = true;
+    state_->Ended = true;
     EditorSender(window).PostPreviewDone();
   }
 }
@@ -117,24 +117,24 @@ unsigned WINAPI CPreview::ThreadProc(void* argument) {
 }
 
 void CPreview::Stop() {
-  State->StopAsked = true;
+  state_->StopAsked = true;
 }
 
 bool CPreview::HasEnded() const {
-  return State->Ended;
+  return state_->Ended;
 }
 
 PreviewEnd CPreview::End() const {
-  return State->End;
+  return state_->End;
 }
 
 void CPreview::Finish() {
-  Running = false;
-  State->StopAsked = false;
+  running_ = false;
+  state_->StopAsked = false;
 }
 
 void CPreview::StopAndWait() {
   Stop();
-  if (Thread) WaitForSingleObject(Thread.get(), kLongestWaitMs);
-  Thread.reset();  // not to be waited for twice
+  if (thread_) WaitForSingleObject(thread_.get(), kLongestWaitMs);
+  thread_.reset();  // not to be waited for twice
 }

@@ -30,7 +30,7 @@ class CPreview {
   void ClearFolder() const;
 
   // True between a press and the end that is posted.
-  bool IsRunning() const { return Running; }
+  bool IsRunning() const { return running_; }
   // WM_PREVIEW_DONE comes to the window, whatever happens.
   void Start(PreviewInput input);
   // The sound ends soon. A resampler that runs is let come to its end, and its sound ends as soon as it begins.
@@ -48,7 +48,7 @@ class CPreview {
   struct Shared;
   static unsigned WINAPI ThreadProc(void* argument);
 
-  bool Running = false;
-  ThreadHandle Thread;
-  std::shared_ptr<Shared> State;
+  bool running_ = false;
+  ThreadHandle thread_;
+  std::shared_ptr<Shared> state_;
 };

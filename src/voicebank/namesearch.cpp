@@ -35,16 +35,16 @@ NameSearch::NameSearch(std::span<const std::wstring> names) {
 }
 
 void NameSearch::Spelled::Add(std::wstring_view name) {
-  Text.append(name) += L'\n';
-  Ends.push_back(Text.size());
+  text.append(name) += L'\n';
+  ends.push_back(text.size());
 }
 
 // A name that holds the part several times is ranked by the first place, which is the best.
 void NameSearch::Spelled::Rank(std::wstring_view part, std::uint8_t bonus, std::vector<std::uint8_t>& ranks) const {
   std::size_t name = 0;
-  for (std::size_t at = 0; (at = Text.find(part, at)) != Text.npos; at = Ends[name]) {
-    while (Ends[name] <= at) ++name;
-    const bool isStart = Text[at - 1] == L'\n', isEnd = Text[at + part.size()] == L'\n';
+  for (std::size_t at = 0; (at = text.find(part, at)) != text.npos; at = ends[name]) {
+    while (ends[name] <= at) ++name;
+    const bool isStart = text[at - 1] == L'\n', isEnd = text[at + part.size()] == L'\n';
     const std::uint8_t rank = isStart && isEnd ? kWhole : isStart ? kAtStart : kInside;
     ranks[name] = std::max<std::uint8_t>(ranks[name], rank + bonus);
   }
@@ -52,7 +52,7 @@ void NameSearch::Spelled::Rank(std::wstring_view part, std::uint8_t bonus, std::
 
 std::vector<int> NameSearch::Find(std::wstring_view part) const {
   const std::wstring plain = PlainSpelling(part);
-  std::vector<std::uint8_t> ranks(plain_.Ends.size(), plain.empty() ? kInside : 0);
+  std::vector<std::uint8_t> ranks(plain_.ends.size(), plain.empty() ? kInside : 0);
   if (!plain.empty()) plain_.Rank(plain, 1, ranks);
   const std::wstring romaji = HasKana(plain) ? std::wstring() : RomajiSpelling(plain, true);
   if (!romaji.empty()) romaji_.Rank(romaji, 0, ranks);

@@ -23,8 +23,8 @@ class NameSearch {
  private:
   // One spelling of all names, each with a line break before it and the last with one behind it.
   struct Spelled {
-    std::wstring Text = L"\n";
-    std::vector<std::size_t> Ends;  // of each name, its place behind the line break
+    std::wstring text = L"\n";
+    std::vector<std::size_t> ends;  // of each name, its place behind the line break
 
     void Add(std::wstring_view name);
     void Rank(std::wstring_view part, std::uint8_t bonus, std::vector<std::uint8_t>& ranks) const;

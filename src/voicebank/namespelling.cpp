@@ -133,10 +133,10 @@ std::wstring WithDoubled(const std::wstring& typed) {
 // One of two ways to write the same: of `From`, `Taken` letters become `To` where one of the letters in `Before`
 // follows. An empty `Before` fits whatever follows, and "$" the end of a typed text.
 struct Spelling {
-  std::wstring_view From;
-  std::wstring_view Before;
-  std::wstring_view To;
-  std::size_t Taken;
+  std::wstring_view from;
+  std::wstring_view before;
+  std::wstring_view to;
+  std::size_t taken;
 };
 
 // The spelling that fits first is taken.
@@ -150,10 +150,10 @@ constexpr Spelling kSpellings[] = {
     {L"dy", L"", L"zy", 2},    {L"n'", L"aiueoy", L"n", 2}};
 
 bool Fits(const Spelling& spelling, std::wstring_view text, bool isTyped) {
-  if (!text.starts_with(spelling.From)) return false;
-  if (spelling.Before.empty()) return true;
-  const std::wstring_view rest = text.substr(spelling.From.size());
-  return rest.empty() ? isTyped && spelling.Before == L"$" : IsOneOf(rest.front(), spelling.Before);
+  if (!text.starts_with(spelling.from)) return false;
+  if (spelling.before.empty()) return true;
+  const std::wstring_view rest = text.substr(spelling.from.size());
+  return rest.empty() ? isTyped && spelling.before == L"$" : IsOneOf(rest.front(), spelling.before);
 }
 
 // "nn" is one n that stands by itself, except where the second n begins a syllable.
@@ -192,8 +192,8 @@ std::wstring RomajiSpelling(std::wstring_view plain, bool isTyped) {
     const auto* const found =
         std::ranges::find_if(kSpellings, [&](const Spelling& each) { return Fits(each, rest, isTyped); });
     if (found != std::end(kSpellings)) {
-      romaji += found->To;
-      taken = found->Taken;
+      romaji += found->to;
+      taken = found->taken;
     } else if (IsSyllabicN(rest)) {
       romaji += L'n';
       taken = 2;

@@ -102,25 +102,25 @@ LRESULT CDlgBase::DispatchMenuSelect(WPARAM wParam, LPARAM lParam) {
 }
 
 void CDlgBase::AttachTexts() {
-  Texts = ControlTextsOf(GetTemplateId());
-  Tips.Attach(Hwnd);
-  IsNamed = false;
+  texts_ = ControlTextsOf(GetTemplateId());
+  tips_.Attach(Hwnd);
+  isNamed_ = false;
 }
 
 void CDlgBase::FollowMouse(HWND over, UINT message) {
-  Tips.Follow(over, message, TipOf(over));
+  tips_.Follow(over, message, TipOf(over));
 }
 
 void CDlgBase::NameControlsOnce() {
-  if (!IsNamed) NameControls(Hwnd, Texts);
-  IsNamed = true;
+  if (!isNamed_) NameControls(Hwnd, texts_);
+  isNamed_ = true;
 }
 
 // A part of a control, such as the box of a list that drops down, tells what its control does.
 std::wstring CDlgBase::TipOf(HWND control) const {
   if (!IsChild(Hwnd, control)) return {};
-  const ControlText* text = ControlTextOf(Texts, GetDlgCtrlID(control));
-  if (!text) text = ControlTextOf(Texts, GetDlgCtrlID(GetParent(control)));
+  const ControlText* text = ControlTextOf(texts_, GetDlgCtrlID(control));
+  if (!text) text = ControlTextOf(texts_, GetDlgCtrlID(GetParent(control)));
   return text && text->Tip ? LoadResString(text->Tip) : std::wstring();
 }
 

@@ -66,7 +66,7 @@ class CDlgBase : public CWindow {
   void FollowMouse(HWND over, UINT message);
   void NameControlsOnce();
 
-  std::span<const ControlText> Texts;
-  Tooltips Tips;
-  bool IsNamed = false;
+  std::span<const ControlText> texts_;
+  Tooltips tips_;
+  bool isNamed_ = false;
 };

@@ -311,7 +311,7 @@ TEST(CheckByEar, SaysWhatIsWrongWithAStretchAndWhatItShouldBe) {
 void ExpectUnheard(const std::string& text, const Samples& samples) {
   Hearing hearing{256, 44100.0, std::ssize(samples), std::vector<HeardFrame>(173, {55.0f, 0.0f, 0})};
   for (std::size_t i = 35; i < 138; ++i) {
-    if (i < 63 || i > 82) hearing.frames[i] = {220.0f, 1.0f, 0};
+    if (i < 63 || i > 82) hearing.Frames[i] = {220.0f, 1.0f, 0};
   }
   const PitchSearch search(samples, 44100);
   ExpectMarks(text, 256, 6.5,

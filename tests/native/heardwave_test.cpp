@@ -12,7 +12,7 @@ constexpr std::uint64_t kEdition = 7;
 
 HeardWaves Waves() {
   HeardWave answered{{.Size = 44, .Written = 5}, {256, 44100.0, 700, {{220.5f, 0.9f, 0}, {55.0f, 0.0f, 1}}}};
-  answered.answer = {9, {{0, CheckMarkGap, 220.5}, {1, CheckMarkNoise, 0.0}}};
+  answered.Answer = {9, {{0, CheckMarkGap, 220.5}, {1, CheckMarkNoise, 0.0}}};
   const HeardWave unasked{{.Size = 3, .Written = -1}, {1, 8000.0, 0, {}}};
   return {{L"あ.wav", std::make_shared<const HeardWave>(answered)}, {L"", std::make_shared<const HeardWave>(unasked)}};
 }
@@ -43,7 +43,7 @@ TEST(HeardWaves, AnAnswerIsOfOneMapAndReplacesAllMarks) {
   record->Frames[1].Mark = CheckMarkFar;
   record->Frames[1].SuggestedFrequency = 330.0;
   const KeptAnswer answer = AnswerIn(*record);
-  EXPECT_EQ(answer.map, hash) << "marks are no part of it";
+  EXPECT_EQ(answer.Map, hash) << "marks are no part of it";
 
   record->Frames[3].Mark = CheckMarkFar;
   EXPECT_EQ(WriteAnswer(answer, *record), 1);

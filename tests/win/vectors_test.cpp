@@ -37,7 +37,7 @@ TEST_F(vectors, FrameEstimates) {
   Family::Each("frame_estimates", [&](Family& family, const Json& test) {
     for (const std::string kind : {"frq", "frc", "pmk", "dio", "mrq"}) {
       const std::wstring wave = L"voice\\" + Wide(test["row"]);
-      family.Expect(FindMap(wave, FrqTypeFromPathW(Wide("x." + kind)), listed, store).frameEstimate, test[kind]);
+      family.Expect(FindMap(wave, FrqTypeFromPathW(Wide("x." + kind)), listed, store).FrameEstimate, test[kind]);
     }
   });
 }
