@@ -10,10 +10,10 @@ struct Complexes {
   typename V::Value re, im;
 };
 
-// The values between the passes. The complex transform of n values is at complexes[n].
+// The values between the passes. The complex transform of n values is at Odd[n].
 template <class V>
 struct FftBuffers {
-  alignas(64) Complexes<V> Complexes[2 * kComplexLength];
+  alignas(64) Complexes<V> Odd[2 * kComplexLength];
   alignas(64) typename V::Value Reals[kTransformLength / 4];
   alignas(64) typename V::Value Squares[kTransformBins];
 };
@@ -158,11 +158,11 @@ template <class V, std::size_t kLength>
                                                   FftBuffers<V>& buffers) {
   constexpr std::size_t kEighth = kLength / 8;
   const double* const factors = tables.Real[kEighth + i].data();
-  Complexes<V>* const odd = &buffers.Complexes[kLength / 4];
+  Complexes<V>* const odd = &buffers.Odd[kLength / 4];
   odd[i] = Times<V>({x[0] - x[4], x[6] - x[2]}, factors);
   odd[i + kEighth] = Times<V>({x[1] - x[5], x[7] - x[3]}, factors + 4);
   const auto a = x[0] + x[4], b = x[1] + x[5], c = x[2] + x[6], d = x[3] + x[7];
-  buffers.Complexes[kEighth + i] = Times<V>({a - c, d - b}, factors + 8);
+  buffers.Odd[kEighth + i] = Times<V>({a - c, d - b}, factors + 8);
   buffers.Reals[i] = a + c;
   buffers.Reals[i + kEighth] = b + d;
 }
@@ -215,7 +215,7 @@ inline void SplitReals(const FftTables& tables, FftBuffers<V>& buffers) {
 
 template <class V, std::size_t kLength>
 inline void ComplexTransforms(const FftTables& tables, FftBuffers<V>& buffers) {
-  ComplexTransform<V, kLength>(tables, &buffers.Complexes[kLength], &tables.Bins[kLength], buffers.Squares);
+  ComplexTransform<V, kLength>(tables, &buffers.Odd[kLength], &tables.Bins[kLength], buffers.Squares);
   if constexpr (kLength > 1) ComplexTransforms<V, kLength / 2>(tables, buffers);
 }
 
