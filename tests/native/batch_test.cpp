@@ -191,18 +191,13 @@ TEST_F(BatchTest, BanksBelowAFolderAreFoundOneByOne) {
 
 TEST_F(BatchTest, AWrongCallSaysSoAndDoesNothing) {
   const auto before = Content(root_);
-  const std::vector<std::vector<std::string>> calls = {{},
-                                                       {"mend", Bank()},
-                                                       {"list"},
-                                                       {"check", Bank(), "--note", "H9"},
-                                                       {"create", Bank(), "--all", "--missing"},
-                                                       {"convert", Bank(), "--from", "frq"},
-                                                       {"convert", Bank(), "--from", "frq", "--to", "frq"},
-                                                       {"shift", Bank()},
-                                                       {"key", Bank()},
-                                                       {"list", Bank(), "--jobs", "0"}};
-  for (const auto& call : calls) {
-    EXPECT_EQ(Run(call), 2) << testing::PrintToString(call);
+  for (const std::string call : {"", "mend @", "list", "check @ --note H9", "create @ --all --missing",
+                                 "convert @ --from frq", "convert @ --from frq --to frq", "shift @", "key @",
+                                 "list @ --jobs 0"}) {
+    std::istringstream words(call);
+    std::vector<std::string> arguments(std::istream_iterator<std::string>(words), {});
+    std::ranges::replace(arguments, "@", Bank());
+    EXPECT_EQ(Run(arguments), 2) << call;
     EXPECT_FALSE(faults_.empty());
   }
   EXPECT_EQ(Run({"check", "--help"}), 0);

@@ -11,7 +11,7 @@
 #include "batch/html.h"
 #include "batch/reportpage.h"
 #include "frqmap/checkmark.h"
-#include "testdata.h"
+#include "native/family.h"
 
 namespace {
 
@@ -117,10 +117,7 @@ TEST(Report, CurvesOfAnyMapFitTheirPicture) {
     EXPECT_THAT(svg, Not(HasSubstr("inf")));
     EXPECT_THAT(svg, HasSubstr("width=\"400\" height=\"88\"><title>Noise or silence taken for pitch</title>"));
   }
-  FrqMap gaps;
-  gaps.Create(6, FrqTypeFrq);
-  for (const std::size_t voiced : {0, 1, 4}) gaps.Frames.Own()[voiced].Frequency = 220.0;
-  gaps.Frames.Own()[1].Frequency = 440.0;
+  const FrqMap gaps = MapOf({220.0, 440.0, FrqNoPitch, FrqNoPitch, 220.0, FrqNoPitch});
   EXPECT_THAT(CurveSvg(gaps, 0.0, {}, "", ReportLanguage::English), HasSubstr("d=\"M33 82l67-76M300 82h1\""));
   EXPECT_EQ(CurveSvg(FrqMap(), 220.0, {}, "", ReportLanguage::English), "");
 }

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <iterator>
 #include <span>
 
 #include "check/checkrules.h"

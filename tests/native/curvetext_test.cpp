@@ -1,36 +1,22 @@
 // Curves that go out as text and come in again, from us and from elsewhere, into maps of another hop.
 #include "frqmap/curvetext.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <numeric>
 
 #include "frqmap/curvepasting.h"
+#include "native/family.h"
 
 namespace {
 
-constexpr double kNone = FrqNoPitch;
+using testdata::Json;
 
-FrqMap MapOf(const std::vector<double>& frequencies, SampleCount hop) {
-  FrqMap map;
-  map.Create(static_cast<SampleCount>(frequencies.size()), FrqTypeFrq);
-  map.Hop = hop;
-  map.Average = 200.0;
-  for (std::size_t i = 0; i < frequencies.size(); ++i) map.Frames.Own()[i].Frequency = frequencies[i];
-  return map;
-}
+constexpr double kNone = FrqNoPitch;
 
 std::vector<int> AllOf(const FrqMap& map) {
   std::vector<int> frames(map.Frames.size());
   std::iota(frames.begin(), frames.end(), 0);
   return frames;
-}
-
-std::vector<double> FrequenciesOf(const FrqMap& map) {
-  std::vector<double> frequencies;
-  for (const FrqFrame& frame : map.Frames) frequencies.push_back(frame.Frequency);
-  return frequencies;
 }
 
 // Times and frequencies in one line, "none" for a text that is no curve.
@@ -85,7 +71,7 @@ TEST(CurveText, BringsACurveBackBitForBit) {
     const auto rows = ParseCurve(text, MostCurveRows(target));
     ASSERT_TRUE(rows);
     EXPECT_EQ(PasteRows(target, AllOf(target), *rows, PasteAs::Curve, FrqTypeFrq), AllOf(target));
-    EXPECT_EQ(FrequenciesOf(target), frequencies) << hop;
+    EXPECT_EQ(Values(target, &FrqFrame::Frequency), Json(frequencies)) << hop;
   }
   const FrqMap map = MapOf({220.0, 330.5, kNone, 440.0}, 441);
   EXPECT_EQ(CurveText(CurveOf(map, std::vector{1, 2, 3})), L"0.000000\t330.5\r\n0.010000\t\r\n0.020000\t440\r\n");
@@ -113,7 +99,7 @@ TEST(CurveText, IsPastedByTimeBetweenHopsAndNoFurtherThanItGoes) {
   FrqMap map = MapOf({old, old, old}, 441);
   const std::vector<CurveRow> extremes = {{0.0, 1e6}, {0.01, 60.0}, {0.02, 100.5}};
   PasteRows(map, AllOf(map), extremes, PasteAs::Curve, FrqTypePmk);
-  EXPECT_EQ(FrequenciesOf(map), (std::vector{882.0, none, 100.5})) << "the kind at work has its limits";
+  EXPECT_EQ(Values(map, &FrqFrame::Frequency), Json({882.0, none, 100.5})) << "the kind at work has its limits";
 }
 
 TEST(CurveText, ShapeComesToTheKeyOrToWhatWasThere) {

@@ -26,6 +26,18 @@ struct Witness : DocumentListener {
     document_.SetCurrent(document_.Current());
   }
 
+  // What is told of all entries together, a letter each in the order of the facts; then in a stroke, one of many, from
+  // the history, the end of many, other steps.
+  std::string Facts() const {
+    unsigned facts = Last.OfMany << 12 | Last.History << 13;
+    for (const EntryChange& entry : Last.Entries) {
+      facts |= entry.Facts | entry.InStroke << 9 | entry.OneOfMany << 10 | entry.FromHistory << 11;
+    }
+    std::string letters;
+    for (unsigned i = 0; i < 14; ++i) letters.append(facts >> i & 1, "RFKMEHSTUsobmh"[i]);
+    return letters;
+  }
+
   int Told = 0;
   DocumentChanges Last;
 
@@ -166,6 +178,12 @@ TEST_F(DocumentTest, ASaveStopsAtAMapThatAnotherProgramHasChanged) {
   }
   EXPECT_EQ(save(Overwrite), 0);
   EXPECT_EQ(inFile(), std::pair(310.0, 205.0));
+
+  files_.Next = Fault::Fails;
+  EXPECT_EQ(save(Overwrite), 9) << "nobody knows what it has left";
+  document_.Reload(0, kKeep, false);
+  putOther();
+  EXPECT_EQ(save(Refuse), Document::kChangedOutside) << "but what was read since is known";
 
   putOther();
   files_.Next = Fault::Fails;
@@ -311,30 +329,44 @@ TEST_F(DocumentTest, WindowsAreToldEachChangeOnceAndNotUnderTheLock) {
     document_.SetEdited(1, true, true);
     EXPECT_EQ(witness.Told, 0);
   };
-  // What is done; how often it is told, the entries that it is told of, and their rows.
-  const std::tuple<std::function<void()>, int, std::size_t, std::vector<int>> steps[] = {
-      {[&] { Set(0, 300.0); }, 1, 1, {2}},
-      {[&] { document_.BeginStroke(Gesture::Stroke, 0); }, 1, 0, {}},
-      {[&] { document_.StrokeChange(0, Setting(310.0, 1)); }, 1, 1, {1}},
-      {[&] { document_.EndStroke(); }, 1, 0, {}},
-      {[&] { document_.Undo(); }, 1, 1, {1}},
-      {[&] { EXPECT_EQ(document_.Undo().Frames, std::vector{2}); }, 1, 1, {2}},
-      {[&] { document_.Undo(); }, 0, 0, {}},
-      {[&] { document_.Mark(0, Marking(4, 305.0), true), document_.Mark(2, Marking(4, 305.0), false); }, 1, 1, {}},
-      {[&] { document_.ApplyAllMarks(true); }, 1, 2, {}},
-      {[&] { document_.Undo(); }, 1, 2, {4, 4}},
-      {[&] { document_.Save(0, false, error_); }, 1, 1, {}},
-      {hold, 1, 1, {}},
-      {[&] { document_.Reload(1, kKeep, false); }, 1, 1, {}},
-      {[&] { document_.Remove(1); }, 1, 1, {}}};
-  for (const auto& [step, told, entries, rows] : steps) {
+  const auto askForNobody = [&] {
+    for (const int none : {-1, 3}) {
+      document_.Change(Gesture::Halve, none, Setting(1.0));
+      document_.Mark(none, Marking(4, 305.0), true), document_.SetEdited(none, true), document_.RenewSaved(none);
+      EXPECT_FALSE(document_.EnsureLoaded(none, kKeep) || document_.Remove(none) ||
+                   document_.ApplyMarks(Gesture::Modify, none, 0, true));
+      EXPECT_EQ(document_.Save(none, true, error_) + document_.Reload(none, kKeep, true), -2);
+      EXPECT_EQ(document_.ReadAfresh(none, kKeep, true), -1);
+    }
+  };
+  // What is done; how often it is told and what, the entries that it is told of, and their rows.
+  const std::tuple<std::function<void()>, int, std::string, std::size_t, std::vector<int>> steps[] = {
+      {[&] { Set(0, 300.0); }, 1, "FETh", 1, {2}},
+      {[&] { document_.BeginStroke(Gesture::Stroke, 0); }, 1, "h", 0, {}},
+      {[&] { document_.StrokeChange(0, Setting(310.0, 1)); }, 1, "FTs", 1, {1}},
+      {[&] { document_.EndStroke(); }, 1, "h", 0, {}},
+      {[&] { document_.Undo(); }, 1, "FTbh", 1, {1}},
+      {[&] { EXPECT_EQ(document_.Undo().Frames, std::vector{2}); }, 1, "FETbh", 1, {2}},
+      {[&] { document_.Undo(); }, 0, "", 0, {}},
+      {[&] { document_.Mark(0, Marking(4, 305.0), true), document_.Mark(2, Marking(4, 305.0), false); }, 1, "M", 1, {}},
+      {[&] { document_.Mark(2, Marking(6, 306.0), false); }, 0, "", 0, {}},
+      {[&] { document_.ApplyAllMarks(true); }, 1, "FKMETomh", 2, {}},
+      {[&] { document_.Undo(); }, 1, "FKMETobmh", 2, {4, 6, 4}},
+      {[&] { document_.Save(0, false, error_); }, 1, "T", 1, {}},
+      {[&] { document_.RenewSaved(0); }, 1, "S", 1, {}},
+      {hold, 1, "ETom", 1, {}},
+      {[&] { document_.Reload(1, kKeep, false); }, 1, "REST", 1, {}},
+      {[&] { document_.Remove(1); }, 1, "RMHS", 1, {}},
+      {askForNobody, 0, "", 0, {}}};
+  for (const auto& [step, told, facts, entries, rows] : steps) {
     SCOPED_TRACE(&told - &std::get<1>(steps[0]));
     witness.Told = 0, witness.Last = {};
     step();
     std::vector<int> toldRows;
     for (const auto& entry : witness.Last.Entries)
       toldRows.insert(toldRows.end(), entry.Rows.begin(), entry.Rows.end());
-    EXPECT_EQ(std::tuple(witness.Told, witness.Last.Entries.size(), toldRows), std::tuple(told, entries, rows));
+    EXPECT_EQ(std::tuple(witness.Told, witness.Facts(), witness.Last.Entries.size(), toldRows),
+              std::tuple(told, facts, entries, rows));
   }
 }
 

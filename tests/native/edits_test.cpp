@@ -49,6 +49,12 @@ TEST(Edits, AReloadOfSomeRowsCountsTheOthersThatDifferEitherWay) {
   EXPECT_EQ(Values(map, &FrqFrame::Frequency), testdata::Json({100.0, 300.0, 200.0, 200.0, 150.0}));
 }
 
+TEST(Edits, TellWhichRowsTheyHaveSet) {
+  FrqMap map = MapOf({100.0, FrqNoPitch, 200.0, 150.0});
+  EXPECT_EQ(ScaleFrames(map, std::vector{0, 1, 3}, 2.0, FrqTypeFrq), (std::vector{0, 3})) << "no pitch stays none";
+  EXPECT_EQ(InterpolateFrames(map, std::vector{0, 3}, FrqTypeFrq), (std::vector{1, 2}));
+}
+
 TEST(CommandLine, TakesAnyModulationAndFlagsThatAUserTypes) {
   const std::pair<const wchar_t*, int> tests[] = {{L" ", 0},           {L"-", 0},
                                                   {L"12x", 12},        {L"x12", 0},

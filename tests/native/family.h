@@ -14,6 +14,7 @@
 
 #include "frqmap/dio.h"
 #include "frqmap/freq0003.h"
+#include "frqmap/mrqstore.h"
 #include "frqmap/pmk.h"
 #include "native/testdata.h"
 
@@ -124,6 +125,11 @@ inline std::string Flags(const FrqMap& map, auto FrqFrame::*flag) {
   std::string flags;
   for (const FrqFrame& frame : map.Frames) flags += frame.*flag ? '1' : '0';
   return flags;
+}
+
+// The voicebanks of the vectors, from their folder.
+inline void LoadFolders(MrqStore& store) {
+  for (const auto& folder : Family::Everything()["mrq_keys"]["folders"]) store.LoadFolder(testdata::Wide(folder));
 }
 
 inline testdata::Json Values(const FrqMap& map, auto FrqFrame::*value) {

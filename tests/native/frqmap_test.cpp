@@ -3,6 +3,8 @@
 
 #include <limits>
 
+#include "frqmap/mapediting.h"
+#include "frqmap/mapkind.h"
 #include "frqmap/vsproject.h"
 #include "native/family.h"
 
@@ -72,6 +74,34 @@ TEST(FrqMap, ACopyStandsForItselfWithItsOwnRange) {
   EXPECT_TRUE(copy.FrameCount == 0 && copy.MinFrequency == 999999.0 && copy.MaxFrequency == 55.0);
 }
 
+// As a table without a document writes.
+TEST(DirectEditing, WritesIntoTheMapOfItsStrokeAlone) {
+  FrqMap map = MapOf({100.0, 200.0, 300.0}), other = map;
+  DirectEditing editing;
+  const auto written = [&](FrqMap& in, double hz) { return editing.SetFrequency(in, 1, hz) + editing.SetKey(in, hz); };
+  EXPECT_EQ(written(map, 500.0), 0);
+  editing.BeginStroke(map, StrokeKind::Draw);
+  EXPECT_EQ(std::pair(written(map, 400.0), written(other, 500.0)), std::pair(2, 0));
+  editing.EndStroke();
+  EXPECT_EQ(written(map, 500.0), 0);
+  EXPECT_EQ(Values(map, &FrqFrame::Frequency), testdata::Json({100.0, 400.0, 300.0}));
+  EXPECT_EQ(map.Average, 400.0);
+  editing.Select(map, std::vector{-1, 2, 3});
+  EXPECT_EQ(Flags(map, &FrqFrame::Selected), "001") << "there are no others";
+  editing.SelectRange(map, 0, 1);
+  EXPECT_EQ(Flags(map, &FrqFrame::Selected), "110");
+  editing.Flatten(map, 150.0);
+  EXPECT_EQ(Values(map, &FrqFrame::Frequency), testdata::Json({150.0, 150.0, 150.0}));
+  EXPECT_EQ(std::pair(map.Average, Flags(map, &FrqFrame::Selected)), std::pair(150.0, std::string("000")));
+}
+
+TEST(MapKinds, StandInTheOrderInWhichUsersChoose) {
+  int place = 0;
+  for (const FrqType kind : {FrqTypeFrq, FrqTypeFrc, FrqTypeVs4ufrq, FrqTypePmk, FrqTypeDio, FrqTypeMrq}) {
+    EXPECT_EQ(FindMapKind(kind)->Place, place++) << kind;
+  }
+}
+
 TEST(VsProject, WhatALibraryMayTellHarmsNobody) {
   constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
   VsProject refusedPoints = ProjectOf(44100, 200, {{6900, 1, 0.5}});
@@ -92,9 +122,7 @@ TEST(VsProject, WhatALibraryMayTellHarmsNobody) {
     EXPECT_EQ(MapOfProject(odd).has_value(), isMap) << what;
   }
   VsProject project = ProjectOf(44100, 200, {{6000, 1, 0.5}});
-  FrqMap noHop;
-  noHop.Create(1, FrqTypeFrq);
-  noHop.Hop = 0;
+  FrqMap noHop = MapOf({FrqNoPitch}, 0);
   noHop.Average = 440.0;
   EXPECT_TRUE(SampleOntoProject(noHop, project)) << "no point has a frame, so that all take the average";
   EXPECT_EQ(project.ControlPoints[0][0].Pitch, 6900);

@@ -1,10 +1,8 @@
 // What the check has heard, in the form in which it is kept.
 #include "check/heardwave.h"
 
-#include <gtest/gtest.h>
-
 #include "frqmap/checkmark.h"
-#include "frqmap/frqmap.h"
+#include "native/family.h"
 
 namespace {
 
@@ -34,10 +32,7 @@ TEST(HeardWaves, ComeBackAsTheyWereAndNeverFromDamagedBytesOrAnotherEdition) {
 }
 
 TEST(HeardWaves, AnAnswerIsOfOneMapAndReplacesAllMarks) {
-  FrqMap map;
-  map.Create(4, FrqTypeFrq);
-  map.Hop = 256;
-  for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = 220.0;
+  const FrqMap map = MapOf(std::vector<double>(4, 220.0));
   const auto record = MakeCheckFrames(map, L"");
   const std::uint64_t hash = HashOfMap(*record);
   record->Frames[1].Mark = CheckMarkFar;

@@ -250,13 +250,21 @@ TEST_F(JournalTest, WhatSomebodyElseHasWrittenIsLeftAlone) {
 
   // A kill between a save and the record of it: the files hold what the journal ends with.
   was.Maps.Save(0, false, error);
+  ++was.Files.Files[L"1"].Frames.Own()[7].Frequency, ++was.Files.Stamps[L"1"];
+  ++was.Files.Stamps[L"2"];  // written again as it was saved
   disk_.Put(kPath, saved);
   Restart behind(was, disk_, kPath);
-  EXPECT_EQ(behind.Report.Recovered, kEntries - 1);
+  EXPECT_EQ(behind.Report.Recovered, kEntries - 2);
   EXPECT_FALSE(behind.Maps.Facts(Restart::IndexOf(0)).Edited);
+  behind.Maps.Change(Gesture::SetFrequency, changed, Setting(500.0));
+  behind.Maps.Undo();
+  EXPECT_FALSE(behind.Maps.Facts(changed).Edited) << "it is what is in the file";
   behind.Files.Next = MemoryFiles::Fault::Throws;
   disk_.Put(kPath, saved);
   EXPECT_EQ(JournalReplay(behind.Maps).Run(*ReadJournal(disk_, kPath)).Others[0].Why, Reason::Unreadable);
+  int steps = 0;
+  while (behind.Maps.Undo().What != StepResult::Nothing) ++steps;
+  EXPECT_EQ(steps, 4) << "of two syllables, and none from before";
 }
 
 TEST_F(JournalTest, ADiskThatFailsAtAnyCallCostsNoEditAndEndsWithTheNextFolder) {

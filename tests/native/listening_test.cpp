@@ -6,11 +6,10 @@
 #include <numbers>
 #include <numeric>
 
-#include "native/testdata.h"
+#include "native/family.h"
 #include "native/wavebytes.h"
 #include "pitch/pitchanalysis.h"
 #include "resampler/curvetone.h"
-#include "voicebank/sound.h"
 #include "voicebank/wavecut.h"
 
 namespace {
@@ -18,14 +17,7 @@ namespace {
 constexpr SampleCount kHop = 256;
 
 FrqMap MapOf(const std::vector<double>& frequencies, double level, SampleCount hop = kHop) {
-  FrqMap map;
-  map.Create(static_cast<SampleCount>(frequencies.size()), FrqTypeFrq);
-  map.Hop = hop;
-  for (std::size_t i = 0; i < frequencies.size(); ++i) {
-    map.Frames.Own()[i].Frequency = frequencies[i];
-    map.Frames.Own()[i].Amplitude = level;
-  }
-  return map;
+  return ::MapOf(frequencies, hop, std::vector<double>(frequencies.size(), level));
 }
 
 std::vector<float> ToneOf(const FrqMap& map, double rate = 44100.0) {
@@ -126,6 +118,17 @@ TEST(Tone, IsMadeOfAnyNumbers) {
   EXPECT_EQ(CurveTone(MapOf({220.0, 220.0}, 3000.0), {1, 1000}, 44100.0).size(), std::size_t{kHop});
 }
 
+DecodedWave WaveOf(int tag, int channels, int bits) {
+  DecodedWave wave;
+  wave.format = PlainFormat(channels, 22050);
+  wave.format.formatTag = static_cast<std::uint16_t>(tag);
+  wave.format.bitsPerSample = static_cast<std::uint16_t>(bits);
+  wave.format.blockAlign = static_cast<std::uint16_t>(channels * bits / 8);
+  wave.samples.resize(static_cast<std::size_t>(100 * std::max<int>(wave.format.blockAlign, 1)));
+  std::iota(wave.samples.begin(), wave.samples.end(), std::uint8_t{0});
+  return wave;
+}
+
 TEST(PartsOfWaves, AreCutAtTheirSamplesAndKeepTheirFormat) {
   const Bytes extension = {24, 0, 4, 0, 0, 0, 1, 0, 0, 0, 0, 0, 16, 0, 128, 0, 0, 170, 0, 56, 155, 113};
   // Tag, channels, bits, what its format has behind the fields.
@@ -134,14 +137,8 @@ TEST(PartsOfWaves, AreCutAtTheirSamplesAndKeepTheirFormat) {
   for (const auto& [tag, channels, bits, behind] : cases) {
     SCOPED_TRACE(testing::Message() << tag << " " << channels << " " << bits);
     const std::int64_t stride = channels * bits / 8;
-    DecodedWave wave;
-    wave.format = PlainFormat(channels, 22050);
-    wave.format.formatTag = static_cast<std::uint16_t>(tag);
-    wave.format.bitsPerSample = static_cast<std::uint16_t>(bits);
-    wave.format.blockAlign = static_cast<std::uint16_t>(stride);
+    DecodedWave wave = WaveOf(tag, channels, bits);
     wave.extension = behind;
-    wave.samples.resize(static_cast<std::size_t>(100 * stride));
-    std::iota(wave.samples.begin(), wave.samples.end(), std::uint8_t{0});
     const auto part = CutWave(wave, 10, 17);
     ASSERT_TRUE(part);
     const Bytes bytes = EncodeWave(part->format, part->extension, part->samples);
@@ -159,12 +156,7 @@ TEST(PartsOfWaves, AreCutAtTheirSamplesAndKeepTheirFormat) {
     EXPECT_TRUE(CutWave(wave, 50, 40)->samples.empty());
   }
   for (const auto& [tag, channels, bits] : {std::tuple(2, 1, 4), {1, 0, 16}, {1, 1, 12}}) {
-    DecodedWave wave;
-    wave.format.formatTag = static_cast<std::uint16_t>(tag);
-    wave.format.channels = static_cast<std::uint16_t>(channels);
-    wave.format.bitsPerSample = static_cast<std::uint16_t>(bits);
-    wave.samples.resize(100);
-    EXPECT_FALSE(CutWave(wave, 0, 10)) << tag;
+    EXPECT_FALSE(CutWave(WaveOf(tag, channels, bits), 0, 10)) << tag;
   }
 }
 

@@ -149,4 +149,5 @@ inline void ExpectCounts(const Document& document) {
     maps += document.Facts(entry).HasMap;
   }
   EXPECT_EQ(std::pair(state.Edited, state.Maps), std::pair(edited, maps));
+  EXPECT_EQ(state.CurrentEdited, document.Facts(document.Current()).Edited);
 }

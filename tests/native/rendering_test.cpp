@@ -2,12 +2,11 @@
 // pitch of voices, ./bench measures.
 #include "companions/resampler/render.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <random>
 
 #include "benchmarks/hearing.h"
+#include "native/family.h"
 #include "native/tone.h"
 #include "pitch/pitchanalysis.h"
 
@@ -154,13 +153,10 @@ TEST(RenderedNotes, TakeTheirPartOfTheRecording) {
 
 // The map that is right for a pitch, and a voice of it throughout: what is cut out of a longer recording.
 std::pair<Sound, FrqMap> Sung(const std::function<double(double)>& hz, double keyHz) {
-  FrqMap map;
-  map.Create(FrqSampleRate / 256 + 1, FrqTypeFrq);
+  std::vector<double> curve;
+  for (int i = 0; i <= FrqSampleRate / 256; ++i) curve.push_back(hz(256.0 * i / FrqSampleRate));
+  FrqMap map = MapOf(curve);
   map.Average = keyHz;
-  for (SampleCount i = 0; i < map.FrameCount; ++i) {
-    map.Frames.Own()[static_cast<std::size_t>(i)].Frequency =
-        hz(static_cast<double>(map.PositionOf(i)) / FrqSampleRate);
-  }
   return {Sound{SecondOfTone(hz, -1.0, 2.0), FrqSampleRate}, map};
 }
 
@@ -254,11 +250,8 @@ TEST(RenderedNotes, ComeOutOfAnyMap) {
   const double none = std::numeric_limits<double>::quiet_NaN(), endless = std::numeric_limits<double>::infinity();
   for (const double hz : {none, endless, -100.0, 1e-300, 1e300, 56.0}) {
     for (const SampleCount hop : {1, 256, 1 << 30}) {
-      FrqMap map;
-      map.Create(300, FrqTypeFrq);
-      map.Hop = hop;
+      FrqMap map = MapOf(std::vector<double>(300, hz), hop);
       map.Average = hz;
-      for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = hz;
       NoteToRender note;
       note.lengthMs = 300.0, note.modulation = 1000.0;
       const std::vector<float> rendered = RenderNote(recording, map, note);

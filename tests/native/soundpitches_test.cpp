@@ -42,6 +42,20 @@ TEST(SoundPitches, APencilTwoSemitonesOffSnapsToThePitchOfTheVoice) {
   }
 }
 
+TEST(SoundPitches, OfTwoVoicesTheOneNearerToThePencilIsTaken) {
+  std::vector<float> both = SecondOfTone([](double) { return 220.0; }, 0.1, 0.9);
+  const std::vector<float> other = SecondOfTone([](double) { return 261.6; }, 0.1, 0.9);
+  for (std::size_t i = 0; i < both.size(); ++i) both[i] += other[i];
+  SoundPitches sound({both, 44100}, kHop);
+  for (const auto& [pencil, hz] : {std::pair(226.0, 220.0), {254.0, 261.6}}) {
+    int near = 0;
+    for (SampleCount frame = 40; frame < 120; ++frame) {
+      near += CentsBetween(sound.NearestAt(frame, pencil).value_or(1.0), hz) < 50.0;
+    }
+    EXPECT_GT(near, 70) << pencil;
+  }
+}
+
 TEST(SoundPitches, WhereNothingIsBorneOutNearThePencilItStaysPlain) {
   SoundPitches sound = PitchesOf([](double) { return 220.0; });
   EXPECT_FALSE(sound.NearestAt(80, 220.0 * std::exp2(4.0 / 12.0))) << "too far";

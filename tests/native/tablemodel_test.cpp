@@ -117,6 +117,10 @@ TEST_F(TableModelTest, WhatCannotBeShownIsRefused) {
   EXPECT_FALSE(table.SetViewMode(-1) || table.SetViewMode(2) || table.SetBrightness(-4) || table.SetBrightness(4) ||
                table.SetColorTable(-1) || table.SetColorTable(6));
   EXPECT_EQ(std::tuple(table.ViewMode, table.Brightness, table.ColorTable), std::tuple(1, 3, 5));
+  const double highest = 882.0, lowest = 88.2;
+  table.SetLimits(&highest, nullptr);
+  table.SetLimits(nullptr, &lowest);
+  EXPECT_EQ(std::pair(table.Limits.UpperLimit, table.Limits.LowerLimit), std::pair(highest, lowest));
   map.Hop = 77;
   EXPECT_EQ(table.ColumnHop(), 77.0);
   table.SetMaps(nullptr, nullptr);

@@ -5,7 +5,6 @@
 
 #include "frqmap/mapfiles.h"
 #include "frqmap/mrqsaving.h"
-#include "frqmap/mrqstore.h"
 #include "frqmap/wavelevels.h"
 #include "native/family.h"
 #include "native/scratchfolder.h"
@@ -82,10 +81,6 @@ void ExpectSaves(Family& family, FrqMap map, const Json& test) {
     family.Expect(file.has_value(), save["result"] == 0);
     if (file && save["result"] == 0) family.ExpectFile(*file, save);
   }
-}
-
-void LoadFolders(MrqStore& store) {
-  for (const Json& folder : Family::Everything()["mrq_keys"]["folders"]) store.LoadFolder(Wide(folder));
 }
 
 TEST(vectors, MapFiles) {

@@ -250,6 +250,7 @@ TEST(vectors, Vs) {
                                                  Values(map, &FrqFrame::Amplitude), Flags(map, &FrqFrame::Voiced)}),
         test["load"], 1e-12);
     const FrqMap resampled = ResampledMap(project, FrqTypeFrq).value();
+    EXPECT_TRUE(map.HasProject && !resampled.HasProject);
     family.Expect(Named("frame_count average modified frequency amplitude",
                         {resampled.FrameCount, resampled.Average, resampled.Modified,
                          Values(resampled, &FrqFrame::Frequency), Values(resampled, &FrqFrame::Amplitude)}),

@@ -37,6 +37,7 @@ TEST(Waves, SoundThatAnAiffLacksIsSilence) {
   // silence.
   const std::tuple<std::uint8_t, std::uint32_t, Bytes, Bytes, std::size_t> tests[] = {
       {2, 8 + 8, {1, 2, 3}, {2, 1, 0, 3}, 8},
+      {200, 8 + 8, {1, 2, 3}, {2, 1, 0, 3}, 8},
       {1, 8 + 900, {1, 2, 3}, {2, 1, 3}, 900},
       {0, 0xFFFFFFFF, {9}, {9}, 1 << 20}};
   for (const auto& [frames, claimed, given, samples, size] : tests) {

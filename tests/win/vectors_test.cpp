@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include "app/mapsearch.h"
-#include "frqmap/mrqstore.h"
 #include "native/family.h"
 #include "resampler/moreconfig.h"
 #include "resampler/resamplerkind.h"
@@ -25,10 +24,6 @@ struct vectors : testing::Test {
 
   const KeptFolder current_;
 };
-
-void LoadFolders(MrqStore& store) {
-  for (const Json& folder : Family::Everything()["mrq_keys"]["folders"]) store.LoadFolder(Wide(folder));
-}
 
 TEST_F(vectors, FrameEstimates) {
   MrqStore store;
