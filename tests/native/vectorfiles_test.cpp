@@ -14,9 +14,7 @@
 
 namespace {
 
-using testdata::Json;
-using testdata::Utf8;
-using testdata::Wide;
+using testdata::Json, testdata::Utf8, testdata::Wide;
 
 // The folder of this process, for a test.
 struct AtVectors {

@@ -13,9 +13,7 @@
 
 namespace {
 
-using testdata::Json;
-using testdata::Utf8;
-using testdata::Wide;
+using testdata::Json, testdata::Utf8, testdata::Wide;
 
 // "x" is a mark, "s" one with a suggestion of 100 Hz and one for each frame before it.
 FrqMap MarkedMap(const std::string& pattern, SampleCount hop) {
