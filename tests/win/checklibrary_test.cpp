@@ -1,10 +1,8 @@
 // The check library as the program loads it: what it hears beside a map, what it does without, and what it keeps.
-#include <gtest/gtest.h>
-
 #include <map>
 
 #include "check/checkrun.h"
-#include "frqmap/frqmap.h"
+#include "native/family.h"
 #include "native/tone.h"
 #include "voicebank/sound.h"
 #include "driver/programs.h"
@@ -22,11 +20,7 @@ const Bytes& WaveFile(double hz = 220.0) {
 }
 
 FrqMap OctaveHigh() {
-  FrqMap map;
-  map.Create(173, FrqTypeFrq);
-  map.Hop = 256;
-  for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = 440.0, frame.Amplitude = 5000.0;
-  return map;
+  return MapOf(std::vector<double>(173, 440.0), 256, std::vector<double>(173, 5000.0));
 }
 
 struct CheckLibraryTest : testing::Test {

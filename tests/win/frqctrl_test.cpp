@@ -146,19 +146,15 @@ TEST_F(FrqCtrlTest, KeysSelectFramesAndTheCaretIsSeenWithTheFocusAlone) {
   SendMessageW(control_, WM_KILLFOCUS, 0, 0);
   EXPECT_NE(picture(), withCaret) << "the caret goes with the focus";
   EXPECT_EQ(HIWORD(told.back().first), FCN_SELECTIONCHANGED);
-  for (int i = 0; i < 3; ++i) press(VK_RIGHT, true);
-  EXPECT_EQ(selected(), Run(1, 4));
-  press(VK_LEFT, true);
-  EXPECT_EQ(selected(), Run(1, 3));
-  press(VK_RIGHT, false, true);
-  EXPECT_EQ(selected(), Run(17, 1)) << "the next line";
-  press(VK_HOME, true);
-  EXPECT_EQ(selected(), Run(0, 18));
-  press(VK_END);
-  EXPECT_EQ(selected(), Run(kFrameCount - 1, 1));
-  press(VK_RIGHT);
-  press(VK_NEXT);
-  EXPECT_EQ(selected(), Run(kFrameCount - 1, 1));
+  // The key, with Shift, with Ctrl, which leads to the next line; what is selected then.
+  const std::tuple<WPARAM, bool, bool, Run> keys[] = {
+      {VK_RIGHT, true, false, {1, 2}}, {VK_RIGHT, true, false, {1, 3}}, {VK_LEFT, true, false, {1, 2}},
+      {VK_RIGHT, false, true, {17, 1}}, {VK_HOME, true, false, {0, 18}}, {VK_END, false, false, {kFrameCount - 1, 1}},
+      {VK_RIGHT, false, false, {kFrameCount - 1, 1}}, {VK_NEXT, false, false, {kFrameCount - 1, 1}}};
+  for (const auto& [code, shift, ctrl, run] : keys) {
+    press(code, shift, ctrl);
+    EXPECT_EQ(selected(), run) << code;
+  }
   press(VK_PRIOR, true);
   EXPECT_EQ(selected().first + static_cast<std::size_t>(selected().second), std::size_t{kFrameCount});
   EXPECT_GT(selected().second, 20) << "a page";

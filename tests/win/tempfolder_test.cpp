@@ -62,20 +62,17 @@ TEST_F(TemporaryFolder, ThoseOfTheDeadGoAndNoOthers) {
   folder_.Write(L"marlit_999999996_9\\kept\\a.wav");
   const std::wstring ofSame = FormatText(L"marlit_%d_8", same.made_.second);
   folder_.Write(ofSame + L"\\a.wav");
-  folder_.Write(FormatText(L"marlit_%d_8\\a.wav", other.made_.second));
+  const std::wstring ofOther = FormatText(L"marlit_%d_8", other.made_.second);
+  folder_.Write(ofOther + L"\\a.wav");
   folder_.Write(L"theirs\\a.wav");
   const std::wstring link = L"marlit_999999996_7";
   ASSERT_TRUE(Link(folder_.Path(), link, L"theirs"));
+  std::set<std::wstring> left = NamesIn(folder_.Path());
+  for (const std::wstring& gone : {std::wstring(L"marlit_999999996_8"), std::wstring(L"marlit_999999996_8_2"), ofOther})
+    left.erase(gone);
   TempFolder made;
   made.Make();
   made.Remove();
-  const std::set<std::wstring> left = {L"marlit_999999996_9",
-                                       L"marlit_999999996_8 my own",
-                                       L"marlit_999999996",
-                                       L"other_999999996_8",
-                                       ofSame,
-                                       L"theirs",
-                                       link};
   EXPECT_EQ(NamesIn(folder_.Path()), left);
   EXPECT_EQ(NamesIn(folder_.Path(L"marlit_999999996_9")), std::set<std::wstring>{L"kept"});
   TempFolder::Empty(folder_.Path(link));

@@ -15,9 +15,7 @@
 
 namespace {
 
-using testdata::Json;
-using testdata::Utf8;
-using testdata::Wide;
+using testdata::Json, testdata::Utf8, testdata::Wide;
 
 struct vectors : testing::Test {
   vectors() { std::filesystem::current_path(testdata::Path(Family::Folder())); }

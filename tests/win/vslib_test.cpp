@@ -143,7 +143,7 @@ TEST_F(VsLib, CountsBeyondReasonAreRefused) {
   }
 }
 
-TEST_F(VsLib, AWaveOfAnyNameHasItsProject) {
+TEST_F(VsLib, AMapOfAnyNameBecomesAProjectAndBack) {
   for (const std::wstring& name : {std::wstring(L"José à"), std::wstring(L"가나"), std::wstring(L"🎤"),
                                    std::wstring(L"か\u3099"), std::wstring(L"bank."), std::wstring(200, L'n')}) {
     SCOPED_TRACE(testing::PrintToString(name));
@@ -153,32 +153,22 @@ TEST_F(VsLib, AWaveOfAnyNameHasItsProject) {
     EXPECT_TRUE(CanConvertMap(wave, FrqTypeFrq, FrqTypeVs4ufrq));
     EXPECT_EQ(ConvertMap(wave, FrqTypeFrq, FrqTypeVs4ufrq, nullptr), 0);
     FrqMap map;
-    EXPECT_EQ(LoadMap(map, wave, FrqTypeVs4ufrq, nullptr), 0);
+    for (const FrqType kind : {FrqTypeFrc, FrqTypePmk, FrqTypeVs4ufrq}) {
+      EXPECT_EQ(ConvertMap(wave, FrqTypeVs4ufrq, kind, nullptr), kind == FrqTypeVs4ufrq ? -1 : 0) << kind;
+      EXPECT_EQ(LoadMap(map, wave, kind, nullptr), 0) << kind;
+      EXPECT_NEAR(map.MaxFrequency, 275.9, 1.0) << kind;
+    }
+    EXPECT_EQ(map.Project.Items.at(0).CarriedAt280[0], 1) << "the option for new projects";
     map.SetFrequency(1, 440.0);
     EXPECT_EQ(SaveMap(map, wave, FrqTypeVs4ufrq, nullptr), 0);
     EXPECT_EQ(LoadMap(map, wave, FrqTypeVs4ufrq, nullptr), 0);
     EXPECT_NEAR(map.MaxFrequency, 440.0, 1.0);
-    EXPECT_EQ(ConvertMap(wave, FrqTypeVs4ufrq, FrqTypePmk, nullptr), 0);
-    EXPECT_TRUE(FileExists(MapPathFromWaveW(wave, FrqTypePmk)));
   }
   FrqMap map;
   EXPECT_FALSE(CanLibraryOpen(folder_.Path(L"가나\\다.wav"))) << "what is not there has no short name";
   EXPECT_EQ(ConvertMap(folder_.Path(L"다.wav"), FrqTypeVs4ufrq, FrqTypeFrq, nullptr), 0) << "there is none";
   EXPECT_NE(LoadMap(map, folder_.Path(L"다.wav"), FrqTypeVs4ufrq, nullptr), 0);
   EXPECT_EQ(GetLastError(), DWORD{ERROR_BAD_PATHNAME});
-}
-
-TEST_F(VsLib, MapsConvertToAProjectAndBack) {
-  const auto convert = [&](FrqType from, FrqType to) { return ConvertMap(folder_.Path(L"b.wav"), from, to, nullptr); };
-  folder_.Write(L"b_wav.frq", testdata::FileBytes("saved/0001.frq"));
-  EXPECT_EQ(convert(FrqTypeFrq, FrqTypeVs4ufrq), 0);
-  FrqMap map;
-  for (const FrqType kind : {FrqTypeFrc, FrqTypePmk, FrqTypeVs4ufrq}) {
-    EXPECT_EQ(convert(FrqTypeVs4ufrq, kind), kind == FrqTypeVs4ufrq ? -1 : 0) << kind;
-    EXPECT_EQ(LoadMap(map, folder_.Path(L"b.wav"), kind, nullptr), 0) << kind;
-    EXPECT_NEAR(map.MaxFrequency, 275.9, 1.0) << kind;
-  }
-  EXPECT_EQ(map.Project.Items[0].CarriedAt280[0], 1) << "the option for new projects";
 }
 
 }  // namespace
