@@ -7,6 +7,7 @@
 #include <numeric>
 
 #include "native/family.h"
+#include "native/tone.h"
 #include "native/wavebytes.h"
 #include "pitch/pitchanalysis.h"
 #include "resampler/curvetone.h"
@@ -22,12 +23,6 @@ FrqMap MapOf(const std::vector<double>& frequencies, double level, SampleCount h
 
 std::vector<float> ToneOf(const FrqMap& map, double rate = 44100.0) {
   return CurveTone(map, {0, static_cast<SampleCount>(map.Frames.size())}, rate);
-}
-
-double LevelOf(std::span<const float> samples) {
-  const double squares = std::transform_reduce(samples.begin(), samples.end(), 0.0, std::plus(),
-                                               [](float sample) { return double{sample} * sample; });
-  return std::sqrt(squares / static_cast<double>(samples.size()));
 }
 
 // The largest step from one sample to the next, of all samples between two.

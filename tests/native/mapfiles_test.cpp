@@ -26,7 +26,6 @@ TEST(MapFiles, DeletingAMapTakesItsCompanionsWithIt) {
 }
 
 TEST(MapFiles, WhatAKindCannotHoldIsRefusedAndSaysWhy) {
-  constexpr std::uint32_t kInvalidData = 13;
   const ScratchFolder folder;
   const std::wstring wave = folder.Path(L"a.wav");
   folder.Write(L"a.wav");
@@ -34,11 +33,11 @@ TEST(MapFiles, WhatAKindCannotHoldIsRefusedAndSaysWhy) {
   EXPECT_EQ(SaveMap(map, wave, FrqTypePmk, nullptr), 0);
   const auto before = ReadWholeFile(folder.Path(L"a_wav.pmk"));
   EXPECT_EQ(SaveMap(noHop, wave, FrqTypePmk, nullptr), -1);
-  EXPECT_EQ(Disk().LastError(), kInvalidData);
+  EXPECT_EQ(Disk().LastError(), 13u) << "invalid data";
   EXPECT_EQ(ReadWholeFile(folder.Path(L"a_wav.pmk")), before);
   Disk().SetLastError(0);
   EXPECT_EQ(RestoreMapFile(folder.Path(L"a.mrq"), Bytes(3), nullptr), -1);
-  EXPECT_EQ(Disk().LastError(), kInvalidData);
+  EXPECT_EQ(Disk().LastError(), 13u) << "invalid data";
   // Without the library of projects nothing becomes one, and one becomes nothing.
   folder.Write(L"a_wav.vs4ufrq");
   EXPECT_EQ(SaveMap(map, wave, FrqTypeVs4ufrq, nullptr), -1);

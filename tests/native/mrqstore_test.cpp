@@ -13,15 +13,13 @@
 
 namespace {
 
-std::int32_t Noon() {
-  return 12 * 60 * 60;
-}
+constexpr auto Noon = [] { return std::int32_t{12 * 60 * 60}; };
 
 TEST(MrqStore, SavesOfManyThreadsReachTheFileAndASecondStore) {
   FaultDisk disk;
   const std::wstring folder = L"C:\\voices\\bank";
   disk.MakeFolder(folder);
-  MrqStore store(&Noon, disk);
+  MrqStore store(Noon, disk);
   store.LoadFolder(folder);
   const auto key = [&](int thread, int save) { return folder + L"\\" + std::to_wstring(thread * 10 + save % 10); };
   MrqEntry entries[30];
@@ -37,7 +35,7 @@ TEST(MrqStore, SavesOfManyThreadsReachTheFileAndASecondStore) {
     });
   }
   threads.clear();
-  MrqStore second(&Noon, disk);
+  MrqStore second(Noon, disk);
   second.LoadFolder(folder);
   for (int last = 0; last < 60; ++last) {
     const std::optional<MrqEntry> found = second.Find(key(last / 10, last));
@@ -65,7 +63,7 @@ TEST(MrqStore, KeysComeBackFromTheFileAsUsersFilesHaveThem) {
     SCOPED_TRACE(testing::PrintToString(key));
     FaultDisk disk;
     disk.MakeFolder(FolderOf(key));
-    MrqStore store(&Noon, disk), second(&Noon, disk);
+    MrqStore store(Noon, disk), second(Noon, disk);
     // Its analysis, and what has the names that a key leads to when it is cut or its extension taken for one of a file.
     const std::wstring analysis = key + L".wav.llsm";
     for (const std::wstring& file : {analysis, key, PathWithoutExtension(key) + L".wav.llsm"}) disk.Put(file, {});
@@ -90,7 +88,7 @@ TEST(MrqStore, NamesThatLeadOutOfTheFolderAreNobodys) {
     WriteMrqEntry(image, name, entry, 1);
   }
   disk.Put(L"C:\\v\\w\\desc.mrq", image.Content);
-  MrqStore store(&Noon, disk);
+  MrqStore store(Noon, disk);
   store.LoadFolder(L"C:\\v\\w");
   for (const std::wstring key : {L"C:\\v\\a", L"C:\\b", L"C:\\v\\w\\/b", L"C:\\v\\c", L"C:d", L"C:\\v", L"C:\\v\\w"}) {
     EXPECT_FALSE(store.Find(key)) << testing::PrintToString(key);

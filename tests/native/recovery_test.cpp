@@ -12,12 +12,10 @@ const std::wstring kRoot = L"C:\\user\\Recovery";
 const std::wstring kMap = L"C:\\bank\\a_wav.frq";
 
 std::int64_t now = 1'800'000'000;
-std::int64_t Now() {
-  return now;
-}
+constexpr auto Now = [] { return now; };
 
 struct Program : Recovery {
-  Program(FaultDisk& disk, std::uint32_t process) : Recovery(disk, kRoot, process, &Now) { Start(); }
+  Program(FaultDisk& disk, std::uint32_t process) : Recovery(disk, kRoot, process, Now) { Start(); }
 };
 
 Bytes Filled(std::size_t size, int seed) {

@@ -95,12 +95,6 @@ Sound Recording(int rate = 44100) {
   return {SecondOfTone(hz, 0.1, 0.9, rate), rate};
 }
 
-double Loudness(std::span<const float> samples) {
-  double squares = 0.0;
-  for (const float x : samples) squares += x * x;
-  return std::sqrt(squares / static_cast<double>(std::max<std::size_t>(samples.size(), 1)));
-}
-
 TEST(RenderedNotes, HaveTheirLengthPitchAndVolume) {
   // The note, its pitch bend, and the cents above it that a second of it takes.
   const std::tuple<int, double, double, int, double> cases[] = {
@@ -117,7 +111,7 @@ TEST(RenderedNotes, HaveTheirLengthPitchAndVolume) {
     for (int i = 0; i < 200; ++i) note.pitchBend.push_back(bend * i);
     const std::vector<float> rendered = RenderNote(recording, MakeMap(recording), note);
     EXPECT_EQ(std::ssize(rendered), std::lround(lengthMs * 44.1));
-    EXPECT_NEAR(Loudness(rendered) / Loudness(recording.samples), 0.5, 0.17);
+    EXPECT_NEAR(LevelOf(rendered) / LevelOf(recording.samples), 0.5, 0.17);
     const double t = lengthMs / 2000.0;
     const double middle = AnalysePitch(rendered, kRenderedRate, 256).at(static_cast<std::size_t>(t * 44100.0 / 256.0));
     EXPECT_NEAR(1200.0 * std::log2(middle / hz), rise * t, 20.0);
@@ -205,7 +199,7 @@ TEST(RenderedNotes, LeaveStretchedNoiseNoise) {
   note.lengthMs = 1000.0;
   const std::vector<float> rendered = RenderNote(noise, map, note);
   EXPECT_LT(hearing::BuzzOf(rendered, kRenderedRate), 0.1);
-  EXPECT_NEAR(Loudness(rendered) / Loudness(noise.samples), 1.0, 0.1);
+  EXPECT_NEAR(LevelOf(rendered) / LevelOf(noise.samples), 1.0, 0.1);
   EXPECT_EQ(rendered, RenderNote(noise, map, note)) << "hosts keep what they have rendered";
 }
 

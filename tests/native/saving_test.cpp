@@ -102,9 +102,7 @@ TEST(Saving, AMapInAFileIsTheOldOneOrTheNewOne) {
   }
 }
 
-std::int32_t Noon() {
-  return 12 * 60 * 60;
-}
+constexpr auto Noon = [] { return std::int32_t{12 * 60 * 60}; };
 
 using Maps = std::map<std::wstring, std::vector<double>>;
 const std::wstring kMrq = L"C:\\v\\desc.mrq";
@@ -134,7 +132,7 @@ TEST(Saving, AMapAmongOthersIsTheOldOneOrTheNewOneAndTheOthersAreWhole) {
         untouched.Put(kMrq, before);
         Maps old = MapsOf(untouched), now = old;
         const Case test = {kMrq, before, [&](FaultDisk& disk) {
-                             MrqStore store(&Noon, disk);
+                             MrqStore store(Noon, disk);
                              for (const auto& [name, map] : old) store.SetEntry(name, {256, 44100, map, 0, 0});
                              const bool isDone =
                                  frames ? store.SaveEntry(key, EntryOf(frames)) == 0 : store.Remove(key);
@@ -162,7 +160,7 @@ TEST(Saving, ACompactionLeavesAllMapsOrTheWholeFile) {
   const Bytes before = testdata::FileBytes("mrq/06-dead-entries/desc.mrq");
   Maps maps;
   const Case test = {kMrq, before, [&](FaultDisk& disk) {
-                       MrqStore store(&Noon, disk);
+                       MrqStore store(Noon, disk);
                        store.LoadFolder(L"C:\\v");
                        return store.CompactFiles();
                      }};
@@ -180,7 +178,7 @@ TEST(Saving, AnEntryIsKeptAheadOfAResampler) {
   FaultDisk disk;
   disk.Put(kMrq, testdata::FileBytes("mrq/02-in-place/desc.mrq"));
   Recovery recovery(disk);
-  const MrqStore store(&Noon, disk);
+  const MrqStore store(Noon, disk);
   recovery.HasRoom = false;
   EXPECT_FALSE(store.KeepEntry(L"C:\\v\\na"));
   recovery.HasRoom = true;
@@ -196,7 +194,7 @@ TEST(Saving, TwoProgramsAtOneFileLoseNothing) {
     FaultDisk disk;
     disk.Put(kMrq, testdata::FileBytes("mrq/02-in-place/desc.mrq"));
     Maps expected = MapsOf(disk);
-    MrqStore one(&Noon, disk), two(&Noon, disk);
+    MrqStore one(Noon, disk), two(Noon, disk);
     int result = 1;
     disk.Plan();
     disk.Meanwhile(call, [&] {
@@ -226,7 +224,7 @@ TEST(Saving, AChangeLeftUnfinishedIsMendedAheadOfTheNext) {
     CompactMrqFile(kMrq, Noon(), disk);
     isMet = disk.Calls() >= call;
     disk.Plan();
-    MrqStore store(&Noon, disk);
+    MrqStore store(Noon, disk);
     EXPECT_EQ(store.SaveEntry(L"C:\\v\\new", EntryOf(7)), 0);
     expected[L"C:\\v\\new"] = EntryOf(7).Frequencies;
     EXPECT_EQ(MapsOf(disk), expected) << call;

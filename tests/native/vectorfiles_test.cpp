@@ -59,9 +59,7 @@ TEST(vectors, WaveFiles) {
   });
 }
 
-std::int32_t ExpectedTime() {
-  return 0x5EEDC10C;
-}
+constexpr auto ExpectedTime = [] { return std::int32_t{0x5EEDC10C}; };
 
 // Saved as each kind into a folder that holds nothing but the wave.
 void ExpectSaves(Family& family, FrqMap map, const Json& test) {
@@ -72,7 +70,7 @@ void ExpectSaves(Family& family, FrqMap map, const Json& test) {
     folder.Write(L"other file");
     const std::string wave = test["wave"].is_null() ? "" : test["wave"];
     if (!wave.empty()) folder.Write(Wide(wave.substr(wave.rfind('/') + 1)), Family::File(wave));
-    MrqStore store(&ExpectedTime);
+    MrqStore store(ExpectedTime);
     const std::wstring path = folder.Path(Wide(save["name"]));
     family.Expect(map.Save(path, &store), save["result"]);
     const std::optional<Bytes> file = ReadWholeFile(kind == "mrq" ? folder.Path(L"desc.mrq") : path);
@@ -163,7 +161,7 @@ TEST(vectors, Mrq) {
     if (course["start"].is_string()) folder.Write(L"desc.mrq", Family::File(course["start"]));
     for (const std::string file : course["files"]) folder.Write(Wide(file));
     const auto resampler = Disk().Open(folder.Path(L"desc.mrq"), FileMode::Read);
-    MrqStore store(&ExpectedTime);
+    MrqStore store(ExpectedTime);
     for (const Json& step : course["steps"]) {
       // Saved as told there, the map would be hidden behind the count: ours mends it, see "mrqfile_test.cpp".
       if (course["case"] == "count-too-low" && step["op"] == "WriteEntry") break;
