@@ -12,10 +12,6 @@ struct Converting : DoubleTest {
     if (VsHelper::Shared().Module) FreeLibrary(std::exchange(VsHelper::Shared().Module, nullptr));
   }
 
-  static void Pick(HWND dialog, int box, int position) {
-    SendDlgItemMessageW(dialog, box, CB_SETCURSEL, static_cast<WPARAM>(position), 0);
-    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(box, CBN_SELCHANGE), 0);
-  }
   void Convert(int from, int to) const {
     InDialog(ID_EDIT_CONVERT, IDC_CONVERT_FROM, [=](HWND dialog) {
       Pick(dialog, IDC_CONVERT_FROM, from);
@@ -25,28 +21,9 @@ struct Converting : DoubleTest {
   }
 };
 
-// One pair with files and one with entries; the arithmetic of every pair is compared elsewhere.
-TEST_F(Converting, GivesEachMapInTheOtherKindToo) {
-  Install(L"resampler.exe", 2);
-  for (const wchar_t* const name : {L"a", L"c"}) AddSyllable(L"bank\\" + std::wstring(name), {220.0, 441.0});
-  folder_.Write(L"bank\\b.wav", kSecondOfSound);
-  Start(Bank());
-  for (const auto& [from, to] : {std::pair(FrqTypeFrq, FrqTypeMrq), {FrqTypeMrq, FrqTypeFrc}}) {
-    Convert(from == FrqTypeFrq ? 0 : 5, to == FrqTypeMrq ? 5 : 1);
-    MrqStore written;
-    written.LoadFolder(Bank());
-    FrqMap map;
-    for (const wchar_t* const name : {L"a", L"c"}) {
-      ASSERT_EQ(LoadMap(map, Wave(name), to, &written), 0) << name;
-      EXPECT_EQ(map.Frames[1].Frequency, 441.0);
-      EXPECT_TRUE(MapFileExists(MapPathFromWaveW(Wave(name), from), &written));
-    }
-    EXPECT_NE(LoadMap(map, Wave(L"b"), to, &written), 0);
-  }
-}
-
-TEST_F(Converting, ConvertsOnlyTheShownSyllableIfAsked) {
-  Install(L"w4u.exe", 2);
+// To entries and from them; the arithmetic of every pair of kinds is compared elsewhere.
+TEST_F(Converting, ConvertsAllThatHaveAMapOrOnlyTheShownSyllable) {
+  Install(L"moresampler.exe", 2);
   AddSyllable(L"bank\\a", {220.0});
   AddSyllable(L"bank\\b", {330.0});
   Start(Bank());
@@ -54,12 +31,14 @@ TEST_F(Converting, ConvertsOnlyTheShownSyllableIfAsked) {
   InDialog(ID_EDIT_CONVERT, IDC_CONVERT_FROM, [&](HWND dialog) {
     SendMessageW(dialog, WM_COMMAND, IDOK, 0);
     EXPECT_TRUE(IsWindowVisible(dialog)) << "a kind is not converted to itself";
-    Pick(dialog, IDC_CONVERT_TO, 4);
+    Pick(dialog, IDC_CONVERT_TO, 5);
     SendDlgItemMessageW(dialog, IDC_CONVERT_ONE, BM_CLICK, 0, 0);
     Close(dialog, IDOK);
   });
   EXPECT_EQ(Column(1) + Frames(), L"|*|330.00000000|");
-  EXPECT_FALSE(HasFile(L"a.dio"));
+  Convert(5, 1);
+  EXPECT_TRUE(HasFile(L"b_wav.frc") && HasFile(L"b_wav.frq") && !HasFile(L"a_wav.frc"));
+  EXPECT_EQ(Column(1), L"|*|");
 }
 
 TEST_F(Converting, AFailureCostsTheTargetAndKeepsTheSource) {

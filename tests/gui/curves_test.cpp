@@ -27,22 +27,14 @@ struct Curves : ProgramTest {
     EXPECT_TRUE(EmptyClipboard() && SetClipboardData(CF_UNICODETEXT, memory));
     CloseClipboard();
   }
-  // Once more where nothing comes of it, as the window may come to the front only now.
-  bool LeadsTo(const std::vector<WORD>& keys, const std::function<bool()>& done) const {
-    return Eventually([&] {
-      PressKeys(editor_, keys);
-      for (int i = 0; i < 100 && !done(); ++i) Sleep(5);
-      return done();
-    });
-  }
   // The clipboard is not looked at before something has come: that would be in the way of the one that copies.
   bool Copies(const std::wstring& text) const {
     const DWORD before = GetClipboardSequenceNumber();
-    return LeadsTo({kCtrl, 'C'}, [&] { return GetClipboardSequenceNumber() != before; }) &&
+    return PressUntil(editor_, {kCtrl, 'C'}, [&] { return GetClipboardSequenceNumber() != before; }) &&
            Eventually([&] { return Clipboard() == text; });
   }
   bool Shows(const std::vector<WORD>& keys, const std::wstring& frames) const {
-    return LeadsTo(keys, [&] { return Frames() == frames; });
+    return PressUntil(editor_, keys, [&] { return Frames() == frames; });
   }
   Bytes BytesOfMap(int syllable) const { return EncodeFreq0003(*List().Map(syllable), FrqTypeFrq); }
 };
@@ -86,7 +78,7 @@ TEST_F(Curves, AnythingElseOnTheClipboardIsToldAndTheKeysStayThoseOfABox) {
   const Bytes asItWas = BytesOfMap(0);
   for (const std::wstring& text : {std::wstring(L"a letter"), std::wstring(), std::wstring(50'000'000, L'7')}) {
     SetClipboard(text);
-    EXPECT_TRUE(LeadsTo({kCtrl, 'V'}, [&] { return Words().find(expected) != std::wstring::npos; }));
+    EXPECT_TRUE(PressUntil(editor_, {kCtrl, 'V'}, [&] { return Words().find(expected) != std::wstring::npos; }));
     EXPECT_EQ(BytesOfMap(0), asItWas);
     EXPECT_EQ(Column(2), L"|");
     SendMessageW(editor_, WM_COMMAND, ID_EDIT_SELECTALL, 0);
@@ -99,13 +91,12 @@ TEST_F(Curves, AnythingElseOnTheClipboardIsToldAndTheKeysStayThoseOfABox) {
   SetClipboard(many);
   EXPECT_TRUE(Shows({kCtrl, 'V'}, L"441.50000000|330.00000000|"));
   SetClipboard(L"");
-  SendItem(IDC_EDITOR_FREQUENCY, WM_LBUTTONDOWN, MK_LBUTTON);
-  SendItem(IDC_EDITOR_FREQUENCY, WM_LBUTTONUP);
+  Click(IDC_EDITOR_FREQUENCY);
   SetDlgItemTextW(editor_, IDC_EDITOR_FREQUENCY, L"123");
   SendItem(IDC_EDITOR_FREQUENCY, EM_SETSEL, 0, reinterpret_cast<void*>(-1));
   EXPECT_TRUE(Copies(L"123"));
   SendItem(IDC_EDITOR_FREQUENCY, EM_SETSEL, 3, reinterpret_cast<void*>(3));
-  EXPECT_TRUE(LeadsTo({kCtrl, 'V'}, [&] { return WindowText(Item(IDC_EDITOR_FREQUENCY)) == L"123123"; }));
+  EXPECT_TRUE(PressUntil(editor_, {kCtrl, 'V'}, [&] { return WindowText(Item(IDC_EDITOR_FREQUENCY)) == L"123123"; }));
   EXPECT_EQ(Frames(), L"441.50000000|330.00000000|");
 }
 

@@ -17,42 +17,11 @@ struct Edits : ProgramTest {
   }
 };
 
-TEST_F(Edits, EachButtonChangesTheSelectedFramesAndNoOthers) {
-  AddSyllable(L"a", {100.0, 55.0, 5000.0, 160.0});
-  Start(folder_.Path());
-  const std::wstring asItWas = L"100.00000000|----|5000.00000000|160.00000000|";
-  const std::tuple<int, std::vector<int>, std::wstring, std::vector<int>, std::wstring> tests[] = {
-      {IDC_EDITOR_DOUBLE, {0, 2}, L"200.00000000|----|7902.13282010|160.00000000|", {0, 2}, L"7902.13282010"},
-      {IDC_EDITOR_TRIPLE, {3}, L"100.00000000|----|5000.00000000|480.00000000|", {3}, L"480.00000000"},
-      {IDC_EDITOR_HALVE, {0, 3}, L"----|----|5000.00000000|80.00000000|", {0, 3}, L"80.00000000"},
-      {IDC_EDITOR_THIRD, {3}, L"100.00000000|----|5000.00000000|----|", {3}, L""},
-      {IDC_EDITOR_UNVOICE, {3, 2}, L"100.00000000|----|----|----|", {2, 3}, L""},
-      {IDC_EDITOR_INTERPOLATE,
-       {0, 3},
-       L"100.00000000|160.00000000|220.00000000|160.00000000|",
-       {0, 1, 2, 3},
-       L"160.00000000"}};
-  for (const auto& [button, rows, frames, selected, box] : tests) {
-    SCOPED_TRACE(button);
-    SelectFrames(rows);
-    DoubleClick(button);
-    EXPECT_EQ(Frames() + Column(2), frames + L"*|");
-    EXPECT_EQ(FramesOfMap(), frames);
-    EXPECT_EQ(SelectedFrames(), selected);
-    EXPECT_EQ(Box(IDC_EDITOR_FREQUENCY), box);
-    SelectFrames({0});
-    DoubleClick(IDC_EDITOR_RELOAD);
-    EXPECT_EQ(Frames() + Column(2), asItWas + L"|");
-  }
-  SelectFrames({});
-  DoubleClick(IDC_EDITOR_DOUBLE);
-  EXPECT_EQ(Frames() + Column(2), asItWas + L"|");
-}
-
 // Of many rows a few are replaced where they stand, while more of them make the list be filled anew.
 TEST_F(Edits, ALongListHasItsRowsAndItsCaretBehindAnyEdit) {
   AddSyllable(L"a", std::vector<double>(400, 100.0));
   Start(folder_.Path());
+  const std::wstring before = Frames();
   for (const int step : {40, 2}) {
     std::vector<int> rows;
     for (int row = 150; row < 240; row += step) rows.push_back(row);
@@ -62,6 +31,13 @@ TEST_F(Edits, ALongListHasItsRowsAndItsCaretBehindAnyEdit) {
     EXPECT_EQ(SelectedFrames(), rows);
     EXPECT_EQ(Caret(), rows.back());
   }
+  SelectFrames({10, 13});
+  DoubleClick(IDC_EDITOR_INTERPOLATE);
+  EXPECT_EQ(SelectedFrames(), (std::vector{10, 11, 12, 13})) << "also those between";
+  EXPECT_EQ(Box(IDC_EDITOR_FREQUENCY) + Column(2), L"100.00000000*|");
+  Press(ID_EDIT_SELECTALL);
+  DoubleClick(IDC_EDITOR_RELOAD);
+  EXPECT_EQ(Frames() + Column(2), before + L"|") << "as in the file";
 }
 
 TEST_F(Edits, FrameListBoxesAndMarkFollowTheMouseInTheTable) {

@@ -6,38 +6,21 @@ namespace {
 
 struct Finding : ProgramTest {
   HWND Dialog() const { return FindDialogWith(L"Edit", IDC_FIND_NAME); }
-  // Once more where nothing comes of it, as the window may come to the front only now.
   HWND Open(HWND front) const {
     HWND dialog = nullptr;
-    EXPECT_TRUE(Eventually([&] {
-      PressKeys(front, {VK_CONTROL, 'F'});
-      for (int i = 0; i < 100 && !(dialog = Dialog()); ++i) Sleep(5);
-      return dialog != nullptr;
-    }));
+    EXPECT_TRUE(PressUntil(front, {VK_CONTROL, 'F'}, [&] { return (dialog = Dialog()) != nullptr; }));
     return dialog;
   }
   // The rows behind a new text of the box, each with a "|" behind it.
   static std::wstring RowsFor(HWND dialog, const wchar_t* text, int column = 0) {
     SetDlgItemTextW(dialog, IDC_FIND_NAME, text);
-    std::wstring rows;
-    for (int row = 0; row < SendDlgItemMessageW(dialog, IDC_FIND_LIST, LVM_GETITEMCOUNT, 0, 0); ++row) {
-      wchar_t name[MAX_PATH] = L"";
-      ListView_GetItemText(GetDlgItem(dialog, IDC_FIND_LIST), row, column, name, MAX_PATH);
-      rows.append(name) += L'|';
-    }
-    return rows;
+    return ColumnOf(GetDlgItem(dialog, IDC_FIND_LIST), column);
   }
   static std::wstring RowsOfSort(HWND dialog, int sort) {
-    SendDlgItemMessageW(dialog, IDC_FIND_SORT, CB_SETCURSEL, static_cast<WPARAM>(sort), 0);
-    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDC_FIND_SORT, CBN_SELCHANGE), 0);
+    Pick(dialog, IDC_FIND_SORT, sort);
     return RowsFor(dialog, L"");
   }
-  static bool HasFocus(HWND dialog, int control) {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof(info);
-    return GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info) &&
-           info.hwndFocus == GetDlgItem(dialog, control);
-  }
+  static bool HasFocus(HWND dialog, int control) { return InputOf(dialog).hwndFocus == GetDlgItem(dialog, control); }
   static void Tap(WORD key) {
     PressKey(key, 0);
     PressKey(key, KEYEVENTF_KEYUP);

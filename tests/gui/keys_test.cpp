@@ -6,21 +6,10 @@ namespace {
 
 struct DailyKeys : CheckTest {
   double Hz(int frame) const { return List().Map(0)->Frames[static_cast<std::size_t>(frame)].Frequency; }
-  // A key may be lost while a window comes to the front.
-  template <typename Done>
-  void PressUntil(const std::vector<WORD>& keys, Done done) const {
-    EXPECT_TRUE(Eventually([&] {
-      PressKeys(editor_, keys);
-      const DWORD end = GetTickCount() + 300;
-      while (!done() && GetTickCount() < end) Sleep(10);
-      return done();
-    })) << keys.back();
+  void PressUntil(const std::vector<WORD>& keys, const std::function<bool()>& done) const {
+    EXPECT_TRUE(CheckTest::PressUntil(editor_, keys, done)) << keys.back();
   }
-  bool IsInMenu() const {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof(info);
-    return GetGUIThreadInfo(GetWindowThreadProcessId(editor_, nullptr), &info) && (info.flags & GUI_INMENUMODE);
-  }
+  bool IsInMenu() const { return InputOf(editor_).flags & GUI_INMENUMODE; }
   int Shown() const { return ListView_GetNextItem(GetDlgItem(list_, IDC_LIST_FILES), -1, LVNI_SELECTED); }
 };
 

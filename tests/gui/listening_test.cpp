@@ -23,16 +23,6 @@ struct Listen : DoubleTest {
     SendItem(IDC_EDITOR_KEY, WM_KILLFOCUS);
   }
 
-  // Scratch folders of this process.
-  static std::vector<std::wstring> Scratches() {
-    const std::wstring temp = std::filesystem::temp_directory_path().wstring();
-    const std::wstring start = L"marlit_" + std::to_wstring(GetCurrentProcessId()) + L"_";
-    std::vector<std::wstring> folders;
-    for (const std::wstring& name : NamesIn(temp)) {
-      if (name.starts_with(start)) folders.push_back(PathIn(temp, name));
-    }
-    return folders;
-  }
   static std::wstring Made(const std::wstring& name) {
     for (const std::wstring& folder : Scratches()) {
       if (FileExists(PathIn(folder, name))) return PathIn(folder, name);
@@ -48,9 +38,7 @@ struct Listen : DoubleTest {
   void PressInEditor(const std::vector<WORD>& keys) const {
     EXPECT_TRUE(Eventually([&] {
       SetForegroundWindow(editor_);
-      GUITHREADINFO thread{};
-      thread.cbSize = sizeof(thread);
-      GetGUIThreadInfo(GetWindowThreadProcessId(editor_, nullptr), &thread);
+      const GUITHREADINFO thread = InputOf(editor_);
       return thread.hwndActive == editor_ && thread.hwndFocus;
     }));
     PressKeys(editor_, keys);

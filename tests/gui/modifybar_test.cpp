@@ -107,11 +107,7 @@ TEST_F(ModifyBar, GoesWithTheMarksThatItIsFor) {
 std::wstring WordsOfBar() {
   for (HWND tip = nullptr; (tip = FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr));) {
     if (GetWindow(tip, GW_OWNER) != CheckTest::Bar() || !IsWindowVisible(tip)) continue;
-    wchar_t text[512] = L"";
-    TTTOOLINFOW tool{};
-    tool.cbSize = TTTOOLINFOW_V1_SIZE;
-    tool.lpszText = text;
-    if (SendMessageW(tip, TTM_ENUMTOOLSW, 0, reinterpret_cast<LPARAM>(&tool)) && text[0]) return text;
+    if (const std::wstring text = CheckTest::TextOfBalloon(tip); !text.empty()) return text;
   }
   return {};
 }

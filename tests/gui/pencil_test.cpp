@@ -110,8 +110,7 @@ TEST_F(Pencil, DotsAreSeenWhileShiftIsDownAndTheMouseOverTheTable) {
 }
 
 TEST_F(Pencil, TheReadingCommandOffersOneReadingAfterTheOtherEachAStep) {
-  SendItem(IDC_EDITOR_FRAMES, WM_LBUTTONDOWN, MK_LBUTTON);
-  SendItem(IDC_EDITOR_FRAMES, WM_LBUTTONUP);
+  Click(IDC_EDITOR_FRAMES);
   SelectFrames({30, 31, 32, 90});
   BringToFront();
   PressKeys(editor_, {VK_CONTROL, 'R'});

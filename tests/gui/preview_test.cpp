@@ -28,12 +28,8 @@ struct Preview : DoubleTest {
     return log.starts_with(L"succeed to play ") || log.starts_with(L"fail to play ");
   }
   static std::wstring Scratch() {
-    wchar_t temp[MAX_PATH + 1] = L"";
-    GetTempPathW(MAX_PATH, temp);
-    const std::wstring start = std::wstring(temp) + L"marlit_" + std::to_wstring(GetCurrentProcessId()) + L"_";
-    WIN32_FIND_DATAW item;
-    const FindHandle find(FindFirstFileW((start + L"*").c_str(), &item));
-    return find ? std::wstring(temp) + item.cFileName : L"";
+    const std::vector<std::wstring> folders = Scratches();
+    return folders.empty() ? L"" : folders.front();
   }
 };
 

@@ -91,16 +91,17 @@ struct ProgramTest : testing::Test {
     GetWindowRect(window, &rect);
     return rect;
   }
-  // The texts of a column of the list, and those of all frames, each with a "|" behind it.
-  std::wstring Column(int column) const {
+  // The texts of a column of a list, of the list of syllables, and those of all frames, each with a "|" behind it.
+  static std::wstring ColumnOf(HWND list, int column) {
     std::wstring texts;
-    for (int row = 0; row < List().Count(); ++row) {
+    for (int row = 0; row < ListView_GetItemCount(list); ++row) {
       wchar_t text[MAX_PATH] = L"";
-      ListView_GetItemText(GetDlgItem(list_, IDC_LIST_FILES), row, column, text, MAX_PATH);
+      ListView_GetItemText(list, row, column, text, MAX_PATH);
       texts.append(text) += L'|';
     }
     return texts;
   }
+  std::wstring Column(int column) const { return ColumnOf(GetDlgItem(list_, IDC_LIST_FILES), column); }
   std::wstring Frames() const {
     std::wstring texts;
     wchar_t text[64];
@@ -177,6 +178,15 @@ struct ProgramTest : testing::Test {
     ASSERT_TRUE(Eventually([&] { return (dialog = FindDialogWith(L"Static", control)) != nullptr; }));
     work(dialog);
   }
+  void Click(int id) const {
+    SendItem(id, WM_LBUTTONDOWN, MK_LBUTTON);
+    SendItem(id, WM_LBUTTONUP);
+  }
+  // An item of a combo box.
+  static void Pick(HWND dialog, int box, int position) {
+    SendDlgItemMessageW(dialog, box, CB_SETCURSEL, static_cast<WPARAM>(position), 0);
+    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(box, CBN_SELCHANGE), 0);
+  }
   // Replaces the text of a box, key by key.
   void Type(int id, const std::wstring& text) const {
     SetDlgItemTextW(editor_, id, L"");
@@ -196,18 +206,42 @@ struct ProgramTest : testing::Test {
     for (const WORD key : keys) PressKey(key, 0);
     for (const WORD key : keys) PressKey(key, KEYEVENTF_KEYUP);
   }
+  // Once more where nothing comes of it, as the window may come to the front only now.
+  static bool PressUntil(HWND front, const std::vector<WORD>& keys, const std::function<bool()>& done) {
+    return Eventually([&] {
+      PressKeys(front, keys);
+      for (int i = 0; i < 100 && !done(); ++i) Sleep(5);
+      return done();
+    });
+  }
+  // What the thread of a window takes input for.
+  static GUITHREADINFO InputOf(HWND window) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof(info);
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+    return info;
+  }
   // In the table.
   void Mouse(UINT message, int x, int y) const {
     SendMessageW(Item(IDC_EDITOR_TABLE), message, MK_LBUTTON, MAKELPARAM(x, y));
   }
   // Clicks the first frame, types a frequency and presses Set.
   void SetFirstFrame(const std::wstring& frequency) const {
-    SendItem(IDC_EDITOR_FRAMES, WM_LBUTTONDOWN, MK_LBUTTON);
-    SendItem(IDC_EDITOR_FRAMES, WM_LBUTTONUP);
+    Click(IDC_EDITOR_FRAMES);
     Type(IDC_EDITOR_FREQUENCY, frequency);
     Press(IDC_EDITOR_SET);
   }
 
+  static std::wstring TextOfBalloon(HWND tip) {
+    wchar_t text[1024] = L"";
+    TTTOOLINFOW tool{};
+    tool.cbSize = TTTOOLINFOW_V1_SIZE;
+    tool.lpszText = text;
+    SendMessageW(tip, TTM_ENUMTOOLSW, 0, reinterpret_cast<LPARAM>(&tool));
+    tool.lpszText = text;
+    SendMessageW(tip, TTM_GETTEXTW, std::size(text), reinterpret_cast<LPARAM>(&tool));
+    return text;
+  }
   // What balloons of the program say at this moment.
   static std::wstring Words() {
     std::wstring words;
@@ -215,15 +249,7 @@ struct ProgramTest : testing::Test {
       DWORD process = 0;
       GetWindowThreadProcessId(tip, &process);
       const bool isBalloon = GetWindowLongW(tip, GWL_STYLE) & TTS_BALLOON;
-      if (process != GetCurrentProcessId() || !isBalloon || !IsWindowVisible(tip)) continue;
-      wchar_t text[1024] = L"";
-      TTTOOLINFOW tool{};
-      tool.cbSize = TTTOOLINFOW_V1_SIZE;
-      tool.lpszText = text;
-      SendMessageW(tip, TTM_ENUMTOOLSW, 0, reinterpret_cast<LPARAM>(&tool));
-      tool.lpszText = text;
-      SendMessageW(tip, TTM_GETTEXTW, std::size(text), reinterpret_cast<LPARAM>(&tool));
-      words += text;
+      if (process == GetCurrentProcessId() && isBalloon && IsWindowVisible(tip)) words += TextOfBalloon(tip);
     }
     return words;
   }

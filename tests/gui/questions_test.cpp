@@ -57,8 +57,7 @@ TEST_F(Questions, AJobAsksForTheEditsThatItCostsAndKeepsTheOthers) {
   ASSERT_TRUE(Eventually([this] { return IsWindowEnabled(editor_) && IsWindowEnabled(list_); }));
 
   InDialog(ID_EDIT_CONVERT, IDC_CONVERT_FROM, [](HWND dialog) {
-    SendDlgItemMessageW(dialog, IDC_CONVERT_TO, CB_SETCURSEL, 1, 0);
-    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDC_CONVERT_TO, CBN_SELCHANGE), 0);
+    Pick(dialog, IDC_CONVERT_TO, 1);
     Close(dialog, IDOK);
   });
   EXPECT_TRUE(HasFile(L"b_wav.frc"));

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "base/path.h"
 #include "frqmap/mapfiles.h"
 #include "frqmap/mrqstore.h"
 #include "gui/program.h"
@@ -48,6 +49,16 @@ struct DoubleTest : ProgramTest {
   }
   static std::ptrdiff_t Starts(const std::vector<std::wstring>& calls) {
     return std::ranges::count_if(calls, [](const std::wstring& line) { return line[0] == L'+'; });
+  }
+  // Scratch folders of this process.
+  static std::vector<std::wstring> Scratches() {
+    const std::wstring temp = std::filesystem::temp_directory_path().wstring();
+    const std::wstring start = L"marlit_" + std::to_wstring(GetCurrentProcessId()) + L"_";
+    std::vector<std::wstring> folders;
+    for (const std::wstring& name : NamesIn(temp)) {
+      if (name.starts_with(start)) folders.push_back(PathIn(temp, name));
+    }
+    return folders;
   }
   static int MostAtOnce(const std::vector<std::wstring>& calls) {
     int running = 0, most = 0;

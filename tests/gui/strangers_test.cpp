@@ -1,5 +1,7 @@
 // The program among others: what they send to its windows, what lies in the folder in which it was started, and that it
-// is ended by them. It runs in a process of its own.
+// is ended by them, also while it saves. It runs in a process of its own.
+#include <algorithm>
+#include <cstring>
 #include <tuple>
 #include <utility>
 
@@ -15,13 +17,7 @@ constexpr wchar_t kBank[] = L"bank\\", kProgram[] = L"program\\marlit.exe";
 struct Strangers : testing::Test {
   Strangers() {
     RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\UTAU Plugin");
-    FrqMap map;
-    map.Create(40, FrqTypeFrq);
-    for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = 220.0;
-    for (const wchar_t* const name : {L"a", L"b"}) {
-      folder_.Write(kBank + std::wstring(name) + L".wav", SecondOfSilence());
-      folder_.Write(kBank + std::wstring(name) + L"_wav.frq", EncodeFreq0003(map, FrqTypeFrq));
-    }
+    WriteMaps(L"ab", 40);
     folder_.Write(kProgram, testdata::BytesAt(MARLIT_PROGRAM));
   }
   ~Strangers() override {
@@ -29,6 +25,18 @@ struct Strangers : testing::Test {
     limitMs = usualMs_;
   }
 
+  // Of syllables with names of a letter; the bytes of each map.
+  Bytes WriteMaps(const std::wstring& names, SampleCount frames) const {
+    FrqMap map;
+    map.Create(frames, FrqTypeFrq);
+    for (FrqFrame& frame : map.Frames.Own()) frame.Frequency = 220.0;
+    const Bytes bytes = EncodeFreq0003(map, FrqTypeFrq);
+    for (const wchar_t name : names) {
+      folder_.Write(kBank + std::wstring(1, name) + L".wav", SecondOfSilence());
+      folder_.Write(kBank + std::wstring(1, name) + L"_wav.frq", bytes);
+    }
+    return bytes;
+  }
   // In the folder of the voicebank, until so many frames are shown.
   void Start(LRESULT frames) {
     const std::wstring bank = folder_.Path(L"bank");
@@ -49,6 +57,15 @@ struct Strangers : testing::Test {
   }
   LRESULT FrameCount() const { return SendDlgItemMessageW(editor_, IDC_EDITOR_FRAMES, LB_GETCOUNT, 0, 0); }
   HWND Box() const { return FindDialogOf(id_, L"Static", kBoxText, editor_); }
+  // Answers the question for the edits that were left with Yes; its text.
+  std::wstring BringBack() const {
+    HWND box = nullptr;
+    EXPECT_TRUE(Eventually([&] { return (box = Box()) != nullptr; }));
+    const std::wstring text = WindowText(GetDlgItem(box, kBoxText));
+    SendMessageW(box, WM_COMMAND, IDYES, 0);
+    EXPECT_TRUE(Eventually([&] { return !IsWindow(box); }));
+    return text;
+  }
 
   // All of the program, also those within others.
   std::vector<HWND> Windows() const {
@@ -122,28 +139,68 @@ TEST_F(Strangers, MessagesWithWildParametersEndNothing) {
   EXPECT_TRUE(file().size() == before.size() && file() != before) << "the program edits and saves";
 }
 
-TEST_F(Strangers, EditsOutlastAnEndThatNobodyAgreedTo) {
-  for (const bool isSession : {true, false}) {
-    SCOPED_TRACE(isSession);
-    Start(40);
-    SetDlgItemTextW(editor_, IDC_EDITOR_FREQUENCY, isSession ? L"440" : L"450");
-    SendMessageW(editor_, WM_COMMAND, IDC_EDITOR_SET, 0);
-    if (isSession) SendMessageW(editor_, WM_ENDSESSION, TRUE, 0);
-    Sleep(1000);  // that much may be missing
-    End();
-    Start(40);
-    HWND box = nullptr;
-    ASSERT_TRUE(Eventually([&] { return (box = Box()) != nullptr; }));
-    EXPECT_NE(WindowText(GetDlgItem(box, kBoxText)).find(L"a.wav"), std::wstring::npos);
-    SendMessageW(box, WM_COMMAND, IDYES, 0);
-    const auto isBack = [&] {
-      wchar_t text[64] = L"";
-      SendDlgItemMessageW(editor_, IDC_EDITOR_FRAMES, LB_GETTEXT, 0, reinterpret_cast<LPARAM>(text));
-      return text == std::wstring(isSession ? L"440.00000000" : L"450.00000000");
+TEST_F(Strangers, EditsOutlastTheEndOfTheSession) {
+  Start(40);
+  SetDlgItemTextW(editor_, IDC_EDITOR_FREQUENCY, L"440");
+  SendMessageW(editor_, WM_COMMAND, IDC_EDITOR_SET, 0);
+  SendMessageW(editor_, WM_ENDSESSION, TRUE, 0);
+  Sleep(1000);  // that much may be missing
+  End();
+  Start(40);
+  EXPECT_NE(BringBack().find(L"a.wav"), std::wstring::npos);
+  const auto isBack = [&] {
+    wchar_t text[64] = L"";
+    SendDlgItemMessageW(editor_, IDC_EDITOR_FRAMES, LB_GETTEXT, 0, reinterpret_cast<LPARAM>(text));
+    return text == std::wstring(L"440.00000000");
+  };
+  EXPECT_TRUE(Eventually(isBack));
+  for (const WPARAM command : {ID_FILE_SAVE, IDCANCEL}) SendMessageW(editor_, WM_COMMAND, command, 0);
+  EXPECT_EQ(WaitForSingleObject(process_.get(), limitMs), WAIT_OBJECT_0);
+}
+
+// Edits at both ends of maps that take it some time to write.
+TEST_F(Strangers, KilledWhileItSavesItLosesNoMapAndNoEdit) {
+  constexpr int kFrames = 4000, kHeader = 40, kFrame = 16;  // the last two in bytes
+  const std::wstring names = L"abcdefgh";
+  const auto all = std::ssize(names);
+  double frequency = 300.0;
+  for (const DWORD delayMs : {0u, 15u, 40u}) {
+    SCOPED_TRACE(delayMs);
+    const Bytes old = WriteMaps(names, kFrames);
+    Bytes edited = old;
+    ++frequency;
+    for (const int frame : {0, kFrames - 1}) memcpy(&edited.at(kHeader + frame * kFrame), &frequency, sizeof(frequency));
+    const auto countOf = [&](const Bytes& bytes) {
+      return std::ranges::count_if(names, [&](wchar_t name) {
+        return ReadWholeFile(folder_.Path(kBank + std::wstring(1, name) + L"_wav.frq")) == bytes;
+      });
     };
-    EXPECT_TRUE(Eventually(isBack));
-    for (const WPARAM command : {ID_FILE_SAVE, IDCANCEL}) SendMessageW(editor_, WM_COMMAND, command, 0);
-    EXPECT_EQ(WaitForSingleObject(process_.get(), limitMs), WAIT_OBJECT_0);
+    Start(kFrames);
+    for (WPARAM i = 0; i < names.size(); ++i) {
+      SendMessageW(list_, FLM_SELECTSYLLABLE, i, 0);
+      for (const int frame : {0, kFrames - 1}) {
+        SendDlgItemMessageW(editor_, IDC_EDITOR_FRAMES, LB_SETSEL, FALSE, -1);
+        SendDlgItemMessageW(editor_, IDC_EDITOR_FRAMES, LB_SETSEL, TRUE, frame);
+        SendMessageW(editor_, WM_COMMAND, MAKEWPARAM(IDC_EDITOR_FRAMES, LBN_SELCHANGE), 0);
+        SetDlgItemTextW(editor_, IDC_EDITOR_FREQUENCY, std::to_wstring(frequency).c_str());
+        SendMessageW(editor_, WM_COMMAND, IDC_EDITOR_SET, 0);
+      }
+    }
+    Sleep(1000);  // for so long edits may be in memory alone
+    PostMessageW(editor_, WM_COMMAND, ID_FILE_SAVEALL, 0);
+    Sleep(delayMs);
+    End();
+
+    Start(kFrames);
+    const auto saved = countOf(edited);
+    ASSERT_EQ(countOf(old) + saved, all) << "a map is neither";
+    if (saved < all) {
+      BringBack();
+      PostMessageW(editor_, WM_COMMAND, ID_FILE_SAVEALL, 0);
+      EXPECT_TRUE(Eventually([&] { return countOf(edited) == all; })) << countOf(edited);
+    }
+    End();
+    std::filesystem::remove_all(folder_.Path(L"local"));
   }
 }
 

@@ -1,5 +1,4 @@
 // What is told where the mouse rests, and the list's columns, which are made for what stands in them.
-#include "frqctrl/tablemodel.h"
 #include "gui/program.h"
 
 namespace {

@@ -6,8 +6,8 @@
 
 namespace {
 
-using testdata::Json;
-using testdata::Utf8;
+using testdata::Json, testdata::Utf8;
+
 struct vectors : ProgramTest {
   vectors() {
     std::filesystem::current_path(testdata::Path(Family::Folder()));
