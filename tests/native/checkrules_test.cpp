@@ -407,7 +407,7 @@ TEST(CheckByEar, ListensToTheRecordingOfTheMapOnly) {
   ExpectHeard({"34x- 1x-=? 1x69=? 101x69=F57 1x69=? 8x-", "35x- 103x69 7x-"}, whole);
   ExpectHeard({"286x- 817x69=F57 275x-"}, whole, 32);
   ExpectHeard({"285x- 843x69 295x-"}, whole, 31);
-  EXPECT_EQ(HearingOf(PitchSearch(voice, 44100), voice.size(), 44100, 256).frames.size(), 173u) << "of all of it";
+  EXPECT_EQ(HearingOf(PitchSearch(voice, 44100), voice.size(), 44100, 256).Frames.size(), 173u) << "of all of it";
 }
 
 TEST(CheckMarks, TellWhichFactorItIs) {
