@@ -21,6 +21,16 @@ TEST(FrqMap, UnusualMapsHaveAnAverageToo) {
   EXPECT_DOUBLE_EQ(map.ComputeAverage(2), 261.6255653005986) << "a frame on the edge of the window is outside";
 }
 
+TEST(FrqMap, AFrequencyGoesIntoTheProjectThatItComesFrom) {
+  FrqMap map = MapOf({100.0, 100.0});
+  for (const int expected : {0, 6900}) {
+    map.HasProject = expected > 0;
+    map.Project.ControlPoints = {std::vector<VsControlPoint>(2)};
+    map.SetFrequency(1, 440.0);
+    EXPECT_EQ(map.Project.ControlPoints[0][1].Pitch, expected);
+  }
+}
+
 TEST(FrqMap, ASelectionFromOutsideTheMapEndsAtItsBorder) {
   FrqMap map = MapOf({100.0, 100.0, 100.0}, 10);
   map.SelectRange(-10, 25, true);
