@@ -23,7 +23,7 @@ class Journey : public User {
 
   // Keeps what a journey finds, to compare with.
   void Keep() { before_ = FilesIn(bank_); }
-  // What comes about in its own time is waited for.
+  // Steps wait for what comes about in its own time.
   void Check(const std::string& text, const std::function<bool()>& holds);
   // No other files than these have changed, and all of them.
   void CheckChanged(const char* text, const std::wstring& names);

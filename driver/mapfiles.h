@@ -1,5 +1,5 @@
-// What the files of a voicebank hold, read from their bytes and not by the program's own code. A map is one of the kind
-// "frq" or "frc", which differ in their head alone.
+// The contents of a voicebank's files, read from their bytes and not by the program's own code. A map is a
+// "frq" or a "frc", which differ in their head alone.
 #pragma once
 
 #include <filesystem>

@@ -14,7 +14,7 @@ namespace {
 constexpr UINT kJobMs = 180'000;
 constexpr DWORD kJournalMs = 1'200;  // an edit is on the disk within a second
 
-// Where the program lies in the pictures, which show its path and those of the voicebanks.
+// The program's place in the pictures, which show its path and those of the voicebanks.
 const std::filesystem::path kHome = L"C:\\Marlit", kVoices = L"C:\\voice", kSample = kVoices / L"sample",
                             kRestricted = L"C:\\Program Files\\voice";
 

@@ -1,4 +1,4 @@
-// What a person sees: the screen as it is at a moment, pictures of it or of a piece of it as PNG files, and where on it
+// The screen as a person sees it at a moment, pictures of it or of a piece of it as PNG files, and where on it
 // windows are.
 #pragma once
 

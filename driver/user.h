@@ -19,7 +19,7 @@ struct DialogKind {
 extern const DialogKind kQuestion, kOption, kConvert, kCreating, kCheck, kModifyBar, kWarning, kFolderDialog,
     kThumbnails, kAbout, kRangeOfAnalysis, kInitializeMrq, kKeptMaps, kMapChanged;
 
-// Where the program and what comes along with it lie: where this one does.
+// The folder of the program and of what comes along with it: this one's.
 std::filesystem::path ProgramFolder();
 // As before the first start of all: no settings, and no resampler chosen.
 void ForgetSettings();
@@ -52,7 +52,7 @@ class User {
   // Until both windows have dealt with what has been sent to them.
   void AwaitAnswer() const;
 
-  // What a window or a row shows.
+  // The text that a window or a row shows.
   static std::wstring TextOf(HWND window);
   std::wstring FrameText(int frame) const;
   int FrameCount() const;

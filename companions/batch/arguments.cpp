@@ -74,7 +74,7 @@ class Reader {
     return std::ranges::any_of(app_.get_subcommands({}), [&](const CLI::App* one) { return one->get_name() == word; });
   }
 
-  // What every command takes.
+  // The arguments of every command.
   CLI::App* AddPlain(Command what, const std::string& name, const std::string& description) {
     CLI::App* const command = app_.add_subcommand(name, description);
     command->add_option("FOLDER", order_.Folders, "voicebanks, each with the folders directly in it")

@@ -46,5 +46,5 @@ class Bank {
 };
 
 // The bank of a folder, or with `recursive` all below it: a folder with waves, or with a file that only banks have.
-// What lies in folders of folders of one is a bank of its own.
+// Waves in folders of folders of one are a bank of their own.
 std::vector<std::unique_ptr<Bank>> FindBanks(const std::wstring& folder, bool recursive);

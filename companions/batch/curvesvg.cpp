@@ -103,7 +103,7 @@ void AppendLine(std::string& path, const std::vector<Point>& points) {
   }
 }
 
-// Where a column holds more than one pitch the line goes over all of them, from the end that is nearer.
+// The line of a column that holds several pitches goes over all of them, from the end that is nearer.
 void AddColumn(std::vector<Point>& points, int x, int high, int low) {
   const bool fromLow = !points.empty() && std::abs(points.back().Y - low) < std::abs(points.back().Y - high);
   points.push_back({x, fromLow ? low : high});

@@ -86,7 +86,7 @@ class Import {
   }
 
  private:
-  // What is wrong; empty if all went well.
+  // The fault in words; empty if all went well.
   std::string Take(const WaveTask& task, const std::wstring& path, Outcome& outcome) const {
     const std::optional<Bytes> bytes = ReadWholeFile(path);
     if (!bytes) return "cannot be read: " + LastFault();

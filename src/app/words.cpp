@@ -102,7 +102,7 @@ std::wstring TextOf(const MapFault& fault, const std::wstring& wave) {
   return FormatText(format.c_str(), name.c_str(), SystemSentence(fault.Error, wave).c_str());
 }
 
-// Where maps share a file, one that is not found there may be one that cannot be read.
+// A map that is not found in a file of many may be one that cannot be read.
 std::wstring TextOfUnreadable(const Voicebank& bank, int index) {
   const EntryFacts facts = bank.Maps.Facts(index);
   const bool mayBeLost = bank.Files.Kind == FrqTypeMrq && !facts.HasMap && !facts.Path.empty() && !facts.Loaded;

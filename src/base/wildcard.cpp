@@ -8,7 +8,7 @@ wchar_t Lower(wchar_t c) {
 
 }  // namespace
 
-// Where the rest does not fit, the last "*" takes one character more of the name and the rest is tried again.
+// The last "*", where the rest does not fit, takes one character more of the name and the rest is tried again.
 bool FitsPattern(std::wstring_view name, std::wstring_view pattern) {
   std::size_t n = 0, p = 0, star = pattern.npos, resume = 0;
   while (n < name.size()) {

@@ -178,7 +178,7 @@ class SoundCheck {
     return (RunsOnTo(first, first - 1) || RunsOnTo(end - 1, end)) && IsSmooth(first, end);
   }
 
-  // Where the map goes on without a step it may be the hearing that has jumped.
+  // The hearing may have jumped where the map goes on without a step.
   bool HoldsMoved(SampleCount first, SampleCount end) const {
     const double heard = SupportOfHeard(first, end);
     if (heard < kHeard || IsLoneEnd(first, end)) return false;

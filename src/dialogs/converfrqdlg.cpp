@@ -76,7 +76,7 @@ LRESULT CConverFrqDlg::OnCommand(WPARAM wParam, UINT code, HWND control) {
   return CDlgBase::OnCommand(wParam, code, control);
 }
 
-// What a grey button is clicked for comes to its window.
+// A click on a grey button comes to its window.
 INT_PTR CConverFrqDlg::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_LBUTTONDOWN) {
     const POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};

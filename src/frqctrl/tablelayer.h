@@ -1,7 +1,7 @@
 // TableLayer: the lower level of the table's picture, a bitmap that is kept until it is dropped, so that a stroke of
 // the mouse costs one copy and one curve.
 //
-// Where there are thousands of tables, as thumbnails are, a list holds down how many of them keep one.
+// Among thousands of tables, as thumbnails are, a list holds down how many of them keep one.
 #pragma once
 
 #include <windows.h>

@@ -170,7 +170,7 @@ bool TableModel::Fit() {
   Geometry.Zoom = kZoomCount - 1;
   while (Geometry.Zoom > 0 && !isAllSeen()) --Geometry.Zoom;
   FollowsCurve = true;
-  // What is too long is seen from its begin.
+  // An extent that is too long is seen from its beginning.
   const double middle = std::min((extent->First + extent->Last) / 2.0, extent->First + ColumnsInView() / 2.0);
   PlaceAt((plot.left + plot.right) / 2.0, (plot.top + plot.bottom) / 2.0, middle,
           (extent->LowestNote + extent->HighestNote) / 2);
@@ -196,7 +196,7 @@ bool TableModel::ZoomInPlace(bool down) {
   const double column = extent ? (extent->First + extent->Last) / 2.0 : Geometry.ScrollColumn + ColumnsInView() / 2.0;
   const double note = extent ? (extent->LowestNote + extent->HighestNote) / 2
                              : Geometry.BottomNote + (plot.bottom - plot.top) / Geometry.RowHeight() / 2;
-  // What is out of view comes to its edge at least.
+  // A curve out of view comes to its edge at least.
   const double x = plot.left + (column + 0.5 - Geometry.ScrollColumn) * Geometry.ColumnWidth();
   const double y = plot.bottom - (note + 0.5 - Geometry.BottomNote) * Geometry.RowHeight();
   SetZoom(zoom);

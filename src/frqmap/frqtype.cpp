@@ -18,7 +18,7 @@ bool EqualsIgnoringCase(std::wstring_view a, std::wstring_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](wchar_t x, wchar_t y) { return lower(x) == lower(y); });
 }
 
-// What stands from the last "." on, also where that dot is in a folder's name.
+// The name from its last "." on, also where that dot is in a folder's name.
 std::wstring_view FromLastDot(std::wstring_view path) {
   const std::size_t dot = path.rfind(L'.');
   return dot == path.npos ? std::wstring_view() : path.substr(dot);

@@ -11,7 +11,7 @@
 
 class FrqMap;
 
-// What a drag of the mouse does between its press and its release.
+// The sort of a drag of the mouse, from its press to its release.
 enum class StrokeKind : std::uint8_t { Draw, Erase, Average };
 
 class MapEditing {

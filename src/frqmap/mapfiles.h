@@ -11,7 +11,7 @@
 // Whether there is a map of that name: a file, or an entry of the store for .mrq. `store` may be null.
 bool MapFileExists(const std::wstring& mapPath, MrqStore* store);
 
-// What the analysis of some kinds keeps beside a map, there or not: always the same for a kind, in the same order.
+// Files that the analysis of some kinds keeps beside a map, there or not: the same for a kind, in the same order.
 std::vector<std::wstring> MapCompanions(const std::wstring& mapPath);
 
 // Gives a map to the guard ahead of its end. False if there is one that has been kept nowhere. `store` may be null, and

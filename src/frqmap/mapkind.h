@@ -33,13 +33,13 @@ struct MapKind {
   SampleCount NewHop = 256;  // of a map that is made anew
   double ColumnHop = 256.0;  // samples of a column of the table where no map tells them
 
-  // What a map holds of its own; the rest is derived from the curve, or comes from the wave.
+  // Fields that a map holds of its own; the rest is derived from the curve, or comes from the wave.
   bool HoldsAverage = false;
   bool HoldsLevels = false;
   bool HoldsWaveLength = false;
   bool IsSinglePrecision = false;
 
-  // What a file begins with: as much as all programs write that write this kind.
+  // The first bytes of a file: as much as all programs write that write this kind.
   std::string_view Beginning = {};
   std::uint32_t HeaderBytes = 0;
   std::uint32_t RecordBytes = 0;  // 0: no file of its own, so that no size tells anything

@@ -1,4 +1,4 @@
-// What every reader must take: any bytes at all. Each function is the target of a program of its own; beyond "no crash"
+// Every reader must take any bytes at all. Each function is the target of a program of its own; beyond "no crash"
 // they hold what is read to what writing it again makes of it.
 #include <algorithm>
 #include <bit>
@@ -38,7 +38,7 @@ double PitchOf(const FrqFrame& frame) {
   return frame.Frequency <= FrqNoPitch ? FrqNoPitch : frame.Frequency;
 }
 
-// What the program does with each map that it has read, whose memory is in proportion to what it was read from.
+// All that the program does with each map that it has read, whose memory is in proportion to what it was read from.
 std::optional<FrqMap> Use(std::optional<FrqMap> map, std::size_t fileSize) {
   if (!map) return map;
   Expect(map->Frames.capacity() * sizeof(FrqFrame) <= 64 * fileSize + 16384);

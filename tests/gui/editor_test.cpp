@@ -1,4 +1,4 @@
-// What the editor shows of a syllable, what it takes from the user, and what becomes of edits.
+// The editor: what it shows of a syllable, what it takes from the user, and what becomes of edits.
 #include "gui/program.h"
 
 namespace {

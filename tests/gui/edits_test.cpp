@@ -1,4 +1,4 @@
-// What the buttons and the mouse make of the frames, and that the frame list and the table say the same.
+// Edits by the buttons and by the mouse, and that the frame list and the table say the same.
 #include "frqmap/edits.h"
 #include "gui/program.h"
 

@@ -29,7 +29,7 @@ struct ModifyBar : CheckTest {
     const std::vector<int> frames = SelectedFrames();
     return {row, SelectionOfMap(row) == frames ? frames : std::vector{-1}};
   }
-  // What is edited and what is marked.
+  // The list's columns of edits and of marks.
   std::wstring Cells() const { return Column(2) + L' ' + Column(3); }
   int MarkCount(int syllable) const {
     const std::string marks = Marks(syllable);
@@ -103,7 +103,7 @@ TEST_F(ModifyBar, GoesWithTheMarksThatItIsFor) {
   EXPECT_TRUE(BarGoes());
 }
 
-// What stands below the bar.
+// The words below the bar.
 std::wstring WordsOfBar() {
   for (HWND tip = nullptr; (tip = FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr));) {
     if (GetWindow(tip, GW_OWNER) != CheckTest::Bar() || !IsWindowVisible(tip)) continue;

@@ -1,4 +1,4 @@
-// What the recording says to the pencil and to the command that reads frames anew, in the windows.
+// The pencil and the command that reads frames anew, which ask the recording, in the windows.
 #include <algorithm>
 #include <cmath>
 

@@ -23,7 +23,7 @@ struct Preview : DoubleTest {
     EXPECT_TRUE(Eventually([this] { return IsStopped(); }));
     return PreviewLogText;
   }
-  // Where a device is missing the sound ends the preview, after all else went well.
+  // On a machine without a device the sound ends the preview, after all else went well.
   static bool HasRendered(const std::wstring& log) {
     return log.starts_with(L"succeed to play ") || log.starts_with(L"fail to play ");
   }

@@ -214,7 +214,7 @@ struct ProgramTest : testing::Test {
       return done();
     });
   }
-  // What the thread of a window takes input for.
+  // The focus, menus and capture of a window's thread.
   static GUITHREADINFO InputOf(HWND window) {
     GUITHREADINFO info{};
     info.cbSize = sizeof(info);
@@ -242,7 +242,7 @@ struct ProgramTest : testing::Test {
     SendMessageW(tip, TTM_GETTEXTW, std::size(text), reinterpret_cast<LPARAM>(&tool));
     return text;
   }
-  // What balloons of the program say at this moment.
+  // The words of all balloons of the program at this moment.
   static std::wstring Words() {
     std::wstring words;
     for (HWND tip = nullptr; (tip = FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr));) {

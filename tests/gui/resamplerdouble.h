@@ -30,7 +30,7 @@ struct DoubleTest : ProgramTest {
     RegWriteValue(L"Resampler", path);
     RegWriteValue(L"CreateFrqMaxCount", workers);
   }
-  // What every run does: "MILLISECONDS EXITCODE WHAT".
+  // The script of every run: "MILLISECONDS EXITCODE WHAT".
   void Script(const wchar_t* script) const { script_.Set(script); }
 
   std::wstring Bank() const { return folder_.Path(L"bank"); }

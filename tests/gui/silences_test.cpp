@@ -1,4 +1,4 @@
-// Where nothing comes of what the user does, a balloon says why; and a first start needs no setting at all.
+// A balloon says why nothing comes of what the user does; and a first start needs no setting at all.
 #include "app/words.h"
 #include "check/checkrecords.h"
 #include "gui/checkwindows.h"

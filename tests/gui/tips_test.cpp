@@ -1,4 +1,4 @@
-// What is told where the mouse rests, and the list's columns, which are made for what stands in them.
+// Tips at the place where the mouse rests, and the list's columns, which are made for what stands in them.
 #include "gui/program.h"
 
 namespace {

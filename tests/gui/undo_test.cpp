@@ -5,7 +5,7 @@
 namespace {
 
 struct Undo : CheckTest {
-  // What is seen of the first syllable and in the list, and what the files of all would hold.
+  // The first syllable and the list as they are seen, and what the files of all would hold.
   using State = std::pair<std::wstring, std::vector<Bytes>>;
 
   void Begin() {

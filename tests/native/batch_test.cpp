@@ -110,7 +110,7 @@ TEST_F(BatchTest, WithoutKeepingThereIsNothingToPutBack) {
   EXPECT_EQ(out_.substr(0, 3), "1: ");
 }
 
-// What a map becomes is compared by the families of maps; here each kind is read and written in all folders.
+// The maps that come of it are compared by the families of maps; here each kind is read and written in all folders.
 TEST_F(BatchTest, ConvertsAllMapsFromEachKindToTheNext) {
   const std::string kinds[] = {"frq", "mrq", "dio", "pmk", "frc", "frq"};
   for (std::size_t i = 1; i < std::size(kinds); ++i) {

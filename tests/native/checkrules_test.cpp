@@ -1,4 +1,4 @@
-// What the check marks, and why: a planted contour for each rule, on both sides of each of its figures, and the sample
+// Marks of the check, and why: a planted contour for each rule, on both sides of each of its figures, and the sample
 // voicebank. ./bench measures how well it finds every kind of error.
 #include "check/checkrules.h"
 
@@ -345,7 +345,7 @@ TEST(CheckByEar, TakesForAVoiceOnlyWhatIsLikelyToBeOne) {
   ExpectUnheard("35x- 28x57 8x63=N 4x57 8x63=N 55x57 35x-", Noisy(0.0));
 }
 
-// Where the map leaves what is heard by a step, little says enough; where it goes on without one, it may be right.
+// A map that leaves what is heard by a step needs little to be wrong; one that goes on without one may be right.
 TEST(CheckByEar, AsksForLessWhereTheMapLeavesWhatIsHeardByAStep) {
   const Samples sine = Harmonics({1}), faint = Harmonics({0.2, 1, 0.1, 0.5});
   ExpectHeard({"35x- 28x57 20x58.45 55x57 35x-", "35x- 28x57 20x58.55=X57 55x57 35x-",

@@ -26,8 +26,8 @@ struct Witness : DocumentListener {
     document_.SetCurrent(document_.Current());
   }
 
-  // What is told of all entries together, a letter each in the order of the facts; then in a stroke, one of many, from
-  // the history, the end of many, other steps.
+  // The facts told of all entries together, a letter each in their order; then in a stroke, one of many, from the
+  // history, the end of many, other steps.
   std::string Facts() const {
     unsigned facts = Last.OfMany << 12 | Last.History << 13;
     for (const EntryChange& entry : Last.Entries) {
@@ -72,7 +72,7 @@ struct DocumentTest : testing::Test {
     for (int entry = 0; entry < 3; ++entry) Set(entry, hz);
   }
 
-  // What a fault at the first entry must leave alone, here and in the files.
+  // All that a fault at the first entry must leave alone, here and in the files.
   Words Others() {
     Words words;
     for (const FrqMap* map : {&File(0), &Map(1), &Saved(1), &File(1), &Map(2), &Saved(2), &File(2)}) {
@@ -339,7 +339,7 @@ TEST_F(DocumentTest, WindowsAreToldEachChangeOnceAndNotUnderTheLock) {
       EXPECT_EQ(document_.ReadAfresh(none, kKeep, true), -1);
     }
   };
-  // What is done; how often it is told and what, the entries that it is told of, and their rows.
+  // A step; how often it is told and what, the entries that it is told of, and their rows.
   const std::tuple<std::function<void()>, int, std::string, std::size_t, std::vector<int>> steps[] = {
       {[&] { Set(0, 300.0); }, 1, "FETh", 1, {2}},
       {[&] { document_.BeginStroke(Gesture::Stroke, 0); }, 1, "h", 0, {}},

@@ -1,4 +1,4 @@
-// What a user does to a dozen syllables in any order, taken back to the very first and done again, and how much of it
+// Edits of a dozen syllables in any order, taken back to the very first and done again, and how much of it
 // is kept.
 
 #include <algorithm>
@@ -115,7 +115,7 @@ struct DocumentHistoryTest : testing::Test {
     }
   }
 
-  // What a check finds is no gesture: it stays while one goes back. For each frame once, so that this is plain.
+  // A mark of a check is no gesture: it stays while one goes back. For each frame once, so that this is plain.
   void Plant(int entry) {
     const auto frame = static_cast<std::size_t>(planted_[static_cast<std::size_t>(entry)]++);
     if (frame >= Map(entry).Frames.size()) return;
@@ -139,7 +139,7 @@ struct DocumentHistoryTest : testing::Test {
     if (Random(2) == 0) document_.RenewSaved(entry);
   }
 
-  // What made a difference is a state to come back to.
+  // Each change that made a difference is a state to come back to.
   void Keep() {
     State state = states_.back();
     for (std::size_t i = 0; i < kEntries; ++i) {

@@ -1,4 +1,4 @@
-// What users type into the boxes, texts of unusual numbers, and what resamplers are called with then.
+// Texts that users type into the boxes, texts of unusual numbers, and what resamplers are called with then.
 #include "frqmap/edits.h"
 
 #include <cmath>

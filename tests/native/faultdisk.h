@@ -133,7 +133,7 @@ class FaultDisk : public FileSystem {
     return lock;
   }
 
-  // What becomes of a call. One that goes on and has failed all the same is the last one of its process.
+  // The end of a call. One that goes on and has failed all the same is the last one of its process.
   struct Verdict {
     bool Goes = true;
     bool Failed = false;

@@ -1,4 +1,4 @@
-// Where things stand: the frequency table's mapping of pixels, frames and frequencies, and the rows of the thumbnails.
+// Places on the screen: the table's mapping of pixels, frames and frequencies, and the rows of the thumbnails.
 #include "frqctrl/geometry.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-// What the check has heard, in the form in which it is kept.
+// Waves that the check has heard, in the form in which they are kept.
 #include "check/heardwave.h"
 
 #include "frqmap/checkmark.h"

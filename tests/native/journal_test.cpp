@@ -1,5 +1,5 @@
-// What is not saved outlasts a kill at any moment: maps, edited marks and the way back are as they were then, and who
-// has changed a file meanwhile is left alone.
+// Edits that are not saved outlast a kill at any moment: maps, edited marks and the way back are as they were then, and
+// who has changed a file meanwhile is left alone.
 #include "document/journal.h"
 
 #include <chrono>

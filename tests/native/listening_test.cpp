@@ -1,4 +1,4 @@
-// What is listened to: the curve as a tone, and parts of waves.
+// Sounds to listen to: the curve as a tone, and parts of waves.
 
 #include <algorithm>
 #include <cmath>

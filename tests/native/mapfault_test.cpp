@@ -1,4 +1,4 @@
-// What a user is told of a map that cannot be read, and of a job that has ended.
+// The words for a user about a map that cannot be read, and of a job that has ended.
 #include "frqmap/mapfault.h"
 
 #include "faultdisk.h"

@@ -110,7 +110,7 @@ inline FrqMap PlainMap(SampleCount frames) {
   return map;
 }
 
-// What sets one frame.
+// A change that sets one frame.
 inline std::function<std::vector<int>(FrqMap&)> Setting(double hz, int row = 2) {
   return [=](FrqMap& map) {
     map.SetFrequency(map.PositionOf(row), hz);
@@ -118,7 +118,7 @@ inline std::function<std::vector<int>(FrqMap&)> Setting(double hz, int row = 2) 
   };
 }
 
-// What a check does to one frame, if there is one.
+// The mark of a check on one frame, if there is one.
 inline std::function<void(FrqMap&)> Marking(std::size_t row, double hz, std::uint32_t mark = 1) {
   return [=](FrqMap& map) {
     if (row >= map.Frames.size()) return;

@@ -25,7 +25,7 @@ Maps ReadAll(MrqImage& image) {
   return maps;
 }
 
-// What is there already is saved once shorter and once longer than it was, and something new as well.
+// An entry that is there already is saved once shorter and once longer than it was, and something new as well.
 void ExpectWritingKeepsAll(const Bytes& file) {
   MrqImage before(file);
   for (const std::u16string name : {u"に.wav", u"na.wav", u"i へ.wav", u"new.wav"}) {
@@ -60,7 +60,7 @@ TEST(MrqFile, DamageCostsNoMapThatCanStillBeRead) {
   }
 }
 
-// What a reader finds after a save, by what was left behind the entries na (of one frame), ni and na again (of two).
+// Entries found after a save, by what was left behind the entries na (of one frame), ni and na again (of two).
 TEST(MrqFile, WhatOthersLeftHidesNoSave) {
   const auto entry = [](std::u16string name, std::size_t frames) {
     const Bytes body = EncodeMrqBody({256, 44100, std::vector<double>(frames, 99.0), 0, 0}, 1);

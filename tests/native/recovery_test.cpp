@@ -1,4 +1,4 @@
-// What is kept for the next start: writes that broke off, maps that were overwritten, journals of runs that died.
+// Things kept for the next start: writes that broke off, maps that were overwritten, journals of runs that died.
 #include "recovery/recovery.h"
 
 #include <gtest/gtest.h>
@@ -75,7 +75,7 @@ TEST(Recovery, LeavesAloneWhatSomebodyElseHasWrittenSince) {
   EXPECT_EQ(broken({kMap, 40, 50, {{0, old, coming}}}, cut), cut);  // shorter than either: not of this write
   // A file that was made for a write and got nothing of it is no map of anybody's.
   EXPECT_EQ(broken({kMap, 0, 50, {{0, {}, coming}}}, Bytes()), coming);
-  // What a library writes is taken back, whatever it has come to.
+  // A file that a library writes is taken back, whatever it has come to.
   EXPECT_EQ(broken({kMap, 40, 40, {{0, old, {}}}, true}, foreign), old);
 }
 

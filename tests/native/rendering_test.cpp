@@ -118,7 +118,7 @@ TEST(RenderedNotes, HaveTheirLengthPitchAndVolume) {
   }
 }
 
-// What is silent of the recording stays so, which tells where each moment of it came to lie.
+// Silence of the recording stays so, which tells where each moment of it came to lie.
 TEST(RenderedNotes, TakeTheirPartOfTheRecording) {
   // Offset, consonant, velocity, cutoff; where the voice begins and ends in a note of 1.2 s [s].
   const std::tuple<double, double, double, double, double, double> cases[] = {

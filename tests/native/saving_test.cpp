@@ -173,7 +173,7 @@ TEST(Saving, ACompactionLeavesAllMapsOrTheWholeFile) {
   });
 }
 
-// What a resampler makes of it nobody knows.
+// Nobody knows what a resampler makes of it.
 TEST(Saving, AnEntryIsKeptAheadOfAResampler) {
   FaultDisk disk;
   disk.Put(kMrq, testdata::FileBytes("mrq/02-in-place/desc.mrq"));

@@ -1,4 +1,4 @@
-// What a recording offers to the pencil, and its readings.
+// Pitches that a recording offers to the pencil, and its readings.
 #include "pitch/soundpitches.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// What the frequency table shows: where it scrolls to, what a point of it belongs to, what it refuses.
+// The view of the frequency table: where it scrolls to, what a point of it belongs to, what it refuses.
 #include "frqctrl/tablemodel.h"
 
 #include <gtest/gtest.h>

@@ -45,7 +45,7 @@ struct FrqCtrlMouse : FrqCtrlTest {
     for (const auto& message : told) codes.push_back(HIWORD(message.first));
     return codes;
   }
-  // Where the average line of the example map can be taken hold of.
+  // The place where the average line of the example map can be taken hold of.
   int GripY() { return static_cast<int>(Shown().Height - (52.37 - 24) * kCell - kCell / 2); }
 };
 

@@ -108,7 +108,7 @@ TEST_F(Paths, NamesThatDifferOnlyForOthersStayTwo) {
   }
 }
 
-// What takes bytes is given a path that leads back to the very file, or none.
+// Calls that take bytes are given a path that leads back to the very file, or none.
 TEST_F(Paths, TheNarrowFormLeadsToTheSameFile) {
   for (const std::wstring& name : kNames) {
     SCOPED_TRACE(testing::PrintToString(name));

@@ -1,4 +1,4 @@
-// What a test may write to: a registry of its own, gone with the test, beside its folder.
+// Places that a test may write to: a registry of its own, gone with the test, beside its folder.
 #pragma once
 
 #include <windows.h>

@@ -49,10 +49,10 @@ inline FrqMap ExampleMap() {
   return map;
 }
 
-// What the parent was told, the last at the end.
+// Messages to the parent, the last at the end.
 inline std::vector<std::pair<WPARAM, LPARAM>> told;
 
-// What the parent does in answer.
+// The parent's answer.
 inline std::function<void()> answer;
 
 inline LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -1,4 +1,4 @@
-// Where a voicebank lies, in a folder of which the system may keep a shadow; and what is told of its folders, and of
+// The place of a voicebank, in a folder of which the system may keep a shadow; and what is told of its folders, and of
 // its waves by their heads alone.
 #include "voicebank/folderaccess.h"
 

@@ -101,7 +101,7 @@ TEST_F(VsLib, ASaveThatBreaksOffLeavesTheProjectAndTheNextOneSavesTheEdits) {
   EXPECT_EQ(Save(map), 0);
   EXPECT_EQ(Load(found), 0);
   EXPECT_EQ(found.Frames[1].Frequency, 440.0);
-  // What another program has cut takes none of the points.
+  // A project that another program has cut takes none of the points.
   folder_.Write(L"a_wav.vs4ufrq", Bytes(kPoints));
   EXPECT_NE(Save(map), 0);
   EXPECT_EQ(GetLastError(), DWORD{ERROR_WRITE_FAULT});

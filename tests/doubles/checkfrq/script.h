@@ -1,4 +1,4 @@
-// What a test tells the stand-in for the check library, and what that was called with.
+// The orders of a test to the stand-in for the check library, and what that was called with.
 #pragma once
 
 struct CheckScript {

@@ -6,7 +6,7 @@
 // With MARLIT_DOUBLE_NARROW set it is one of those that take their arguments as bytes in the user's code page, into a
 // buffer of 260, and makes nothing of a wave that it does not find so.
 //
-// What was asked of it is in calls.txt beside it: a line "+" with the command line from a start, a line "-" from an
+// Its calls are in calls.txt beside it: a line "+" with the command line from a start, a line "-" from an
 // end, in their order, so that a test can count how many ran at once.
 #include <windows.h>
 #include <shellapi.h>
