@@ -156,7 +156,8 @@ TEST(CheckRules, AMapIsMovedTowardsTheNotesOfTheSettings) {
 
 TEST(CheckRules, FarFromTheMiddleOfTheMapIsMarkedWithoutASuggestion) {
   ExpectMarks({"99x60 12x60:70.95 20x70.95", "99x60 12x60:71.05 20x71.05=X", "99x60 12x60:48.95 20x48.95=X",
-               "99x60 12x60:71.5 20x71.5=X 5x83.5=F71.5 20x71.5=X", "50x60 100x71.05=X 51x60", "100x60=X 101x71.05"});
+               "99x60 12x60:71.5 20x71.5=X 5x83.5=F71.5 20x71.5=X", "101x60 100x71.05=X", "100x60=X 101x71.05",
+               "60x60 12x60:71.05 60x71.05=X 12x71.05:60 61x60"});
   for (const CheckFrqSettings& settings : {kTransition, kFreeEnd}) {
     ExpectMarks({"99x60 12x60:71.05 20x71.05"}, settings);
   }

@@ -357,7 +357,7 @@ TEST_F(DocumentTest, WindowsAreToldEachChangeOnceAndNotUnderTheLock) {
       {hold, 1, "ETom", 1, {}},
       {[&] { document_.Reload(1, kKeep, false); }, 1, "REST", 1, {}},
       {[&] { document_.Remove(1); }, 1, "RMHS", 1, {}},
-      {[&] { Set(2, 300.0), document_.Remove(2); }, 2, "RMEHS", 1, {}},
+      {[&] { Set(2, 300.0), document_.Remove(2); }, 2, "RMEHSh", 1, {}},
       {askForNobody, 0, "", 0, {}}};
   for (const auto& [step, told, facts, entries, rows] : steps) {
     SCOPED_TRACE(&told - &std::get<1>(steps[0]));

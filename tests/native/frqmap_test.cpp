@@ -22,11 +22,12 @@ TEST(FrqMap, UnusualMapsHaveAnAverageToo) {
 }
 
 TEST(FrqMap, AFrequencyGoesIntoTheProjectThatItComesFrom) {
-  FrqMap map = MapOf({100.0, 100.0});
+  FrqMap map = MapOf({100.0, 100.0}, 10);
   for (const int expected : {0, 6900}) {
     map.HasProject = expected > 0;
+    map.Project.Items.resize(1);
     map.Project.ControlPoints = {std::vector<VsControlPoint>(2)};
-    map.SetFrequency(1, 440.0);
+    map.SetFrequency(10, 440.0);
     EXPECT_EQ(map.Project.ControlPoints[0][1].Pitch, expected);
   }
 }
