@@ -150,7 +150,7 @@ inline void ComplexTransform(const FftTables& tables, Complexes<V>* values, cons
 }
 
 // Butterfly i of two steps of the splitting of kLength real values x; the real transform of a quarter of them is left
-// in `reals`. With n = kLength, the odd outputs of a real transform, X[4k+1], are the complex transform of
+// in `Reals`. With n = kLength, the odd outputs of a real transform, X[4k+1], are the complex transform of
 // W(n, i) ((x[i] - x[i+n/2]) - i (x[i+n/4] - x[i+3n/4])), and X[4k+3] their conjugates; the even ones are the real
 // transform of x[i] + x[i+n/2]. `x`: the values i + j n / 8, j from 0 to 7.
 template <class V, std::size_t kLength>

@@ -32,7 +32,7 @@ struct FftTables {
   // For the passes over `length` complex values, butterfly i from 0 to length / RadixOf(length) - 1: W(length, j i) for
   // j from 1 to RadixOf(length) - 1. Those for `length` values start at 4 * length.
   alignas(64) std::array<double, 8 * kComplexLength> Complex;
-  // The complex transform of n values leaves the bin bins[n + p] at its place p.
+  // The complex transform of n values leaves the bin Bins[n + p] at its place p.
   std::array<std::uint16_t, 2 * kComplexLength> Bins;
 };
 
