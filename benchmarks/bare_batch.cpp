@@ -7,8 +7,8 @@
 //   bare_batch rules FOLDER THREADS          reads each wave and each map whole, and checks the map by its course
 //   bare_batch copies FOLDER THREADS         reads each map, notes its bytes in a log, and writes them as another file
 //                                            beside it
-//   bare_batch maps FOLDER THREADS           reads each wave and makes a map of it in memory
-//   bare_batch map WAVE                      makes the map beside a wave, as basic-resampler does
+//   bare_batch maps FOLDER THREADS           reads each wave and makes the map beside it
+//   bare_batch map WAVE                      the same with one wave
 //   bare_batch processes FOLDER THREADS      the latter, a process for each wave
 //   bare_batch hearings FOLDER THREADS       reads each wave and each map and hears what a check asks of the sound
 #include <fcntl.h>
@@ -109,7 +109,7 @@ void Hear(const std::string& wave, const std::string& map) {
   came += Read(map, SIZE_MAX).size();
   const Sound sound = SoundOf(wave);
   const PitchSearch search(sound.samples, sound.rate);
-  came += HearingOf(search, sound.samples.size(), sound.rate, 256).frames.size();
+  came += HearingOf(search, sound.samples.size(), sound.rate, 256).Frames.size();
 }
 
 void Judge(const std::string& wave, const std::string& map) {
@@ -147,7 +147,7 @@ const std::map<std::string, OfOne> kWays = {
     {"heads", PrintFacts},
     {"rules", Judge},
     {"copies", [](const std::string&, const std::string& map) { Copy(map, map + ".copy"); }},
-    {"maps", [](const std::string& wave, const std::string&) { came += MakeMap(SoundOf(wave)).Frames.size(); }},
+    {"maps", [](const std::string& wave, const std::string&) { WriteMap(wave); }},
     {"processes", [](const std::string& wave, const std::string&) { RunForMap(wave); }},
     {"hearings", Hear},
 };
