@@ -5,7 +5,7 @@
 
 #include "frqctrl/fftpasses.h"
 #if defined(__SSE2__)
-#include <emmintrin.h>
+#include <immintrin.h>
 #endif
 
 namespace {
@@ -22,12 +22,17 @@ struct Scalar {
     for (std::size_t i = 0; i < kSamplesAtATime; ++i) values[i] = frames[0][index + i] * factors[i];
   }
   static void Store(const Value* magnitudes, double* const* to, std::size_t bin) {
-    for (std::size_t i = 0; i < kBinsAtATime; ++i) to[0][bin + i] = magnitudes[i];
+    to[0][bin] = magnitudes[0];
   }
+  static void Begin() {}
   static void EndStores() {}
 };
 
 #if defined(__SSE2__)
+[[gnu::target("avx")]] void ClearUpperHalves() {
+  _mm256_zeroupper();
+}
+
 struct Sse2 {
   using Value = __m128d;
   static constexpr std::size_t kLanes = 2;
@@ -43,11 +48,12 @@ struct Sse2 {
     values[1] = _mm_unpackhi_pd(a, b);
   }
   static void Store(const Value* magnitudes, double* const* to, std::size_t bin) {
-#pragma GCC unroll 4
-    for (std::size_t i = 0; i < kBinsAtATime; i += 2) {
-      _mm_stream_pd(to[0] + bin + i, _mm_unpacklo_pd(magnitudes[i], magnitudes[i + 1]));
-      _mm_stream_pd(to[1] + bin + i, _mm_unpackhi_pd(magnitudes[i], magnitudes[i + 1]));
-    }
+    _mm_stream_pd(to[0] + bin, _mm_unpacklo_pd(magnitudes[0], magnitudes[1]));
+    _mm_stream_pd(to[1] + bin, _mm_unpackhi_pd(magnitudes[0], magnitudes[1]));
+  }
+  // Each instruction would carry the upper halves along that another's use of the wide registers has left.
+  static void Begin() {
+    if (__builtin_cpu_supports("avx")) ClearUpperHalves();
   }
   static void EndStores() { _mm_sfence(); }
 };
@@ -76,7 +82,7 @@ void MakeComplexFactors(FftTables& tables) {
     const std::size_t radix = RadixOf(length);
     double* to = &tables.Complex[4 * length];
     for (std::size_t i = 0; i < length / radix; ++i) {
-      for (std::size_t j = 1; j < radix; ++j, to += 4) PutFactor(to, length, i * j);
+      for (std::size_t j = 1; j < radix; ++j, to += 4) PutFactor(to, length, i * OutputOf(radix, j));
     }
   }
 }
@@ -85,7 +91,7 @@ void MakeComplexFactors(FftTables& tables) {
 std::size_t OutputAt(std::size_t length, std::size_t place) {
   if (length == 1) return 0;
   const std::size_t radix = RadixOf(length), part = length / radix;
-  return radix * OutputAt(part, place % part) + place / part;
+  return radix * OutputAt(part, place % part) + OutputOf(radix, place / part);
 }
 
 FftTables MakeTables() {

@@ -35,18 +35,16 @@ struct Avx2 {
     values[1] = _mm256_unpackhi_pd(ac, bd) * Broadcast(factors + 1);
   }
   static void Store(const Value* magnitudes, double* const* to, std::size_t bin) {
-#pragma GCC unroll 2
-    for (std::size_t i = 0; i < kBinsAtATime; i += 4, magnitudes += 4) {
-      const Value ab = _mm256_unpacklo_pd(magnitudes[0], magnitudes[1]);
-      const Value cd = _mm256_unpacklo_pd(magnitudes[2], magnitudes[3]);
-      const Value abHigh = _mm256_unpackhi_pd(magnitudes[0], magnitudes[1]);
-      const Value cdHigh = _mm256_unpackhi_pd(magnitudes[2], magnitudes[3]);
-      _mm256_stream_pd(to[0] + bin + i, _mm256_permute2f128_pd(ab, cd, 0x20));
-      _mm256_stream_pd(to[1] + bin + i, _mm256_permute2f128_pd(abHigh, cdHigh, 0x20));
-      _mm256_stream_pd(to[2] + bin + i, _mm256_permute2f128_pd(ab, cd, 0x31));
-      _mm256_stream_pd(to[3] + bin + i, _mm256_permute2f128_pd(abHigh, cdHigh, 0x31));
-    }
+    const Value ab = _mm256_unpacklo_pd(magnitudes[0], magnitudes[1]);
+    const Value cd = _mm256_unpacklo_pd(magnitudes[2], magnitudes[3]);
+    const Value abHigh = _mm256_unpackhi_pd(magnitudes[0], magnitudes[1]);
+    const Value cdHigh = _mm256_unpackhi_pd(magnitudes[2], magnitudes[3]);
+    _mm256_stream_pd(to[0] + bin, _mm256_permute2f128_pd(ab, cd, 0x20));
+    _mm256_stream_pd(to[1] + bin, _mm256_permute2f128_pd(abHigh, cdHigh, 0x20));
+    _mm256_stream_pd(to[2] + bin, _mm256_permute2f128_pd(ab, cd, 0x31));
+    _mm256_stream_pd(to[3] + bin, _mm256_permute2f128_pd(abHigh, cdHigh, 0x31));
   }
+  static void Begin() {}
   static void EndStores() { _mm_sfence(); }
 };
 

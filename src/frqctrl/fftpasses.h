@@ -44,49 +44,26 @@ template <class V>
   d = {t.re - v.im, t.im + v.re};
 }
 
-// The outputs 0, 2, 4 and 6 of the transform of eight values.
-template <class V>
-[[gnu::always_inline]] inline void EvenButterfly(const Complexes<V>* x, Complexes<V>* even) {
-#pragma GCC unroll 4
-  for (std::size_t j = 0; j < 4; ++j) even[j] = Plus<V>(x[j], x[j + 4]);
-  Butterfly<V>(even[0], even[1], even[2], even[3]);
-}
+// The transform of eight values is one of four sums, which gives the outputs 0, 2, 4 and 6, and one of four
+// differences, which gives the others. The second is begun when the first is done, and reads the memory again: so few
+// values are needed at a time that the registers hold them.
 
-// The outputs 1, 3, 5 and 7.
+// The outputs 1, 3, 5 and 7 of the differences, in place.
 template <class V>
-[[gnu::always_inline]] inline void OddButterfly(const Complexes<V>* x, Complexes<V>* odd) {
+[[gnu::always_inline]] inline void OddButterfly(Complexes<V>* x) {
   const auto root = V::Broadcast(FftTables::kRootOfHalf);
-  const Complexes<V> b = Minus<V>(x[1], x[5]), c = Minus<V>(x[2], x[6]), d = Minus<V>(x[3], x[7]);
-  odd[0] = Minus<V>(x[0], x[4]);
   // W(8, 1), W(8, 2), W(8, 3)
-  odd[1] = {(b.re + b.im) * root, (b.im - b.re) * root};
-  odd[2] = {c.im, -c.re};
-  odd[3] = {(d.im - d.re) * root, -(d.re + d.im) * root};
-  Butterfly<V>(odd[0], odd[1], odd[2], odd[3]);
+  const Complexes<V> b = x[1], c = x[2], d = x[3];
+  x[1] = {(b.re + b.im) * root, (b.im - b.re) * root};
+  x[2] = {c.im, -c.re};
+  x[3] = {(d.im - d.re) * root, -(d.re + d.im) * root};
+  Butterfly<V>(x[0], x[1], x[2], x[3]);
 }
 
-// The transform of kRadix values, in place.
-template <class V, std::size_t kRadix>
-[[gnu::always_inline]] inline void Butterfly(Complexes<V>* x) {
-  if constexpr (kRadix == 2) {
-    const Complexes<V> first = x[0];
-    x[0] = Plus<V>(first, x[1]);
-    x[1] = Minus<V>(first, x[1]);
-  } else if constexpr (kRadix == 4) {
-    Butterfly<V>(x[0], x[1], x[2], x[3]);
-  } else if constexpr (kRadix == 8) {
-    Complexes<V> even[4], odd[4];
-    EvenButterfly<V>(x, even);
-    OddButterfly<V>(x, odd);
-#pragma GCC unroll 4
-    for (std::size_t j = 0; j < 4; ++j) x[2 * j] = even[j], x[2 * j + 1] = odd[j];
-  }
-}
-
-// Roots take their time in a unit of their own. Those of every second pair of bins, (k & 2) != 0, are taken beside the
-// transforms, the others while the magnitudes are stored, so that none is waited for.
+// Roots take their time in a unit of their own. Those of three bins in eight are taken beside the transforms, the
+// others while the magnitudes are stored, so that none is waited for.
 constexpr bool HasRoot(std::size_t bin) {
-  return (bin & 2) != 0;
+  return bin % 4 == 1 || bin % 8 == 6;
 }
 
 // Puts the squared magnitude, or the magnitude, of output kOutput of the last kRadix ones of the complex transform of
@@ -102,8 +79,7 @@ template <class V, std::size_t kWhole, std::size_t kRadix, std::size_t kOutput>
   }
 }
 
-// The last pass over kRadix values. With eight the even outputs are done before the odd ones are begun, which read the
-// memory again: so few values are needed at a time that the registers hold them.
+// The last pass, over kRadix values.
 template <class V, std::size_t kWhole, std::size_t kRadix>
 [[gnu::always_inline]] inline void LastButterfly(const Complexes<V>* values, typename V::Value* squares,
                                                  std::size_t bin) {
@@ -111,17 +87,56 @@ template <class V, std::size_t kWhole, std::size_t kRadix>
                          __attribute__((always_inline)) {
     (StoreSquare<V, kWhole, kRadix, kOutputs>(*x++, squares, bin), ...);
   };
-  Complexes<V> x[kRadix];
+  Complexes<V> x[4];
   if constexpr (kRadix == 8) {
-    EvenButterfly<V>(values, x);
+#pragma GCC unroll 4
+    for (std::size_t j = 0; j < 4; ++j) x[j] = Plus<V>(values[j], values[j + 4]);
+    Butterfly<V>(x[0], x[1], x[2], x[3]);
     store(x, std::index_sequence<0, 2, 4, 6>());
-    OddButterfly<V>(values, x);
+#pragma GCC unroll 4
+    for (std::size_t j = 0; j < 4; ++j) x[j] = Minus<V>(values[j], values[j + 4]);
+    OddButterfly<V>(x);
     store(x, std::index_sequence<1, 3, 5, 7>());
+  } else if constexpr (kRadix == 2) {
+    x[0] = Plus<V>(values[0], values[1]);
+    x[1] = Minus<V>(values[0], values[1]);
+    store(x, std::index_sequence<0, 1>());
   } else {
 #pragma GCC unroll 4
     for (std::size_t j = 0; j < kRadix; ++j) x[j] = values[j];
-    Butterfly<V, kRadix>(x);
+    if constexpr (kRadix == 4) Butterfly<V>(x[0], x[1], x[2], x[3]);
     store(x, std::make_index_sequence<kRadix>());
+  }
+}
+
+// Butterfly i of the first pass over values of a transform with kRadix branches, kStride apart: each branch but the
+// first takes its factor.
+template <class V, std::size_t kRadix, std::size_t kStride>
+[[gnu::always_inline]] inline void FirstButterfly(Complexes<V>* values, const double* factors) {
+  Complexes<V> x[4];
+  const auto store = [&](std::size_t branch) __attribute__((always_inline)) {
+#pragma GCC unroll 4
+    for (std::size_t j = 0; j < 4; ++j) {
+      Complexes<V>& to = values[(branch + j) * kStride];
+      to = branch + j == 0 ? x[j] : Times<V>(x[j], factors + 4 * (branch + j - 1));
+    }
+  };
+#pragma GCC unroll 4
+  for (std::size_t j = 0; j < 4; ++j) {
+    x[j] = values[j * kStride];
+    if constexpr (kRadix == 8) {
+      const Complexes<V> other = values[(j + 4) * kStride];
+      values[(j + 4) * kStride] = Minus<V>(x[j], other);
+      x[j] = Plus<V>(x[j], other);
+    }
+  }
+  Butterfly<V>(x[0], x[1], x[2], x[3]);
+  store(0);
+  if constexpr (kRadix == 8) {
+#pragma GCC unroll 4
+    for (std::size_t j = 0; j < 4; ++j) x[j] = values[(j + 4) * kStride];
+    OddButterfly<V>(x);
+    store(4);
   }
 }
 
@@ -134,14 +149,8 @@ inline void ComplexTransform(const FftTables& tables, Complexes<V>* values, cons
     LastButterfly<V, kWhole, kRadix>(values, squares, *bins);
   } else {
     const double* factors = &tables.Complex[4 * kLength];
-    for (std::size_t i = 0; i < kStride; ++i) {
-      Complexes<V> x[kRadix];
-#pragma GCC unroll 8
-      for (std::size_t j = 0; j < kRadix; ++j) x[j] = values[i + j * kStride];
-      Butterfly<V, kRadix>(x);
-      values[i] = x[0];
-#pragma GCC unroll 8
-      for (std::size_t j = 1; j < kRadix; ++j, factors += 4) values[i + j * kStride] = Times<V>(x[j], factors);
+    for (std::size_t i = 0; i < kStride; ++i, factors += 4 * (kRadix - 1)) {
+      FirstButterfly<V, kRadix, kStride>(values + i, factors);
     }
     for (std::size_t at = 0; at < kLength; at += kStride) {
       ComplexTransform<V, kStride, kWhole>(tables, values + at, bins + at, squares);
@@ -149,34 +158,71 @@ inline void ComplexTransform(const FftTables& tables, Complexes<V>* values, cons
   }
 }
 
-// Butterfly i of two steps of the splitting of kLength real values x; the real transform of a quarter of them is left
-// in `Reals`. With n = kLength, the odd outputs of a real transform, X[4k+1], are the complex transform of
-// W(n, i) ((x[i] - x[i+n/2]) - i (x[i+n/4] - x[i+3n/4])), and X[4k+3] their conjugates; the even ones are the real
-// transform of x[i] + x[i+n/2]. `x`: the values i + j n / 8, j from 0 to 7.
-template <class V, std::size_t kLength>
-[[gnu::always_inline]] inline void SplitButterfly(const FftTables& tables, std::size_t i, const typename V::Value* x,
-                                                  FftBuffers<V>& buffers) {
+// Butterflies i to i + kCount - 1 of two steps of the splitting of kLength real values x; the real transform of a
+// quarter of them is left in `Reals`. With n = kLength, the odd outputs of a real transform, X[4k+1], are the complex
+// transform of W(n, i) ((x[i] - x[i+n/2]) - i (x[i+n/4] - x[i+3n/4])), and X[4k+3] their conjugates; the even ones are
+// the real transform of x[i] + x[i+n/2]. `load` takes j from 0 to 7 and an array, into which it puts the kCount values
+// from i + j n / 8 on; few are asked for at a time, so that the registers hold them.
+template <class V, std::size_t kLength, std::size_t kCount, class Load>
+[[gnu::always_inline]] inline void SplitButterflies(const FftTables& tables, std::size_t i, const Load& load,
+                                                    FftBuffers<V>& buffers) {
+  using Values = typename V::Value[kCount];
   constexpr std::size_t kEighth = kLength / 8;
-  const double* const factors = tables.Real[kEighth + i].data();
+  const auto* const factors = &tables.Real[kEighth + i];
   Complexes<V>* const odd = &buffers.Odd[kLength / 4];
-  odd[i] = Times<V>({x[0] - x[4], x[6] - x[2]}, factors);
-  odd[i + kEighth] = Times<V>({x[1] - x[5], x[7] - x[3]}, factors + 4);
-  const auto a = x[0] + x[4], b = x[1] + x[5], c = x[2] + x[6], d = x[3] + x[7];
-  buffers.Odd[kEighth + i] = Times<V>({a - c, d - b}, factors + 8);
-  buffers.Reals[i] = a + c;
-  buffers.Reals[i + kEighth] = b + d;
+  Values x, y, real, sum, difference;
+  load(0, x);
+  load(4, y);
+#pragma GCC unroll 8
+  for (std::size_t p = 0; p < kCount; ++p) real[p] = x[p] - y[p], sum[p] = x[p] + y[p];
+  load(6, x);
+  load(2, y);
+#pragma GCC unroll 8
+  for (std::size_t p = 0; p < kCount; ++p) {
+    odd[i + p] = Times<V>({real[p], x[p] - y[p]}, factors[p].data());
+    const auto other = x[p] + y[p];
+    buffers.Reals[i + p] = sum[p] + other;
+    difference[p] = sum[p] - other;
+  }
+  load(1, x);
+  load(5, y);
+#pragma GCC unroll 8
+  for (std::size_t p = 0; p < kCount; ++p) real[p] = x[p] - y[p], sum[p] = x[p] + y[p];
+  load(7, x);
+  load(3, y);
+#pragma GCC unroll 8
+  for (std::size_t p = 0; p < kCount; ++p) {
+    odd[i + p + kEighth] = Times<V>({real[p], x[p] - y[p]}, factors[p].data() + 4);
+    const auto other = x[p] + y[p];
+    buffers.Reals[i + p + kEighth] = sum[p] + other;
+    buffers.Odd[kEighth + i + p] = Times<V>({difference[p], other - sum[p]}, factors[p].data() + 8);
+  }
+}
+
+// The pointers of a group's frames, copied to where the compiler sees that no store changes them.
+template <class V, class Number>
+[[gnu::always_inline]] inline std::array<Number*, V::kLanes> PointersOf(Number* const* group) {
+  std::array<Number*, V::kLanes> pointers;
+#pragma GCC unroll 4
+  for (std::size_t frame = 0; frame < V::kLanes; ++frame) pointers[frame] = group[frame];
+  return pointers;
 }
 
 // Stores the magnitudes of kBinsAtATime bins from `bin` on.
 template <class V>
 [[gnu::always_inline]] inline void StoreMagnitudes(const typename V::Value* squares, double* const* magnitudes,
                                                    std::size_t bin) {
-  typename V::Value values[kBinsAtATime];
+  const auto to = PointersOf<V>(magnitudes);
 #pragma GCC unroll 8
-  for (std::size_t i = 0; i < kBinsAtATime; ++i) {
-    values[i] = HasRoot(i) ? squares[bin + i] : V::SquareRoot(squares[bin + i]);
+  for (std::size_t first = 0; first < kBinsAtATime; first += V::kLanes) {
+    typename V::Value values[V::kLanes];
+#pragma GCC unroll 4
+    for (std::size_t i = 0; i < V::kLanes; ++i) {
+      const auto square = squares[bin + first + i];
+      values[i] = HasRoot(first + i) ? square : V::SquareRoot(square);
+    }
+    V::Store(values, to.data(), bin + first);
   }
-  V::Store(values, magnitudes, bin);
 }
 
 // The first pass. It stores what the group before has left, if there was one: memory takes that no faster.
@@ -185,30 +231,23 @@ inline void SplitSamples(const FftTables& tables, const double* const* samples, 
                          double* const* magnitudesBefore, FftBuffers<V>& buffers) {
   constexpr std::size_t kEighth = kTransformLength / 8;
   static_assert(kEighth / kSamplesAtATime == kTransformBins / kBinsAtATime);
+  const auto frames = PointersOf<V>(samples);
   for (std::size_t i = 0; i < kEighth; i += kSamplesAtATime) {
     if (magnitudesBefore) StoreMagnitudes<V>(buffers.Squares, magnitudesBefore, i * (kBinsAtATime / kSamplesAtATime));
-    typename V::Value x[kSamplesAtATime][8];
-#pragma GCC unroll 8
-    for (std::size_t j = 0; j < 8; ++j) {
-      typename V::Value windowed[kSamplesAtATime];
-      V::LoadWindowed(samples, i + j * kEighth, window.FactorsOf(i, j), windowed);
-#pragma GCC unroll 8
-      for (std::size_t p = 0; p < kSamplesAtATime; ++p) x[p][j] = windowed[p];
-    }
-#pragma GCC unroll 8
-    for (std::size_t p = 0; p < kSamplesAtATime; ++p) {
-      SplitButterfly<V, kTransformLength>(tables, i + p, x[p], buffers);
-    }
+    const auto load = [&](std::size_t j, typename V::Value* values) __attribute__((always_inline)) {
+      V::LoadWindowed(frames.data(), i + j * kEighth, window.FactorsOf(i, j), values);
+    };
+    SplitButterflies<V, kTransformLength, kSamplesAtATime>(tables, i, load, buffers);
   }
 }
 
 template <class V, std::size_t kLength>
 inline void SplitReals(const FftTables& tables, FftBuffers<V>& buffers) {
   for (std::size_t i = 0; i < kLength / 8; ++i) {
-    typename V::Value x[8];
-#pragma GCC unroll 8
-    for (std::size_t j = 0; j < 8; ++j) x[j] = buffers.Reals[i + j * (kLength / 8)];
-    SplitButterfly<V, kLength>(tables, i, x, buffers);
+    const auto load = [&](std::size_t j, typename V::Value* value) __attribute__((always_inline)) {
+      *value = buffers.Reals[i + j * (kLength / 8)];
+    };
+    SplitButterflies<V, kLength, 1>(tables, i, load, buffers);
   }
   if constexpr (kLength > 8) SplitReals<V, kLength / 4>(tables, buffers);
 }
@@ -225,6 +264,7 @@ void TransformBy(const double* const* samples, const TransformWindow& window, do
   const FftTables& tables = TablesOfFft();
   FftBuffers<V> buffers;
   double* const* before = nullptr;
+  V::Begin();
   for (; groups > 0; --groups, samples += V::kLanes, magnitudes += V::kLanes) {
     SplitSamples<V>(tables, samples, window, before, buffers);
     SplitReals<V, kTransformLength / 4>(tables, buffers);

@@ -18,6 +18,12 @@ constexpr std::size_t RadixOf(std::size_t length) {
   return length == 64 || length == 512 ? 8 : 4;
 }
 
+// The output of a butterfly of `radix` values that its branch `branch` goes on with. One of eight does the even ones
+// first.
+constexpr std::size_t OutputOf(std::size_t radix, std::size_t branch) {
+  return radix == 8 ? 2 * branch % 8 + branch / 4 : branch;
+}
+
 // Magnitudes of a frame that are stored together: a whole line of the cache, which then need not be read before.
 inline constexpr std::size_t kBinsAtATime = 8;
 
@@ -30,7 +36,7 @@ struct FftTables {
   static constexpr std::size_t kRealFactors = 12;
   alignas(64) std::array<std::array<double, kRealFactors>, 2 * kTransformLength / 8> Real;
   // For the passes over `length` complex values, butterfly i from 0 to length / RadixOf(length) - 1: W(length, j i) for
-  // j from 1 to RadixOf(length) - 1. Those for `length` values start at 4 * length.
+  // the output j of each branch but the first. Those for `length` values start at 4 * length.
   alignas(64) std::array<double, 8 * kComplexLength> Complex;
   // The complex transform of n values leaves the bin Bins[n + p] at its place p.
   std::array<std::uint16_t, 2 * kComplexLength> Bins;

@@ -53,13 +53,15 @@ class Stretch {
   // Frames follow each other but for two places: behind those at the beginning, and before those at the end.
   static constexpr std::size_t kRoom = 3 * SpectrumFrameLength + kFramesAtATime * SpectrumHop;
 
-  void Append(const std::uint8_t* from, std::size_t count) {
-    for (const std::size_t end = count_ + count; count_ < end; count_ += SpectrumHop) {
-      std::int16_t samples[SpectrumHop];
+  void Append(const std::uint8_t* __restrict from, std::size_t count) {
+    constexpr std::size_t kSamplesAtATime = 8;  // as many as one instruction takes
+    double* __restrict const to = samples_ + count_;
+    for (std::size_t i = 0; i < count; i += kSamplesAtATime, from += kSamplesAtATime * kSampleSize) {
+      std::int16_t samples[kSamplesAtATime];
       std::memcpy(samples, from, sizeof(samples));
-      for (std::size_t i = 0; i < SpectrumHop; ++i) samples_[count_ + i] = samples[i];
-      from += sizeof(samples);
+      for (std::size_t k = 0; k < kSamplesAtATime; ++k) to[i + k] = samples[k];
     }
+    count_ += count;
   }
 
   double samples_[kRoom];
