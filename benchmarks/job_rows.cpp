@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int kWaves = 200;
+constexpr int kWaves = 100;
 
 // The program ends at once, so that only what the job adds is weighed.
 std::wstring IdleProgram() {
@@ -135,5 +135,7 @@ class Job : public Work {
 }  // namespace
 
 std::vector<Row> JobRows() {
-  return {RowOf<Job<1>>("job_1", "ms", 1.05), RowOf<Job<2>>("job_2", "ms", 1.05), RowOf<Job<4>>("job_4", "ms", 1.05)};
+  // A process that starts is held up by all that the system does: the least of some goes counts.
+  return {RowOf<Job<1>>("job_1", "ms", 1.05, Taken::Least), RowOf<Job<2>>("job_2", "ms", 1.05, Taken::Least),
+          RowOf<Job<4>>("job_4", "ms", 1.05, Taken::Least)};
 }

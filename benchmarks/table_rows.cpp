@@ -163,8 +163,8 @@ Row TableRow(const char* name, double aim, int width, int height) {
 }  // namespace
 
 std::vector<Row> TableRows() {
-  return {TableRow<RebuildAgainstCopy>("layer_650", 60.0, 650, 560),
-          TableRow<RebuildAgainstCopy>("layer_1900", 15.0, 1900, 1000),
+  return {TableRow<RebuildAgainstCopy>("layer_650", 70.0, 650, 560),
+          TableRow<RebuildAgainstCopy>("layer_1900", 20.0, 1900, 1000),
           TableRow<RebuildAgainstFills>("layer_fills", 0.05, 1900, 1000), TableRow<Stroke>("stroke", 10.0, 1900, 1000),
           TableRow<FitView>("fit", 1.5, 650, 560)};
 }
