@@ -339,6 +339,9 @@ TEST_F(DocumentTest, WindowsAreToldEachChangeOnceAndNotUnderTheLock) {
       EXPECT_EQ(document_.ReadAfresh(none, kKeep, true), -1);
     }
   };
+  const auto lowerKey = [&] {
+    document_.Change(Gesture::DragKey, 0, [](FrqMap& map) { return map.Average -= 1.0, std::vector<int>(); });
+  };
   // A step; how often it is told and what, the entries that it is told of, and their rows.
   const std::tuple<std::function<void()>, int, std::string, std::size_t, std::vector<int>> steps[] = {
       {[&] { Set(0, 300.0); }, 1, "FETh", 1, {2}},
@@ -348,6 +351,8 @@ TEST_F(DocumentTest, WindowsAreToldEachChangeOnceAndNotUnderTheLock) {
       {[&] { document_.Undo(); }, 1, "FTbh", 1, {1}},
       {[&] { EXPECT_EQ(document_.Undo().Frames, std::vector{2}); }, 1, "FETbh", 1, {2}},
       {[&] { document_.Undo(); }, 0, "", 0, {}},
+      {lowerKey, 1, "FKETh", 1, {}},
+      {[&] { document_.Undo(); }, 1, "FKETbh", 1, {}},
       {[&] { document_.Mark(0, Marking(4, 305.0), true), document_.Mark(2, Marking(4, 305.0), false); }, 1, "M", 1, {}},
       {[&] { document_.Mark(2, Marking(6, 306.0), false); }, 0, "", 0, {}},
       {[&] { document_.ApplyAllMarks(true); }, 1, "FKMETomh", 2, {}},

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <numeric>
 #include <random>
 
@@ -83,7 +84,9 @@ struct DocumentHistoryTest : testing::Test {
       EXPECT_TRUE(kind == StrokeKind::Average ? editing_.SetKey(map, hz)
                                               : editing_.SetFrequency(map, Random(map.FrameCount + 1), hz));
     }
-    if (Random(2) == 0) editing_.EndStroke();
+    if (Random(2) == 0) return;
+    editing_.EndStroke();
+    EXPECT_FALSE(editing_.IsStrokeOpen());
   }
 
   void Many() {
@@ -154,6 +157,8 @@ struct DocumentHistoryTest : testing::Test {
   void ExpectStep(std::size_t from, std::size_t to) {
     const StepResult result = to < from ? document_.Undo() : document_.Redo();
     ASSERT_EQ(result.What, StepResult::Done);
+    const auto again = std::ranges::adjacent_find(result.Frames, std::greater_equal());
+    ASSERT_EQ(again, result.Frames.end()) << "a frame comes twice or out of order";
     for (std::size_t i = 0; i < kEntries; ++i) {
       if (states_[from][i] == states_[to][i]) continue;
       const int entry = static_cast<int>(i);

@@ -9,7 +9,8 @@ namespace {
 
 TEST(MapFiles, DeletingAMapTakesItsCompanionsWithIt) {
   const ScratchFolder folder;
-  const std::vector<std::wstring> names = {L"か_wav.frq", L"か.dio", L"か.star", L"か.platinum", L"か.mrq"};
+  const std::vector<std::wstring> names = {L"か_wav.frq", L"か.dio", L"か.star", L"か.platinum", L"か.mrq",
+                                           L"か_wav.star"};
   for (const std::wstring& name : names) folder.Write(name);
   const auto left = [&] {
     std::wstring present;
@@ -17,12 +18,12 @@ TEST(MapFiles, DeletingAMapTakesItsCompanionsWithIt) {
     return present;
   };
   EXPECT_TRUE(DeleteMapFile(folder.Path(L"か_wav.frq"), nullptr, false));
-  EXPECT_EQ(left(), L"01111");
+  EXPECT_EQ(left(), L"011111");
   EXPECT_TRUE(DeleteMapFile(folder.Path(L"か.dio"), nullptr, false));
-  EXPECT_EQ(left(), L"00001");
+  EXPECT_EQ(left(), L"000011");
   EXPECT_FALSE(DeleteMapFile(folder.Path(L"か.dio"), nullptr, false)) << "there is none any more";
   EXPECT_FALSE(DeleteMapFile(folder.Path(L"か.mrq"), nullptr, false)) << "entries live in a store, in no file of that name";
-  EXPECT_EQ(left(), L"00001");
+  EXPECT_EQ(left(), L"000011");
 }
 
 TEST(MapFiles, WhatAKindCannotHoldIsRefusedAndSaysWhy) {

@@ -47,6 +47,8 @@ TEST(SoundPitches, OfTwoVoicesTheOneNearerToThePencilIsTaken) {
   const std::vector<float> other = SecondOfTone([](double) { return 261.6; }, 0.1, 0.9);
   for (std::size_t i = 0; i < both.size(); ++i) both[i] += other[i];
   SoundPitches sound({both, 44100}, kHop);
+  EXPECT_TRUE(sound.Prepare(40, 80));
+  EXPECT_FALSE(sound.Prepare(41, 78)) << "it heard again what it knew";
   for (const auto& [pencil, hz] : {std::pair(226.0, 220.0), {254.0, 261.6}}) {
     int near = 0;
     for (SampleCount frame = 40; frame < 120; ++frame) {
