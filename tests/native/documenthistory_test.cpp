@@ -229,4 +229,14 @@ TEST(MapImages, TellProjectsApartByTheirPoints) {
   EXPECT_NE(ImageHash(map), before);
 }
 
+TEST(MapImages, AreNearlyOfAMapWithinHalfASemitone) {
+  FrqMap map = PlainMap(5);
+  const MapImage image(map);
+  const double hz = map.Frames[2].Frequency;
+  for (const double factor : {1.0, 1.028, 1.0 / 1.028, 1.031, 1.0 / 1.031, 0.0}) {
+    map.Frames.Own()[2].Frequency = hz * factor;
+    EXPECT_EQ(image.IsNearly(map), std::fabs(factor - 1.0) < 0.03) << factor;
+  }
+}
+
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <limits>
+#include <utility>
 
 #include "base/note.h"
 #include "frqctrl/tablereading.h"
@@ -167,7 +168,13 @@ TEST_F(TableModelTest, AZoomInPlaceKeepsTheMiddleOfTheSelectionWhereItIs) {
     ASSERT_TRUE(table.ZoomInPlace(down));
     EXPECT_NEAR(place().first, x, table.Geometry.ColumnWidth() / 2 + 1) << table.Geometry.Zoom;
     EXPECT_NEAR(place().second, y, table.Geometry.RowHeight() / 2 + 1) << table.Geometry.Zoom;
+    EXPECT_TRUE(std::exchange(table.FollowsCurve, false));
   }
+  for (FrqFrame& frame : map.Frames.Own()) frame = {};
+  const auto middle = [&] { return table.Geometry.ScrollColumn + 100.0 / table.Geometry.ColumnWidth(); };
+  const double before = middle();
+  ASSERT_TRUE(table.ZoomInPlace(false));
+  EXPECT_NEAR(middle(), before, 1.0) << "without a curve the middle of the view stays";
   table.SetZoom(kZoomCount - 1);
   EXPECT_FALSE(table.ZoomInPlace(false));
 }
