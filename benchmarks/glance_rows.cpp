@@ -248,9 +248,9 @@ class CheckMaps : public Work {
 }  // namespace
 
 std::vector<Row> GlanceRows() {
-  return {{"thumbnails_first_paint", "ms", 2.0, [] { return std::make_unique<OpenThumbnails>(false); }},
-          {"thumbnails_all_drawn", "ms", 2.0, [] { return std::make_unique<OpenThumbnails>(true); }},
-          RowOf<ScrollThumbnails>("thumbnails_page", "ms", 2.0),
+  return {{"thumbnails_first_paint", "ms", 2.0, [] { return std::make_unique<OpenThumbnails>(false); }, Taken::Least},
+          {"thumbnails_all_drawn", "ms", 2.0, [] { return std::make_unique<OpenThumbnails>(true); }, Taken::Least},
+          RowOf<ScrollThumbnails>("thumbnails_page", "ms", 2.0, Taken::Least),
           RowOf<LayerMemory>("thumbnails_memory", "MB", 1.5),
           RowOf<CheckMaps>("check_1000_maps", "ms", 1.5)};
 }
