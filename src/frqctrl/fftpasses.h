@@ -171,31 +171,23 @@ template <class V, std::size_t kLength, std::size_t kCount, class Load>
   const auto* const factors = &tables.Real[kEighth + i];
   Complexes<V>* const odd = &buffers.Odd[kLength / 4];
   Values x, y, real, sum, difference;
-  load(0, x);
-  load(4, y);
+#pragma GCC unroll 2
+  for (std::size_t j = 0; j < 2; ++j) {
+    load(j, x);
+    load(j + 4, y);
 #pragma GCC unroll 8
-  for (std::size_t p = 0; p < kCount; ++p) real[p] = x[p] - y[p], sum[p] = x[p] + y[p];
-  load(6, x);
-  load(2, y);
+    for (std::size_t p = 0; p < kCount; ++p) real[p] = x[p] - y[p], sum[p] = x[p] + y[p];
+    load(j + 6, x);
+    load(j + 2, y);
 #pragma GCC unroll 8
-  for (std::size_t p = 0; p < kCount; ++p) {
-    odd[i + p] = Times<V>({real[p], x[p] - y[p]}, factors[p].data());
-    const auto other = x[p] + y[p];
-    buffers.Reals[i + p] = sum[p] + other;
-    difference[p] = sum[p] - other;
-  }
-  load(1, x);
-  load(5, y);
-#pragma GCC unroll 8
-  for (std::size_t p = 0; p < kCount; ++p) real[p] = x[p] - y[p], sum[p] = x[p] + y[p];
-  load(7, x);
-  load(3, y);
-#pragma GCC unroll 8
-  for (std::size_t p = 0; p < kCount; ++p) {
-    odd[i + p + kEighth] = Times<V>({real[p], x[p] - y[p]}, factors[p].data() + 4);
-    const auto other = x[p] + y[p];
-    buffers.Reals[i + p + kEighth] = sum[p] + other;
-    buffers.Odd[kEighth + i + p] = Times<V>({difference[p], other - sum[p]}, factors[p].data() + 8);
+    for (std::size_t p = 0; p < kCount; ++p) {
+      const std::size_t at = i + p + j * kEighth;
+      odd[at] = Times<V>({real[p], x[p] - y[p]}, factors[p].data() + 4 * j);
+      const auto other = x[p] + y[p];
+      buffers.Reals[at] = sum[p] + other;
+      if (j == 0) difference[p] = sum[p] - other;
+      if (j == 1) buffers.Odd[at] = Times<V>({difference[p], other - sum[p]}, factors[p].data() + 8);
+    }
   }
 }
 
