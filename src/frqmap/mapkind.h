@@ -6,10 +6,10 @@
 
 #include <cstdint>
 #include <optional>
-#include <ranges>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/bytes.h"
 #include "frqmap/frqmap.h"
@@ -63,8 +63,10 @@ struct MapKind {
 
 // In the order of their numbers, from 0 on.
 std::span<const MapKind> MapKinds();
-inline auto KindNumbers() {
-  return MapKinds() | std::views::transform(&MapKind::Type);
+inline std::vector<FrqType> KindNumbers() {
+  std::vector<FrqType> numbers;
+  for (const MapKind& kind : MapKinds()) numbers.push_back(kind.Type);
+  return numbers;
 }
 
 // Null for an unknown kind.

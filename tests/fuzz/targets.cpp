@@ -41,7 +41,7 @@ double PitchOf(const FrqFrame& frame) {
 // All that the program does with each map that it has read, whose memory is in proportion to what it was read from.
 std::optional<FrqMap> Use(std::optional<FrqMap> map, std::size_t fileSize) {
   if (!map) return map;
-  Expect(map->Frames.capacity() * sizeof(FrqFrame) <= 64 * fileSize + 16384);
+  Expect(map->Frames.Own().capacity() * sizeof(FrqFrame) <= 64 * fileSize + 16384);
   map->ComputeAverage(-1);
   map->ComputeAverage(2);
   map->ComputeSoundRegions();
