@@ -54,12 +54,12 @@ class Stretch {
   static constexpr std::size_t kRoom = 3 * SpectrumFrameLength + kFramesAtATime * SpectrumHop;
 
   void Append(const std::uint8_t* __restrict from, std::size_t count) {
-    constexpr std::size_t kSamplesAtATime = 8;  // as many as one instruction takes
+    constexpr std::size_t kVector = 8;  // samples that one instruction takes
     double* __restrict const to = samples_ + count_;
-    for (std::size_t i = 0; i < count; i += kSamplesAtATime, from += kSamplesAtATime * kSampleSize) {
-      std::int16_t samples[kSamplesAtATime];
+    for (std::size_t i = 0; i < count; i += kVector, from += kVector * kSampleSize) {
+      std::int16_t samples[kVector];
       std::memcpy(samples, from, sizeof(samples));
-      for (std::size_t k = 0; k < kSamplesAtATime; ++k) to[i + k] = samples[k];
+      for (std::size_t k = 0; k < kVector; ++k) to[i + k] = samples[k];
     }
     count_ += count;
   }

@@ -63,9 +63,12 @@ struct MapKind {
 
 // In the order of their numbers, from 0 on.
 std::span<const MapKind> MapKinds();
-inline std::vector<FrqType> KindNumbers() {
-  std::vector<FrqType> numbers;
-  for (const MapKind& kind : MapKinds()) numbers.push_back(kind.Type);
+inline const std::vector<FrqType>& KindNumbers() {
+  static const std::vector<FrqType> numbers = [] {
+    std::vector<FrqType> each;
+    for (const MapKind& kind : MapKinds()) each.push_back(kind.Type);
+    return each;
+  }();
   return numbers;
 }
 
